@@ -1,0 +1,112 @@
+#pragma once
+
+#include "kit/KvStyleDialog.h"
+#include "kit/KvStyleShadow.h"
+
+#include <QPoint>
+#include <QString>
+
+#include <memory>
+
+class Ui_KvMessageBox;
+
+/** The buttons of a message box, to be combined by bits, and the answer that each one gives. */
+enum KvMessageBox_Style
+{
+    Style_Yes = 1,
+    Style_No = 2,
+    Style_Ok = 4,
+    Style_Cancel = 8
+};
+
+/**
+ * The message box of the program: an icon, one centred message, up to four buttons.
+ *
+ * Make it on the stack, adjust texts and icon, run it with exec() and read the
+ * answer with GetClickedBtn(). GUI thread only.
+ */
+class KvMessageBox : public KvStyleDialog
+{
+    Q_OBJECT
+
+public:
+    /**
+     * @param strContent the message, shown as HTML so that it may hold links: a
+     *        name that is not the program's own has to be escaped before
+     * @param nStyle the KvMessageBox_Style bits of the buttons to show; with 0
+     *        only the title's close button ends the box
+     */
+    KvMessageBox(const QString& strContent, int nStyle, QWidget* parent = nullptr);
+    ~KvMessageBox() override;
+
+    /** The KvMessageBox_Style value of the button that closed the box; 0 when it was closed in another way.
+     */
+    int GetClickedBtn() const;
+
+    /** Sets the text of one button; a combination of buttons or an unknown value changes nothing. */
+    void SetBtnText(const KvMessageBox_Style& enWhich, const QString& strText);
+
+    /** Sets the texts of all four buttons. */
+    void SetButtonText(QString strYes, QString strNo, QString strOk, QString strCancel);
+
+    /** Shows another image (file or resource path) above the message; an unreadable one leaves the place
+     * empty. */
+    void setIcon(QString strPath);
+
+    /** Hides the image above the message. */
+    void hideIcon();
+
+    /** Replaces the message by the text as it is, without the line spacing of the first one. */
+    void SetDialogInfomationContent(const QString& strText);
+
+    /** Same as SetDialogInfomationContent: the box has no visible title. */
+    void SetTitle(QString strText);
+
+    /** Sets the least and the greatest size of the box in pixels, in place of the fixed 490 x 300. */
+    void setBoxSize(int nMinWidth, int nMinHeight, int nMaxWidth, int nMaxHeight);
+
+    /** Sets the least and the greatest size in pixels of the part below the title. */
+    void setBoxContentSize(int nMinWidth, int nMinHeight, int nMaxWidth, int nMaxHeight);
+
+    /** Lets a drag of the box start on its message, too. */
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
+public slots:
+    /** These four close the box with the answer of their button. */
+    void slotClose_yes();
+    void slotClose_no();
+    void slotClose_ok();
+    void slotClose_cancel();
+
+    /** Closes the box with the answer 0. */
+    void SlotCloseWindow();
+
+    /** Does nothing: the box has no password field to reveal. */
+    void slot_peekPassword();
+
+    /** Opens a link of the message in the desktop's own program for it; the box stays open. */
+    void slotLink(QString strLink);
+
+protected:
+    void showEvent(QShowEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
+    void mousePressEvent(QMouseEvent* pEvent) override;
+    void mouseMoveEvent(QMouseEvent* pEvent) override;
+    void mouseReleaseEvent(QMouseEvent* pEvent) override;
+
+private:
+    void InitImage();
+    void InitMessage();
+    void InitFonts();
+    void InitConnect();
+    void ShowButtons();
+    void CloseWith(int nResult);
+
+    QString m_strContent;
+    int m_nStyle = 0;
+    int m_nClickedBtn = 0;
+    bool m_bPressed = false;
+    QPoint m_ptPress;
+    KvStyleShadow m_Shadow;
+    std::unique_ptr<Ui_KvMessageBox> m_pForm;
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+class QWidget;
+
+/** Draws the white rounded panel with a soft grey shadow that all dialogs of the program wear. */
+class KvStyleShadow
+{
+public:
+    /** There is nothing to keep between two paintings. */
+    KvStyleShadow() = default;
+    ~KvStyleShadow() = default;
+
+    /**
+     * Paints panel and shadow into the widget, which must be inside its
+     * paintEvent (GUI thread). The outer 4 pixels belong to the shadow and need
+     * a translucent background. A null or empty widget is left alone.
+     */
+    void Paint(QWidget* pWidget);
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "log/CClock.h"
+
+#include <atomic>
+#include <functional>
+
+/** A clock that stands still until the test moves it; the system's clock comes back at the end. */
+class CMovedClock
+{
+public:
+    CMovedClock()
+    {
+        CClock::SetSource([this] {
+            ++m_nLooks;
+            return m_nNow.load();
+        });
+    }
+
+    ~CMovedClock() { CClock::SetSource(std::function<qint64()>()); }
+
+    CMovedClock(const CMovedClock&) = delete;
+    CMovedClock& operator=(const CMovedClock&) = delete;
+
+    /** Moves the time forwards, or backwards when nMs is negative. Any thread. */
+    void Move(qint64 nMs) { m_nNow += nMs; }
+
+    /** How often somebody has looked at the clock. Any thread. */
+    int Looks() const { return m_nLooks; }
+
+private:
+    std::atomic<qint64> m_nNow{1795000000000};
+    std::atomic<int> m_nLooks{0};
+};

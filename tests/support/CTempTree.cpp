@@ -1,0 +1,69 @@
+#include "support/CTempTree.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <unistd.h>
+
+static void Require(bool bDone, const QString& strWhat)
+{
+    if (!bDone) {
+        qFatal("fixture failed: %s", qPrintable(strWhat));
+    }
+}
+
+CTempTree::CTempTree() { Require(m_dir.isValid(), m_dir.errorString()); }
+
+QString CTempTree::Path(const QString& strRelative) const
+{
+    return strRelative.isEmpty() ? m_dir.path() : m_dir.path() + QLatin1Char('/') + strRelative;
+}
+
+QString CTempTree::Write(const QString& strRelative, const QByteArray& baContent)
+{
+    const QString strPath = Path(strRelative);
+    Require(QDir().mkpath(QFileInfo(strPath).path()), strPath);
+    QFile file(strPath);
+    Require(file.open(QIODevice::WriteOnly) && file.write(baContent) == baContent.size(), strPath);
+    return strPath;
+}
+
+QString CTempTree::MkDir(const QString& strRelative)
+{
+    const QString strPath = Path(strRelative);
+    Require(QDir().mkpath(strPath), strPath);
+    return strPath;
+}
+
+QString CTempTree::Link(const QString& strRelative, const QString& strTarget)
+{
+    const QString strPath = Path(strRelative);
+    Require(QDir().mkpath(QFileInfo(strPath).path()), strPath);
+    Require(symlink(QFile::encodeName(strTarget).constData(), QFile::encodeName(strPath).constData()) == 0,
+            strPath);
+    return strPath;
+}
+
+void CTempTree::WriteBytesName(const QByteArray& baName, const QByteArray& baContent)
+{
+    const QByteArray baPath = QFile::encodeName(m_dir.path()) + '/' + baName;
+    FILE* pFile = fopen(baPath.constData(), "wb");
+    Require(pFile != nullptr, QString::fromLatin1(baPath));
+    const bool bWritten
+        = fwrite(baContent.constData(), 1, size_t(baContent.size()), pFile) == size_t(baContent.size());
+    Require(fclose(pFile) == 0 && bWritten, QString::fromLatin1(baPath));
+}
+
+QByteArray CTempTree::Read(const QString& strRelative) const
+{
+    QFile file(Path(strRelative));
+    Require(file.open(QIODevice::ReadOnly), file.fileName());
+    return file.readAll();
+}
+
+bool CTempTree::Has(const QString& strRelative) const
+{
+    const QFileInfo info(Path(strRelative));
+    return info.exists() || info.isSymLink();
+}

@@ -1,0 +1,40 @@
+#include "support/LogFile.h"
+
+#include "log/CLogTarnwick.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+static const int STAMP_LENGTH = int(sizeof("yyyy-MM-dd hh:mm:ss.zzz: ")) - 1;
+
+static QString Folder() { return QCoreApplication::applicationDirPath() + QStringLiteral("/Log"); }
+
+QString UseLogFile()
+{
+    QDir(Folder()).removeRecursively();
+    if (!g_TarnwickLog.InitFolder("Log", 5242880, "TarnwickMacPE", ".log")) {
+        qFatal("fixture failed: no log");
+    }
+    return Folder();
+}
+
+QStringList LogLines()
+{
+    QStringList listLine;
+    const QDir dir(Folder());
+    const QStringList listName = dir.entryList(QDir::Files, QDir::Name);
+    for (const QString& strName : listName) {
+        QFile file(dir.filePath(strName));
+        if (!file.open(QIODevice::ReadOnly)) {
+            qFatal("fixture failed: %s", qPrintable(file.fileName()));
+        }
+        const QList<QByteArray> listRaw = file.readAll().split('\n');
+        for (const QByteArray& baLine : listRaw) {
+            if (!baLine.isEmpty()) {
+                listLine.append(QString::fromUtf8(baLine).mid(STAMP_LENGTH));
+            }
+        }
+    }
+    return listLine;
+}
