@@ -1,0 +1,204 @@
+// What the source tree costs, beside "du -s" of the same warm folders:
+//
+//     bench_tree [folders [files in each]]
+//
+// The folders are made in a temporary place. Every time is the median of five.
+
+#include "copy/CGetFileSizeThread.h"
+#include "tree/CDirModel.h"
+#include "tree/CDirNode.h"
+#include "tree/CFileNameCodec.h"
+#include "tree/CFileTreeView.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <malloc.h>
+#include <vector>
+
+static const int RUNS = 5;
+
+static double Milliseconds(const std::function<void()>& fnWork)
+{
+    QElapsedTimer timer;
+    timer.start();
+    fnWork();
+    return double(timer.nsecsElapsed()) / 1e6;
+}
+
+static double Median(std::vector<double> listValue)
+{
+    std::sort(listValue.begin(), listValue.end());
+    return listValue[listValue.size() / 2];
+}
+
+static void MakeTree(const QString& strFolder, int nFolders, int nFiles)
+{
+    for (int i = 0; i < nFolders; ++i) {
+        const QString strInner
+            = QStringLiteral("%1/Folder %2").arg(strFolder).arg(i, 5, 10, QLatin1Char('0'));
+        QDir().mkpath(strInner);
+        for (int j = 0; j < nFiles; ++j) {
+            QFile file(QStringLiteral("%1/document %2.txt").arg(strInner).arg(j, 4, 10, QLatin1Char('0')));
+            if (!file.open(QIODevice::WriteOnly) || file.write("x", j % 2) < 0) {
+                std::fprintf(stderr, "cannot write %s\n", qPrintable(file.fileName()));
+                std::exit(EXIT_FAILURE);
+            }
+        }
+    }
+}
+
+static void RunDu(const QString& strFolder)
+{
+    QProcess process;
+    process.start(QStringLiteral("du"), {QStringLiteral("-s"), strFolder});
+    if (!process.waitForFinished(-1) || process.exitCode() != 0) {
+        std::fprintf(stderr, "du failed\n");
+        std::exit(EXIT_FAILURE);
+    }
+}
+
+/** An invisible root with one partially ticked volume that holds one ticked folder, not listed yet. */
+struct STTicked
+{
+    explicit STTicked(const QString& strVolume)
+    {
+        m_root.m_bDir = true;
+        m_root.AppendChild(new CDirNode(QFileInfo(strVolume), &m_root));
+        m_root.Child(0)->m_chkState = Qt::PartiallyChecked;
+        m_root.Child(0)->LoadChild();
+        m_root.Child(0)->Child(0)->m_chkState = Qt::Checked;
+    }
+
+    ~STTicked() { DeleteBelow(&m_root); }
+
+    static void DeleteBelow(CDirNode* pNode)
+    {
+        for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
+            DeleteBelow(pChild);
+        }
+        pNode->RemoveAll();
+    }
+
+    CDirNode m_root;
+};
+
+struct STCount
+{
+    qint64 m_nNodes = 0;
+    qint64 m_nNameBytes = 0;
+};
+
+static void Count(const CDirNode& node, STCount& stCount)
+{
+    for (const CDirNode* pChild : node.m_listChild) {
+        ++stCount.m_nNodes;
+        stCount.m_nNameBytes += 2 * pChild->m_strName.size();
+        Count(*pChild, stCount);
+    }
+}
+
+static qint64 HeapBytes()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return qint64(info.uordblks) + qint64(info.hblkhd);
+}
+
+static double SizeTime(const QString& strVolume)
+{
+    STTicked ticked(strVolume);
+    CGetFileSizeThread thread;
+    thread.SetRootNode(&ticked.m_root);
+    return Milliseconds([&thread] {
+        thread.start();
+        thread.wait();
+    });
+}
+
+static void PrintSizeAgainstDu(const QString& strVolume)
+{
+    std::vector<double> listDu;
+    std::vector<double> listSize;
+    RunDu(strVolume);
+    for (int i = 0; i < RUNS; ++i) {
+        listDu.push_back(Milliseconds([&strVolume] { RunDu(strVolume); }));
+        listSize.push_back(SizeTime(strVolume));
+    }
+    std::printf("du -s:                     %8.1f ms\n", Median(listDu));
+    std::printf("list and size, unlisted:   %8.1f ms\n", Median(listSize));
+    std::printf("ratio to du -s:            %8.2f   (at most 3)\n", Median(listSize) / Median(listDu));
+}
+
+static void PrintMemory(const QString& strVolume)
+{
+    const qint64 nBefore = HeapBytes();
+    STTicked ticked(strVolume);
+    CGetFileSizeThread thread;
+    thread.SetRootNode(&ticked.m_root);
+    thread.run();
+    const qint64 nBytes = HeapBytes() - nBefore;
+    STCount stCount;
+    Count(ticked.m_root, stCount);
+    std::printf("nodes:                     %8lld\n", static_cast<long long>(stCount.m_nNodes));
+    std::printf("bytes a node, all in all:  %8.1f\n", double(nBytes) / double(stCount.m_nNodes));
+    std::printf("bytes beyond the name:     %8.1f   (at most 700)\n",
+                double(nBytes - stCount.m_nNameBytes) / double(stCount.m_nNodes));
+}
+
+static void LoadAll(CDirModel& model, const QModelIndex& parent)
+{
+    model.LoadChild(parent);
+    for (int i = 0; i < model.rowCount(parent); ++i) {
+        const QModelIndex index = model.index(i, 0, parent);
+        if (model.nodeFromIndex(index)->m_bDir) {
+            LoadAll(model, index);
+        }
+    }
+}
+
+static void PrintTicking(const QString& strVolume)
+{
+    CFileTreeView view;
+    view.resize(600, 700);
+    view.Parse({strVolume});
+    view.show();
+    CDirModel& model = *CDirModel::GetInstence();
+    const QModelIndex volume = model.index(0, 0);
+    const double rList = Milliseconds([&] { LoadAll(model, volume); });
+    view.expand(volume);
+    view.expand(model.index(0, 0, volume));
+    QApplication::processEvents();
+    std::vector<double> listTick;
+    for (int i = 0; i < RUNS; ++i) {
+        listTick.push_back(Milliseconds([&] {
+            const int nState = model.HasCheckedEntry() ? Qt::Unchecked : Qt::Checked;
+            model.setData(model.index(0, 0, volume), nState, Qt::CheckStateRole);
+            QApplication::processEvents();
+        }));
+    }
+    std::printf("list all through the model:%8.1f ms\n", rList);
+    std::printf("tick all, view open:       %8.1f ms\n", Median(listTick));
+}
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    CFileNameCodec::Install();
+    const int nFolders = argc > 1 ? std::atoi(argv[1]) : 2000;
+    const int nFiles = argc > 2 ? std::atoi(argv[2]) : 100;
+    const QTemporaryDir dir;
+    MakeTree(dir.filePath(QStringLiteral("Ticked")), nFolders, nFiles);
+    PrintSizeAgainstDu(dir.path());
+    PrintMemory(dir.path());
+    PrintTicking(dir.path());
+    return EXIT_SUCCESS;
+}

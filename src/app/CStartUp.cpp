@@ -1,0 +1,93 @@
+#include "app/CStartUp.h"
+
+#include "app/CCommandPath.h"
+#include "app/CFontFallback.h"
+#include "app/CGetScreenPixel.h"
+#include "app/CMessageRelay.h"
+#include "app/CTarnwickMacPE.h"
+#include "log/CLogTarnwick.h"
+#include "tree/CFileNameCodec.h"
+
+#include <QApplication>
+#include <QDesktopWidget>
+#include <QFile>
+
+static const int LOG_SIZE_LIMIT = 0x500000;
+static const int LOG_KEEP_DAYS = 7;
+
+STScale CStartUp::ChooseScale(int nWidth)
+{
+    // Widths of 2501 to 3499 points, as one unsigned comparison. The gap at
+    // exactly 3500 and the attribute being set in this band only are settled:
+    // the window was tuned on screens with these choices.
+    if (quint32(nWidth) - 2501U <= 998U) {
+        return {true, "1.5"};
+    }
+    if (nWidth >= 3501) {
+        return {false, "2"};
+    }
+    return {};
+}
+
+QString CStartUp::StyleSheetText(const QByteArray& baContent)
+{
+    const int nZero = baContent.indexOf('\0');
+    return QString::fromLatin1(nZero < 0 ? baContent : baContent.left(nZero));
+}
+
+QPoint CStartUp::CentredPosition(const QSize& sizeDesktop, const QSize& sizeWindow, const QPoint& ptNow)
+{
+    if (sizeDesktop.width() <= 0 || sizeDesktop.height() <= 0) {
+        return ptNow;
+    }
+    return {(sizeDesktop.width() - sizeWindow.width()) / 2, (sizeDesktop.height() - sizeWindow.height()) / 2};
+}
+
+static void ApplyScale()
+{
+    // Never deleted: it is asked once, before there is an application to own it.
+    auto* pScreenPixel = new CGetScreenPixel;
+    const STScale scale = CStartUp::ChooseScale(pScreenPixel->GetScreen());
+    if (scale.bHighDpiAttribute) {
+        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    }
+    if (!scale.baFactor.isEmpty()) {
+        qputenv("QT_SCALE_FACTOR", scale.baFactor);
+    }
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+}
+
+static void StartLog()
+{
+    g_TarnwickLog.InitFolder("Log", LOG_SIZE_LIMIT, "TarnwickMacPE", ".log");
+    g_TarnwickLog.KeepDays(LOG_KEEP_DAYS, QString());
+    g_TarnwickLog.LogExt(QStringLiteral("==========================start TarnwickMacPE=================="));
+}
+
+static void CentreWindow(QWidget& window)
+{
+    if (const QWidget* pDesktop = QApplication::desktop()) {
+        window.move(CStartUp::CentredPosition(pDesktop->geometry().size(), window.size(), window.pos()));
+    }
+}
+
+int CStartUp::Run(int& nArgc, char** ppArgv)
+{
+    CFileNameCodec::Install();
+    CMessageRelay::Install();
+    ApplyScale();
+    QApplication application(nArgc, ppArgv);
+    CFontFallback::Install();
+    CCommandPath::Append();
+
+    QFile fileStyleSheet(QStringLiteral(":/res/TarnwickMacPE.qss"));
+    fileStyleSheet.open(QIODevice::ReadOnly);
+    const QString strStyleSheet = StyleSheetText(fileStyleSheet.readAll());
+    application.setStyleSheet(strStyleSheet);
+
+    CTarnwickMacPE window(nullptr);
+    StartLog();
+    CentreWindow(window);
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,168 @@
+#include "app/CTarnwickMacPE.h"
+
+#include "disk/CDestinationDiscovery.h"
+#include "kit/CSkinMgr.h"
+#include "kit/CSkinPicture.h"
+#include "kit/KvMessageBox.h"
+#include "settings/CLanguageSetting.h"
+#include "ui_CTarnwickMacPE.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QProcess>
+#include <QTextCodec>
+
+static const int PAGE_SELECT = 0;
+static const int PAGE_COPY = 1;
+static const int AWAKE_SECONDS = 2592000;
+static const int START_TIMEOUT_MS = 30000;
+
+// The listener hands over the bytes of a path one by one as Latin-1 characters.
+// Names beyond ASCII are UTF-8 on the disk and have to be put together again,
+// else no entry of the volumes' folder would ever equal them.
+static QString VolumePath(const QString& strDevicePath)
+{
+    const QByteArray baPath = strDevicePath.toLatin1();
+    if (QString::fromLatin1(baPath) != strDevicePath) {
+        return strDevicePath;
+    }
+    QTextCodec::ConverterState state;
+    const QString strPath
+        = QTextCodec::codecForName("UTF-8")->toUnicode(baPath.constData(), baPath.size(), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0 ? strPath : strDevicePath;
+}
+
+CTarnwickMacPE::CTarnwickMacPE(QWidget* pParent)
+    : QMainWindow(pParent)
+    , m_pUi(std::make_unique<Ui::CTarnwickMacPE>())
+{
+    CLanguageSetting::GetInstance();
+    m_pUi->setupUi(this);
+    InitData();
+    InitView();
+    InitConnect();
+    ProhibitSleep();
+}
+
+CTarnwickMacPE::~CTarnwickMacPE() = default;
+
+void CTarnwickMacPE::InitData()
+{
+    if (!m_pDiskEvent) {
+        m_pDiskEvent = std::make_unique<STPendingDiskEvent>();
+    }
+    CDiskListener::GetInstance().StartListener(&CTarnwickMacPE::DiskChange, this);
+}
+
+void CTarnwickMacPE::InitView()
+{
+    setWindowFlags(windowFlags() | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_TranslucentBackground, false);
+    m_pUi->m_pTitleWidget->setBackgroundImage(QStringLiteral(":/res/Title/bg40.png"));
+    m_pUi->m_pTitleWidget->setEnabledMouseDrag(this, QPoint(0, 0), true);
+    m_pUi->m_pLogoLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Title/tarnwick_logo_34.png")));
+    m_pUi->m_pTitleLab->setFont(CSkinMgr::GetFontStyle(CSkinMgr::FONT_STYLE_PX_16, QStringLiteral("Avenir")));
+    m_pUi->m_pTitleLab->setText(tr("Kelvane Tarnwick"));
+    m_pUi->m_pStackWidget->setCurrentIndex(PAGE_SELECT);
+}
+
+void CTarnwickMacPE::InitConnect()
+{
+    connect(m_pUi->m_pCloseBtn, &QPushButton::clicked, this, &QWidget::close);
+    connect(this, &CTarnwickMacPE::SignalDiskChange, this, &CTarnwickMacPE::SlotDiskChange);
+    connect(m_pUi->m_pSelFilePage, &CSelFileWidget::SignalCopyFile, this,
+            &CTarnwickMacPE::SlotStackPageChange);
+    connect(m_pUi->m_pCopyFilePage, &CCopyFileWidget::SignalCopyFileFinish, this,
+            &CTarnwickMacPE::SlotStackPageChange);
+}
+
+void CTarnwickMacPE::ProhibitSleep()
+{
+    // Never deleted: it has to live as long as the program does.
+    auto* pProcess = new QProcess;
+    pProcess->start(QStringLiteral("bash"), QStringList());
+    pProcess->waitForStarted(START_TIMEOUT_MS);
+    pProcess->write(QStringLiteral("caffeinate -u -t %1  \n").arg(AWAKE_SECONDS).toUtf8());
+    pProcess->closeWriteChannel();
+}
+
+void CTarnwickMacPE::DiskChange(STDiskNotication* pNotication, void* pUser)
+{
+    if (!pNotication || !pUser || pNotication->strDevicePath.isEmpty()) {
+        return;
+    }
+    static_cast<CTarnwickMacPE*>(pUser)->OnDiskChange(pNotication);
+}
+
+void CTarnwickMacPE::OnDiskChange(STDiskNotication* pNotication)
+{
+    m_pDiskEvent->strPath = VolumePath(pNotication->strDevicePath);
+    m_pDiskEvent->enType = pNotication->enType;
+    emit SignalDiskChange();
+}
+
+void CTarnwickMacPE::SlotDiskChange()
+{
+    // A message box below runs an event loop, in which the next disk event may
+    // overwrite the pending one: work on what this call was made for.
+    const STPendingDiskEvent event = *m_pDiskEvent;
+    const QString strVolumes = CDestinationDiscovery::VolumesFolder();
+    const QFileInfoList listEntry = QDir(strVolumes).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
+    // A removal is told once for every volume that is left; both receivers bear the repetition.
+    for (const QFileInfo& entry : listEntry) {
+        if (event.enType != DISK_EVENT_DISAPPEARED) {
+            if (entry.filePath() == event.strPath) {
+                m_pUi->m_pSelFilePage->AddDisk(entry);
+            }
+            continue;
+        }
+        if (IsCopyPageShown()
+            && strVolumes + QLatin1Char('/') + m_pUi->m_pCopyFilePage->GetCopyUsbName() == event.strPath) {
+            m_pUi->m_pCopyFilePage->USBExtract();
+        }
+        m_pUi->m_pSelFilePage->RemoveDisk(event.strPath);
+    }
+    m_pUi->m_pSelFilePage->OnRefreshUSB();
+}
+
+void CTarnwickMacPE::SlotStackPageChange()
+{
+    if (sender() == m_pUi->m_pSelFilePage) {
+        const CSelFileWidget* pSelect = m_pUi->m_pSelFilePage;
+        m_pUi->m_pStackWidget->setCurrentIndex(PAGE_COPY);
+        m_pUi->m_pCopyFilePage->OnCopyFile(pSelect->GetTotalSize(), pSelect->GetDstFolder(),
+                                           pSelect->GetUsbName());
+    } else if (sender() == m_pUi->m_pCopyFilePage) {
+        m_pUi->m_pStackWidget->setCurrentIndex(PAGE_SELECT);
+    }
+}
+
+bool CTarnwickMacPE::IsCopyPageShown() const { return m_pUi->m_pStackWidget->currentIndex() == PAGE_COPY; }
+
+void CTarnwickMacPE::closeEvent(QCloseEvent* pEvent)
+{
+    if (IsCopyPageShown()) {
+        m_pUi->m_pCopyFilePage->SetCopyStatus(COPY_STATUS_PAUSE);
+    }
+    KvMessageBox box(tr("Your computer will restart if you exit the program. Are you sure you want to exit?"),
+                     Style_Yes | Style_Cancel, this);
+    box.SetButtonText(tr("Yes"), QString(), QString(), tr("Cancel"));
+    box.setIcon(QStringLiteral(":/res/Tip/tips_mark.png"));
+    box.exec();
+    switch (box.GetClickedBtn()) {
+    case Style_Yes:
+    case Style_Ok:
+        pEvent->accept();
+        break;
+    case 0:
+    case Style_No:
+    case Style_Cancel:
+        pEvent->ignore();
+        if (IsCopyPageShown()) {
+            m_pUi->m_pCopyFilePage->SetCopyStatus(COPY_STATUS_RUN);
+        }
+        break;
+    default:
+        break;
+    }
+}

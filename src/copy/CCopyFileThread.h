@@ -1,0 +1,121 @@
+#pragma once
+
+#include "copy/CCopyReport.h"
+#include "copy/ENCopyStatus.h"
+
+#include <QFileInfo>
+#include <QString>
+#include <QThread>
+
+#include <atomic>
+#include <optional>
+
+class CDirNode;
+class QFile;
+
+/**
+ * Copies the ticked part of the source tree to the destination folder, one file
+ * after another in chunks, on a thread of its own.
+ *
+ * SetCopyParam comes before start(); SetCopyStatus and GetCopyStatus may be
+ * called on any thread at any time; everything else belongs to the worker. The
+ * worker reads the nodes until it has noticed a stop and not afterwards. The
+ * owner tells it to stop and waits for it before destroying it.
+ */
+class CCopyFileThread : public QThread
+{
+    Q_OBJECT
+
+public:
+    explicit CCopyFileThread(QObject* pParent = nullptr);
+
+    /**
+     * What to copy: the bytes to expect, the root of the ticked tree (not
+     * owned), the folder to copy into and the status to begin with.
+     */
+    void SetCopyParam(qint64 nTotalSize, CDirNode* pRootNode, QString strDestPath, ENCopyStatus enStatus);
+
+    /** Pauses, resumes or stops the copy; the worker notices it before the next chunk. Any thread. */
+    void SetCopyStatus(ENCopyStatus enStatus);
+
+    /** The status as last set. Any thread. */
+    ENCopyStatus GetCopyStatus() const;
+
+    /** Bytes moved between two looks at the status, chosen from the total size. */
+    qint64 CopySpeed() const;
+
+    /** Computes the remaining time now and emits SignalRemainTime. */
+    void CalculateRemainTime();
+
+    /**
+     * Reads up to nLen bytes from nPos into pBuf; nReadLen gets their number.
+     * Returns 0, -1 when the position cannot be reached, -2 when reading fails.
+     */
+    int ReadFile(QFile* pFile, char* pBuf, int nLen, qint64 nPos, qint64& nReadLen);
+
+    /** The whole copy. Without destination or root it ends without any signal. */
+    void run() override;
+
+    /**
+     * Copies the ticked children of the node, at any depth; strDest is always
+     * the folder of the whole copy. A null node or an empty folder stops the copy.
+     */
+    void CopyFile(CDirNode* pNode, QString strDest);
+
+    /** Copies the node's file into strFolder, which exists, under a free name. */
+    void WriteFile(CDirNode* pNode, QString& strFolder, qint64 nChunk, QString strDest);
+
+    /** Changes strTarget to the first free name when a readable file has it already. */
+    void DealExistingFile(QString& strTarget, QString strFolder, QFileInfo source);
+
+    /**
+     * Copies the bytes of the source to strTarget, in chunks of nChunk bytes,
+     * honouring pause and stop. Whatever keeps it from being whole is logged.
+     */
+    void DealCopyFile(QString& strTarget, QString strFolder, QFileInfo source, qint64 nChunk);
+
+    /** Replaces every "/." by "/" until none is left. The copy itself does not use it. */
+    void TrimPoint(QString& strPath);
+
+signals:
+    /** The copy has ended, completed or stopped; after a completed one the data is on the disk. */
+    void SignalCopyFinish();
+
+    /** A chunk of the file was copied; percent of the whole copy, 0 to 100. */
+    void SignalCopyCopyInfo(QString strFileName, int nPercent);
+
+    /** Estimated time left in whole seconds, 0 while nothing is known; at most once a second. */
+    void SignalRemainTime(qint64 nSeconds);
+
+private:
+    struct STFileCopy;
+
+    void CopyChild(CDirNode* pChild, const QString& strDest, qint64 nChunk);
+    QString MakeFolder(const QString& strFolder, const QString& strDest) const;
+    void ReportBranch(CDirNode* pNode, const QString& strReason);
+    void ReportUnlisted(CDirNode* pNode);
+    void ReportFolder(const QString& strFolder, const QString& strReason);
+    void ReportLeftOut(const QString& strPath);
+    bool OpenTarget(STFileCopy& stCopy, const QString& strTarget);
+    bool OpenSource(STFileCopy& stCopy);
+    void CopyBytes(STFileCopy& stCopy);
+    qint64 CopyChunk(STFileCopy& stCopy, qint64 nLen);
+    bool WaitWhilePaused();
+    void ReportProgress(const QString& strFileName);
+    void FinishFile(STFileCopy& stCopy);
+    void KeepTime(STFileCopy& stCopy);
+    void FlushDestination();
+
+    std::atomic<ENCopyStatus> m_enStatus; // written by the GUI thread, polled by the worker
+    qint64 m_nTotalSize = 0;
+    qint64 m_nCopiedSize = 0;
+    qint64 m_nPauseTime = 0; // ms
+    qint64 m_nUsedTime = 0; // ms, pauses left out
+    qint64 m_nStartTime = 0; // ms since the epoch
+    qint64 m_nLastTime = 0; // ms since the epoch, of the last SignalRemainTime
+    QString m_strDestPath;
+    CDirNode* m_pRootNode = nullptr;
+
+    CCopyReport m_report;
+    std::optional<quint64> m_nDestDevice; // file system of the destination when the copy began
+};

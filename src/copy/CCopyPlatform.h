@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+/** What a name or an open descriptor stands for. */
+enum class ENFileKind
+{
+    REGULAR,
+    DIRECTORY,
+    SPECIAL ///< pipe, socket or device: reading it may hang or do something
+};
+
+/** What the copy needs to know of a file before and after it moves the bytes. */
+struct STFileState
+{
+    ENFileKind m_enKind = ENFileKind::REGULAR;
+    bool m_bRemoved = false; ///< no name leads to the file any more
+    quint64 m_nDevice = 0; ///< identifies the file system while it is mounted
+    qint64 m_nSize = 0; ///< bytes
+    qint64 m_nModifiedSec = 0; ///< seconds since the epoch
+    qint64 m_nModifiedNsec = 0; ///< rest of the second, in ns
+};
+
+/**
+ * The system calls of the copy that differ between systems, one file each.
+ * Every function may be called on any thread; those that return false leave the
+ * reason in errno.
+ */
+class CCopyPlatform
+{
+public:
+    /** Lets the short sleeps of the calling thread end as exactly as the system can. */
+    static void SetLeastTimerSlack();
+
+    /** State of what the path leads to, links followed, without opening it. */
+    static bool GetPathState(const QString& strPath, STFileState& stState);
+
+    /** State of an open descriptor. */
+    static bool GetOpenState(int nDescriptor, STFileState& stState);
+
+    /** Opens a file for reading; never waits for a pipe's other end. -1 on failure. */
+    static int OpenForRead(const QString& strPath);
+
+    /** Keeps the descriptor out of the programs that are started while it is open. */
+    static void KeepFromChildren(int nDescriptor);
+
+    /** Gives the open file the modification time of the state; the access time stays. */
+    static bool SetModifiedTime(int nDescriptor, const STFileState& stState);
+
+    /**
+     * Returns when everything written to the file system that holds the folder
+     * is on its disk. It may take as long as the disk needs.
+     */
+    static bool FlushFileSystem(const QString& strFolder);
+};

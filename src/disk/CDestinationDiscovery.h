@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <atomic>
+#include <functional>
+
+/** What a mounted volume is to the copy. */
+enum ENVolumeRole
+{
+    /** Its files are offered for copying. */
+    VOLUME_ROLE_SOURCE,
+    /** A USB volume that may receive the copy. */
+    VOLUME_ROLE_DESTINATION,
+    /** The USB medium that the program itself runs from: neither of the two. */
+    VOLUME_ROLE_OWN_MEDIUM
+};
+
+/** One mounted volume, as found by a scan. */
+struct STVolume
+{
+    /** Full path, an entry of the folder of volumes. */
+    QString strPath;
+    /** Display name: the path's last component. */
+    QString strName;
+    ENVolumeRole enRole = VOLUME_ROLE_SOURCE;
+};
+
+/** Finds out which of the mounted volumes may receive the copy. */
+class CDestinationDiscovery
+{
+public:
+    /** The folder in which the system mounts volumes: "/Volumes". */
+    static QString VolumesFolder();
+
+    /** The command that knows a volume's bus: "diskutil". */
+    static QString InfoCommand();
+
+    /** The arguments that make the command describe one device node. */
+    static QStringList InfoArguments(const QString& strDeviceNode);
+
+    /** How long the command may take to print and, after that, to end: 30000 ms each. */
+    static int CommandTimeoutMs();
+
+    /** Changes that time, so that a test need not wait for it; 0 or less brings the default back. Any thread.
+     */
+    static void SetCommandTimeoutMs(int nTimeoutMs);
+
+    /**
+     * Lists the folder of volumes in the order of its listing, asks the command
+     * for each volume's bus and calls fnFound for each in turn. Destinations
+     * and sources are also written to the log. Whatever goes wrong with the
+     * command makes the volume a source.
+     *
+     * Runs on the calling thread and blocks it for up to twice the command's
+     * time per volume; needs no event loop. Once bCancelled turns true it ends
+     * within about 100 ms, leaves no child process behind and returns false;
+     * otherwise true.
+     */
+    static bool Scan(const std::function<void(const STVolume&)>& fnFound,
+                     const std::atomic<bool>& bCancelled);
+
+    /** The bus that the command's output names; empty when it names none or is no property list. Any thread.
+     */
+    static QString BusProtocol(const QByteArray& baPList);
+
+    /**
+     * The role of a volume on that bus ("USB" in exactly this spelling makes a
+     * destination), given the volume's and the program's own device node.
+     */
+    static ENVolumeRole RoleOf(const QString& strBusProtocol, const QByteArray& baDevice,
+                               const QByteArray& baOwnDevice);
+};

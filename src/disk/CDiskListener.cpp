@@ -1,0 +1,50 @@
+#include "disk/CDiskListener.h"
+
+#include "disk/platform/IDiskEventSource.h"
+
+#include <QDebug>
+
+#include <cstring>
+#include <memory>
+
+// What a source passes when a disk went away and it cannot say which.
+static const char* const NO_PATH = "USB";
+
+static bool NamesNoDisk(ENDiskEventType enType, const char* pDevicePath)
+{
+    return enType == DISK_EVENT_DISAPPEARED && std::strcmp(pDevicePath, NO_PATH) == 0;
+}
+
+CDiskListener& CDiskListener::GetInstance()
+{
+    static CDiskListener s_listener;
+    return s_listener;
+}
+
+bool CDiskListener::StartListener(PFNDiskCallback pfnCallback, void* pContext)
+{
+    if (m_bStarted) {
+        return true;
+    }
+    m_pfnCallback = pfnCallback;
+    m_pContext = pContext;
+    // Disks are watched until the process ends, so nothing ever destroys the source.
+    static IDiskEventSource* const s_pSource = IDiskEventSource::Create().release();
+    s_pSource->Start(*this);
+    m_bStarted = true;
+    return true;
+}
+
+void CDiskListener::OnDiskChanged(ENDiskEventType enType, const char* pDevicePath)
+{
+    if (pDevicePath == nullptr || m_pfnCallback == nullptr) {
+        return;
+    }
+    const auto pRecord = std::make_unique<STDiskNotication>();
+    pRecord->strDevicePath = QString::fromLatin1(pDevicePath);
+    pRecord->enType = enType;
+    pRecord->nHasPath = NamesNoDisk(enType, pDevicePath) ? 0 : 1;
+    qDebug().noquote() << QStringLiteral("OnDiskChanged:%1 devicePath:%2!")
+                              .arg(QString::number(qint32(enType)), pRecord->strDevicePath);
+    m_pfnCallback(pRecord.get(), m_pContext);
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QString>
+
+/** What happened to a disk or a volume. */
+enum ENDiskEventType : qint32
+{
+    DISK_EVENT_APPEARED = 0,
+    DISK_EVENT_DISAPPEARED = 1
+};
+
+/**
+ * One disk event, as it is handed to the callback. It lives only for the
+ * duration of the callback: receivers copy what they keep.
+ */
+struct STDiskNotication
+{
+    /** Device path or mount point, the source's bytes taken as Latin-1. */
+    QString strDevicePath;
+    ENDiskEventType enType = DISK_EVENT_APPEARED;
+    /** 1, but 0 for a disappearance that names no disk (path "USB"). */
+    qint32 nHasPath = 1;
+};
+
+/** Receives each disk event, with the context given at registration. */
+using PFNDiskCallback = void (*)(STDiskNotication*, void*);
+
+/**
+ * The process-wide source of disk arrivals and removals: it turns what the
+ * platform reports into one record per event and hands that record to the one
+ * callback of its owner, synchronously and on the thread that started it (the
+ * GUI thread). There is no stop: the sources stay until the process ends.
+ *
+ * One stick usually gives several events, so receivers tolerate duplicates and
+ * paths that match no volume.
+ */
+class CDiskListener
+{
+public:
+    /** The one instance; safe to call on any thread. */
+    static CDiskListener& GetInstance();
+
+    CDiskListener(const CDiskListener&) = delete;
+    CDiskListener& operator=(const CDiskListener&) = delete;
+
+    /**
+     * Registers the callback and installs the platform's sources on the calling
+     * thread, which needs a running event loop for events to arrive. What is
+     * already present is not reported. Always true; a second call changes
+     * nothing. A source that the system does not offer is left out.
+     */
+    bool StartListener(PFNDiskCallback pfnCallback, void* pContext);
+
+    /**
+     * What every source calls for each event, on the thread that started the
+     * source: builds the record and runs the callback before it returns. Does
+     * nothing for a null path or while no callback is registered.
+     */
+    void OnDiskChanged(ENDiskEventType enType, const char* pDevicePath);
+
+private:
+    CDiskListener() = default;
+
+    PFNDiskCallback m_pfnCallback = nullptr;
+    bool m_bStarted = false;
+    void* m_pContext = nullptr;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "disk/CDiskListener.h"
+
+#include <QByteArray>
+
+/** One arrival or removal, before it is handed to the disk listener. */
+struct STDiskEvent
+{
+    ENDiskEventType enType = DISK_EVENT_APPEARED;
+    /** Device path or mount point, in the system's own bytes. */
+    QByteArray baPath;
+};
+
+inline bool operator==(const STDiskEvent& first, const STDiskEvent& second)
+{
+    return first.enType == second.enType && first.baPath == second.baPath;
+}

@@ -1,0 +1,230 @@
+#include "log/CLogTarnwick.h"
+
+#include "log/CClock.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMutexLocker>
+#include <QStringList>
+
+static const int LEAST_LIMIT = 1024;
+
+CLogTarnwick g_TarnwickLog;
+
+// Dates are written and read with the digits 0 to 9 whatever the system's
+// language is: file names written under one language are judged under another.
+static QString Format(const QDateTime& dateTime, const char* pFormat)
+{
+    return QLocale::c().toString(dateTime, QLatin1String(pFormat));
+}
+
+static QString Seconds(const QDateTime& dateTime) { return Format(dateTime, "yyyy-MM-dd hh:mm:ss"); }
+
+/** The seconds as 14 digits. */
+static QString Digits(const QDateTime& dateTime)
+{
+    return Seconds(dateTime).remove(QLatin1Char('-')).remove(QLatin1Char(' ')).remove(QLatin1Char(':'));
+}
+
+/** Time at which the file was made; some file systems only know when it was changed. */
+static QDateTime CreationTime(const QString& strPath)
+{
+    const QFileInfo info(strPath);
+    if (info.birthTime().isValid()) {
+        return info.birthTime();
+    }
+    return info.metadataChangeTime().isValid() ? info.metadataChangeTime() : info.lastModified();
+}
+
+/** The date of eight digits; invalid when they are none. */
+static QDate DateOfDigits(QString strDigits)
+{
+    strDigits.insert(6, QLatin1Char('-')).insert(4, QLatin1Char('-'));
+    return QLocale::c().toDate(strDigits, QStringLiteral("yyyy-MM-dd"));
+}
+
+/** Text of a line of the retention step. File names go in by one call, so that a "%1" in a name stays as it
+ * is. */
+static QString ResultText(const char* pText, const QString& strFile, bool bDone)
+{
+    return QString::fromLatin1(pText).arg(strFile, bDone ? QStringLiteral("true") : QStringLiteral("false"));
+}
+
+CLogTarnwick::CLogTarnwick() = default;
+
+CLogTarnwick::~CLogTarnwick() { Close(); }
+
+bool CLogTarnwick::InitFolder(const char* pSubFolder, int nSizeLimit, const char* pName,
+                              const char* pExtension)
+{
+    if (pSubFolder == nullptr || *pSubFolder == '\0') {
+        return false;
+    }
+    const QString strFolder
+        = QCoreApplication::applicationDirPath() + QLatin1Char('/') + QString::fromUtf8(pSubFolder);
+    QDir().mkpath(strFolder);
+
+    const QMutexLocker locker(&m_lock);
+    m_strFolder = strFolder;
+    m_strName = QString::fromUtf8(pName);
+    m_strExtension = QString::fromUtf8(pExtension);
+    m_nLimit = quint64(qMax(nSizeLimit, LEAST_LIMIT));
+    m_strDate = GetCurrDate();
+    m_strPath = FilePath();
+    return true;
+}
+
+void CLogTarnwick::KeepDays(int nDays, const QString& strBackupFolder)
+{
+    if (m_strName.isEmpty() || m_nKeepDays < 0) {
+        return;
+    }
+    m_nKeepDays = nDays;
+    LogExt(QStringLiteral("Process KeepDays(%1), begin....").arg(nDays));
+    if (!strBackupFolder.isEmpty()) {
+        QDir().mkpath(strBackupFolder);
+    }
+    ClearLogFolder(strBackupFolder);
+    LogExt(QStringLiteral("Process KeepDays end."));
+}
+
+bool CLogTarnwick::ClearLogFolder(const QString& strBackupFolder)
+{
+    if (m_nKeepDays < 1) {
+        return false;
+    }
+    // The days stay negative from here on: that is what keeps the retention from
+    // running twice in one run.
+    m_nKeepDays = -m_nKeepDays;
+    const QStringList listOutdated = OutdatedFiles(CClock::Now().date().addDays(m_nKeepDays));
+    for (const QString& strFile : listOutdated) {
+        if (strBackupFolder.isEmpty()) {
+            RemoveOutdated(strFile);
+        } else {
+            BackUpOutdated(strFile, strBackupFolder);
+        }
+    }
+    return true;
+}
+
+void CLogTarnwick::LogExt(const QString& strMessage)
+{
+    const QString strLine
+        = Format(CClock::Now(), "yyyy-MM-dd hh:mm:ss.zzz") + QStringLiteral(": ") + strMessage;
+    const QMutexLocker locker(&m_lock);
+    WriteLog(strLine);
+}
+
+void CLogTarnwick::Log(const QString& strMessage)
+{
+    const QMutexLocker locker(&m_lock);
+    WriteLog(strMessage);
+}
+
+void CLogTarnwick::WriteLog(const QString& strLine)
+{
+    if (!OpenFile()) {
+        return;
+    }
+    if (quint64(m_file.size()) > m_nLimit) {
+        SetAside();
+        if (!OpenFile()) {
+            return;
+        }
+    }
+    m_stream.setDevice(&m_file);
+    // The stream has just asked to be told when the file closes. It lives on the
+    // start-up thread, so a worker's line would have it flushed there later, outside
+    // the lock, and each line would add one more such request.
+    m_file.disconnect();
+    m_stream << strLine << QLatin1Char('\n');
+    m_stream.flush();
+    m_file.close();
+}
+
+QString CLogTarnwick::GetCurrDate() const
+{
+    return Format(CClock::Now(), "yyyy-MM-dd").remove(QLatin1Char('-'));
+}
+
+void CLogTarnwick::Close()
+{
+    if (m_file.isOpen()) {
+        m_file.flush();
+        m_file.close();
+    }
+}
+
+QString CLogTarnwick::FilePath() const
+{
+    return m_strFolder + QLatin1Char('/') + m_strName + QLatin1Char('_') + m_strDate + m_strExtension;
+}
+
+bool CLogTarnwick::OpenFile()
+{
+    if (m_strPath.isEmpty()) {
+        return false;
+    }
+    m_file.setFileName(m_strPath);
+    return m_file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text);
+}
+
+void CLogTarnwick::SetAside()
+{
+    const QString strNow = Digits(CClock::Now());
+    const QString strCreated = Digits(CreationTime(m_strPath));
+    // The only place where the date moves on: a run that spans midnight keeps
+    // writing to the file of the day on which it started.
+    m_strDate = GetCurrDate();
+    // Whether the renaming worked is not asked: if it did not, the same file goes on growing.
+    m_file.rename(m_strFolder + QLatin1Char('/') + m_strName + QLatin1Char('_') + strCreated
+                  + QLatin1Char('_') + strNow + m_strExtension + QStringLiteral(".bak"));
+    Close();
+    m_strPath = FilePath();
+}
+
+QStringList CLogTarnwick::OutdatedFiles(const QDate& dateCutOff) const
+{
+    QStringList listOutdated;
+    const QFileInfoList listInfo = QDir(m_strFolder).entryInfoList(QDir::Files, QDir::Unsorted);
+    for (const QFileInfo& info : listInfo) {
+        const QString strFile = info.fileName();
+        if (info.isDir() || strFile.length() < m_strName.length() + m_strDate.length()) {
+            continue;
+        }
+        // The base name itself is not compared: whatever has an old date at this
+        // place belongs to a log of this folder, also one that was named otherwise.
+        const QDate date = DateOfDigits(strFile.mid(m_strName.length() + 1, m_strDate.length()));
+        if (date.isValid() && date < dateCutOff) {
+            listOutdated.append(strFile);
+        }
+    }
+    return listOutdated;
+}
+
+void CLogTarnwick::RemoveOutdated(const QString& strFile)
+{
+    const bool bRemoved = QFile::remove(m_strFolder + QLatin1Char('/') + strFile);
+    LogExt(ResultText("No Backup delete outdate file(%1):(%2)", strFile, bRemoved));
+}
+
+void CLogTarnwick::BackUpOutdated(const QString& strFile, const QString& strBackupFolder)
+{
+    const QString strSource = m_strFolder + QLatin1Char('/') + strFile;
+    const QString strTarget = strBackupFolder + QLatin1Char('/') + strFile;
+    const bool bCopied = QFile::copy(strSource, strTarget);
+    LogExt(ResultText("First Backup copy outdate file(%1):(%2)", strFile, bCopied));
+    if (bCopied) {
+        LogExt(ResultText("First Backup delete outdate file(%1):(%2)", strFile, QFile::remove(strSource)));
+        return;
+    }
+    // Most often the name is taken, so a time is added to it. "Sencond" is what
+    // readers of these logs search for. The source goes in any case: the folder
+    // must not keep what can never be backed up.
+    const bool bCopiedNow = QFile::copy(strSource, strTarget + Seconds(CClock::Now()));
+    LogExt(ResultText("Sencond Backup copy outdate file(%1):(%2)", strFile, bCopiedNow));
+    LogExt(ResultText("Sencond Backup delete outdate file(%1):(%2)", strFile, QFile::remove(strSource)));
+}

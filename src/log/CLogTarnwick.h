@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QFile>
+#include <QMutex>
+#include <QObject>
+#include <QString>
+#include <QTextStream>
+
+/**
+ * The program's text log: one file a day in a folder beside the executable, set
+ * aside as a ".bak" file when it has grown too large, deleted after some days.
+ *
+ * There is one object, g_TarnwickLog. Lines that arrive before InitFolder() has
+ * run are dropped. The text is written in the locale's encoding.
+ */
+class CLogTarnwick : public QObject
+{
+    Q_OBJECT
+
+public:
+    CLogTarnwick();
+    ~CLogTarnwick() override;
+
+    /**
+     * Chooses the log folder (created when missing) and the current file.
+     *
+     * @param pSubFolder folder below the folder of the executable
+     * @param nSizeLimit size in bytes above which the file is set aside; at least 1024 is used
+     * @param pName base name of the files; null counts as empty
+     * @param pExtension extension with its dot; null counts as empty
+     * @return false when pSubFolder is null or empty, and then nothing has changed
+     *
+     * Start-up thread, once the application object exists.
+     */
+    bool InitFolder(const char* pSubFolder, int nSizeLimit, const char* pName, const char* pExtension);
+
+    /**
+     * Removes the log files that are more than nDays days old, once per run;
+     * later calls do nothing.
+     *
+     * @param nDays days to keep, today not counted; below 1 nothing is removed
+     * @param strBackupFolder where the files are copied to first (created when
+     *        missing); empty removes them without a copy
+     *
+     * Start-up thread. Failures are lines in the log.
+     */
+    void KeepDays(int nDays, const QString& strBackupFolder);
+
+    /**
+     * The removal itself, with the days that KeepDays() has set.
+     *
+     * @return false when no days are set or the removal has already run
+     */
+    bool ClearLogFolder(const QString& strBackupFolder);
+
+    /** Writes one line "yyyy-MM-dd hh:mm:ss.zzz: message". Any thread; a line that cannot be written is lost.
+     */
+    void LogExt(const QString& strMessage);
+
+    /** Writes the message as one line, without a time. Any thread; a line that cannot be written is lost. */
+    void Log(const QString& strMessage);
+
+    /** Writes one line. The caller holds the lock, which only Log() and LogExt() take. */
+    void WriteLog(const QString& strLine);
+
+    /** Present local date as yyyyMMdd. Any thread. */
+    QString GetCurrDate() const;
+
+    /** Flushes and closes the current file if it is open. Not while another thread is logging. */
+    void Close();
+
+private:
+    QString FilePath() const;
+    bool OpenFile();
+    void SetAside();
+    QStringList OutdatedFiles(const QDate& dateCutOff) const;
+    void RemoveOutdated(const QString& strFile);
+    void BackUpOutdated(const QString& strFile, const QString& strBackupFolder);
+
+    QFile m_file;
+    QTextStream m_stream;
+    QMutex m_lock;
+    QString m_strFolder;
+    QString m_strName;
+    QString m_strExtension;
+    QString m_strPath;
+    QString m_strDate;
+    quint64 m_nLimit = 0;
+    qint32 m_nKeepDays = 0;
+};
+
+/** The program's one log, usable from static initialisation to the end of the process. */
+extern CLogTarnwick g_TarnwickLog;

@@ -1,0 +1,326 @@
+#include "pages/CCopyFileWidget.h"
+
+#include "copy/CCopyFileThread.h"
+#include "disk/CDestinationDiscovery.h"
+#include "disk/CLeftoverFolder.h"
+#include "kit/CSkinMgr.h"
+#include "kit/KvMessageBox.h"
+#include "log/CLogTarnwick.h"
+#include "tree/CDirModel.h"
+#include "ui_CCopyFileWidget.h"
+
+#include <QFileInfo>
+#include <QMovie>
+#include <QProcess>
+
+#include <utility>
+
+static const qint64 SECONDS_A_DAY = 86400;
+static const qint64 SECONDS_AN_HOUR = 3600;
+static const qint64 SECONDS_A_MINUTE = 60;
+
+static QFont SkinFont(CSkinMgr::FontStyle enStyle)
+{
+    return CSkinMgr::GetFontStyle(enStyle, QStringLiteral("Avenir"));
+}
+
+CCopyFileWidget::CCopyFileWidget(QWidget* parent)
+    : QWidget(parent)
+    , m_pForm(std::make_unique<Ui_CCopyFileWidget>())
+{
+    m_pForm->setupUi(this);
+    InitData();
+    InitView();
+    InitConnect();
+}
+
+CCopyFileWidget::~CCopyFileWidget()
+{
+    m_waiting.reset();
+    m_pCopyThread->SetCopyStatus(COPY_STATUS_STOP);
+    m_pCopyThread->wait();
+}
+
+void CCopyFileWidget::InitData()
+{
+    m_pCopyThread = new CCopyFileThread(this);
+    m_pMovie = new QMovie(QStringLiteral(":/res/Gif/copy.gif"), QByteArray(), this);
+    m_pForm->m_pGifLab->setMovie(m_pMovie);
+}
+
+void CCopyFileWidget::InitView()
+{
+    // The names are the style sheet's: the frame looks like the panels of the
+    // selection page, the button like its main button.
+    m_pForm->m_pCopyFrame->setObjectName(QStringLiteral("driveWidget"));
+    m_pForm->m_pCancelBtn->setObjectName(QStringLiteral("toolBtn"));
+    m_pForm->m_pCancelBtn->setText(tr("Cancel"));
+    m_pForm->m_pCancelBtn->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
+
+    const QString strColor = CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_72);
+    m_pForm->m_pCopyTitleLab->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_14));
+    m_pForm->m_pCopyTitleLab->setStyleSheet(strColor);
+    m_pForm->m_pTimeLab->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
+    m_pForm->m_pTimeLab->setStyleSheet(CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));
+    ShowTime(tr("Calculating..."));
+}
+
+void CCopyFileWidget::InitConnect()
+{
+    connect(m_pCopyThread, &CCopyFileThread::SignalCopyCopyInfo, this, &CCopyFileWidget::SlotGetCopyInfo);
+    connect(m_pCopyThread, &CCopyFileThread::SignalRemainTime, this, &CCopyFileWidget::SlotCopyRemainTime);
+    connect(m_pCopyThread, &CCopyFileThread::SignalCopyFinish, this, &CCopyFileWidget::SlotCopyFinish);
+    connect(m_pCopyThread, &QThread::finished, this, &CCopyFileWidget::OnWorkerFinished);
+    connect(m_pForm->m_pCancelBtn, &QPushButton::clicked, this, &CCopyFileWidget::SlotCancelBtnClick);
+}
+
+void CCopyFileWidget::OnCopyFile(qint64 totalSize, QString destPath, QString usbName)
+{
+    ++m_nCopy;
+    m_bEnded = false;
+    m_bRemovalTold = false;
+    m_enStatus = COPY_STATUS_RUN;
+    m_strUsbName = std::move(usbName);
+
+    m_pMovie->start();
+    m_pForm->m_pProgress->setValue(0);
+    m_pForm->m_pCopyTitleLab->clear();
+    ShowTime(tr("Calculating..."));
+
+    const STCopyOrder stOrder{totalSize, std::move(destPath)};
+    if (m_bWorkerBusy) {
+        m_waiting = stOrder;
+        return;
+    }
+    StartWorker(stOrder);
+}
+
+void CCopyFileWidget::StartWorker(const STCopyOrder& stOrder)
+{
+    // Whatever an earlier worker had to say has arrived by now, so a removal
+    // that found no worker running must not silence the end of this copy.
+    m_bExtract = false;
+    m_bWorkerBusy = true;
+    m_nWorkerCopy = m_nCopy;
+    m_pCopyThread->SetCopyParam(stOrder.nTotalSize, CDirModel::GetInstence()->GetRootNode(),
+                                stOrder.strDestPath, COPY_STATUS_RUN);
+    if (m_enStatus != COPY_STATUS_RUN) {
+        m_pCopyThread->SetCopyStatus(m_enStatus);
+    }
+    m_pCopyThread->start(QThread::TimeCriticalPriority);
+}
+
+// Arrives after every other signal of that run.
+void CCopyFileWidget::OnWorkerFinished()
+{
+    m_bWorkerBusy = false;
+    if (m_waiting) {
+        const STCopyOrder stOrder = *m_waiting;
+        m_waiting.reset();
+        StartWorker(stOrder);
+    }
+}
+
+void CCopyFileWidget::SetCopyStatus(int nStatus)
+{
+    // The exit question pauses and resumes without knowing that the user, or a
+    // removed disk, has stopped the copy already.
+    if (m_bWorkerBusy && m_enStatus == COPY_STATUS_STOP) {
+        return;
+    }
+    ApplyStatus(static_cast<ENCopyStatus>(nStatus));
+}
+
+int CCopyFileWidget::GetCopyStatus() const { return m_enStatus; }
+
+QString CCopyFileWidget::GetCopyUsbName() const { return m_strUsbName; }
+
+// True while the worker is not through with a copy before the present one. That
+// copy has been reported, and stays stopped whatever happens to the present one.
+bool CCopyFileWidget::IsWorkerOfEarlierCopy() const { return m_bWorkerBusy && m_nWorkerCopy != m_nCopy; }
+
+void CCopyFileWidget::ApplyStatus(ENCopyStatus enStatus)
+{
+    m_enStatus = enStatus;
+    if (!IsWorkerOfEarlierCopy()) {
+        m_pCopyThread->SetCopyStatus(enStatus);
+    }
+}
+
+QString CCopyFileWidget::RemainTimeText(qint64 nSeconds)
+{
+    // Days are dropped on purpose: the label has room for hours, and an
+    // estimate of more than a day is far too rough to be read in days.
+    const qint64 nHours = nSeconds % SECONDS_A_DAY / SECONDS_AN_HOUR;
+    const qint64 nMinutes = nSeconds % SECONDS_AN_HOUR / SECONDS_A_MINUTE;
+    return QString::asprintf("%02lld:%02lld:%02lld", nHours, nMinutes, nSeconds % SECONDS_A_MINUTE);
+}
+
+void CCopyFileWidget::ShowTime(const QString& strTime)
+{
+    m_pForm->m_pTimeLab->setText(tr("Remaining Time: %1").arg(strTime));
+}
+
+void CCopyFileWidget::SlotGetCopyInfo(const QString& strFileName, int nPercent)
+{
+    if (IsWorkerOfEarlierCopy()) {
+        return;
+    }
+    m_pForm->m_pCopyTitleLab->setText(tr("Copying files to (%1): %2").arg(m_strUsbName, strFileName));
+    m_pForm->m_pProgress->setValue(qBound(0, nPercent, 100));
+}
+
+void CCopyFileWidget::SlotCopyRemainTime(qint64 nSeconds)
+{
+    if (IsWorkerOfEarlierCopy() || nSeconds <= 0) {
+        return;
+    }
+    ShowTime(RemainTimeText(nSeconds));
+}
+
+void CCopyFileWidget::SlotCopyFinish()
+{
+    if (m_bExtract || IsWorkerOfEarlierCopy()) {
+        m_bExtract = false;
+        return;
+    }
+    m_bEnded = true;
+    m_pMovie->stop();
+    CloseQuestion();
+    ShowTime(QStringLiteral("00:00:00"));
+
+    // A stop chosen by the user ends here as well and is reported in the same
+    // words: what was asked for has been done.
+    if (!m_pFinishBox) {
+        m_pFinishBox = new KvMessageBox(tr("Copy file completed!"), Style_Ok, this);
+        m_pFinishBox->SetBtnText(Style_Ok, tr("OK"));
+        m_pFinishBox->setIcon(QStringLiteral(":/res/Tip/tips_completed.png"));
+    }
+    m_pFinishBox->exec();
+
+    if (m_bExtract) {
+        // The disk was pulled while the box was open: the removal has taken the
+        // box away, has told the user and has ended the copy.
+        m_bExtract = false;
+        return;
+    }
+    emit SignalCopyFileFinish();
+}
+
+bool CCopyFileWidget::SlotCancelBtnClick()
+{
+    if (m_bWorkerBusy && m_enStatus == COPY_STATUS_STOP) {
+        return true; // stopped already, the worker has not come to it yet
+    }
+    const quint64 nCopy = m_nCopy;
+    const bool bEnded = m_bEnded;
+    ApplyStatus(COPY_STATUS_PAUSE);
+    m_pMovie->setPaused(true);
+
+    const int nAnswer = AskStop();
+    if (m_nCopy != nCopy || m_bEnded != bEnded) {
+        return true; // the copy has ended while the question was open
+    }
+    switch (nAnswer) {
+    case 0: // closed from the title bar
+    case Style_No:
+    case Style_Cancel:
+        ApplyStatus(COPY_STATUS_RUN);
+        m_pMovie->setPaused(false);
+        return false;
+    case Style_Yes:
+    case Style_Ok:
+        StopByUser();
+        return true;
+    default:
+        return true;
+    }
+}
+
+int CCopyFileWidget::AskStop()
+{
+    KvMessageBox box(
+        tr("Your data might not be copied completely, are you sure to stop the copying process?"),
+        Style_Yes | Style_Cancel, this);
+    box.SetButtonText(tr("Yes"), QString(), QString(), tr("Cancel"));
+    box.setIcon(QStringLiteral(":/res/Tip/tips_mark.png"));
+    m_pQuestion = &box;
+    box.exec();
+    m_pQuestion = nullptr;
+    return box.GetClickedBtn();
+}
+
+void CCopyFileWidget::StopByUser()
+{
+    const bool bWorkerWillTell = m_bWorkerBusy && !IsWorkerOfEarlierCopy();
+    ApplyStatus(COPY_STATUS_STOP);
+    if (bWorkerWillTell || m_nCopy == 0 || m_bEnded) {
+        return;
+    }
+    // No worker runs for this copy, so none will report its end: either the
+    // page still waits for an earlier one, or it refused to start.
+    g_TarnwickLog.LogExt(QStringLiteral("copy ended before it began"));
+    m_waiting.reset();
+    m_bEnded = true;
+    m_pMovie->stop();
+    emit SignalCopyFileFinish();
+}
+
+// Takes the question away without an answer.
+void CCopyFileWidget::CloseQuestion()
+{
+    if (m_pQuestion) {
+        m_pQuestion->hide();
+    }
+}
+
+void CCopyFileWidget::USBExtract()
+{
+    if (m_bRemovalTold) {
+        return; // one removal comes as several events, some while the user is still reading
+    }
+    m_bRemovalTold = true;
+    m_bEnded = true;
+    m_bExtract = true;
+    ApplyStatus(COPY_STATUS_STOP);
+    m_waiting.reset();
+    m_pMovie->stop();
+    CleanMountPoint();
+    CloseQuestion();
+    if (m_pFinishBox) {
+        m_pFinishBox->hide();
+    }
+
+    KvMessageBox box(
+        tr("The destination storage device has been removed! Please check and connect the storage "
+           "device then try again."),
+        Style_Ok, this);
+    box.SetBtnText(Style_Ok, tr("OK"));
+    box.setIcon(QStringLiteral(":/res/Tip/tips.png"));
+    box.exec();
+    emit SignalCopyFileFinish();
+}
+
+// A disk that is pulled can leave its mount point behind as an empty folder,
+// which would be mistaken for a volume. The command is pointed at the folder of
+// all volumes, not at the one mount point, so it may run only when nothing at
+// all stands there that could be lost.
+void CCopyFileWidget::CleanMountPoint() const
+{
+    const QString strMountPoint = CDestinationDiscovery::VolumesFolder() + QLatin1Char('/') + m_strUsbName;
+    if (m_strUsbName.isEmpty() || !QFileInfo::exists(strMountPoint)) {
+        return;
+    }
+    const QString strFolder = QFileInfo(strMountPoint).absolutePath();
+    QString strReason;
+    if (!CLeftoverFolder::IsHarmlessToRemove(strFolder, &strReason)) {
+        g_TarnwickLog.LogExt(
+            QStringLiteral("left-over mount point kept, \"%1\" is not empty: %2").arg(strFolder, strReason));
+        return;
+    }
+    g_TarnwickLog.LogExt(QStringLiteral("cleaning left-over mount points in \"%1\"").arg(strFolder));
+    // Destroyed at once on purpose: nothing waits for the clean-up, and ending
+    // the page's function ends the command with it.
+    QProcess process;
+    process.start(QStringLiteral("rm"), {QStringLiteral("-rf"), strFolder});
+}

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "copy/ENCopyStatus.h"
+
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class CCopyFileThread;
+class KvMessageBox;
+class QMovie;
+class Ui_CCopyFileWidget;
+
+/**
+ * The page that is shown while the copy runs: the current file, the progress,
+ * the remaining time and a way to stop.
+ *
+ * Owns the copy worker and waits for it before it goes. GUI thread only.
+ */
+class CCopyFileWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CCopyFileWidget(QWidget* parent = nullptr);
+
+    /** Stops the copy and waits for the worker; a half-copied file stays as it is. */
+    ~CCopyFileWidget() override;
+
+    /**
+     * Starts to copy what is ticked in the source tree.
+     * @param totalSize bytes to copy
+     * @param destPath folder to copy into
+     * @param usbName display name of the destination disk
+     *
+     * Returns at once. While an earlier copy's worker has not ended yet (its
+     * disk may be slow to answer) the page waits for it and starts then.
+     */
+    void OnCopyFile(qint64 totalSize, QString destPath, QString usbName);
+
+    /** Pauses (1), resumes (0) or stops (2) page and worker; a copy that was stopped stays stopped. */
+    void SetCopyStatus(int nStatus);
+
+    /** The status as last set. */
+    int GetCopyStatus() const;
+
+    /** Name of the destination disk of the last copy; empty before the first. */
+    QString GetCopyUsbName() const;
+
+    /**
+     * Ends the copy because its destination was removed, and tells the user.
+     * May be called any number of times for one removal, also while it is
+     * telling: the user reads one message and SignalCopyFileFinish comes once.
+     */
+    void USBExtract();
+
+    /** "hh:mm:ss" of a number of seconds; whole days are left out. */
+    static QString RemainTimeText(qint64 nSeconds);
+
+public slots:
+    /** Shows the file that is being copied and the percent, held to 0..100. */
+    void SlotGetCopyInfo(const QString& strFileName, int nPercent);
+
+    /** Shows the remaining time; 0 means that nothing new is known. */
+    void SlotCopyRemainTime(qint64 nSeconds);
+
+    /** Tells the user that the copy has ended and emits SignalCopyFileFinish. */
+    void SlotCopyFinish();
+
+    /** Pauses the copy and asks whether to stop it. False when it goes on. */
+    bool SlotCancelBtnClick();
+
+signals:
+    /** The user has been told of the copy's end and the page is free again; once a copy. */
+    void SignalCopyFileFinish();
+
+private:
+    struct STCopyOrder
+    {
+        qint64 nTotalSize = 0;
+        QString strDestPath;
+    };
+
+    void InitData();
+    void InitView();
+    void InitConnect();
+    void StartWorker(const STCopyOrder& stOrder);
+    void OnWorkerFinished();
+    bool IsWorkerOfEarlierCopy() const;
+    void ApplyStatus(ENCopyStatus enStatus);
+    int AskStop();
+    void StopByUser();
+    void CloseQuestion();
+    void ShowTime(const QString& strTime);
+    void CleanMountPoint() const;
+
+    std::unique_ptr<Ui_CCopyFileWidget> m_pForm;
+    CCopyFileThread* m_pCopyThread = nullptr;
+    ENCopyStatus m_enStatus = COPY_STATUS_RUN;
+    QMovie* m_pMovie = nullptr;
+    QString m_strUsbName;
+    bool m_bExtract = false; // the worker's last signal has nothing to report: the removal was reported
+    KvMessageBox* m_pFinishBox = nullptr;
+    KvMessageBox* m_pQuestion = nullptr; // while it is open
+    std::optional<STCopyOrder> m_waiting; // given, but the earlier worker has not ended yet
+    quint64 m_nCopy = 0; // number of the present copy
+    quint64 m_nWorkerCopy = 0; // number of the copy that the worker was started for
+    bool m_bWorkerBusy = false; // from its start until everything it sent has arrived
+    bool m_bEnded = false; // the present copy's end has been or is being reported
+    bool m_bRemovalTold = false; // so that one removal gives one message
+};

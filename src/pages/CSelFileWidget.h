@@ -1,0 +1,182 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFuture>
+#include <QHash>
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class CGetFileSizeThread;
+class CSearchWaitView;
+class QDateTime;
+class QFileInfo;
+class QListWidget;
+class QListWidgetItem;
+class QMovie;
+class Ui_CSelFileWidget;
+
+/**
+ * The first page: the user ticks files on the left and chooses a destination
+ * disk on the right; the Copy button measures the selection and, when the disk
+ * can take it, emits SignalCopyFile.
+ *
+ * GUI thread only, but for SlotRefreshUSB.
+ */
+class CSelFileWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /** Builds the page and looks for disks, which may take as long as the system needs to describe them. */
+    explicit CSelFileWidget(QWidget* parent = nullptr);
+
+    /** Ends a running count and a running search for disks and waits for both. */
+    ~CSelFileWidget() override;
+
+    /** Rebuilds the drop-down and the labels from the list of disks; the first disk becomes the chosen one.
+     */
+    void OnRefreshUSB();
+
+    /**
+     * Appends a disk that has appeared; call OnRefreshUSB afterwards. Whether
+     * it is listed already is not asked: two events for one disk list it twice.
+     */
+    void AddDisk(const QFileInfo& volume);
+
+    /** Takes every entry with this path out of the list; an unknown path changes nothing. Then OnRefreshUSB.
+     */
+    void RemoveDisk(const QString& strPath);
+
+    /** Path of the chosen disk; empty while none is chosen. */
+    QString GetUsbPath() const;
+
+    /** Name of the chosen disk, or the prompt while none is chosen. */
+    QString GetUsbName() const;
+
+    /** Size of the accepted selection in bytes; valid from SignalCopyFile to the next press of Copy. */
+    qint64 GetTotalSize() const;
+
+    /** Folder that the accepted selection is copied into; valid like GetTotalSize. */
+    QString GetDstFolder() const;
+
+    /**
+     * Tells the user when the destination has fewer free bytes than the
+     * selection needs (nSize, in bytes). True when it has told.
+     */
+    bool ShowUsbNoEnoughDlg(qint64 nSize);
+
+    /** Decimal gigabytes with two decimals, computed in single precision; less than nothing counts as 0. */
+    static QString GigabyteText(qint64 nBytes);
+
+    /** The folder for a copy begun at this time on the disk at strUsbPath. */
+    static QString DestinationFolder(const QString& strUsbPath, const QDateTime& time);
+
+public slots:
+    /**
+     * Looks for disks from scratch. On the GUI thread it blocks until the
+     * search is over; on another thread it posts each step to the GUI thread,
+     * in order. A later search replaces one that is still running.
+     */
+    void SlotRefreshUSB();
+
+    /** Opens the drop-down with the chosen disk marked. */
+    void SlotShowListWidget();
+
+    /** Makes the entry's disk the chosen one and closes the drop-down. */
+    void SlotListWidgetItemClick(QListWidgetItem* pItem);
+
+    /** Shows whether something is ticked and whether Copy can be pressed. */
+    void SlotCheckFileSelected();
+
+    /** Checks the destination and starts to count the selection's bytes. */
+    void SlotCopyBtnClick();
+
+    /** Goes on after the count (nSize bytes): refuses for want of space or emits SignalCopyFile. */
+    void SlotGetFileSizeFinish(qint64 nSize);
+
+signals:
+    /** The selection was measured and accepted: start to copy. */
+    void SignalCopyFile();
+
+    /** A search for disks has ended. */
+    void SignalStopMovie();
+
+    /** Kept for receivers that connect to it; the page itself never emits it. */
+    void SignalDiskChange();
+
+private:
+    /** What a search for disks has to know to tell old news from new. */
+    struct STRescan
+    {
+        quint64 nNumber = 0;
+        quint64 nFirstEvent = 0; // disk events with a higher number came after its start
+    };
+
+    struct STDiskEvent
+    {
+        quint64 nNumber = 0;
+        bool bArrived = false;
+    };
+
+    /** The disk that was chosen when Copy was pressed. */
+    struct STTarget
+    {
+        QString strPath;
+        QString strName;
+        QByteArray baDevice;
+        quint64 nFirstEvent = 0; // as in STRescan
+    };
+
+    void InitData();
+    void InitView();
+    void InitNames();
+    void InitTexts();
+    void InitConnect();
+    void OnRefreshClicked();
+    void OnStopMovie();
+    void RunOnGui(std::function<void()> fnStep);
+    void BeginRescan(const STRescan& stRescan);
+    void AddFoundDisk(const STRescan& stRescan, const QString& strPath, const QString& strName);
+    void EndRescan(const STRescan& stRescan, const QStringList& listSource);
+    void NoteDiskEvent(const QString& strPath, bool bArrived);
+    bool HasEventSince(const QString& strPath, quint64 nFirstEvent, bool bArrived) const;
+    bool IsListed(const QString& strPath) const;
+    void RemoveDuplicates();
+    bool IsSomethingChecked() const;
+    void ShowDisk(const QString& strName);
+    void ShowSpace(const QString& strPath);
+    void UpdateCopyBtn();
+    void BeginCounting();
+    void EndCounting();
+    bool IsTargetGone() const;
+    void WarnUser(const QString& strText);
+
+    std::unique_ptr<Ui_CSelFileWidget> m_pForm;
+    QList<QPair<QString, QString>> m_listUsbDisk; // path and display name of each candidate
+    QListWidget* m_pListWidget = nullptr;
+    QMovie* m_pRefreshMovie = nullptr;
+    CGetFileSizeThread* m_pSizeThread = nullptr;
+    CSearchWaitView* m_pWaitView = nullptr;
+    qint64 m_nTotalSize = 0;
+    QString m_strDstFolder;
+
+    bool m_bCounting = false; // the nodes belong to the size worker
+    bool m_bCheckedAtClick = false; // what the tree said before it was lent
+    std::optional<STTarget> m_target; // from the press of Copy until the answer to it
+
+    QHash<QString, STDiskEvent> m_hashLastEvent; // by path
+    std::atomic<quint64> m_nDiskEvent{0};
+    std::atomic<quint64> m_nRescan{0};
+    std::shared_ptr<std::atomic<bool>> m_pCancelRescan; // of the latest search; read and written atomically
+    std::atomic<bool> m_bEnding{false};
+    QList<QFuture<void>> m_listRescan;
+    int m_nMovieRuns = 0; // searches that the refresh animation still turns for
+};

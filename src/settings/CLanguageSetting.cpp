@@ -1,0 +1,74 @@
+#include "settings/CLanguageSetting.h"
+
+#include "settings/CSystemLanguages.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QFile>
+#include <QTranslator>
+
+CLanguageSetting& CLanguageSetting::GetInstance()
+{
+    static CLanguageSetting s_setting;
+    return s_setting;
+}
+
+CLanguageSetting::CLanguageSetting() { InitLanguage(); }
+
+void CLanguageSetting::InitLanguage() { SetLanguage(GetSystemLanguage()); }
+
+QString CLanguageSetting::GetSystemLanguage()
+{
+    const QStringList listCode = CSystemLanguages::Read();
+    const QString strCode = listCode.isEmpty() ? QStringLiteral("English") : listCode.first();
+    qDebug().noquote() << "strSystemLanguage" << strCode;
+    return LanguageOfCode(strCode);
+}
+
+void CLanguageSetting::SetLanguage(QString strName)
+{
+    if (strName.isEmpty()) {
+        strName = QStringLiteral("English");
+    }
+    const QString strFolder = QCoreApplication::applicationDirPath();
+    QString strPath
+        = strFolder + QStringLiteral("/Language/TarnwickMacPE_") + strName + QStringLiteral(".qm");
+    qDebug().noquote() << "strSystemLanguage" << strPath;
+    if (!QFile::exists(strPath)) {
+        // No slash before "Language" and no prefix in the name: a translation that
+        // was put beside the program's folder under this name keeps being found.
+        strPath = strFolder + QStringLiteral("Language/English.qm");
+        if (!QFile::exists(strPath)) {
+            return;
+        }
+    }
+    // Never freed: the texts of the whole run come from it. A file that does not
+    // load is installed as well and translates nothing.
+    auto* pTranslator = new QTranslator;
+    pTranslator->load(strPath);
+    QCoreApplication::installTranslator(pTranslator);
+}
+
+QString CLanguageSetting::LanguageOfCode(const QString& strCode)
+{
+    static const struct
+    {
+        QLatin1String strCode;
+        QLatin1String strName;
+    } s_languages[] = {
+        {QLatin1String("zh"), QLatin1String("Chinese")},    {QLatin1String("es"), QLatin1String("Spanish")},
+        {QLatin1String("it"), QLatin1String("Italian")},    {QLatin1String("fr"), QLatin1String("French")},
+        {QLatin1String("ja"), QLatin1String("Japanese")},   {QLatin1String("nl"), QLatin1String("Dutch")},
+        {QLatin1String("pt"), QLatin1String("Portuguese")}, {QLatin1String("de"), QLatin1String("German")},
+    };
+    // Traditional Chinese is known by its script, wherever it stands in the code.
+    if (strCode.contains(QLatin1String("zh")) && strCode.contains(QLatin1String("Hant"))) {
+        return QStringLiteral("ChineseTW");
+    }
+    for (const auto& language : s_languages) {
+        if (strCode.leftRef(2) == language.strCode) {
+            return language.strName;
+        }
+    }
+    return QStringLiteral("English");
+}

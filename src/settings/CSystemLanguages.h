@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QStringList>
+
+/** The languages that the user prefers, as the system's global preferences name them. */
+class CSystemLanguages
+{
+public:
+    /** Codes such as "fr-CA", the preferred one first; empty when the preferences cannot be read. Any thread.
+     */
+    static QStringList Read();
+};

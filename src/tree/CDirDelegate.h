@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+class QCheckBox;
+
+/**
+ * Draws a row of the source tree (check box, icon, name) and ticks it when the
+ * box is pressed. GUI thread only.
+ */
+class CDirDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit CDirDelegate(QObject* parent = nullptr);
+    ~CDirDelegate() override;
+
+    void paint(QPainter* pPainter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+    /** The base size, at least 450 pixels wide. */
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+    /** A press or double click on the box ticks or unticks the row; true when it did. */
+    bool editorEvent(QEvent* pEvent, QAbstractItemModel* pModel, const QStyleOptionViewItem& option,
+                     const QModelIndex& index) override;
+
+    /** Shows the full path of a row of the tree as its tool tip, as plain text. */
+    bool helpEvent(QHelpEvent* pEvent, QAbstractItemView* pView, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
+
+    /** The name on one line, whatever line breaks it holds. */
+    QString displayText(const QVariant& value, const QLocale& locale) const override;
+
+private:
+    QCheckBox* m_pCheckBox;
+};

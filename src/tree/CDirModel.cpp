@@ -1,0 +1,237 @@
+#include "tree/CDirModel.h"
+
+#include "tree/CDirListing.h"
+#include "tree/CDirNode.h"
+
+CDirModel* CDirModel::s_pDirModel = nullptr;
+
+/** The tick that the children of `node` make together; unchecked when there are none. */
+static Qt::CheckState StateOfChildren(const CDirNode& node)
+{
+    int nUnchecked = 0;
+    int nChecked = 0;
+    for (const CDirNode* pChild : node.m_listChild) {
+        nUnchecked += pChild->m_chkState == Qt::Unchecked ? 1 : 0;
+        nChecked += pChild->m_chkState == Qt::Checked ? 1 : 0;
+    }
+    if (nUnchecked == node.m_listChild.size()) {
+        return Qt::Unchecked;
+    }
+    return nChecked == node.m_listChild.size() ? Qt::Checked : Qt::PartiallyChecked;
+}
+
+static void DeleteBelow(CDirNode* pNode)
+{
+    for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
+        DeleteBelow(pChild);
+    }
+    pNode->RemoveAll();
+}
+
+CDirModel::CDirModel(QObject* parent)
+    : QAbstractItemModel(parent)
+    , m_pRoot(new CDirNode(QFileInfo(), nullptr))
+{
+    m_pRoot->m_bDir = true;
+}
+
+CDirModel::~CDirModel()
+{
+    beginResetModel();
+    DeleteBelow(m_pRoot);
+    delete m_pRoot;
+    m_pRoot = nullptr;
+    endResetModel();
+}
+
+CDirModel* CDirModel::GetInstence()
+{
+    if (!s_pDirModel) {
+        s_pDirModel = new CDirModel;
+    }
+    return s_pDirModel;
+}
+
+CDirNode* CDirModel::GetRootNode() const { return m_pRoot; }
+
+bool CDirModel::HasCheckedEntry() const { return m_pRoot->m_chkState != Qt::Unchecked; }
+
+CDirNode* CDirModel::nodeFromIndex(const QModelIndex& index) const
+{
+    return index.isValid() ? static_cast<CDirNode*>(index.internalPointer()) : m_pRoot;
+}
+
+QModelIndex CDirModel::index(int row, int column, const QModelIndex& parent) const
+{
+    if (row < 0 || column < 0 || !m_pRoot || !hasIndex(row, column, parent)) {
+        return QModelIndex();
+    }
+    CDirNode* pChild = nodeFromIndex(parent)->Child(row);
+    return pChild ? createIndex(row, column, pChild) : QModelIndex();
+}
+
+QModelIndex CDirModel::parent(const QModelIndex& child) const
+{
+    const CDirNode* pNode = nodeFromIndex(child);
+    if (!pNode || !pNode->m_pParent || !pNode->m_pParent->m_pParent) {
+        return QModelIndex();
+    }
+    CDirNode* pParent = pNode->m_pParent;
+    return createIndex(pParent->m_pParent->ChildIndex(pParent), 0, pParent);
+}
+
+int CDirModel::rowCount(const QModelIndex& parent) const
+{
+    if (parent.column() > 0) {
+        return 0;
+    }
+    const CDirNode* pNode = nodeFromIndex(parent);
+    return pNode ? pNode->m_listChild.size() : 0;
+}
+
+int CDirModel::columnCount(const QModelIndex&) const { return 1; }
+
+QVariant CDirModel::data(const QModelIndex& index, int role) const
+{
+    const CDirNode* pNode = nodeFromIndex(index);
+    if (index.column() != 0 || !pNode) {
+        return QVariant();
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+        return pNode->m_strName;
+    case Qt::DecorationRole:
+        return pNode->m_icon;
+    case Qt::CheckStateRole:
+        return int(pNode->m_chkState);
+    default:
+        return QVariant();
+    }
+}
+
+bool CDirModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (role == Qt::CheckStateRole && index.column() == 0) {
+        const int nState = value.toInt();
+        nodeFromIndex(index)->m_chkState = nState;
+        ChangeChildChkState(index, Qt::CheckState(nState));
+        ChangeParentChkState(index);
+        emit dataChanged(index, index);
+    }
+    // The base class says false, and so does this, also after a change: whoever
+    // ticks learns of it from dataChanged and nobody looks at the result.
+    return QAbstractItemModel::setData(index, value, role);
+}
+
+void CDirModel::ChangeChildChkState(const QModelIndex& index, Qt::CheckState state)
+{
+    if (state == Qt::PartiallyChecked) {
+        return;
+    }
+    const CDirNode* pNode = nodeFromIndex(index);
+    for (int i = 0; i < pNode->m_listChild.size(); ++i) {
+        const QModelIndex child = this->index(i, 0, index);
+        CDirNode* pChild = pNode->m_listChild.at(i);
+        pChild->m_chkState = state;
+        if (!pChild->m_listChild.isEmpty()) {
+            ChangeChildChkState(child, state);
+        }
+        emit dataChanged(child, child);
+    }
+}
+
+void CDirModel::ChangeParentChkState(const QModelIndex& index)
+{
+    const QModelIndex parent = index.parent();
+    CDirNode* pParent = nodeFromIndex(parent);
+    pParent->m_chkState = StateOfChildren(*pParent);
+    if (!parent.isValid()) {
+        return;
+    }
+    ChangeParentChkState(parent);
+    emit dataChanged(parent, parent);
+}
+
+Qt::CheckState CDirModel::GetParentChkState(const QModelIndex& index)
+{
+    return StateOfChildren(*nodeFromIndex(index));
+}
+
+void CDirModel::LoadChild(const QModelIndex& index)
+{
+    CDirNode* pNode = nodeFromIndex(index);
+    if (!pNode || !pNode->m_listChild.isEmpty()) {
+        return;
+    }
+    // "Volumes" too is left out here, so that a start-up volume, whose folder of
+    // mount points leads to every other volume, does not show them all again.
+    // As with the node's own listing, "Volumes2" and "devices" go with them.
+    const STDirListing stListing
+        = CDirListing::List(*pNode, {QLatin1String("dev"), QLatin1String("home"), QLatin1String("Volumes")});
+    pNode->m_nListError = stListing.m_nError;
+    for (int i = 0; i < stListing.m_listEntry.size(); ++i) {
+        auto* pChild = new CDirNode(stListing.m_listEntry.at(i), pNode);
+        // Announces one row more than comes. Views count the rows anew when they
+        // lay themselves out, and nothing points at rows behind the new one, so
+        // it does no harm; the announced ranges are part of what others rely on.
+        beginInsertRows(index, i, i + 1);
+        pNode->AppendChild(pChild);
+        endInsertRows();
+    }
+}
+
+void CDirModel::LoadGrandChild(const QModelIndex& index)
+{
+    LoadChild(index);
+    for (int i = 0; i < rowCount(index); ++i) {
+        LoadChild(this->index(i, 0, index));
+    }
+}
+
+void CDirModel::ClearGrandChild(const QModelIndex& index)
+{
+    if (index.isValid()) {
+        for (int i = 0; i < rowCount(index); ++i) {
+            RemoveAllChild(this->index(i, 0, index));
+        }
+    }
+    emit layoutChanged();
+}
+
+void CDirModel::RemoveAllChild(const QModelIndex& index)
+{
+    const int nRows = index.isValid() ? rowCount(index) : 0;
+    if (nRows == 0) {
+        return;
+    }
+    beginRemoveRows(index, 0, nRows - 1);
+    for (int i = 0; i < nRows; ++i) {
+        const QModelIndex child = this->index(i, 0, index);
+        if (child.isValid()) {
+            RemoveAllChild(child);
+        }
+    }
+    nodeFromIndex(index)->RemoveAll();
+    endRemoveRows();
+    emit layoutChanged();
+}
+
+void CDirModel::Parse(QString path)
+{
+    // Rows 0 and 1 are announced whatever the count is. The roots are all added
+    // before anything is shown or selected, so no view holds an index that the
+    // wrong range could shift.
+    beginInsertRows(QModelIndex(), 0, 1);
+    auto* pNode = new CDirNode(QFileInfo(path), m_pRoot);
+    pNode->m_strName = path;
+    m_pRoot->AppendChild(pNode);
+    endInsertRows();
+}
+
+void CDirModel::SlotExpanded(QModelIndex index)
+{
+    LoadGrandChild(index);
+    ChangeChildChkState(index, Qt::CheckState(nodeFromIndex(index)->m_chkState));
+}
+
+void CDirModel::SlotCollapsed(QModelIndex) { }

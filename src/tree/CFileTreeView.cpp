@@ -1,0 +1,192 @@
+#include "tree/CFileTreeView.h"
+
+#include "tree/CDirDelegate.h"
+#include "tree/CDirModel.h"
+
+#include <QAccessible>
+#include <QHeaderView>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSignalBlocker>
+
+/** Lies over the view while its nodes are lent, shows what it last looked like and swallows the mouse. */
+class CViewPicture : public QWidget
+{
+public:
+    CViewPicture(const QPixmap& pixmap, QWidget* parent)
+        : QWidget(parent)
+        , m_pixmap(pixmap)
+    {
+        setAttribute(Qt::WA_NoMousePropagation);
+        setAttribute(Qt::WA_OpaquePaintEvent);
+        setGeometry(parent->rect());
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), palette().base());
+        painter.drawPixmap(0, 0, m_pixmap);
+    }
+
+private:
+    const QPixmap m_pixmap;
+};
+
+static void CollectExpanded(const QTreeView& view, const QModelIndex& parent,
+                            QVector<QPersistentModelIndex>& listExpanded)
+{
+    const QAbstractItemModel& model = *view.model();
+    for (int i = 0; i < model.rowCount(parent); ++i) {
+        const QModelIndex index = model.index(i, 0, parent);
+        if (!model.hasChildren(index)) {
+            continue;
+        }
+        if (view.isExpanded(index)) {
+            listExpanded.append(index);
+        }
+        // Folders below a closed one may be open too, and are so again once it is opened.
+        CollectExpanded(view, index, listExpanded);
+    }
+}
+
+CFileTreeView::CFileTreeView(QWidget* parent)
+    : QTreeView(parent)
+{
+    InitData();
+    InitConnect();
+    InitView();
+}
+
+void CFileTreeView::InitData()
+{
+    m_pDirModel = CDirModel::GetInstence();
+    setModel(m_pDirModel);
+}
+
+void CFileTreeView::InitConnect()
+{
+    connect(this, &QTreeView::expanded, m_pDirModel, &CDirModel::SlotExpanded);
+    connect(this, &QTreeView::collapsed, m_pDirModel, &CDirModel::SlotCollapsed);
+    connect(
+        this, &QTreeView::clicked, this, [this] { emit SignalItemClicked(); }, Qt::DirectConnection);
+}
+
+void CFileTreeView::InitView()
+{
+    header()->setStretchLastSection(true);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header()->setStretchLastSection(false);
+    setItemDelegate(new CDirDelegate(this));
+    setHeaderHidden(true);
+    resizeColumnToContents(0);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    // All rows are one line high; told so, the view measures one row instead of 200,000.
+    setUniformRowHeights(true);
+    setTextElideMode(Qt::ElideMiddle);
+    viewport()->setAttribute(Qt::WA_Hover);
+}
+
+void CFileTreeView::Parse(QStringList roots)
+{
+    if (m_bLent) {
+        m_listLateRoot = roots;
+        return;
+    }
+    if (!m_listRoot.isEmpty()) {
+        return;
+    }
+    m_listRoot = roots;
+    for (const QString& strPath : qAsConst(m_listRoot)) {
+        m_pDirModel->Parse(strPath);
+    }
+    m_pDirModel->LoadGrandChild(m_pDirModel->parent(m_pDirModel->index(0, 0)));
+}
+
+void CFileTreeView::LendNodes(bool bLent)
+{
+    if (bLent == m_bLent) {
+        return;
+    }
+    m_bLent = bLent;
+    if (bLent) {
+        DetachModel();
+        return;
+    }
+    AttachModel();
+    if (!m_listLateRoot.isEmpty()) {
+        Parse(m_listLateRoot);
+        m_listLateRoot.clear();
+    }
+}
+
+void CFileTreeView::DetachModel()
+{
+    m_pPicture = new CViewPicture(grab(), this);
+    m_pPicture->show();
+    m_nScrollX = horizontalScrollBar()->value();
+    m_nScrollY = verticalScrollBar()->value();
+    m_listExpanded.clear();
+    CollectExpanded(*this, QModelIndex(), m_listExpanded);
+    // A view without model can read no node, whatever makes it look: a repaint,
+    // a resize, a key, the pointer, a screen reader, a late layout.
+    m_pSelection = selectionModel();
+    ExchangeModel(nullptr);
+}
+
+void CFileTreeView::ExchangeModel(QAbstractItemModel* pModel)
+{
+    setModel(pModel);
+    // The header makes itself a selection model each time, takes the view's
+    // instead at once, and leaves its own lying about.
+    const auto listOwn = header()->findChildren<QItemSelectionModel*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QItemSelectionModel* pOwn : listOwn) {
+        if (pOwn != header()->selectionModel()) {
+            delete pOwn;
+        }
+    }
+}
+
+void CFileTreeView::AttachModel()
+{
+    delete selectionModel();
+    ExchangeModel(m_pDirModel);
+    if (m_pSelection) {
+        delete selectionModel();
+        setSelectionModel(m_pSelection);
+    }
+    {
+        // The folders were listed and ticked when the user opened them.
+        const QSignalBlocker blocker(this);
+        for (const QPersistentModelIndex& index : qAsConst(m_listExpanded)) {
+            setExpanded(index, true);
+        }
+    }
+    m_listExpanded.clear();
+    doItemsLayout();
+    horizontalScrollBar()->setValue(m_nScrollX);
+    verticalScrollBar()->setValue(m_nScrollY);
+    delete m_pPicture;
+}
+
+void CFileTreeView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                const QVector<int>& roles)
+{
+    if (QAccessible::isActive()) {
+        QTreeView::dataChanged(topLeft, bottomRight, roles);
+        return;
+    }
+    // A tick on a folder tells of every row below it. Looking each up among the
+    // rows shown, as the base class does, would cost seconds; one repaint of what
+    // is on the screen shows them all.
+    viewport()->update();
+}
+
+void CFileTreeView::resizeEvent(QResizeEvent* pEvent)
+{
+    QTreeView::resizeEvent(pEvent);
+    if (m_pPicture) {
+        m_pPicture->setGeometry(rect());
+    }
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+#include <QPointer>
+#include <QStringList>
+#include <QTreeView>
+#include <QVector>
+
+class CDirModel;
+
+/** The source tree on the selection page: one column without header over the one CDirModel. */
+class CFileTreeView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit CFileTreeView(QWidget* parent = nullptr);
+
+    /** Takes the one model and shows it. The constructor does so; doing it again changes nothing. */
+    void InitData();
+    /** Connects the view to the model. Called once, by the constructor. */
+    void InitConnect();
+    /** Sets up the header, the delegate and the scroll bar. Called once, by the constructor. */
+    void InitView();
+
+    /**
+     * Makes `roots` the top-level entries and lists their first level. Works once:
+     * as soon as a list that is not empty has been taken, further calls do nothing.
+     * While the nodes are lent the list is kept and taken when they are returned.
+     */
+    void Parse(QStringList roots);
+
+    /**
+     * Lends the nodes to the size worker (true: call it before the worker starts)
+     * and takes them back (false: call it after the worker's end). Meanwhile the
+     * view shows a picture of itself, takes no input and reads no node. Open
+     * folders, selection and scroll position are the same afterwards, and what
+     * the worker listed is shown. Saying the same twice changes nothing.
+     */
+    void LendNodes(bool bLent);
+
+signals:
+    /** A row was clicked, on its box or elsewhere; its tick is already the new one. */
+    void SignalItemClicked();
+
+public slots:
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                     const QVector<int>& roles = QVector<int>()) override;
+
+protected:
+    void resizeEvent(QResizeEvent* pEvent) override;
+
+private:
+    void DetachModel();
+    void AttachModel();
+    void ExchangeModel(QAbstractItemModel* pModel);
+
+    QStringList m_listRoot;
+    CDirModel* m_pDirModel = nullptr;
+
+    bool m_bLent = false;
+    QStringList m_listLateRoot;
+    QPointer<QWidget> m_pPicture;
+    QPointer<QItemSelectionModel> m_pSelection;
+    QVector<QPersistentModelIndex> m_listExpanded;
+    int m_nScrollX = 0;
+    int m_nScrollY = 0;
+};

@@ -1,0 +1,31 @@
+#include "diskutil/CDiskQuery.h"
+#include "diskutil/CPListText.h"
+
+#include <cstdio>
+#include <cstring>
+#include <optional>
+#include <string>
+
+static int Fail(const char* pText, const char* pDetail)
+{
+    std::fprintf(stderr, "%s%s\n", pText, pDetail);
+    return 1;
+}
+
+int main(int argc, char* argv[])
+{
+    if (argc != 4 || std::strcmp(argv[1], "info") != 0 || std::strcmp(argv[2], "-plist") != 0) {
+        return Fail("Usage: diskutil info -plist DEVICENODE", "");
+    }
+    const CDiskQuery query(CSysBlock(), CMountList::OfProcess());
+    const std::optional<STDiskInfo> info = query.Describe(argv[3]);
+    if (!info) {
+        return Fail("Could not find disk: ", argv[3]);
+    }
+    const std::string strText = CPListText::OfDisk(*info);
+    const bool bWritten = std::fwrite(strText.data(), 1, strText.size(), stdout) == strText.size();
+    if (std::fflush(stdout) != 0 || !bWritten) {
+        return Fail("Could not write the answer", "");
+    }
+    return 0;
+}

@@ -1,0 +1,108 @@
+#include "app/CGetScreenPixel.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QTest>
+#include <QUrl>
+#include <QWidget>
+
+#include <sys/mount.h>
+
+/** Receives what the program asks the desktop to open. */
+class CUrlReceiver : public QObject
+{
+    Q_OBJECT
+
+public:
+    QUrl m_url;
+
+public slots:
+    void SlotUrl(const QUrl& url) { m_url = url; }
+};
+
+// Runs on a virtual screen 1712 pixels wide.
+class tst_CGetScreenPixel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void WidthOfTheXServer();
+    void WidthOfTheFrameBufferWithoutXServer();
+    void NoScreenAtAll();
+    void WholePoints_data();
+    void WholePoints();
+    void WindowHooksLeaveTheWidgetAlone();
+    void SecurityPaneIsAskedOfTheDesktop();
+
+private:
+    void WithoutXServer(const QByteArray& baFrameBufferSize, int nExpected);
+};
+
+void tst_CGetScreenPixel::WidthOfTheXServer() { QCOMPARE(CGetScreenPixel().GetScreen(), 1712); }
+
+void tst_CGetScreenPixel::WithoutXServer(const QByteArray& baFrameBufferSize, int nExpected)
+{
+    if (mount("fake", "/sys", "tmpfs", 0, nullptr) != 0) {
+        QSKIP("nothing can be mounted here");
+    }
+    if (!baFrameBufferSize.isEmpty()) {
+        QVERIFY(QDir().mkpath(QStringLiteral("/sys/class/graphics/fb0")));
+        QFile file(QStringLiteral("/sys/class/graphics/fb0/virtual_size"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(baFrameBufferSize);
+    }
+    const QByteArray baDisplay = qgetenv("DISPLAY");
+    qunsetenv("DISPLAY");
+    const int nWidth = CGetScreenPixel().GetScreen();
+    qputenv("DISPLAY", baDisplay);
+    QCOMPARE(umount2("/sys", MNT_DETACH), 0);
+    QCOMPARE(nWidth, nExpected);
+}
+
+void tst_CGetScreenPixel::WidthOfTheFrameBufferWithoutXServer() { WithoutXServer("1280,1600\n", 1280); }
+
+void tst_CGetScreenPixel::NoScreenAtAll() { WithoutXServer(QByteArray(), 0); }
+
+void tst_CGetScreenPixel::WholePoints_data()
+{
+    QTest::addColumn<double>("fWidth");
+    QTest::addColumn<int>("nPoints");
+
+    QTest::newRow("whole") << 2560.0 << 2560;
+    QTest::newRow("fraction is cut") << 2560.9 << 2560;
+    QTest::newRow("none") << 0.0 << 0;
+    QTest::newRow("what single precision cannot hold") << 16777217.0 << 16777216;
+}
+
+void tst_CGetScreenPixel::WholePoints()
+{
+    QFETCH(double, fWidth);
+    QTEST(CGetScreenPixel::WholePoints(fWidth), "nPoints");
+}
+
+void tst_CGetScreenPixel::WindowHooksLeaveTheWidgetAlone()
+{
+    QWidget widget;
+    const Qt::WindowFlags flags = widget.windowFlags();
+    const unsigned long long nId = widget.winId();
+    CGetScreenPixel screenPixel;
+    screenPixel.HideWindowTitle(nId);
+    screenPixel.SetFourKFunciton(nId);
+    screenPixel.SetFourKFunciton(0);
+    QCOMPARE(widget.windowFlags(), flags);
+    QVERIFY(!widget.isVisible());
+}
+
+void tst_CGetScreenPixel::SecurityPaneIsAskedOfTheDesktop()
+{
+    CUrlReceiver receiver;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &receiver, "SlotUrl");
+    CGetScreenPixel().OpenSysSecurity();
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    QCOMPARE(receiver.m_url.toLocalFile(),
+             QStringLiteral("/System/Library/PreferencePanes/Security.prefPane"));
+}
+
+QTEST_MAIN(tst_CGetScreenPixel)
+#include "tst_CGetScreenPixel.moc"

@@ -1,0 +1,173 @@
+#include "disk/CPrivateMounts.h"
+#include "disk/platform/linux/CMountWatch.h"
+
+#include <QEventLoop>
+#include <QTimer>
+
+#include <sys/resource.h>
+
+/** Real mounts, reported through the event loop. */
+class tst_CMountWatch : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void ReportsMountAndUnmount_data();
+    void ReportsMountAndUnmount();
+    void SaysNothingOfWhatIsMountedAtTheStart();
+    void SaysNothingOfMountsElsewhere();
+    void SaysNothingOfOtherOptions();
+    void AMoveIsARemovalAndAnArrival();
+    void AStableVolumeIsNotReportedWhileOthersComeAndGo();
+    void CostsNothingWhileNothingHappens();
+    void KeepsTheOrderWhenTheReceiverRunsAnEventLoop();
+
+private:
+    QByteArrayList m_listSeen;
+    CMountWatch::FnDeliver Recorder()
+    {
+        return [this](const STDiskEvent& event) {
+            m_listSeen.append((event.enType == DISK_EVENT_APPEARED ? "+" : "-") + event.baPath);
+        };
+    }
+};
+
+void tst_CMountWatch::init()
+{
+    NEEDS_MOUNTS();
+    m_listSeen.clear();
+    QVERIFY(CPrivateMounts::Clear());
+}
+
+void tst_CMountWatch::ReportsMountAndUnmount_data()
+{
+    QTest::addColumn<QByteArray>("baName");
+    QTest::newRow("plain") << QByteArray("STICK");
+    QTest::newRow("blank") << QByteArray("STICK A");
+    QTest::newRow("trailing blank") << QByteArray("STICK ");
+    QTest::newRow("newline") << QByteArray("line\nbreak");
+    QTest::newRow("tab") << QByteArray("a\tb");
+    QTest::newRow("hash") << QByteArray("#1");
+    QTest::newRow("backslash and digits") << QByteArray("a\\040b");
+    QTest::newRow("placeholder") << QByteArray("%1 <b>x");
+    QTest::newRow("leading dash") << QByteArray("-rf");
+    QTest::newRow("several scripts") << QByteArray("Größe 磁盘");
+    QTest::newRow("not UTF-8") << QByteArray("\xff\xfe");
+    QTest::newRow("255 bytes") << QByteArray(255, 'n');
+}
+
+void tst_CMountWatch::ReportsMountAndUnmount()
+{
+    QFETCH(QByteArray, baName);
+    CMountWatch watch("/Volumes", Recorder());
+    QVERIFY(watch.Start());
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/" + baName));
+    QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/" + baName});
+    QVERIFY(CPrivateMounts::Unmount("/Volumes/" + baName));
+    QTRY_COMPARE(m_listSeen, (QByteArrayList{"+/Volumes/" + baName, "-/Volumes/" + baName}));
+}
+
+void tst_CMountWatch::SaysNothingOfWhatIsMountedAtTheStart()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/OLD"));
+    CMountWatch watch("/Volumes", Recorder());
+    QVERIFY(watch.Start());
+    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/NEW"));
+    QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/NEW"});
+}
+
+void tst_CMountWatch::SaysNothingOfMountsElsewhere()
+{
+    CMountWatch watch("/Volumes", Recorder());
+    QVERIFY(watch.Start());
+    QTemporaryDir dir;
+    const QByteArray baElsewhere = QFile::encodeName(dir.path());
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", baElsewhere));
+    QVERIFY(CPrivateMounts::Unmount(baElsewhere));
+    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/STICK"));
+    QVERIFY(CPrivateMounts::Mount("/dev/disk9s1", "/Volumes/STICK/inside"));
+    QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/STICK"});
+    QVERIFY(CPrivateMounts::Unmount("/Volumes/STICK/inside"));
+    QVERIFY(CPrivateMounts::Unmount("/Volumes/STICK"));
+    QTRY_COMPARE(m_listSeen, (QByteArrayList{"+/Volumes/STICK", "-/Volumes/STICK"}));
+}
+
+void tst_CMountWatch::SaysNothingOfOtherOptions()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    CMountWatch watch("/Volumes", Recorder());
+    QVERIFY(watch.Start());
+    QVERIFY(CPrivateMounts::Remount("/Volumes/STICK", MS_RDONLY));
+    QCoreApplication::processEvents();
+    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/SENTINEL"));
+    QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/SENTINEL"});
+}
+
+void tst_CMountWatch::AMoveIsARemovalAndAnArrival()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
+    CMountWatch watch("/Volumes", Recorder());
+    QVERIFY(watch.Start());
+    QVERIFY(CPrivateMounts::Move("/Volumes/A", "/Volumes/B"));
+    QTRY_COMPARE(m_listSeen, (QByteArrayList{"-/Volumes/A", "+/Volumes/B"}));
+}
+
+void tst_CMountWatch::AStableVolumeIsNotReportedWhileOthersComeAndGo()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STABLE"));
+    CMountWatch watch("/Volumes", Recorder());
+    QVERIFY(watch.Start());
+    for (int i = 0; i < 100; ++i) {
+        const QByteArray baPoint = "/Volumes/guest" + QByteArray::number(i);
+        QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", baPoint));
+        QCoreApplication::processEvents();
+        QVERIFY(CPrivateMounts::Unmount(baPoint));
+    }
+    QTRY_COMPARE(m_listSeen.size(), 200);
+    QVERIFY(!m_listSeen.contains("-/Volumes/STABLE"));
+    QVERIFY(!m_listSeen.contains("+/Volumes/STABLE"));
+}
+
+static qint64 ProcessorTimeMs()
+{
+    rusage usage;
+    ::getrusage(RUSAGE_SELF, &usage);
+    return (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000
+        + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
+}
+
+void tst_CMountWatch::CostsNothingWhileNothingHappens()
+{
+    CMountWatch watch("/Volumes", Recorder());
+    QVERIFY(watch.Start());
+    QEventLoop loop;
+    QTimer::singleShot(400, &loop, &QEventLoop::quit);
+    const qint64 nBefore = ProcessorTimeMs();
+    loop.exec();
+    const qint64 nSpent = ProcessorTimeMs() - nBefore;
+    QVERIFY2(nSpent < 100, qPrintable(QString::number(nSpent)));
+}
+
+void tst_CMountWatch::KeepsTheOrderWhenTheReceiverRunsAnEventLoop()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
+    QEventLoop loopOfDialog;
+    QTimer::singleShot(5000, &loopOfDialog, &QEventLoop::quit);
+    CMountWatch watch("/Volumes", [this, &loopOfDialog](const STDiskEvent& event) {
+        Recorder()(event);
+        if (m_listSeen.size() == 1) {
+            // While the receiver's dialog is open, the volume that has just come goes again.
+            QVERIFY(CPrivateMounts::Unmount("/Volumes/B"));
+            loopOfDialog.exec();
+        } else if (m_listSeen.size() == 3) {
+            loopOfDialog.quit();
+        }
+    });
+    QVERIFY(watch.Start());
+    QVERIFY(CPrivateMounts::Move("/Volumes/A", "/Volumes/B"));
+    QTRY_COMPARE(m_listSeen, (QByteArrayList{"-/Volumes/A", "+/Volumes/B", "-/Volumes/B"}));
+}
+
+PRIVATE_MOUNTS_TEST_MAIN(tst_CMountWatch)
+#include "tst_CMountWatch.moc"

@@ -1,0 +1,334 @@
+#include "disk/CDiskListener.h"
+#include "disk/CFakeDevices.h"
+#include "disk/platform/DiskMonitors.h"
+#include "disk/platform/linux/CUsbWatch.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMutex>
+#include <QThread>
+#include <QtTest>
+
+/** Disks that are plugged in and pulled, as udev tells it, through the listener and the event loop. */
+class tst_CUsbWatch : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void AUsbDiskArrivesAndGoes();
+    void AUsbDiskThatAnswersAsAtaArrivesAndGoes();
+    void AUsbDiskGoesWhenItsParentsAreGoneAlready();
+    void OneEventForADiskWithPartitions();
+    void ABatchOfThreeKeepsItsOrder();
+    void ASataDiskSaysNothing();
+    void ASataDiskThatClaimsUsbSaysNothing();
+    void AUsbDeviceThatIsNoDiskSaysNothing();
+    void ADiskPresentAtTheStartOnlyGoes();
+    void ADiskOffAnyBusIsRememberedFromTheStart();
+    void WorksBesideADeviceManager();
+    void TheMonitorsServeAnotherThread();
+    void TheMonitorsIgnoreANullContext();
+
+private:
+    std::string AddUsbTarget();
+    std::string PlugUsbDisk(const std::string& strName, const char* pBus = "usb");
+    std::string PlugSataDisk(const std::string& strName, const char* pBus = "ata");
+    void Pull(const std::string& strPath);
+    void SendSentinel();
+
+    CFakeDevices m_devices;
+    std::string m_strController;
+    std::string m_strPresent;
+    std::string m_strPresentOdd;
+    int m_nPort = 0;
+};
+
+/** One record, and the thread that it came on. */
+struct STSeen
+{
+    QByteArray baText;
+    Qt::HANDLE hThread;
+};
+
+static QMutex s_mutex;
+static QVector<STSeen> s_listSeen;
+
+static void Record(STDiskNotication* pRecord, void*)
+{
+    const QMutexLocker locker(&s_mutex);
+    const QByteArray baText = QByteArray::number(pRecord->enType) + ' '
+        + QByteArray::number(pRecord->nHasPath) + ' ' + pRecord->strDevicePath.toLatin1();
+    s_listSeen.append({baText, QThread::currentThreadId()});
+}
+
+static QByteArrayList SeenOn(Qt::HANDLE hThread)
+{
+    const QMutexLocker locker(&s_mutex);
+    QByteArrayList listText;
+    for (const STSeen& seen : qAsConst(s_listSeen)) {
+        if (seen.hThread == hThread) {
+            listText.append(seen.baText);
+        }
+    }
+    return listText;
+}
+
+static QByteArrayList Seen() { return SeenOn(QThread::currentThreadId()); }
+
+static QByteArray Arrival(const std::string& strPath) { return "0 1 " + QByteArray::fromStdString(strPath); }
+
+static const QByteArray REMOVAL = "1 0 USB";
+
+/** A USB device with an interface and a SCSI target on it. Their own events are out of the way afterwards. */
+std::string tst_CUsbWatch::AddUsbTarget()
+{
+    const std::string strNumber = std::to_string(++m_nPort);
+    const std::string strDevice = m_devices.Add("usb", "2-" + strNumber, m_strController, "usb_device");
+    const std::string strInterface
+        = m_devices.Add("usb", "2-" + strNumber + ":1.0", strDevice, "usb_interface");
+    const std::string strTarget = m_devices.Add("scsi", "target" + strNumber, strInterface, "scsi_device");
+    QCoreApplication::processEvents();
+    return strTarget;
+}
+
+std::string tst_CUsbWatch::PlugUsbDisk(const std::string& strName, const char* pBus)
+{
+    return m_devices.Add("block", strName, AddUsbTarget(), "disk", pBus);
+}
+
+std::string tst_CUsbWatch::PlugSataDisk(const std::string& strName, const char* pBus)
+{
+    const std::string strPort = m_devices.Add("ata_port", "ata_of_" + strName, "", "");
+    const std::string strTarget = m_devices.Add("scsi", "target_of_" + strName, strPort, "scsi_device");
+    QCoreApplication::processEvents();
+    return m_devices.Add("block", strName, strTarget, "disk", pBus);
+}
+
+void tst_CUsbWatch::Pull(const std::string& strPath)
+{
+    m_devices.Announce(strPath, "remove");
+    m_devices.Remove(strPath);
+}
+
+void tst_CUsbWatch::initTestCase()
+{
+    m_strController = m_devices.Add("usb", "usb2", "", "usb_device");
+    m_strPresent = PlugUsbDisk("sdp");
+    // A disk whose path does not show the bus: its parents alone tell.
+    const std::string strDock = m_devices.Add("usb", "dock", "", "usb_device");
+    m_strPresentOdd = m_devices.Add("block", "sdq", strDock, "disk", "ata");
+    QVERIFY(CDiskListener::GetInstance().StartListener(&Record, nullptr));
+}
+
+void tst_CUsbWatch::init()
+{
+    const QMutexLocker locker(&s_mutex);
+    s_listSeen.clear();
+}
+
+void tst_CUsbWatch::AUsbDiskArrivesAndGoes()
+{
+    const std::string strDisk = PlugUsbDisk("sdb");
+    QTRY_COMPARE(Seen(), QByteArrayList{Arrival(strDisk)});
+    Pull(strDisk);
+    QTRY_COMPARE(Seen(), (QByteArrayList{Arrival(strDisk), REMOVAL}));
+}
+
+void tst_CUsbWatch::AUsbDiskThatAnswersAsAtaArrivesAndGoes()
+{
+    const std::string strDisk = PlugUsbDisk("sdc", "ata");
+    QTRY_COMPARE(Seen(), QByteArrayList{Arrival(strDisk)});
+    Pull(strDisk);
+    QTRY_COMPARE(Seen(), (QByteArrayList{Arrival(strDisk), REMOVAL}));
+}
+
+void tst_CUsbWatch::AUsbDiskGoesWhenItsParentsAreGoneAlready()
+{
+    const std::string strDisk = PlugUsbDisk("sdd");
+    QTRY_COMPARE(Seen().size(), 1);
+    m_devices.Announce(strDisk, "remove");
+    m_devices.Remove(strDisk.substr(0, strDisk.find("/target")));
+    QTRY_COMPARE(Seen(), (QByteArrayList{Arrival(strDisk), REMOVAL}));
+}
+
+/** An event that is always reported: when it has come, all events before it have been looked at. */
+void tst_CUsbWatch::SendSentinel()
+{
+    const std::string strDisk = PlugUsbDisk("sentinel" + std::to_string(m_nPort));
+    QTRY_VERIFY(Seen().contains(Arrival(strDisk)));
+}
+
+void tst_CUsbWatch::OneEventForADiskWithPartitions()
+{
+    const std::string strDisk = PlugUsbDisk("sde");
+    const std::string strFirst = m_devices.Add("block", "sde1", strDisk, "partition", "usb");
+    const std::string strSecond = m_devices.Add("block", "sde2", strDisk, "partition", "usb");
+    SendSentinel();
+    QCOMPARE(Seen().size(), 2);
+    QCOMPARE(Seen().first(), Arrival(strDisk));
+    Pull(strSecond);
+    Pull(strFirst);
+    Pull(strDisk);
+    SendSentinel();
+    QCOMPARE(Seen().size(), 4);
+    QCOMPARE(Seen()[2], REMOVAL);
+}
+
+void tst_CUsbWatch::ABatchOfThreeKeepsItsOrder()
+{
+    const std::string strFirstTarget = AddUsbTarget();
+    const std::string strSecondTarget = AddUsbTarget();
+    const std::string strFirst = m_devices.Add("block", "sdf", strFirstTarget, "disk", "usb");
+    const std::string strSecond = m_devices.Add("block", "sdg", strSecondTarget, "disk", "ata");
+    Pull(strSecond);
+    QCOMPARE(Seen(), QByteArrayList());
+    QTRY_COMPARE(Seen(), (QByteArrayList{Arrival(strFirst), Arrival(strSecond), REMOVAL}));
+}
+
+void tst_CUsbWatch::ASataDiskSaysNothing()
+{
+    const std::string strDisk = PlugSataDisk("sda");
+    SendSentinel();
+    QCOMPARE(Seen().size(), 1);
+    Pull(strDisk);
+    SendSentinel();
+    QCOMPARE(Seen().size(), 2);
+    QVERIFY(!Seen().contains(REMOVAL));
+}
+
+void tst_CUsbWatch::ASataDiskThatClaimsUsbSaysNothing()
+{
+    const std::string strDisk = PlugSataDisk("sdh", "usb");
+    SendSentinel();
+    QCOMPARE(Seen().size(), 1);
+    Pull(strDisk);
+    SendSentinel();
+    QCOMPARE(Seen().size(), 2);
+    QVERIFY(!Seen().contains(REMOVAL));
+}
+
+void tst_CUsbWatch::AUsbDeviceThatIsNoDiskSaysNothing()
+{
+    const std::string strDevice = m_devices.Add("usb", "2-90", m_strController, "usb_device");
+    SendSentinel();
+    Pull(strDevice);
+    SendSentinel();
+    QCOMPARE(Seen().size(), 2);
+    QVERIFY(!Seen().contains(REMOVAL));
+}
+
+void tst_CUsbWatch::ADiskPresentAtTheStartOnlyGoes()
+{
+    SendSentinel();
+    QCOMPARE(Seen().size(), 1);
+    Pull(m_strPresent);
+    QTRY_COMPARE(Seen().size(), 2);
+    QCOMPARE(Seen().last(), REMOVAL);
+}
+
+void tst_CUsbWatch::ADiskOffAnyBusIsRememberedFromTheStart()
+{
+    m_devices.Announce(m_strPresentOdd, "remove");
+    m_devices.Remove(m_strPresentOdd.substr(0, m_strPresentOdd.find("/sdq")));
+    QTRY_COMPARE(Seen(), QByteArrayList{REMOVAL});
+}
+
+/** The tests above run without one, where the sandbox shows none. */
+void tst_CUsbWatch::WorksBesideADeviceManager()
+{
+    QFile fileControl(QStringLiteral("/run/udev/control"));
+    const bool bOurs = !fileControl.exists();
+    if (bOurs && (!QDir().mkpath(QStringLiteral("/run/udev")) || !fileControl.open(QIODevice::WriteOnly))) {
+        QSKIP("the sign of a device manager cannot be faked here");
+    }
+    QByteArrayList listSeen;
+    CUsbWatch watch(CUsbWatch::SCOPE_USB_DISKS,
+                    [&listSeen](const STDiskEvent& event) { listSeen.append(event.baPath); });
+    QVERIFY(watch.Start());
+    const std::string strDisk = PlugUsbDisk("sdm");
+    Pull(strDisk);
+    QTRY_COMPARE(listSeen, (QByteArrayList{QByteArray::fromStdString(strDisk), "USB"}));
+    if (bOurs) {
+        QVERIFY(fileControl.remove());
+    }
+}
+
+/** A thread with an event loop that has run one of the thread entries. */
+class CMonitorThread : public QThread
+{
+public:
+    explicit CMonitorThread(std::function<void()> fnEntry)
+        : m_fnEntry(std::move(fnEntry))
+    {
+        start();
+    }
+    ~CMonitorThread() override
+    {
+        quit();
+        wait();
+    }
+    Qt::HANDLE Handle()
+    {
+        m_ready.acquire();
+        m_ready.release();
+        return m_hThread;
+    }
+
+protected:
+    void run() override
+    {
+        m_fnEntry();
+        m_hThread = currentThreadId();
+        m_ready.release();
+        exec();
+    }
+
+private:
+    const std::function<void()> m_fnEntry;
+    QSemaphore m_ready;
+    Qt::HANDLE m_hThread = nullptr;
+};
+
+void tst_CUsbWatch::TheMonitorsServeAnotherThread()
+{
+    CDiskListener& listener = CDiskListener::GetInstance();
+    std::atomic<bool> bAnswer{false};
+    CMonitorThread threadUsb([&listener, &bAnswer] { bAnswer = USBMonitor(&listener); });
+    CMonitorThread threadAll([&listener] { DAMonitor(&listener); });
+    const Qt::HANDLE hUsb = threadUsb.Handle();
+    const Qt::HANDLE hAll = threadAll.Handle();
+    QVERIFY(bAnswer);
+
+    const std::string strSata = PlugSataDisk("sdx");
+    const std::string strDisk = PlugUsbDisk("sdy");
+    Pull(strSata);
+    Pull(strDisk);
+    QTRY_COMPARE(Seen(), (QByteArrayList{Arrival(strDisk), REMOVAL}));
+    QTRY_COMPARE(SeenOn(hUsb), (QByteArrayList{Arrival(strDisk), REMOVAL}));
+    QTRY_COMPARE(SeenOn(hAll), (QByteArrayList{REMOVAL, REMOVAL}));
+}
+
+void tst_CUsbWatch::TheMonitorsIgnoreANullContext()
+{
+    QVERIFY(USBMonitor(nullptr));
+    DAMonitor(nullptr);
+    PlugUsbDisk("sdz");
+    QTRY_COMPARE(Seen().size(), 1);
+}
+
+int main(int argc, char** argv)
+{
+    if (TARNWICK_MAY_PRELOAD) {
+        CFakeDevices::RestartPreloaded(argv);
+    }
+    if (!TARNWICK_MAY_PRELOAD || !CFakeDevices::IsPreloaded()) {
+        qWarning("skipped: devices cannot be faked in this build");
+        return 77;
+    }
+    QCoreApplication app(argc, argv);
+    tst_CUsbWatch test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_CUsbWatch.moc"

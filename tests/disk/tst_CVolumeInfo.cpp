@@ -1,0 +1,97 @@
+#include "disk/CPrivateMounts.h"
+#include "disk/platform/CVolumeInfo.h"
+
+/** Which device a path lies on, whatever its volume is called. */
+class tst_CVolumeInfo : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void DeviceByName_data();
+    void DeviceByName();
+    void DeviceOfAFolderInsideAVolume();
+    void DeviceThroughALink();
+    void DeviceOfTheVolumeOnTop();
+    void DeviceOfOneNameThatBeginsLikeAnother();
+    void NoDeviceForAPathThatIsNotThere();
+    void MountPointsAreAbsolutePaths();
+};
+
+void tst_CVolumeInfo::init()
+{
+    NEEDS_MOUNTS();
+    QVERIFY(CPrivateMounts::Clear());
+}
+
+void tst_CVolumeInfo::DeviceByName_data()
+{
+    QTest::addColumn<QByteArray>("baName");
+    QTest::newRow("plain") << QByteArray("STICK");
+    QTest::newRow("blank") << QByteArray("STICK A");
+    QTest::newRow("trailing blank") << QByteArray("STICK ");
+    QTest::newRow("newline") << QByteArray("line\nbreak");
+    QTest::newRow("tab") << QByteArray("a\tb");
+    QTest::newRow("hash") << QByteArray("#1");
+    QTest::newRow("backslash") << QByteArray("a\\b");
+    QTest::newRow("backslash and digits") << QByteArray("a\\040b");
+    QTest::newRow("placeholder and markup") << QByteArray("%1 <b>x");
+    QTest::newRow("several scripts") << QByteArray("Größe 磁盘");
+    QTest::newRow("255 bytes") << QByteArray(255, 'n');
+}
+
+void tst_CVolumeInfo::DeviceByName()
+{
+    QFETCH(QByteArray, baName);
+    const QByteArray baPoint = "/Volumes/" + baName;
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", baPoint));
+    QCOMPARE(CVolumeInfo::DeviceOf(QFile::decodeName(baPoint)), QByteArray("/dev/disk7s1"));
+}
+
+void tst_CVolumeInfo::DeviceOfAFolderInsideAVolume()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(QDir().mkpath(QStringLiteral("/Volumes/STICK/a/b")));
+    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK/a/b")), QByteArray("/dev/disk7s1"));
+}
+
+void tst_CVolumeInfo::DeviceThroughALink()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(QFile::link(QStringLiteral("/Volumes/STICK"), QStringLiteral("/Volumes/link")));
+    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/link")), QByteArray("/dev/disk7s1"));
+}
+
+void tst_CVolumeInfo::DeviceOfTheVolumeOnTop()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/below", "/Volumes/STICK"));
+    QVERIFY(CPrivateMounts::Mount("/dev/top", "/Volumes/STICK"));
+    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK")), QByteArray("/dev/top"));
+}
+
+void tst_CVolumeInfo::DeviceOfOneNameThatBeginsLikeAnother()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/short", "/Volumes/STICK"));
+    QVERIFY(CPrivateMounts::Mount("/dev/long", "/Volumes/STICK 1"));
+    QVERIFY(QDir().mkpath(QStringLiteral("/Volumes/STICK 2")));
+    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK 1")), QByteArray("/dev/long"));
+    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK 2")), QByteArray("volumes"));
+}
+
+void tst_CVolumeInfo::NoDeviceForAPathThatIsNotThere()
+{
+    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/gone")), QByteArray());
+    QCOMPARE(CVolumeInfo::DeviceOf(QString()), QByteArray());
+}
+
+void tst_CVolumeInfo::MountPointsAreAbsolutePaths()
+{
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/line\nbreak"));
+    QList<QByteArray> listPoint;
+    QVERIFY(CVolumeInfo::MountPoints(&listPoint));
+    QVERIFY(listPoint.contains("/Volumes/line\nbreak"));
+    QVERIFY(listPoint.contains("/proc"));
+}
+
+PRIVATE_MOUNTS_TEST_MAIN(tst_CVolumeInfo)
+#include "tst_CVolumeInfo.moc"

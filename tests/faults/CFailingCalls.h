@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
+/**
+ * Makes one system call fail for one file, as a broken disk does.
+ *
+ * The test executable holds functions of the same names as the C library's,
+ * which the program's code and Qt then call. Linking CFailingCalls.cpp is
+ * enough; without a fault every call goes to the C library.
+ */
+class CFailingCalls
+{
+public:
+    /** What can fail. */
+    enum class ENCall
+    {
+        NONE,
+        OPEN,
+        SEEK,
+        READ,
+        WRITE, ///< fwrite
+        CLOSE, ///< fclose
+        MAKE_FOLDER, ///< mkdir
+        LIST, ///< readdir
+        SET_TIME, ///< futimens
+        FLUSH ///< syncfs
+    };
+
+    /**
+     * From now on the call fails with nError for files whose path ends with
+     * strEnd, after nGood calls that succeed. Not while a worker runs.
+     */
+    static void Fail(ENCall enCall, const QString& strEnd, int nError, int nGood = 0);
+
+    /** Runs fnAction once, on the calling thread, before the call is carried out; it does not fail. */
+    static void Watch(ENCall enCall, const QString& strEnd, std::function<void()> fnAction, int nGood = 0);
+
+    /** Back to the C library. Not while a worker runs. */
+    static void Reset();
+
+    /** How often the call was made for such a file since Fail or Watch. */
+    static int Calls();
+};

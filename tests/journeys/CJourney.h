@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QLocalSocket>
+#include <QObject>
+#include <QPoint>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <functional>
+
+/**
+ * Drives the real program in its real window: starts it, finds its parts
+ * through the preloaded probe, moves the mouse of the X server and takes
+ * pictures of the screen. Every wait is a wait for a condition and has an end.
+ */
+class CJourney : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** Pictures go to the folder strPictures, numbered in order. */
+    explicit CJourney(const QString& strPictures);
+
+    /** Ends the program if it still runs. */
+    ~CJourney() override;
+
+    /** Environment the program gets; change it before Start. */
+    QProcessEnvironment& Environment();
+
+    /** Starts the executable and waits for its window; false when it does not come. */
+    bool Start(const QString& strExecutable);
+
+    /** True while the program runs. */
+    bool IsRunning() const;
+
+    /** Waits up to nMs for the program to end; false when it does not. */
+    bool WaitForEnd(int nMs = 5000);
+
+    /** Exit status of the ended program; -1 when it crashed. */
+    int ExitCode() const;
+
+    /** Everything that the program wrote to its standard error. */
+    QString Errors() const;
+
+    /** The probe's answer; empty when the window did not answer within nMs. */
+    QJsonObject Ask(const QJsonObject& objQuestion, int nMs = 10000);
+
+    /** A visible widget by object name, inside the widget strIn when given. */
+    QJsonObject Widget(const QString& strName, const QString& strIn = QString());
+
+    /** The modal window on top. */
+    QJsonObject Modal();
+
+    /** A row of the tree by the texts of the rows that lead to it. */
+    QJsonObject Row(const QStringList& listPath);
+
+    /** The drop-down of destinations. */
+    QJsonObject List();
+
+    /** Texts of the drop-down's entries. */
+    QStringList ListTexts();
+
+    /** Presses and releases the left button at a place of the screen, in pixels. */
+    void ClickAt(const QPoint& pt);
+
+    /** Clicks the middle of a described rectangle. */
+    void Click(const QJsonObject& objRect);
+
+    /** Clicks the check box of a row. */
+    void Tick(const QStringList& listPath);
+
+    /** Clicks the branch arrow of a row. */
+    void Expand(const QStringList& listPath);
+
+    /** Waits for a modal box with this text and clicks the button; false when either does not come. */
+    bool AnswerBox(const QString& strText, const QString& strButton, int nMs = 20000);
+
+    /** Waits for a modal box with this text and leaves it open. */
+    bool WaitForBox(const QString& strText, int nMs = 20000);
+
+    /** Waits until fnDone is true; false after nMs. */
+    static bool WaitFor(const std::function<bool()>& fnDone, int nMs = 20000);
+
+    /** Saves a picture of the whole screen. */
+    void Picture(const QString& strName);
+
+    /** Makes each block that the program writes take nMs longer; 0 ends that. */
+    void SlowWrites(int nMs);
+
+private:
+    QString m_strPictures;
+    int m_nPicture = 0;
+    QTemporaryDir m_dir;
+    QProcessEnvironment m_environment;
+    QProcess m_process;
+    QLocalSocket m_socket;
+};

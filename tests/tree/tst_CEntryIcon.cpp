@@ -1,0 +1,102 @@
+#include "tree/CDirNode.h"
+#include "tree/CEntryIcon.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QTest>
+
+#include <thread>
+
+static const ENEntryKind ALL_KINDS[] = {ENEntryKind::File, ENEntryKind::Folder, ENEntryKind::Volume,
+                                        ENEntryKind::FileLink, ENEntryKind::FolderLink};
+
+/** Takes the icon of `enKind` on a thread of its own. */
+static QIcon IconFromWorker(ENEntryKind enKind)
+{
+    QIcon icon;
+    std::thread worker([&icon, enKind] { icon = CEntryIcon::Of(enKind); });
+    worker.join();
+    return icon;
+}
+
+/** The application comes and goes inside the tests. */
+class tst_CEntryIcon : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void nullWithoutApplication();
+    void nullForAWorkerThatIsFirst();
+    void onePerKind();
+    void workersTakeCopies();
+    void goneWithTheApplication();
+    void nodesShareThem();
+
+private:
+    int m_nArgs = 1;
+    char m_szName[5] = "test";
+    char* m_pArgs[2] = {m_szName, nullptr};
+};
+
+void tst_CEntryIcon::nullWithoutApplication()
+{
+    QVERIFY(CEntryIcon::Of(ENEntryKind::File).isNull());
+    QVERIFY(CDirNode(QFileInfo("/"), nullptr).m_icon.isNull());
+}
+
+void tst_CEntryIcon::nullForAWorkerThatIsFirst()
+{
+    QApplication app(m_nArgs, m_pArgs);
+    QVERIFY(IconFromWorker(ENEntryKind::Folder).isNull());
+    QVERIFY(!CEntryIcon::Of(ENEntryKind::Folder).isNull());
+}
+
+void tst_CEntryIcon::onePerKind()
+{
+    QApplication app(m_nArgs, m_pArgs);
+    for (const ENEntryKind enKind : ALL_KINDS) {
+        const QIcon icon = CEntryIcon::Of(enKind);
+        // Sharp on a screen of either resolution.
+        QCOMPARE(icon.actualSize(QSize(16, 16)), QSize(16, 16));
+        QCOMPARE(icon.actualSize(QSize(32, 32)), QSize(32, 32));
+        QCOMPARE(CEntryIcon::Of(enKind).cacheKey(), icon.cacheKey());
+        for (const ENEntryKind enOther : ALL_KINDS) {
+            QCOMPARE(CEntryIcon::Of(enOther).cacheKey() == icon.cacheKey(), enOther == enKind);
+            const QImage other = CEntryIcon::Of(enOther).pixmap(32, 32).toImage();
+            QCOMPARE(other == icon.pixmap(32, 32).toImage(), enOther == enKind);
+        }
+    }
+}
+
+void tst_CEntryIcon::workersTakeCopies()
+{
+    QApplication app(m_nArgs, m_pArgs);
+    const QIcon icon = CEntryIcon::Of(ENEntryKind::FolderLink);
+    QCOMPARE(IconFromWorker(ENEntryKind::FolderLink).cacheKey(), icon.cacheKey());
+}
+
+void tst_CEntryIcon::goneWithTheApplication()
+{
+    {
+        QApplication app(m_nArgs, m_pArgs);
+        QVERIFY(!CEntryIcon::Of(ENEntryKind::File).isNull());
+    }
+    QVERIFY(CEntryIcon::Of(ENEntryKind::File).isNull());
+}
+
+void tst_CEntryIcon::nodesShareThem()
+{
+    QApplication app(m_nArgs, m_pArgs);
+    CDirNode first(QFileInfo("/"), nullptr);
+    CDirNode second(QFileInfo("/usr"), &first);
+    CDirNode root;
+    const CDirNode volume(QFileInfo("/usr"), &root);
+    const CDirNode file(QFileInfo(QCoreApplication::applicationFilePath()), &first);
+    QCOMPARE(first.m_icon.cacheKey(), CEntryIcon::Of(ENEntryKind::Folder).cacheKey());
+    QCOMPARE(second.m_icon.cacheKey(), first.m_icon.cacheKey());
+    QCOMPARE(volume.m_icon.cacheKey(), CEntryIcon::Of(ENEntryKind::Volume).cacheKey());
+    QCOMPARE(file.m_icon.cacheKey(), CEntryIcon::Of(ENEntryKind::File).cacheKey());
+}
+
+QTEST_APPLESS_MAIN(tst_CEntryIcon)
+#include "tst_CEntryIcon.moc"

@@ -1,0 +1,629 @@
+#include "support/CLogCapture.h"
+#include "support/CTempTree.h"
+#include "tree/CDirDelegate.h"
+#include "tree/CDirModel.h"
+#include "tree/CDirNode.h"
+#include "tree/CFileNameCodec.h"
+#include "tree/CFileTreeView.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+/** The model is one for the whole process, so every test leaves it empty. */
+class tst_CFileTreeView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void howItIsSetUp();
+    void initDataAgain();
+    void parseListsTheFirstLevel();
+    void parseWorksOnce();
+    void parseOfAnEmptyListIsNotTheOne();
+    void rowsAreThirtyHigh();
+    void rowsOfHostileNamesAreAsHigh();
+    void columnIsAsWideAsItsNames();
+    void expandingListsTwoLevels();
+    void expandingACheckedFolder();
+    void pressOnTheBoxTicks_data();
+    void pressOnTheBoxTicks();
+    void pressOnTheNameSelects();
+    void doubleClickOnTheBox();
+    void everyClickIsTold();
+    void tickingRepaintsEveryRow();
+    void hugeFoldersTickAtOnce();
+    void lentViewHasNothingToRead();
+    void lentViewShowsItsPicture();
+    void lentViewTakesNoInput();
+    void lentViewStaysAsItWas();
+    void lentViewStaysScrolledWithoutSelection();
+    void lentTwice();
+    void lentBeforeShown();
+    void returnedShowsWhatWasListed();
+    void returnedDoesNotTickAnew();
+    void parseWhileLentComesLater();
+    void workerAndEventsTogether();
+    void destroyedWhileLent();
+
+private:
+    /** The index of an entry below the test's own volume; "." is the volume. */
+    QModelIndex At(const QString& strPath) const;
+    CDirNode* Node(const QString& strPath) const { return m_pModel->nodeFromIndex(At(strPath)); }
+    /** Clicks at `nX` pixels from the left edge of a row. */
+    void Click(const QString& strPath, int nX);
+    /** Shows the view with the test's volume opened. */
+    void Open();
+
+    CDirModel* m_pModel = nullptr;
+    std::unique_ptr<CTempTree> m_pTree;
+    std::unique_ptr<CFileTreeView> m_pView;
+};
+
+void tst_CFileTreeView::initTestCase()
+{
+    CFileNameCodec::Install();
+    QFile file(":/res/TarnwickMacPE.qss");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
+    m_pModel = CDirModel::GetInstence();
+}
+
+void tst_CFileTreeView::init()
+{
+    m_pTree = std::make_unique<CTempTree>();
+    m_pView = std::make_unique<CFileTreeView>();
+    m_pView->resize(500, 400);
+}
+
+void tst_CFileTreeView::cleanup()
+{
+    m_pView.reset();
+    for (int i = 0; i < m_pModel->rowCount(); ++i) {
+        m_pModel->setData(m_pModel->index(i, 0), Qt::Unchecked, Qt::CheckStateRole);
+        m_pModel->RemoveAllChild(m_pModel->index(i, 0));
+    }
+    // Without a view nobody holds an index of the top-level entries.
+    m_pModel->GetRootNode()->RemoveAll();
+    m_pTree.reset();
+}
+
+QModelIndex tst_CFileTreeView::At(const QString& strPath) const
+{
+    QModelIndex index = m_pModel->index(m_pModel->rowCount() - 1, 0);
+    if (strPath == ".") {
+        return index;
+    }
+    const QStringList listPart = strPath.split('/');
+    for (const QString& strPart : listPart) {
+        int nRow = 0;
+        while (m_pModel->index(nRow, 0, index).isValid()
+               && m_pModel->index(nRow, 0, index).data().toString() != strPart) {
+            ++nRow;
+        }
+        index = m_pModel->index(nRow, 0, index);
+        if (!index.isValid()) {
+            return index;
+        }
+    }
+    return index;
+}
+
+void tst_CFileTreeView::Click(const QString& strPath, int nX)
+{
+    const QRect rect = m_pView->visualRect(At(strPath));
+    QTest::mouseClick(m_pView->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(rect.left() + nX, rect.center().y()));
+}
+
+void tst_CFileTreeView::Open()
+{
+    m_pView->Parse({m_pTree->Path()});
+    m_pView->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_pView.get()));
+    m_pView->expand(At("."));
+    m_pView->scrollTo(At("."), QAbstractItemView::PositionAtTop);
+}
+
+void tst_CFileTreeView::howItIsSetUp()
+{
+    QCOMPARE(m_pView->model(), static_cast<QAbstractItemModel*>(m_pModel));
+    QVERIFY(m_pView->isHeaderHidden());
+    QCOMPARE(m_pView->header()->sectionResizeMode(0), QHeaderView::ResizeToContents);
+    QVERIFY(!m_pView->header()->stretchLastSection());
+    QVERIFY(qobject_cast<CDirDelegate*>(m_pView->itemDelegate()));
+    QCOMPARE(m_pView->itemDelegate()->parent(), m_pView.get());
+    QCOMPARE(m_pView->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    QVERIFY(m_pView->uniformRowHeights());
+}
+
+void tst_CFileTreeView::initDataAgain()
+{
+    m_pView->InitData();
+    QCOMPARE(m_pView->model(), static_cast<QAbstractItemModel*>(m_pModel));
+}
+
+void tst_CFileTreeView::parseListsTheFirstLevel()
+{
+    m_pTree->Write("folder/inside");
+    m_pTree->Write("file");
+    const QString strGiven = m_pTree->Path() + "/";
+    m_pView->Parse({strGiven});
+    QCOMPARE(At(".").data().toString(), strGiven);
+    QCOMPARE(m_pModel->rowCount(At(".")), 2);
+    QCOMPARE(m_pModel->rowCount(At("folder")), 0);
+    QVERIFY(!m_pView->isExpanded(At(".")));
+}
+
+void tst_CFileTreeView::parseWorksOnce()
+{
+    m_pTree->Write("a/file");
+    m_pTree->Write("b/file");
+    m_pView->Parse({m_pTree->Path("a"), m_pTree->Path("b")});
+    const int nRows = m_pModel->rowCount();
+    QCOMPARE(m_pModel->index(nRows - 2, 0).data().toString(), m_pTree->Path("a"));
+    QCOMPARE(m_pModel->index(nRows - 1, 0).data().toString(), m_pTree->Path("b"));
+    QSignalSpy spy(m_pModel, &CDirModel::rowsInserted);
+    m_pView->Parse({m_pTree->Path()});
+    m_pView->Parse({});
+    QCOMPARE(m_pModel->rowCount(), nRows);
+    QVERIFY(spy.isEmpty());
+}
+
+void tst_CFileTreeView::parseOfAnEmptyListIsNotTheOne()
+{
+    const int nRows = m_pModel->rowCount();
+    m_pView->Parse({});
+    QCOMPARE(m_pModel->rowCount(), nRows);
+    m_pView->Parse({m_pTree->Path()});
+    QCOMPARE(m_pModel->rowCount(), nRows + 1);
+}
+
+void tst_CFileTreeView::rowsAreThirtyHigh()
+{
+    m_pTree->Write("file");
+    Open();
+    QCOMPARE(m_pView->visualRect(At("file")).height(), 30);
+    QCOMPARE(m_pView->visualRect(At("file")).top() - m_pView->visualRect(At(".")).top(), 30);
+}
+
+void tst_CFileTreeView::rowsOfHostileNamesAreAsHigh()
+{
+    m_pTree->WriteBytesName("1\n2\n3\n4");
+    m_pTree->WriteBytesName("<h1>2<br>x");
+    m_pTree->WriteBytesName("3 \xff\xfe");
+    Open();
+    for (int i = 0; i < 3; ++i) {
+        const QModelIndex index = m_pModel->index(i, 0, At("."));
+        QCOMPARE(m_pView->visualRect(index).height(), 30);
+        QCOMPARE(m_pView->visualRect(index).top(), m_pView->visualRect(At(".")).top() + 30 * (i + 1));
+    }
+    m_pView->grab();
+}
+
+void tst_CFileTreeView::columnIsAsWideAsItsNames()
+{
+    m_pTree->Write(QString(250, 'W'));
+    Open();
+    m_pView->grab();
+    QVERIFY(m_pView->columnWidth(0) > 500);
+    QVERIFY(m_pView->horizontalScrollBar()->maximum() > 0);
+}
+
+void tst_CFileTreeView::expandingListsTwoLevels()
+{
+    m_pTree->Write("a/b/c/d");
+    Open();
+    QCOMPARE(m_pModel->rowCount(At("a")), 1);
+    QCOMPARE(m_pModel->rowCount(At("a/b")), 0);
+    m_pView->expand(At("a"));
+    QCOMPARE(m_pModel->rowCount(At("a/b")), 1);
+    QCOMPARE(m_pModel->rowCount(At("a/b/c")), 0);
+    m_pView->collapse(At("a"));
+    QCOMPARE(m_pModel->rowCount(At("a/b")), 1);
+}
+
+void tst_CFileTreeView::expandingACheckedFolder()
+{
+    m_pTree->Write("a/b/c");
+    Open();
+    Click("a", 7);
+    m_pView->expand(At("a"));
+    QCOMPARE(Node("a/b")->m_chkState, 2);
+    QCOMPARE(Node("a/b/c")->m_chkState, 2);
+}
+
+void tst_CFileTreeView::pressOnTheBoxTicks_data()
+{
+    QTest::addColumn<int>("x");
+    QTest::addColumn<int>("state");
+    QTest::newRow("left edge") << 0 << 0;
+    QTest::newRow("one in") << 1 << 2;
+    QTest::newRow("middle") << 7 << 2;
+    QTest::newRow("fifteen in") << 15 << 2;
+    QTest::newRow("sixteen in") << 16 << 0;
+    QTest::newRow("icon") << 25 << 0;
+    QTest::newRow("name") << 60 << 0;
+}
+
+void tst_CFileTreeView::pressOnTheBoxTicks()
+{
+    m_pTree->Write("a/b");
+    Open();
+    QFETCH(int, x);
+    Click("a", x);
+    QTEST(Node("a")->m_chkState, "state");
+    QTEST(Node("a/b")->m_chkState, "state");
+    QTEST(Node(".")->m_chkState, "state");
+    QCOMPARE(m_pModel->HasCheckedEntry(), Node("a")->m_chkState != 0);
+}
+
+void tst_CFileTreeView::pressOnTheNameSelects()
+{
+    m_pTree->Write("a");
+    Open();
+    Click("a", 80);
+    QVERIFY(m_pView->selectionModel()->isSelected(At("a")));
+    QCOMPARE(Node("a")->m_chkState, 0);
+}
+
+void tst_CFileTreeView::doubleClickOnTheBox()
+{
+    m_pTree->Write("a/b");
+    Open();
+    QList<bool> listTold;
+    connect(m_pView.get(), &CFileTreeView::SignalItemClicked, this,
+            [&] { listTold += m_pModel->HasCheckedEntry(); });
+    QWidget* pViewport = m_pView->viewport();
+    const QRect rect = m_pView->visualRect(At("a"));
+    const QPoint pos(rect.left() + 7, rect.center().y());
+    QTest::mousePress(pViewport, Qt::LeftButton, Qt::NoModifier, pos);
+    QTest::mouseRelease(pViewport, Qt::LeftButton, Qt::NoModifier, pos);
+    QCOMPARE(Node("a")->m_chkState, 2);
+    QMouseEvent event(QEvent::MouseButtonDblClick, pos, pViewport->mapToGlobal(pos), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(pViewport, &event);
+    QTest::mouseRelease(pViewport, Qt::LeftButton, Qt::NoModifier, pos);
+    QCOMPARE(Node("a")->m_chkState, 0);
+    QVERIFY(!m_pView->isExpanded(At("a")));
+    // Whoever listens was told of both, each time with the new tick in place.
+    QCOMPARE(listTold, QList<bool>({true, false}));
+}
+
+void tst_CFileTreeView::everyClickIsTold()
+{
+    m_pTree->Write("a");
+    Open();
+    QSignalSpy spy(m_pView.get(), &CFileTreeView::SignalItemClicked);
+    Click("a", 7);
+    QCOMPARE(spy.count(), 1);
+    Click("a", 80);
+    QCOMPARE(spy.count(), 2);
+    QTest::mouseClick(m_pView->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      m_pView->viewport()->rect().bottomLeft());
+    QCOMPARE(spy.count(), 2);
+}
+
+/** What the row shows where its box is. */
+static QImage BoxOf(const CFileTreeView& view, const QModelIndex& index)
+{
+    const QRect row = view.visualRect(index);
+    return const_cast<CFileTreeView&>(view)
+        .viewport()
+        ->grab(QRect(row.left(), row.top() + 8, 14, 14))
+        .toImage();
+}
+
+void tst_CFileTreeView::tickingRepaintsEveryRow()
+{
+    m_pTree->Write("a/b");
+    Open();
+    m_pView->expand(At("a"));
+    const QImage unchecked = BoxOf(*m_pView, At("a/b"));
+    struct CPaintCount : QObject
+    {
+        bool eventFilter(QObject*, QEvent* pEvent) override
+        {
+            if (pEvent->type() == QEvent::Paint) {
+                m_region += static_cast<QPaintEvent*>(pEvent)->region();
+            }
+            return false;
+        }
+        QRegion m_region;
+    } count;
+    // What is still to be painted for other reasons comes first.
+    m_pView->viewport()->installEventFilter(&count);
+    do {
+        count.m_region = QRegion();
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    } while (!count.m_region.isEmpty());
+    m_pModel->setData(At("."), Qt::Checked, Qt::CheckStateRole);
+    QTRY_VERIFY(count.m_region.contains(m_pView->visualRect(At("a/b"))));
+    QVERIFY(count.m_region.contains(m_pView->visualRect(At("."))));
+    m_pView->viewport()->removeEventFilter(&count);
+    QVERIFY(BoxOf(*m_pView, At("a/b")) != unchecked);
+    QCOMPARE(BoxOf(*m_pView, At("a/b")), BoxOf(*m_pView, At(".")));
+}
+
+void tst_CFileTreeView::hugeFoldersTickAtOnce()
+{
+    // 2,000 open rows and 40,000 entries below them: looking each up among the rows would take seconds.
+    m_pTree->Write("file");
+    Open();
+    m_pView->LendNodes(true);
+    CDirNode* pVolume = m_pModel->GetRootNode()->Child(0);
+    for (int i = 0; i < 2000; ++i) {
+        auto* pFolder = new CDirNode;
+        pVolume->AppendChild(pFolder);
+        for (int j = 0; j < 20; ++j) {
+            pFolder->AppendChild(new CDirNode);
+        }
+    }
+    m_pView->LendNodes(false);
+    QElapsedTimer timer;
+    timer.start();
+    m_pModel->setData(At("."), Qt::Checked, Qt::CheckStateRole);
+    QApplication::processEvents();
+    const qint64 nMs = timer.elapsed();
+    QCOMPARE(pVolume->Child(2000)->Child(19)->m_chkState, 2);
+    QVERIFY2(nMs < 500, qPrintable(QString::number(nMs)));
+}
+
+void tst_CFileTreeView::lentViewHasNothingToRead()
+{
+    m_pTree->Write("a/b");
+    Open();
+    m_pView->LendNodes(true);
+    QVERIFY(!m_pView->model());
+    m_pView->LendNodes(false);
+    QCOMPARE(m_pView->model(), static_cast<QAbstractItemModel*>(m_pModel));
+}
+
+void tst_CFileTreeView::lentViewShowsItsPicture()
+{
+    for (int i = 0; i < 50; ++i) {
+        m_pTree->Write(QStringLiteral("file %1").arg(i));
+    }
+    Open();
+    m_pView->expand(At("."));
+    Click("file 1", 7);
+    m_pView->verticalScrollBar()->setValue(3);
+    const QImage before = m_pView->grab().toImage();
+    m_pView->LendNodes(true);
+    QCOMPARE(m_pView->grab().toImage(), before);
+    m_pView->resize(620, 300);
+    QApplication::processEvents();
+    const QImage larger = m_pView->grab().toImage();
+    QCOMPARE(larger.size(), QSize(620, 300));
+    QCOMPARE(m_pView->childAt(610, 100), m_pView->childAt(10, 10));
+    QCOMPARE(larger.copy(0, 0, 500, 300), before.copy(0, 0, 500, 300));
+    QCOMPARE(larger.pixelColor(610, 100), m_pView->palette().color(QPalette::Base));
+    m_pView->resize(500, 400);
+    m_pView->LendNodes(false);
+    QCOMPARE(m_pView->grab().toImage(), before);
+}
+
+void tst_CFileTreeView::lentViewTakesNoInput()
+{
+    m_pTree->Write("a/b");
+    Open();
+    const QRect row = m_pView->visualRect(At("a"));
+    QSignalSpy spyClick(m_pView.get(), &CFileTreeView::SignalItemClicked);
+    QSignalSpy spyExpand(m_pView.get(), &CFileTreeView::expanded);
+    m_pView->LendNodes(true);
+    const QPoint pos = m_pView->viewport()->mapTo(m_pView.get(), QPoint(row.left() + 7, row.center().y()));
+    QWidget* pUnder = m_pView->childAt(pos);
+    QVERIFY(pUnder != m_pView->viewport());
+    for (QWidget* pTarget : {pUnder, m_pView->viewport()}) {
+        QTest::mouseMove(pTarget, pos);
+        QTest::mouseClick(pTarget, Qt::LeftButton, Qt::NoModifier, pos);
+        QTest::mouseDClick(pTarget, Qt::LeftButton, Qt::NoModifier, pos);
+    }
+    for (const Qt::Key enKey : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Space, Qt::Key_A, Qt::Key_Asterisk}) {
+        QTest::keyClick(m_pView.get(), enKey);
+    }
+    m_pView->LendNodes(false);
+    QVERIFY(spyClick.isEmpty());
+    QVERIFY(spyExpand.isEmpty());
+    QCOMPARE(Node("a")->m_chkState, 0);
+    QVERIFY(!m_pView->isExpanded(At("a")));
+    Click("a", 7);
+    QCOMPARE(Node("a")->m_chkState, 2);
+    QCOMPARE(spyClick.count(), 1);
+}
+
+void tst_CFileTreeView::lentViewStaysAsItWas()
+{
+    for (int i = 0; i < 60; ++i) {
+        m_pTree->Write(QStringLiteral("folder %1/%2/file").arg(i).arg(QString(100, 'w')));
+    }
+    Open();
+    m_pView->expand(At("folder 10"));
+    m_pView->expand(At("folder 50"));
+    m_pView->expand(m_pModel->index(0, 0, At("folder 50")));
+    m_pView->collapse(At("folder 50"));
+    m_pView->setCurrentIndex(At("folder 7"));
+    m_pView->selectionModel()->select(At("folder 7"), QItemSelectionModel::ClearAndSelect);
+    m_pView->grab();
+    m_pView->verticalScrollBar()->setValue(15);
+    m_pView->horizontalScrollBar()->setValue(40);
+    const QItemSelectionModel* pSelection = m_pView->selectionModel();
+    const QImage before = m_pView->grab().toImage();
+
+    m_pView->LendNodes(true);
+    QApplication::processEvents();
+    m_pView->LendNodes(false);
+
+    QVERIFY(m_pView->isExpanded(At(".")));
+    QVERIFY(m_pView->isExpanded(At("folder 10")));
+    QVERIFY(!m_pView->isExpanded(At("folder 11")));
+    QVERIFY(!m_pView->isExpanded(At("folder 50")));
+    QVERIFY(m_pView->isExpanded(m_pModel->index(0, 0, At("folder 50"))));
+    QCOMPARE(m_pView->selectionModel(), pSelection);
+    QCOMPARE(m_pView->currentIndex(), At("folder 7"));
+    QCOMPARE(m_pView->selectionModel()->selectedIndexes(), QModelIndexList({At("folder 7")}));
+    QCOMPARE(m_pView->verticalScrollBar()->value(), 15);
+    QCOMPARE(m_pView->horizontalScrollBar()->value(), 40);
+    QCOMPARE(m_pView->grab().toImage(), before);
+    // None of the selection models made on the way is left behind.
+    QCOMPARE(m_pView->findChildren<QItemSelectionModel*>().size(), 1);
+}
+
+void tst_CFileTreeView::lentViewStaysScrolledWithoutSelection()
+{
+    for (int i = 0; i < 60; ++i) {
+        m_pTree->Write(QStringLiteral("file %1").arg(i));
+    }
+    Open();
+    m_pView->selectionModel()->clear();
+    m_pView->grab();
+    m_pView->verticalScrollBar()->setValue(15);
+    m_pView->LendNodes(true);
+    m_pView->LendNodes(false);
+    QCOMPARE(m_pView->verticalScrollBar()->value(), 15);
+}
+
+void tst_CFileTreeView::lentTwice()
+{
+    m_pTree->Write("a");
+    Open();
+    const int nChildren = m_pView->children().size();
+    for (int i = 0; i < 2; ++i) {
+        m_pView->LendNodes(true);
+        m_pView->LendNodes(true);
+        QVERIFY(!m_pView->model());
+        m_pView->LendNodes(false);
+        m_pView->LendNodes(false);
+        QVERIFY(m_pView->isExpanded(At(".")));
+    }
+    QCOMPARE(m_pView->children().size(), nChildren);
+}
+
+void tst_CFileTreeView::lentBeforeShown()
+{
+    m_pTree->Write("a");
+    m_pView->Parse({m_pTree->Path()});
+    m_pView->LendNodes(true);
+    m_pView->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_pView.get()));
+    m_pView->LendNodes(false);
+    m_pView->expand(At("."));
+    QVERIFY(m_pView->visualRect(At("a")).isValid());
+}
+
+void tst_CFileTreeView::returnedShowsWhatWasListed()
+{
+    m_pTree->Write("a/b/c/d");
+    Open();
+    m_pView->expand(At("a"));
+    Click("a", 7);
+    QCOMPARE(m_pModel->rowCount(At("a/b/c")), 0);
+    m_pView->LendNodes(true);
+    Node("a/b/c")->LoadChild();
+    m_pView->LendNodes(false);
+    m_pView->expand(At("a/b"));
+    m_pView->expand(At("a/b/c"));
+    QVERIFY(m_pView->visualRect(At("a/b/c/d")).isValid());
+    QCOMPARE(Node("a/b/c/d")->m_chkState, 2);
+    QCOMPARE(m_pView->indexBelow(At("a/b/c")), At("a/b/c/d"));
+}
+
+void tst_CFileTreeView::returnedDoesNotTickAnew()
+{
+    m_pTree->Write("a/b");
+    Open();
+    m_pView->expand(At("a"));
+    Click("a/b", 7);
+    // A state that only the worker's side knows: handing ticks down again would wipe it out.
+    m_pView->LendNodes(true);
+    Node("a/b")->m_chkState = Qt::Unchecked;
+    m_pView->LendNodes(false);
+    QCOMPARE(Node("a")->m_chkState, 2);
+    QCOMPARE(Node("a/b")->m_chkState, 0);
+}
+
+void tst_CFileTreeView::parseWhileLentComesLater()
+{
+    const int nRows = m_pModel->rowCount();
+    m_pView->LendNodes(true);
+    m_pView->Parse({m_pTree->Path()});
+    QCOMPARE(m_pModel->rowCount(), nRows);
+    m_pView->LendNodes(false);
+    QCOMPARE(m_pModel->rowCount(), nRows + 1);
+    QCOMPARE(At(".").data().toString(), m_pTree->Path());
+    m_pView->Parse({m_pTree->Path("other")});
+    QCOMPARE(m_pModel->rowCount(), nRows + 1);
+}
+
+/** Lists every folder below `pNode`, as the size worker does. */
+static void ListAll(CDirNode* pNode)
+{
+    if (pNode->m_bDir && pNode->m_listChild.isEmpty()) {
+        pNode->LoadChild();
+    }
+    for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
+        ListAll(pChild);
+    }
+}
+
+void tst_CFileTreeView::workerAndEventsTogether()
+{
+    for (int i = 0; i < 100; ++i) {
+        m_pTree->Write(QStringLiteral("folder %1/a/b/c").arg(i));
+    }
+    CLogCapture capture;
+    Open();
+    Click(".", 7);
+    m_pView->LendNodes(true);
+    // Not a QThread: the race checker knows that what a std::thread did comes before its join.
+    std::atomic<bool> bRunning{true};
+    std::thread worker([this, &bRunning] {
+        ListAll(m_pModel->GetRootNode());
+        bRunning = false;
+    });
+    int nTurn = 0;
+    while (bRunning || nTurn < 20) {
+        ++nTurn;
+        m_pView->resize(500 + nTurn % 7, 400 + nTurn % 5);
+        QTest::mouseMove(m_pView.get(), QPoint(30 + nTurn % 50, 30 + nTurn % 90));
+        QTest::keyClick(m_pView.get(), nTurn % 2 ? Qt::Key_Down : Qt::Key_Right);
+        m_pView->update();
+        m_pView->viewport()->update();
+        m_pView->setFont(QFont("Sans", 10 + nTurn % 2));
+        QApplication::processEvents();
+    }
+    worker.join();
+    m_pView->LendNodes(false);
+    m_pView->grab();
+    QCOMPARE(Node("folder 99/a/b/c")->m_chkState, 2);
+    const QStringList listLine = capture.Lines().filter("QAbstractItemModel");
+    QCOMPARE(listLine, QStringList());
+}
+
+void tst_CFileTreeView::destroyedWhileLent()
+{
+    m_pTree->Write("a/b");
+    Open();
+    Click("a", 80);
+    m_pView->LendNodes(true);
+    m_pView.reset();
+    QCOMPARE(m_pModel->rowCount(At("a")), 1);
+}
+
+QTEST_MAIN(tst_CFileTreeView)
+#include "tst_CFileTreeView.moc"

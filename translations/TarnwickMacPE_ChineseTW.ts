@@ -1,0 +1,171 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_TW" sourcelanguage="en">
+<context>
+    <name>CCopyFileWidget</name>
+    <message>
+        <source>Remaining Time: %1</source>
+        <translation>剩餘時間：%1</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Calculating...</source>
+        <translation>正在計算⋯</translation>
+    </message>
+    <message>
+        <source>Copying files to (%1): %2</source>
+        <translation>正在將檔案拷貝到「%1」：%2</translation>
+    </message>
+    <message>
+        <source>Copy file completed!</source>
+        <translation>檔案拷貝已完成！</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>好</translation>
+    </message>
+    <message>
+        <source>Your data might not be copied completely, are you sure to stop the copying process?</source>
+        <translation>資料可能尚未完全拷貝。確定要停止拷貝嗎？</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
+        <translation>目的儲存裝置已移除！請檢查並重新連接該裝置，然後再試一次。</translation>
+    </message>
+</context>
+<context>
+    <name>CSearchWaitView</name>
+    <message>
+        <source>NotFoundOrNoItemView</source>
+        <translation>NotFoundOrNoItemView</translation>
+    </message>
+    <message>
+        <source>Searching</source>
+        <translation>正在搜尋</translation>
+    </message>
+    <message>
+        <source>image</source>
+        <translation>影像</translation>
+    </message>
+    <message>
+        <source>Searching, please wait...</source>
+        <translation>正在搜尋，請稍候⋯</translation>
+    </message>
+</context>
+<context>
+    <name>CSelFileWidget</name>
+    <message>
+        <source>Source</source>
+        <translation>來源</translation>
+    </message>
+    <message>
+        <source>Select File to Copy:</source>
+        <translation>選擇要拷貝的檔案：</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>目的位置</translation>
+    </message>
+    <message>
+        <source>Select Destination Disk:</source>
+        <translation>選擇目的磁碟：</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>拷貝</translation>
+    </message>
+    <message>
+        <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>
+        <translation>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1&#xa0;GB&lt;/span&gt; 可用，共 &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2&#xa0;GB&lt;/span&gt;</translation>
+    </message>
+    <message>
+        <source>Your drive may be damaged and Tarnwick can not write to this drive, please change another one and retry.</source>
+        <translation>此磁碟機可能已損壞，Tarnwick 無法寫入。請更換其他磁碟機，然後再試一次。</translation>
+    </message>
+    <message>
+        <source>Calculating files size...</source>
+        <translation>正在計算檔案大小⋯</translation>
+    </message>
+    <message>
+        <source>No enough space, please select other Hard Disk or USB flash drive.</source>
+        <translation>空間不足。請選擇其他硬碟或 USB 隨身碟。</translation>
+    </message>
+    <message>
+        <source>Tarnwick</source>
+        <translation>Tarnwick</translation>
+    </message>
+    <message>
+        <source> at </source>
+        <translation> 時間 </translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>好</translation>
+    </message>
+</context>
+<context>
+    <name>CTarnwickMacPE</name>
+    <message>
+        <source>CTarnwickMacPE</source>
+        <translation>CTarnwickMacPE</translation>
+    </message>
+    <message>
+        <source>logo</source>
+        <translation>標誌</translation>
+    </message>
+    <message>
+        <source>title</source>
+        <translation>標題</translation>
+    </message>
+    <message>
+        <source>Kelvane Tarnwick</source>
+        <translation>Kelvane Tarnwick</translation>
+    </message>
+    <message>
+        <source>Your computer will restart if you exit the program. Are you sure you want to exit?</source>
+        <translation>結束程式後，電腦將重新開機。確定要結束嗎？</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>KvMessageBox</name>
+    <message>
+        <source>Form</source>
+        <translation>表單</translation>
+    </message>
+    <message>
+        <source>TextLabel</source>
+        <translation>文字標籤</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>好</translation>
+    </message>
+</context>
+</TS>

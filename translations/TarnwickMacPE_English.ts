@@ -1,0 +1,171 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="en">
+<context>
+    <name>CCopyFileWidget</name>
+    <message>
+        <source>Remaining Time: %1</source>
+        <translation>Remaining Time: %1</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Calculating...</source>
+        <translation>Calculating...</translation>
+    </message>
+    <message>
+        <source>Copying files to (%1): %2</source>
+        <translation>Copying files to (%1): %2</translation>
+    </message>
+    <message>
+        <source>Copy file completed!</source>
+        <translation>Copy file completed!</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Your data might not be copied completely, are you sure to stop the copying process?</source>
+        <translation>Your data might not be copied completely, are you sure to stop the copying process?</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
+        <translation>The destination storage device has been removed! Please check and connect the storage device then try again.</translation>
+    </message>
+</context>
+<context>
+    <name>CSearchWaitView</name>
+    <message>
+        <source>NotFoundOrNoItemView</source>
+        <translation>NotFoundOrNoItemView</translation>
+    </message>
+    <message>
+        <source>Searching</source>
+        <translation>Searching</translation>
+    </message>
+    <message>
+        <source>image</source>
+        <translation>image</translation>
+    </message>
+    <message>
+        <source>Searching, please wait...</source>
+        <translation>Searching, please wait...</translation>
+    </message>
+</context>
+<context>
+    <name>CSelFileWidget</name>
+    <message>
+        <source>Source</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>Select File to Copy:</source>
+        <translation>Select File to Copy:</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>Destination</translation>
+    </message>
+    <message>
+        <source>Select Destination Disk:</source>
+        <translation>Select Destination Disk:</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>
+        <translation>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</translation>
+    </message>
+    <message>
+        <source>Your drive may be damaged and Tarnwick can not write to this drive, please change another one and retry.</source>
+        <translation>Your drive may be damaged and Tarnwick can not write to this drive, please change another one and retry.</translation>
+    </message>
+    <message>
+        <source>Calculating files size...</source>
+        <translation>Calculating files size...</translation>
+    </message>
+    <message>
+        <source>No enough space, please select other Hard Disk or USB flash drive.</source>
+        <translation>No enough space, please select other Hard Disk or USB flash drive.</translation>
+    </message>
+    <message>
+        <source>Tarnwick</source>
+        <translation>Tarnwick</translation>
+    </message>
+    <message>
+        <source> at </source>
+        <translation> at </translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>CTarnwickMacPE</name>
+    <message>
+        <source>CTarnwickMacPE</source>
+        <translation>CTarnwickMacPE</translation>
+    </message>
+    <message>
+        <source>logo</source>
+        <translation>logo</translation>
+    </message>
+    <message>
+        <source>title</source>
+        <translation>title</translation>
+    </message>
+    <message>
+        <source>Kelvane Tarnwick</source>
+        <translation>Kelvane Tarnwick</translation>
+    </message>
+    <message>
+        <source>Your computer will restart if you exit the program. Are you sure you want to exit?</source>
+        <translation>Your computer will restart if you exit the program. Are you sure you want to exit?</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>KvMessageBox</name>
+    <message>
+        <source>Form</source>
+        <translation>Form</translation>
+    </message>
+    <message>
+        <source>TextLabel</source>
+        <translation>TextLabel</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,171 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr_FR" sourcelanguage="en">
+<context>
+    <name>CCopyFileWidget</name>
+    <message>
+        <source>Remaining Time: %1</source>
+        <translation>Temps restant&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Calculating...</source>
+        <translation>calcul en cours…</translation>
+    </message>
+    <message>
+        <source>Copying files to (%1): %2</source>
+        <translation>Copie des fichiers vers «&#xa0;%1&#xa0;»&#xa0;: %2</translation>
+    </message>
+    <message>
+        <source>Copy file completed!</source>
+        <translation>Copie des fichiers terminée&#xa0;!</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Your data might not be copied completely, are you sure to stop the copying process?</source>
+        <translation>Vos données n’ont peut-être pas été entièrement copiées. Voulez-vous vraiment arrêter la copie&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Oui</translation>
+    </message>
+    <message>
+        <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
+        <translation>Le périphérique de stockage de destination a été retiré&#xa0;! Vérifiez-le, reconnectez-le, puis réessayez.</translation>
+    </message>
+</context>
+<context>
+    <name>CSearchWaitView</name>
+    <message>
+        <source>NotFoundOrNoItemView</source>
+        <translation>NotFoundOrNoItemView</translation>
+    </message>
+    <message>
+        <source>Searching</source>
+        <translation>Recherche en cours</translation>
+    </message>
+    <message>
+        <source>image</source>
+        <translation>image</translation>
+    </message>
+    <message>
+        <source>Searching, please wait...</source>
+        <translation>Recherche en cours, veuillez patienter…</translation>
+    </message>
+</context>
+<context>
+    <name>CSelFileWidget</name>
+    <message>
+        <source>Source</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>Select File to Copy:</source>
+        <translation>Sélectionnez les fichiers à copier&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>Destination</translation>
+    </message>
+    <message>
+        <source>Select Destination Disk:</source>
+        <translation>Sélectionnez le disque de destination&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copier</translation>
+    </message>
+    <message>
+        <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>
+        <translation>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1&#xa0;Go&lt;/span&gt; disponibles, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2&#xa0;Go&lt;/span&gt; au total</translation>
+    </message>
+    <message>
+        <source>Your drive may be damaged and Tarnwick can not write to this drive, please change another one and retry.</source>
+        <translation>Le disque est peut-être endommagé et Tarnwick ne peut pas y écrire. Remplacez-le par un autre, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>Calculating files size...</source>
+        <translation>Calcul de la taille des fichiers…</translation>
+    </message>
+    <message>
+        <source>No enough space, please select other Hard Disk or USB flash drive.</source>
+        <translation>Espace insuffisant. Sélectionnez un autre disque dur ou une autre clé USB.</translation>
+    </message>
+    <message>
+        <source>Tarnwick</source>
+        <translation>Tarnwick</translation>
+    </message>
+    <message>
+        <source> at </source>
+        <translation> à </translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>CTarnwickMacPE</name>
+    <message>
+        <source>CTarnwickMacPE</source>
+        <translation>CTarnwickMacPE</translation>
+    </message>
+    <message>
+        <source>logo</source>
+        <translation>logo</translation>
+    </message>
+    <message>
+        <source>title</source>
+        <translation>titre</translation>
+    </message>
+    <message>
+        <source>Kelvane Tarnwick</source>
+        <translation>Kelvane Tarnwick</translation>
+    </message>
+    <message>
+        <source>Your computer will restart if you exit the program. Are you sure you want to exit?</source>
+        <translation>Votre ordinateur redémarrera si vous quittez le programme. Voulez-vous vraiment quitter&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Oui</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+</context>
+<context>
+    <name>KvMessageBox</name>
+    <message>
+        <source>Form</source>
+        <translation>Formulaire</translation>
+    </message>
+    <message>
+        <source>TextLabel</source>
+        <translation>Étiquette de texte</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Oui</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Non</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+</TS>
