@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
-        <translation>目的存储设备已被移除！请检查并重新连接该设备，然后再试一次。</translation>
+        <translation>目的存储设备已被移除！请检查并重新连接，然后再试一次。</translation>
     </message>
 </context>
 <context>

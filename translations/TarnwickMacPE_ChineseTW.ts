@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
-        <translation>目的儲存裝置已移除！請檢查並重新連接該裝置，然後再試一次。</translation>
+        <translation>目的儲存裝置已移除！請檢查並重新連接，然後再試一次。</translation>
     </message>
 </context>
 <context>

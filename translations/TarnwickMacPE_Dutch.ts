@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
-        <translation>Het opslagapparaat waarnaar werd gekopieerd, is losgekoppeld! Controleer het apparaat, sluit het weer aan en probeer het opnieuw.</translation>
+        <translation>Het bestemmingsapparaat is losgekoppeld! Controleer het apparaat, sluit het weer aan en probeer het opnieuw.</translation>
     </message>
 </context>
 <context>
@@ -95,7 +95,7 @@
     </message>
     <message>
         <source>No enough space, please select other Hard Disk or USB flash drive.</source>
-        <translation>Onvoldoende ruimte. Selecteer een andere harde schijf of USB-stick.</translation>
+        <translation>Onvoldoende ruimte. Selecteer een andere harde schijf of een andere USB-stick.</translation>
     </message>
     <message>
         <source>Tarnwick</source>

@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
-        <translation>Le périphérique de stockage de destination a été retiré&#xa0;! Vérifiez-le, reconnectez-le, puis réessayez.</translation>
+        <translation>Le périphérique de stockage de destination a été retiré&#xa0;! Contrôlez et reconnectez le périphérique, puis réessayez.</translation>
     </message>
 </context>
 <context>

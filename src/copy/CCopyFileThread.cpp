@@ -21,13 +21,13 @@
 
 namespace {
 
-constexpr qint64 MIB = 1024 * 1024;
+constexpr qint64 MIB = qint64(1024) * 1024;
 constexpr qint64 SMALL_TOTAL = 50 * MIB;
 constexpr qint64 LARGE_TOTAL = 200 * MIB;
 
 // A chunk goes through the front of its buffer in pieces: what was read is then
 // still in the processor's cache when it is written.
-constexpr qint64 PIECE = 256 * 1024;
+constexpr qint64 PIECE = qint64(256) * 1024;
 
 constexpr unsigned long PAUSE_POLL_MS = 1;
 constexpr unsigned long CHUNK_SLEEP_US = 100; // keeps the machine responsive

@@ -4,6 +4,7 @@
 #include "disk/CDestinationDiscovery.h"
 #include "disk/CLeftoverFolder.h"
 #include "kit/CSkinMgr.h"
+#include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
 #include "log/CLogTarnwick.h"
 #include "tree/CDirModel.h"
@@ -44,7 +45,7 @@ CCopyFileWidget::~CCopyFileWidget()
 void CCopyFileWidget::InitData()
 {
     m_pCopyThread = new CCopyFileThread(this);
-    m_pMovie = new QMovie(QStringLiteral(":/res/Gif/copy.gif"), QByteArray(), this);
+    m_pMovie = new QMovie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/copy.gif")), QByteArray(), this);
     m_pForm->m_pGifLab->setMovie(m_pMovie);
 }
 

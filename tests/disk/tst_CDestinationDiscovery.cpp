@@ -41,11 +41,13 @@ private slots:
     void NoVolumes();
     void CommandThatIgnoresTheEndIsKilledWithItsChildren();
     void CommandThatHangsWithClosedOutputCostsNoProcessorTime();
+    void CommandThatPrintsForEverEndsLongBeforeItsTime();
     void TheNextVolumeIsAskedAfterAHang();
     void CancelledBeforeTheStart();
     void CancelledDuringAHang_data();
     void CancelledDuringAHang();
     void CancelledBetweenTwoVolumes();
+    void CancelledAfterTheLastVolume();
 
 private:
     void UseCommand(const QByteArray& baScript);
@@ -74,6 +76,8 @@ static QByteArray Bus(const QByteArray& baBus)
 static QByteArray Prints(const QByteArray& baText) { return "cat <<'END'\n" + baText + "END\n"; }
 
 static const QByteArray HANGS = "exec sleep 600\n";
+
+static const QByteArray CHILD_HANGS = "sleep 600 &\necho $! >> \"$here/pids\"\nwhile :; do wait; done\n";
 
 static QVector<STVolume> Scanned()
 {
@@ -121,7 +125,7 @@ QByteArrayList tst_CDestinationDiscovery::Asked() const
     return listCall;
 }
 
-/** Looks for the commands' process groups, so that a child of the command counts as well. */
+/** Looks for the commands, their children as far as they noted them, and whatever else is in their groups. */
 bool tst_CDestinationDiscovery::NothingLeftRunning() const
 {
     QByteArrayList listPid = m_pTree->Read(QStringLiteral("pids")).split('\n');
@@ -323,7 +327,7 @@ void tst_CDestinationDiscovery::CommandIsAskedForTheDeviceInOneArgument_data()
     QTest::newRow("blanks") << QByteArray("//nas/my  share");
     QTest::newRow("quotation marks") << QByteArray("a\"b'c");
     QTest::newRow("shell signs") << QByteArray("$(id);`id`|x>y*");
-    QTest::newRow("placeholder") << QByteArray("%1 %2");
+    QTest::newRow("percent signs") << QByteArray("%1 %2");
     QTest::newRow("hash and backslash") << QByteArray("a#b\\040c");
 }
 
@@ -341,7 +345,7 @@ void tst_CDestinationDiscovery::NamesThatAreText_data()
     QTest::addColumn<QString>("strName");
     QTest::newRow("blank") << QStringLiteral("STICK A");
     QTest::newRow("trailing blank") << QStringLiteral("STICK ");
-    QTest::newRow("placeholders") << QStringLiteral("%1 and %2");
+    QTest::newRow("percent signs") << QStringLiteral("%1 and %2");
     QTest::newRow("markup") << QStringLiteral("<b>bold");
     QTest::newRow("hash") << QStringLiteral("#1");
     QTest::newRow("leading dash") << QStringLiteral("-plist");
@@ -447,7 +451,7 @@ void tst_CDestinationDiscovery::NoVolumes()
 void tst_CDestinationDiscovery::CommandThatIgnoresTheEndIsKilledWithItsChildren()
 {
     CDestinationDiscovery::SetCommandTimeoutMs(200);
-    UseCommand("trap '' TERM HUP INT\nsleep 600 &\nwhile :; do wait; done\n");
+    UseCommand("trap '' TERM HUP INT\n" + CHILD_HANGS);
     QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
     QElapsedTimer timer;
     timer.start();
@@ -477,6 +481,28 @@ void tst_CDestinationDiscovery::CommandThatHangsWithClosedOutputCostsNoProcessor
     QVERIFY2(ProcessorTimeMs() - nBefore < 300, qPrintable(QString::number(ProcessorTimeMs() - nBefore)));
 }
 
+static qint64 PeakMemoryMiB()
+{
+    rusage usage;
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+}
+
+void tst_CDestinationDiscovery::CommandThatPrintsForEverEndsLongBeforeItsTime()
+{
+    CDestinationDiscovery::SetCommandTimeoutMs(20000);
+    UseCommand("exec yes '<plist>'\n");
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    const qint64 nBefore = PeakMemoryMiB();
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(Scanned().size(), 1);
+    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
+    const qint64 nGrowth = PeakMemoryMiB() - nBefore;
+    QVERIFY2(nGrowth < 500, qPrintable(QString::number(nGrowth)));
+    QTRY_VERIFY(NothingLeftRunning());
+}
+
 void tst_CDestinationDiscovery::TheNextVolumeIsAskedAfterAHang()
 {
     CDestinationDiscovery::SetCommandTimeoutMs(300);
@@ -498,26 +524,30 @@ void tst_CDestinationDiscovery::CancelledBeforeTheStart()
     UseCommand(Prints(Bus("USB")));
     QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
     const std::atomic<bool> bCancelled{true};
+    const CLogCapture capture;
     int nFound = 0;
     QVERIFY(!CDestinationDiscovery::Scan([&nFound](const STVolume&) { ++nFound; }, bCancelled));
     QCOMPARE(nFound, 0);
     QVERIFY(!m_pTree->Has(QStringLiteral("asked")));
     QCOMPARE(LogLines(), QStringList());
+    QCOMPARE(capture.Lines(), QStringList());
 }
 
 void tst_CDestinationDiscovery::CancelledDuringAHang_data()
 {
     QTest::addColumn<QByteArray>("baScript");
-    QTest::newRow("before any output") << HANGS;
-    QTest::newRow("after its output") << Prints(Bus("USB")) + HANGS;
-    QTest::newRow("with its output closed") << "exec >&-\n" + HANGS;
-    QTest::newRow("with a child of its own") << QByteArray("sleep 600\n");
-    QTest::newRow("ignoring the polite end") << QByteArray("trap '' TERM\nwhile :; do sleep 600; done\n");
+    QTest::addColumn<int>("nProcesses");
+    QTest::newRow("before any output") << HANGS << 1;
+    QTest::newRow("after its output") << Prints(Bus("USB")) + HANGS << 1;
+    QTest::newRow("with its output closed") << "exec >&-\n" + HANGS << 1;
+    QTest::newRow("with a child of its own") << CHILD_HANGS << 2;
+    QTest::newRow("ignoring the polite end") << "trap '' TERM\n" + CHILD_HANGS << 2;
 }
 
 void tst_CDestinationDiscovery::CancelledDuringAHang()
 {
     QFETCH(QByteArray, baScript);
+    QFETCH(int, nProcesses);
     UseCommand(baScript);
     QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
     QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/B"));
@@ -529,6 +559,7 @@ void tst_CDestinationDiscovery::CancelledDuringAHang()
     }));
     pThread->start();
     QTRY_VERIFY(m_pTree->Has(QStringLiteral("asked")));
+    QTRY_COMPARE(m_pTree->Read(QStringLiteral("pids")).count('\n'), nProcesses);
     QElapsedTimer timer;
     timer.start();
     bCancelled = true;
@@ -556,6 +587,14 @@ void tst_CDestinationDiscovery::CancelledBetweenTwoVolumes()
     QVERIFY(!bWhole);
     QCOMPARE(nFound, 1);
     QCOMPARE(Asked().size(), 1);
+}
+
+void tst_CDestinationDiscovery::CancelledAfterTheLastVolume()
+{
+    UseCommand(Prints(Bus("USB")));
+    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
+    std::atomic<bool> bCancelled{false};
+    QVERIFY(!CDestinationDiscovery::Scan([&bCancelled](const STVolume&) { bCancelled = true; }, bCancelled));
 }
 
 PRIVATE_MOUNTS_TEST_MAIN(tst_CDestinationDiscovery)

@@ -157,8 +157,8 @@ void tst_CDiskListener::WritesOneDebugLine_data()
     QTest::newRow("arrival") << 0 << QByteArray("/Volumes/STICK")
                              << QStringLiteral("OnDiskChanged:0 devicePath:/Volumes/STICK!");
     QTest::newRow("removal") << 1 << QByteArray("USB") << QStringLiteral("OnDiskChanged:1 devicePath:USB!");
-    QTest::newRow("a path like a placeholder")
-        << 1 << QByteArray("/Volumes/%1 %2") << QStringLiteral("OnDiskChanged:1 devicePath:/Volumes/%1 %2!");
+    QTest::newRow("percent signs") << 1 << QByteArray("/Volumes/%1 %2")
+                                   << QStringLiteral("OnDiskChanged:1 devicePath:/Volumes/%1 %2!");
     QTest::newRow("quotation marks") << 0 << QByteArray("/Volumes/\"x\"")
                                      << QStringLiteral("OnDiskChanged:0 devicePath:/Volumes/\"x\"!");
 }

@@ -50,7 +50,7 @@ void tst_CMountWatch::ReportsMountAndUnmount_data()
     QTest::newRow("tab") << QByteArray("a\tb");
     QTest::newRow("hash") << QByteArray("#1");
     QTest::newRow("backslash and digits") << QByteArray("a\\040b");
-    QTest::newRow("placeholder") << QByteArray("%1 <b>x");
+    QTest::newRow("percent signs") << QByteArray("%1 <b>x");
     QTest::newRow("leading dash") << QByteArray("-rf");
     QTest::newRow("several scripts") << QByteArray("Größe 磁盘");
     QTest::newRow("not UTF-8") << QByteArray("\xff\xfe");

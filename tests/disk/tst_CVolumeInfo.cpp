@@ -35,7 +35,7 @@ void tst_CVolumeInfo::DeviceByName_data()
     QTest::newRow("hash") << QByteArray("#1");
     QTest::newRow("backslash") << QByteArray("a\\b");
     QTest::newRow("backslash and digits") << QByteArray("a\\040b");
-    QTest::newRow("placeholder and markup") << QByteArray("%1 <b>x");
+    QTest::newRow("percent sign and markup") << QByteArray("%1 <b>x");
     QTest::newRow("several scripts") << QByteArray("Größe 磁盘");
     QTest::newRow("255 bytes") << QByteArray(255, 'n');
 }

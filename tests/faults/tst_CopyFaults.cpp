@@ -131,6 +131,7 @@ private slots:
     void SourceThatShrinks_data();
     void SourceThatShrinks();
     void SourceThatGrows();
+    void SourceThatChanges_data();
     void SourceThatChanges();
     void SourceThatGrewSinceTheCountIsCopiedWhole();
     void SourceThatIsRemovedWhileCopied();
@@ -368,18 +369,40 @@ void tst_CopyFaults::SourceThatGrows()
     QCOMPARE(copy.OthersFault(), QString());
 }
 
+void tst_CopyFaults::SourceThatChanges_data()
+{
+    QTest::addColumn<int>("grownBy");
+    QTest::addColumn<qint64>("sec");
+    QTest::addColumn<qint64>("nsec");
+    QTest::newRow("size alone") << 7 << qint64(1100000000) << qint64(5);
+    QTest::newRow("seconds alone") << 0 << qint64(1100000001) << qint64(5);
+    QTest::newRow("nanoseconds alone") << 0 << qint64(1100000000) << qint64(6);
+}
+
 void tst_CopyFaults::SourceThatChanges()
 {
+    QFETCH(int, grownBy);
+    QFETCH(qint64, sec);
+    QFETCH(qint64, nsec);
     CFaultyCopy copy;
+    const QByteArray baPath = QFile::encodeName(copy.Source());
+    const timespec listBefore[2] = {{1100000000, 0}, {1100000000, 5}};
+    QCOMPARE(utimensat(AT_FDCWD, baPath.constData(), listBefore, 0), 0);
     copy.AfterChunk(3, [&] {
-        const timespec listTime[2] = {{1100000000, 0}, {1100000000, 5}};
-        QCOMPARE(utimensat(AT_FDCWD, QFile::encodeName(copy.Source()).constData(), listTime, 0), 0);
+        QCOMPARE(truncate(baPath.constData(), 3 * MIB + grownBy), 0);
+        const timespec listAfter[2] = {{1100000000, 0}, {time_t(sec), long(nsec)}};
+        QCOMPARE(utimensat(AT_FDCWD, baPath.constData(), listAfter, 0), 0);
     });
     copy.Run();
+    const QString strReason
+        = QStringLiteral("changed while it was copied, it has %1 bytes now").arg(3 * MIB + grownBy);
     QCOMPARE(ProblemLines(),
-             QStringList{Problem(copy.Source(),
-                                 "changed while it was copied, it has 3145728 bytes now (3145728 of 3145728 "
-                                 "bytes copied)")});
+             QStringList{Problem(copy.Source(), strReason + " (3145728 of 3145728 bytes copied)")});
+    // The copy is as old as what it holds.
+    struct stat stCopy;
+    QCOMPARE(stat(QFile::encodeName(copy.Copy()).constData(), &stCopy), 0);
+    QCOMPARE(qint64(stCopy.st_mtim.tv_sec), 1100000000);
+    QCOMPARE(qint64(stCopy.st_mtim.tv_nsec), 5);
 }
 
 void tst_CopyFaults::SourceThatGrewSinceTheCountIsCopiedWhole()

@@ -17,6 +17,7 @@ CJourney::CJourney(const QString& strPictures)
     m_environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(TARNWICK_PROBE_LIBRARY));
     m_environment.insert(QStringLiteral("TARNWICK_PROBE"), m_dir.filePath(QStringLiteral("probe")));
     m_environment.insert(QStringLiteral("TARNWICK_SLOW"), m_dir.filePath(QStringLiteral("slow")));
+    m_environment.insert(QStringLiteral("TARNWICK_SLOW_LIST"), m_dir.filePath(QStringLiteral("slow-list")));
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
 }
 
@@ -179,9 +180,8 @@ void CJourney::Picture(const QString& strName)
     QGuiApplication::primaryScreen()->grabWindow(0).save(strFile);
 }
 
-void CJourney::SlowWrites(int nMs)
+static void WriteDelay(const QString& strFile, int nMs)
 {
-    const QString strFile = m_environment.value(QStringLiteral("TARNWICK_SLOW"));
     if (nMs == 0) {
         QFile::remove(strFile);
         return;
@@ -190,4 +190,11 @@ void CJourney::SlowWrites(int nMs)
     if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray::number(nMs)) < 0) {
         qFatal("fixture failed: %s", qPrintable(strFile));
     }
+}
+
+void CJourney::SlowWrites(int nMs) { WriteDelay(m_environment.value(QStringLiteral("TARNWICK_SLOW")), nMs); }
+
+void CJourney::SlowListing(int nMs)
+{
+    WriteDelay(m_environment.value(QStringLiteral("TARNWICK_SLOW_LIST")), nMs);
 }

@@ -90,6 +90,9 @@ public:
     /** Makes each block that the program writes take nMs longer; 0 ends that. */
     void SlowWrites(int nMs);
 
+    /** Makes each folder that the program lists take nMs longer; 0 ends that. */
+    void SlowListing(int nMs);
+
 private:
     QString m_strPictures;
     int m_nPicture = 0;

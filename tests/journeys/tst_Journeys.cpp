@@ -5,9 +5,11 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
+#include <sys/mount.h>
 
 static const QString TEXT_COMPLETED = QStringLiteral("Copy file completed!");
 static const QString TEXT_STOP
@@ -47,10 +49,13 @@ private slots:
     void ExitOnCopyPagePausesAndResumes();
     void ExitOnCopyPageEndsTheProgram();
     void WindowAnswersWhileAStickIsSlow();
+    void ExitWhileSizesAreCountedEndsTheProgram();
+    void ExitDuringAHangingSearchEndsAtOnce();
 
 private:
     void FillSource();
     void Begin();
+    void TickUsersAndChoose(const QString& strStick);
     void StartCopyTo(const QString& strStick, bool bSlow);
     int Page();
     int Progress();
@@ -159,8 +164,7 @@ QString tst_Journeys::ProgramLog()
     return strLog;
 }
 
-// Ticks the folder Users, chooses the stick and presses Copy.
-void tst_Journeys::StartCopyTo(const QString& strStick, bool bSlow)
+void tst_Journeys::TickUsersAndChoose(const QString& strStick)
 {
     const QStringList listVolume{QStringLiteral("/Volumes/Macintosh HD")};
     const QStringList listUsers{QStringLiteral("/Volumes/Macintosh HD"), QStringLiteral("Users")};
@@ -180,7 +184,11 @@ void tst_Journeys::StartCopyTo(const QString& strStick, bool bSlow)
     m_pJourney->Picture(QStringLiteral("sticks"));
     m_pJourney->Click(m_pJourney->List().value(QStringLiteral("items")).toArray().at(nItem).toObject());
     QVERIFY(CJourney::WaitFor([&] { return Text(QStringLiteral("m_pUSBTitleLab")) == strStick; }));
+}
 
+void tst_Journeys::StartCopyTo(const QString& strStick, bool bSlow)
+{
+    TickUsersAndChoose(strStick);
     m_pJourney->SlowWrites(bSlow ? SLOW_MS : 0);
     const QJsonObject objCopy
         = m_pJourney->Widget(QStringLiteral("toolBtn"), QStringLiteral("m_pSelFilePage"));
@@ -399,6 +407,53 @@ void tst_Journeys::WindowAnswersWhileAStickIsSlow()
     }
     m_pJourney->SlowWrites(0);
     QVERIFY(m_pJourney->AnswerBox(TEXT_COMPLETED, QStringLiteral("OK")));
+}
+
+void tst_Journeys::ExitWhileSizesAreCountedEndsTheProgram()
+{
+    for (int n = 0; n < 40; ++n) {
+        WriteFile(m_pSource->Path(QStringLiteral("Users/anna/Letters/%1/letter.txt").arg(n)), "text");
+    }
+    Begin();
+    TickUsersAndChoose(QStringLiteral("LARGE"));
+    m_pJourney->SlowListing(200);
+    m_pJourney->Click(m_pJourney->Widget(QStringLiteral("toolBtn"), QStringLiteral("m_pSelFilePage")));
+    QVERIFY(CJourney::WaitFor([&] {
+        return m_pJourney->Widget(QStringLiteral("CSearchWaitView"))
+            .value(QStringLiteral("visible"))
+            .toBool();
+    }));
+    m_pJourney->Picture(QStringLiteral("counting"));
+    m_pJourney->Click(m_pJourney->Widget(QStringLiteral("m_pCloseBtn")));
+    QVERIFY(m_pJourney->AnswerBox(TEXT_EXIT, QStringLiteral("Yes")));
+    QVERIFY(m_pJourney->WaitForEnd());
+    QCOMPARE(m_pJourney->ExitCode(), 0);
+    QVERIFY(QDir(QStringLiteral("/Volumes/LARGE")).isEmpty());
+}
+
+void tst_Journeys::ExitDuringAHangingSearchEndsAtOnce()
+{
+    Begin();
+    // The command is found anew for each search: from now on it hangs.
+    QTemporaryDir dirCommand;
+    WriteFile(dirCommand.filePath(QStringLiteral("hang")), "#!/bin/sh\nexec tail -f /dev/null\n");
+    QVERIFY(QFile::setPermissions(dirCommand.filePath(QStringLiteral("hang")),
+                                  QFile::ReadOwner | QFile::ExeOwner));
+    const QByteArray baCommand = QFile::encodeName(BuildPath(QStringLiteral("libexec/tarnwick/diskutil")));
+    QCOMPARE(mount(QFile::encodeName(dirCommand.filePath(QStringLiteral("hang"))).constData(),
+                   baCommand.constData(), nullptr, MS_BIND, nullptr),
+             0);
+    m_pJourney->Click(m_pJourney->Widget(QStringLiteral("RefreshLab")));
+    m_pJourney->Click(m_pJourney->Widget(QStringLiteral("m_pCloseBtn")));
+    const bool bAnswered = m_pJourney->AnswerBox(TEXT_EXIT, QStringLiteral("Yes"));
+    const bool bEnded = m_pJourney->WaitForEnd(3000);
+    QCOMPARE(umount2(baCommand.constData(), MNT_DETACH), 0);
+    QVERIFY(bAnswered);
+    QVERIFY(bEnded);
+    QCOMPARE(m_pJourney->ExitCode(), 0);
+    QCOMPARE(QProcess::execute(QStringLiteral("pgrep"),
+                               {QStringLiteral("-f"), QStringLiteral("tail -f /dev/null")}),
+             1);
 }
 
 QTEST_MAIN(tst_Journeys)

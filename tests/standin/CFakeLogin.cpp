@@ -12,7 +12,8 @@ static const char CONFIGURATION[]
     = "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\" "
       "\"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">"
       "<busconfig><type>session</type><listen>unix:path=%1/bus</listen><auth>EXTERNAL</auth>"
-      "<policy context=\"default\"><allow send_destination=\"*\"/><allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>";
+      "<policy context=\"default\"><allow send_destination=\"*\"/><allow receive_sender=\"*\"/><allow "
+      "own=\"*\"/></policy></busconfig>";
 
 CFakeLogin::CFakeLogin(ENManner enManner)
     : m_enManner(enManner)

@@ -141,7 +141,7 @@ void tst_CMountList::bestMount()
 void tst_CMountList::findsByAnyOfTheSources()
 {
     const CMountList table = Table("1 2 8:1 / /a rw - ext4 /dev/sda1 rw\n"
-                                    "1 2 254:0 / /b rw - ext4 /dev/mapper/vault rw\n");
+                                   "1 2 254:0 / /b rw - ext4 /dev/mapper/vault rw\n");
     QCOMPARE(Point(table.FindSource({"vault", "/dev/dm-0", "/dev/mapper/vault"})), QByteArray("/b"));
     QCOMPARE(Point(table.FindSource({"/dev/sda"})), QByteArray("(none)"));
     QCOMPARE(Point(table.FindSource({})), QByteArray("(none)"));

@@ -51,6 +51,7 @@ void tst_COptions::understood_data()
     row("-s -t 1", "sleep", 1);
     row("-is", "sleep:idle", -1);
     row("-s -d", "sleep:idle", -1);
+    row("-sm", "sleep:idle", -1);
     row("-dimsu", "sleep:idle", 5);
     row("-u -u -t 1 -t 2", "sleep:idle", 2);
     row("-t 0007", "idle", 7);

@@ -65,6 +65,7 @@ private slots:
     void endsWhenTheAskerIsKilled_data();
     void endsWhenTheAskerIsKilled();
     void endsWhenNobodyReadsItsOutput();
+    void goesOnWithoutThoseAboveTheAsker();
     void closedOutputIsNoReasonToEnd();
     void withoutLock_data();
     void withoutLock();
@@ -193,6 +194,26 @@ void tst_caffeinate::endsWhenNobodyReadsItsOutput()
     running.write("\n");
     QTRY_COMPARE(login.Held(), 0);
     QCOMPARE(running.state(), QProcess::Running);
+}
+
+void tst_caffeinate::goesOnWithoutThoseAboveTheAsker()
+{
+    const CFakeLogin login;
+    QVERIFY(login.IsValid());
+    CRunning running(login);
+    // The shell has started the asker, which asks for itself: only the asker counts.
+    running.RunByShell(QFile::encodeName(QCoreApplication::applicationDirPath())
+                       + "/caffeinate_asker direct null 2592000 </dev/null >/dev/null & echo $!; wait\n");
+    QTRY_COMPARE(login.Held(), 1);
+    QTRY_VERIFY(running.canReadLine());
+    const pid_t nAsker = running.readLine().trimmed().toInt();
+    QVERIFY(nAsker > 1);
+    running.Signal(SIGKILL);
+    QTRY_COMPARE(running.state(), QProcess::NotRunning);
+    QVERIFY(!QTest::qWaitFor([&login] { return login.Held() == 0; }, 500));
+    QCOMPARE(login.Held(), 1);
+    ::kill(nAsker, SIGKILL);
+    QTRY_COMPARE(login.Held(), 0);
 }
 
 void tst_caffeinate::closedOutputIsNoReasonToEnd()

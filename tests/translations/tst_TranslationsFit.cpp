@@ -403,7 +403,7 @@ void tst_TranslationsFit::measureFindsWhatIsCut()
     label("bottomLab")->setText(QStringLiteral("word ").repeated(40));
     QCOMPARE(CutCount(&page), 3);
     QFont font = label("m_pSrcLab")->font();
-    font.setPixelSize(24);
+    font.setPixelSize(32);
     label("m_pSrcLab")->setFont(font);
     QCOMPARE(CutCount(&page), 4);
 }

@@ -124,6 +124,7 @@ private slots:
     void verticalOffset();
     void iconPlace_data();
     void iconPlace();
+    void iconIsSharpAtTwiceTheResolution();
     void iconInOneSizeOnly_data();
     void iconInOneSizeOnly();
     void iconThatIsNone();
@@ -297,7 +298,9 @@ void tst_CDirDelegate::boxShowsTheRowBehindItself()
     QApplication::setPalette(coloured);
     CDirDelegate delegate;
     const QImage image = Painted(delegate, COneRow(Qt::Unchecked), Option(30));
-    QCOMPARE(Bounds(image, [](const QColor& color) { return color == Qt::magenta; }), QRect());
+    const QImage box = image.copy(LEFT, TOP + 8, 14, 14);
+    QCOMPARE(Bounds(box, [](const QColor& color) { return color.hsvSaturation() > 60; }), QRect());
+    QVERIFY(!Bounds(box, [](const QColor& color) { return color != Qt::white; }).isEmpty());
 }
 
 void tst_CDirDelegate::boxIsCachedByKey_data()
@@ -399,6 +402,22 @@ void tst_CDirDelegate::iconPlace()
     // The box's last pixel is 13 right of the edge, the icon begins 6 after it.
     const QRect icon(LEFT + 13 + 6, TOP + 8, 16, 16);
     QCOMPARE(RedBounds(image), QRect(icon.topLeft() * ratio, icon.size() * ratio));
+}
+
+void tst_CDirDelegate::iconIsSharpAtTwiceTheResolution()
+{
+    QImage stripes(32, 32, QImage::Format_RGB32);
+    for (int x = 0; x < 32; ++x) {
+        for (int y = 0; y < 32; ++y) {
+            stripes.setPixelColor(x, y, x % 2 ? Qt::red : Qt::blue);
+        }
+    }
+    COneRow row(Qt::Unchecked);
+    row.m_model.setData(row.Index(), QIcon(QPixmap::fromImage(stripes)), Qt::DecorationRole);
+    CDirDelegate delegate;
+    QImage image = Painted(delegate, row, Option(30), 2).copy(2 * (LEFT + 19), 2 * (TOP + 8), 32, 32);
+    image.setDevicePixelRatio(1);
+    QCOMPARE(image, stripes);
 }
 
 void tst_CDirDelegate::iconInOneSizeOnly_data()

@@ -19,6 +19,7 @@ private slots:
     void everySingleByteSurvives();
     void everyCharacterIsUtf8();
     void randomBytesSurvive();
+    void doesNotReadBeyondTheEnd();
     void brokenText_data();
     void brokenText();
     void nothingIsInvalidForQt_data();
@@ -124,6 +125,14 @@ void tst_CFileNameCodec::randomBytesSurvive()
             QFAIL(baName.toHex().constData());
         }
     }
+}
+
+void tst_CFileNameCodec::doesNotReadBeyondTheEnd()
+{
+    // The character would be whole if the bytes behind the end belonged to it.
+    const char szBuffer[] = "a\xe6\xbc\xa2";
+    const QString strExpected = "a" + QString(QChar(0xdce6)) + QChar(0xdcbc);
+    QCOMPARE(QTextCodec::codecForLocale()->toUnicode(szBuffer, 3), strExpected);
 }
 
 void tst_CFileNameCodec::brokenText_data()

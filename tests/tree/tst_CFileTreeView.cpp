@@ -39,6 +39,8 @@ private slots:
     void rowsOfHostileNamesAreAsHigh();
     void columnIsAsWideAsItsNames();
     void expandingListsTwoLevels();
+    void arrowsOfFolders_data();
+    void arrowsOfFolders();
     void expandingACheckedFolder();
     void pressOnTheBoxTicks_data();
     void pressOnTheBoxTicks();
@@ -235,6 +237,33 @@ void tst_CFileTreeView::expandingListsTwoLevels()
     QCOMPARE(m_pModel->rowCount(At("a/b/c")), 0);
     m_pView->collapse(At("a"));
     QCOMPARE(m_pModel->rowCount(At("a/b")), 1);
+}
+
+void tst_CFileTreeView::arrowsOfFolders_data()
+{
+    QTest::addColumn<int>("entries");
+    QTest::addColumn<bool>("arrow");
+    QTest::newRow("none") << 0 << false;
+    QTest::newRow("one") << 1 << true;
+    QTest::newRow("two") << 2 << true;
+    QTest::newRow("three") << 3 << true;
+}
+
+void tst_CFileTreeView::arrowsOfFolders()
+{
+    QFETCH(int, entries);
+    m_pTree->MkDir("folder");
+    for (int i = 0; i < entries; ++i) {
+        m_pTree->Write(QStringLiteral("folder/%1").arg(i));
+    }
+    m_pTree->Write("plain");
+    Open();
+    // Left of the row's own rectangle, where the arrow is, a plain file shows nothing.
+    const auto fnArrow = [this](const QString& strPath) {
+        const QRect row = m_pView->visualRect(At(strPath));
+        return m_pView->viewport()->grab(QRect(row.left() - 20, row.top(), 20, row.height())).toImage();
+    };
+    QTEST(fnArrow("folder") != fnArrow("plain"), "arrow");
 }
 
 void tst_CFileTreeView::expandingACheckedFolder()
@@ -494,6 +523,8 @@ void tst_CFileTreeView::lentViewStaysScrolledWithoutSelection()
     m_pView->grab();
     m_pView->verticalScrollBar()->setValue(15);
     m_pView->LendNodes(true);
+    m_pView->doItemsLayout();
+    QCOMPARE(m_pView->verticalScrollBar()->maximum(), 0);
     m_pView->LendNodes(false);
     QCOMPARE(m_pView->verticalScrollBar()->value(), 15);
 }

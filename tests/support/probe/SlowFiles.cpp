@@ -1,0 +1,43 @@
+#include <cstdio>
+#include <cstdlib>
+#include <dirent.h>
+#include <dlfcn.h>
+#include <unistd.h>
+
+// Stands in front of the C library's fwrite and opendir: while the file named by
+// TARNWICK_SLOW or TARNWICK_SLOW_LIST exists, each block of data or each folder
+// takes the milliseconds that it holds longer. A journey makes and removes the
+// files to hold a copy or a count in its middle.
+static int SlowMs(const char* pVariable)
+{
+    const char* pPath = getenv(pVariable);
+    FILE* pFile = pPath ? fopen(pPath, "r") : nullptr;
+    if (!pFile) {
+        return 0;
+    }
+    int nMs = 0;
+    if (fscanf(pFile, "%d", &nMs) != 1) {
+        nMs = 0;
+    }
+    fclose(pFile);
+    return nMs;
+}
+
+extern "C" size_t fwrite(const void* pData, size_t nSize, size_t nCount, FILE* pFile)
+{
+    using PFNWrite = size_t (*)(const void*, size_t, size_t, FILE*);
+    static const PFNWrite s_pfnWrite = reinterpret_cast<PFNWrite>(dlsym(RTLD_NEXT, "fwrite"));
+    const size_t nBlock = 4096;
+    if (nSize * nCount >= nBlock) {
+        usleep(useconds_t(SlowMs("TARNWICK_SLOW")) * 1000);
+    }
+    return s_pfnWrite(pData, nSize, nCount, pFile);
+}
+
+extern "C" DIR* opendir(const char* pPath)
+{
+    using PFNOpen = DIR* (*)(const char*);
+    static const PFNOpen s_pfnOpen = reinterpret_cast<PFNOpen>(dlsym(RTLD_NEXT, "opendir"));
+    usleep(useconds_t(SlowMs("TARNWICK_SLOW_LIST")) * 1000);
+    return s_pfnOpen(pPath);
+}
