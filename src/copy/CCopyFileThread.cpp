@@ -2,7 +2,6 @@
 
 #include "copy/CCopyPlatform.h"
 #include "log/CClock.h"
-#include "log/CLogTarnwick.h"
 #include "tree/CDirNode.h"
 
 #include <QDebug>
@@ -72,13 +71,6 @@ static QString ErrorText(const char* pszWhat, int nError)
 }
 
 static QString GoneText() { return QStringLiteral("destination gone"); }
-
-/** A diagnostic line, for who watches the program and for who reads its log. */
-static void Diagnose(const QString& strLine)
-{
-    qDebug().noquote() << strLine;
-    g_TarnwickLog.LogExt(strLine);
-}
 
 /** The file system that holds the path, or would hold it once it is made. */
 static std::optional<quint64> NearestDevice(QString strPath)
@@ -199,11 +191,11 @@ void CCopyFileThread::run()
 {
     m_nCopiedSize = 0;
     if (m_strDestPath.isEmpty()) {
-        Diagnose(QStringLiteral("CCopyFileThread::run() path failed"));
+        qDebug("CCopyFileThread::run() path failed");
         return;
     }
     if (m_pRootNode == nullptr) {
-        Diagnose(QStringLiteral("CCopyFileThread::run() dirnode failed"));
+        qDebug("CCopyFileThread::run() dirnode failed");
         return;
     }
     CCopyPlatform::SetLeastTimerSlack();

@@ -1,6 +1,5 @@
 #include "copy/CGetFileSizeThread.h"
 
-#include "log/CLogTarnwick.h"
 #include "tree/CDirNode.h"
 
 #include <QDebug>
@@ -49,9 +48,7 @@ void CGetFileSizeThread::GetDiskSize()
 void CGetFileSizeThread::GetSelFileSize(CDirNode* pNode)
 {
     if (pNode == nullptr) {
-        const QString strLine = QStringLiteral("FFFFFFFFFFFFFFaile dirNode == nullptr");
-        qDebug().noquote() << strLine;
-        g_TarnwickLog.LogExt(strLine);
+        qDebug("FFFFFFFFFFFFFFaile dirNode == nullptr");
         return;
     }
     if (pNode->m_bDir && pNode->m_chkState == Qt::Unchecked) {

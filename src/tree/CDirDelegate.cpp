@@ -35,7 +35,8 @@ static Qt::CheckState NextState(int nState)
 
 static QString BoxKey(QStyle::State state, int nCheckState)
 {
-    return QStringLiteral("CHECKBOX:%1.%2").arg(uint(state & QStyle::State_Selected)).arg(nCheckState);
+    return QStringLiteral("CHECKBOX:%1.%2")
+        .arg(QString::number(uint(state & QStyle::State_Selected)), QString::number(nCheckState));
 }
 
 static QPixmap RenderBox(QCheckBox* pCheckBox, qreal rRatio)

@@ -475,7 +475,7 @@ void tst_CCopyFileThread::NoDestinationOnlyWritesItsLine()
     const CLogCapture capture;
     worker.run();
     QCOMPARE(capture.Lines(), QStringList{strLine});
-    QCOMPARE(LogLines(), QStringList{strLine});
+    QCOMPARE(LogLines(), QStringList());
     QCOMPARE(spy.count(), 0);
 }
 
@@ -488,7 +488,7 @@ void tst_CCopyFileThread::NoRootOnlyWritesItsLine()
     const CLogCapture capture;
     worker.run();
     QCOMPARE(capture.Lines(), QStringList{strLine});
-    QCOMPARE(LogLines(), QStringList{strLine});
+    QCOMPARE(LogLines(), QStringList());
     QCOMPARE(spy.count(), 0);
 }
 

@@ -169,7 +169,7 @@ private slots:
     void AcceptedSelectionIsHandedOver();
     void FolderTakesTheTimeOfTheClock();
     void TooLargeSelectionIsRefusedAndKept();
-    void WaitingDialogIsModalAndCentred();
+    void WaitingDialogIsCentredAndLetsTheWindowClose();
     void SecondClickCountsNothing();
     void NothingTakesInputDuringTheCount();
     void RebuildDuringTheCountLeavesCopyOff();
@@ -640,7 +640,6 @@ void tst_CSelFileWidget::RebuildWritesItsNames()
     QCOMPARE(capture.Lines(),
              (QStringList{QStringLiteral("STICK"), QStringLiteral("gone"),
                           QStringLiteral("FFFFFFFFFFFFFFFFFFF (\"STICK\", \"gone\")")}));
-    QVERIFY(LogLines().contains(QStringLiteral("FFFFFFFFFFFFFFFFFFF (\"STICK\", \"gone\")")));
 }
 
 void tst_CSelFileWidget::FirstDiskIsChosenAfterEachRebuild()
@@ -1075,7 +1074,6 @@ void tst_CSelFileWidget::ReadOnlyDiskNeverStartsTheCount()
     QCOMPARE(answerer.Buttons(), QStringList{QStringLiteral("OK")});
     QCOMPARE(answerer.Icon().toImage(), QPixmap(QStringLiteral(":/res/Tip/tips.png")).toImage());
     QVERIFY(capture.Has(TEXT_READ_ONLY));
-    QVERIFY(LogLines().contains(TEXT_READ_ONLY));
     QCOMPARE(spyCopy.count(), 0);
     QVERIFY(!SizeThread()->isRunning());
     QVERIFY(!SizeThread()->isFinished()); // it has never been started
@@ -1178,14 +1176,14 @@ void tst_CSelFileWidget::TooLargeSelectionIsRefusedAndKept()
     QVERIFY(CDirModel::GetInstence()->HasCheckedEntry());
 }
 
-void tst_CSelFileWidget::WaitingDialogIsModalAndCentred()
+void tst_CSelFileWidget::WaitingDialogIsCentredAndLetsTheWindowClose()
 {
     NEEDS_VOLUMES();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QVERIFY(TickFile());
     m_pPage->SlotCopyBtnClick();
-    QCOMPARE(WaitView()->windowModality(), Qt::WindowModal);
+    QCOMPARE(WaitView()->windowModality(), Qt::NonModal);
     const QPoint ptOff = WaitView()->geometry().center() - m_pHost->geometry().center();
     QVERIFY2(ptOff.manhattanLength() <= 2, qPrintable(QStringLiteral("%1 %2").arg(ptOff.x()).arg(ptOff.y())));
     QTRY_VERIFY(!WaitView()->isVisible());

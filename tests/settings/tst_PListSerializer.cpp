@@ -10,6 +10,7 @@
 
 #include <limits>
 #include <sys/mount.h>
+#include <unistd.h>
 
 static const char PREFERENCES[] = "/Library/Preferences";
 static const char BEGIN[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -450,8 +451,14 @@ void tst_PListSerializer::notTheSameAfterwards()
 void tst_PListSerializer::fileIsReplaced()
 {
     PListSerializer::WriteRecordPList(QString(1000, QLatin1Char('x')), m_strPath);
+    const QString strOtherName = m_dir.filePath(QStringLiteral("other.plist"));
+    QCOMPARE(::link(QFile::encodeName(m_strPath).constData(), QFile::encodeName(strOtherName).constData()),
+             0);
     PListSerializer::WriteRecordPList(true, m_strPath);
     QCOMPARE(Content(m_strPath), BEGIN + QByteArray(" <true/>\n</plist>\n"));
+    // Emptied and written again, not taken away: its owner, its rights and its other names stay.
+    QCOMPARE(Content(strOtherName), Content(m_strPath));
+    QVERIFY(QFile::remove(strOtherName));
 }
 
 void tst_PListSerializer::missingFolder()
