@@ -3,6 +3,10 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <ctime>
+
+struct stat;
+
 /** What a name or an open descriptor stands for. */
 enum class ENFileKind
 {
@@ -23,7 +27,7 @@ struct STFileState
 };
 
 /**
- * The system calls of the copy that differ between systems, one file each.
+ * The system calls of the copy; those that differ between systems stand in one file each.
  * Every function may be called on any thread; those that return false leave the
  * reason in errno.
  */
@@ -53,4 +57,9 @@ public:
      * is on its disk. It may take as long as the disk needs.
      */
     static bool FlushFileSystem(const QString& strFolder);
+
+private:
+    static struct timespec ModifiedTime(const struct stat& stRaw);
+    static bool FlushDescriptor(int nDescriptor);
+    static void Fill(const struct stat& stRaw, STFileState& stState);
 };

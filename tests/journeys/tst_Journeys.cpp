@@ -59,6 +59,8 @@ private:
     void StartCopyTo(const QString& strStick, bool bSlow);
     int Page();
     int Progress();
+    void VerifyCopyStands();
+    void VerifyRescued();
     QString Text(const QString& strWidget);
     QString Destination(const QString& strStick);
     QString ProgramLog();
@@ -200,6 +202,30 @@ void tst_Journeys::StartCopyTo(const QString& strStick, bool bSlow)
     }
 }
 
+void tst_Journeys::VerifyCopyStands()
+{
+    // Unpaused and at full speed the copy would be over in a moment.
+    m_pJourney->SlowWrites(0);
+    int nBefore = -1;
+    QVERIFY(CJourney::WaitFor([&] {
+        const int nNow = Progress();
+        const bool bStands = nNow == nBefore;
+        nBefore = nNow;
+        return bStands;
+    }));
+    QVERIFY(nBefore < 100);
+    QVERIFY(!CJourney::WaitFor([&] { return Progress() != nBefore; }, 500));
+}
+
+void tst_Journeys::VerifyRescued()
+{
+    const QString strCopy = Destination(QStringLiteral("LARGE"));
+    QVERIFY(!strCopy.isEmpty());
+    QCOMPARE(CTreeCompare::Differences(m_pSource->Path(QStringLiteral("Users")),
+                                       strCopy + QStringLiteral("/Macintosh HD/Users")),
+             QStringList());
+}
+
 void tst_Journeys::RescueCopiesEveryTickedFile()
 {
     Begin();
@@ -228,23 +254,10 @@ void tst_Journeys::CancelAnsweredCancelPausesAndResumes()
     m_pJourney->Click(m_pJourney->Widget(QStringLiteral("toolBtn"), QStringLiteral("m_pCopyFilePage")));
     QVERIFY(m_pJourney->WaitForBox(TEXT_STOP));
     m_pJourney->Picture(QStringLiteral("question"));
-    // The chunk at hand may still end; after it nothing moves while the question is open.
-    m_pJourney->SlowWrites(0);
-    int nBefore = -1;
-    QVERIFY(CJourney::WaitFor([&] {
-        const int nNow = Progress();
-        const bool bStands = nNow == nBefore;
-        nBefore = nNow;
-        return bStands;
-    }));
-    QVERIFY(nBefore < 100);
-    QCOMPARE(Progress(), nBefore);
+    VerifyCopyStands();
     QVERIFY(m_pJourney->AnswerBox(TEXT_STOP, QStringLiteral("Cancel")));
     QVERIFY(m_pJourney->AnswerBox(TEXT_COMPLETED, QStringLiteral("OK")));
-    QCOMPARE(CTreeCompare::Differences(m_pSource->Path(QStringLiteral("Users")),
-                                       Destination(QStringLiteral("LARGE"))
-                                           + QStringLiteral("/Macintosh HD/Users")),
-             QStringList());
+    VerifyRescued();
 }
 
 void tst_Journeys::CancelAnsweredYesStops()
@@ -323,10 +336,7 @@ void tst_Journeys::OtherStickPulledLeavesTheCopyAlone()
     QCOMPARE(Page(), PAGE_COPY);
     m_pJourney->SlowWrites(0);
     QVERIFY(m_pJourney->AnswerBox(TEXT_COMPLETED, QStringLiteral("OK")));
-    QCOMPARE(CTreeCompare::Differences(m_pSource->Path(QStringLiteral("Users")),
-                                       Destination(QStringLiteral("LARGE"))
-                                           + QStringLiteral("/Macintosh HD/Users")),
-             QStringList());
+    VerifyRescued();
 }
 
 void tst_Journeys::ArrivingStickBecomesADestination()
@@ -366,21 +376,10 @@ void tst_Journeys::ExitOnCopyPagePausesAndResumes()
     m_pJourney->Click(m_pJourney->Widget(QStringLiteral("m_pCloseBtn")));
     QVERIFY(m_pJourney->WaitForBox(TEXT_EXIT));
     m_pJourney->Picture(QStringLiteral("exit"));
-    m_pJourney->SlowWrites(0);
-    int nBefore = -1;
-    QVERIFY(CJourney::WaitFor([&] {
-        const int nNow = Progress();
-        const bool bStands = nNow == nBefore;
-        nBefore = nNow;
-        return bStands;
-    }));
-    QVERIFY(nBefore < 100);
+    VerifyCopyStands();
     QVERIFY(m_pJourney->AnswerBox(TEXT_EXIT, QStringLiteral("Cancel")));
     QVERIFY(m_pJourney->AnswerBox(TEXT_COMPLETED, QStringLiteral("OK")));
-    QCOMPARE(CTreeCompare::Differences(m_pSource->Path(QStringLiteral("Users")),
-                                       Destination(QStringLiteral("LARGE"))
-                                           + QStringLiteral("/Macintosh HD/Users")),
-             QStringList());
+    VerifyRescued();
 }
 
 void tst_Journeys::ExitOnCopyPageEndsTheProgram()
