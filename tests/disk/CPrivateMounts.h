@@ -25,9 +25,12 @@ public:
     static bool Enter()
     {
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-        s_bEntered = ::unshare(CLONE_NEWNS) == 0
-            && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
-            && ::mount("volumes", "/Volumes", "tmpfs", 0, nullptr) == 0;
+        // The sandbox has made a private view already. A second one would part the
+        // process from its own executable, whose path then leads nowhere in a change-root.
+        const bool bPrivate = qEnvironmentVariableIsSet("TARNWICK_SANDBOX")
+            || (::unshare(CLONE_NEWNS) == 0
+                && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0);
+        s_bEntered = bPrivate && ::mount("volumes", "/Volumes", "tmpfs", 0, nullptr) == 0;
         return s_bEntered;
     }
 
