@@ -1,0 +1,9 @@
+# What the bundle's Info.plist is filled in with, as target properties.
+set(TARNWICK_BUNDLE_PROPERTIES
+    MACOSX_BUNDLE_INFO_PLIST "${CMAKE_CURRENT_LIST_DIR}/Info.plist.in"
+    MACOSX_BUNDLE_GUI_IDENTIFIER org.kelvane.tarnwick
+    MACOSX_BUNDLE_BUNDLE_NAME TarnwickMacPE
+    MACOSX_BUNDLE_ICON_FILE TarnwickMacPE.icns
+    MACOSX_BUNDLE_BUNDLE_VERSION "${PROJECT_VERSION}"
+    MACOSX_BUNDLE_SHORT_VERSION_STRING "${PROJECT_VERSION}"
+    MACOSX_BUNDLE_COPYRIGHT "Copyright 2026 The Tarnwick developers")

@@ -1,0 +1,36 @@
+#include "disk/platform/CVolumeInfo.h"
+
+#include <QFile>
+#include <QVector>
+
+#include <sys/mount.h>
+#include <sys/param.h>
+
+QByteArray CVolumeInfo::DeviceOf(const QString& strPath)
+{
+    struct statfs stVolume = {};
+    if (statfs(QFile::encodeName(strPath).constData(), &stVolume) != 0) {
+        return QByteArray();
+    }
+    return QByteArray(stVolume.f_mntfromname);
+}
+
+/**
+ * Asked of the kernel: the system's own list of volumes leaves the hidden ones
+ * out, and a clean-up must not run into one of those either.
+ */
+bool CVolumeInfo::MountPoints(QList<QByteArray>* pListPoints)
+{
+    // Volumes may be mounted between counting and reading: a list that fills its
+    // room to the last entry may be cut short, and is read again with more.
+    QVector<struct statfs> listVolume(16);
+    int nCount = 0;
+    while ((nCount = getfsstat(listVolume.data(), int(listVolume.size() * sizeof(struct statfs)), MNT_NOWAIT))
+           == listVolume.size()) {
+        listVolume.resize(listVolume.size() * 2);
+    }
+    for (int i = 0; i < nCount; ++i) {
+        pListPoints->append(QByteArray(listVolume[i].f_mntonname));
+    }
+    return nCount > 0;
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+// What the program uses of the BSD calls that list volumes, under names that do
+// not meet this system's own.
+
+#define statfs FakeStatfs
+#define getfsstat FakeGetfsstat
+#define MNT_NOWAIT 2
+
+struct statfs
+{
+    char f_mntonname[1024];
+    char f_mntfromname[1024];
+};
+
+int statfs(const char* pPath, struct statfs* pVolume);
+int getfsstat(struct statfs* pVolumes, int nBytes, int nFlags);

@@ -1,0 +1,107 @@
+#include "disk/platform/CVolumeInfo.h"
+
+#include <QTest>
+#include <QVector>
+
+#include <algorithm>
+#include <sys/mount.h>
+
+struct STVolume
+{
+    QByteArray baPoint;
+    QByteArray baDevice;
+};
+
+static QVector<STVolume> s_listVolume;
+
+static void Fill(const STVolume& volume, struct statfs* pVolume)
+{
+    qstrncpy(pVolume->f_mntonname, volume.baPoint.constData(), sizeof(pVolume->f_mntonname));
+    qstrncpy(pVolume->f_mntfromname, volume.baDevice.constData(), sizeof(pVolume->f_mntfromname));
+}
+
+/** Knows the mount points themselves only. */
+int statfs(const char* pPath, struct statfs* pVolume)
+{
+    for (const STVolume& volume : qAsConst(s_listVolume)) {
+        if (volume.baPoint == pPath) {
+            Fill(volume, pVolume);
+            return 0;
+        }
+    }
+    return -1;
+}
+
+int getfsstat(struct statfs* pVolumes, int nBytes, int)
+{
+    const int nRoom = nBytes / int(sizeof(struct statfs));
+    const int nCount = std::min(nRoom, s_listVolume.size());
+    for (int i = 0; i < nCount; ++i) {
+        Fill(s_listVolume[i], &pVolumes[i]);
+    }
+    return s_listVolume.isEmpty() ? -1 : nCount;
+}
+
+/** What macOS's BSD calls say of volumes. */
+class tst_MacVolumeInfo : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void DeviceOfAVolume();
+    void DeviceOfAnUnknownPath();
+    void MountPoints_data();
+    void MountPoints();
+    void NoTable();
+};
+
+void tst_MacVolumeInfo::init() { s_listVolume.clear(); }
+
+void tst_MacVolumeInfo::DeviceOfAVolume()
+{
+    s_listVolume = {{"/", "/dev/disk1s5"},
+                    {"/Volumes/B\xc3\xbc"
+                     "cher",
+                     "/dev/disk2s1"}};
+    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/")), QByteArray("/dev/disk1s5"));
+    QCOMPARE(CVolumeInfo::DeviceOf(QString::fromUtf8("/Volumes/B\xc3\xbc"
+                                                     "cher")),
+             QByteArray("/dev/disk2s1"));
+}
+
+void tst_MacVolumeInfo::DeviceOfAnUnknownPath()
+{
+    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/gone")), QByteArray());
+}
+
+void tst_MacVolumeInfo::MountPoints_data()
+{
+    QTest::addColumn<int>("nCount");
+    for (const int nCount : {1, 15, 16, 17, 32, 100}) {
+        QTest::addRow("%d volumes", nCount) << nCount;
+    }
+}
+
+void tst_MacVolumeInfo::MountPoints()
+{
+    QFETCH(int, nCount);
+    QList<QByteArray> listExpected;
+    for (int i = 0; i < nCount; ++i) {
+        s_listVolume.append({"/Volumes/V" + QByteArray::number(i), "/dev/disk" + QByteArray::number(i)});
+        listExpected.append(s_listVolume.last().baPoint);
+    }
+    QList<QByteArray> listPoint;
+    QVERIFY(CVolumeInfo::MountPoints(&listPoint));
+    QCOMPARE(listPoint, listExpected);
+}
+
+void tst_MacVolumeInfo::NoTable()
+{
+    QList<QByteArray> listPoint;
+    QVERIFY(!CVolumeInfo::MountPoints(&listPoint));
+    QCOMPARE(listPoint, QList<QByteArray>());
+}
+
+QTEST_GUILESS_MAIN(tst_MacVolumeInfo)
+#include "tst_MacVolumeInfo.moc"
