@@ -64,6 +64,8 @@ void CTarnwickMacPE::InitView()
     m_pUi->m_pTitleLab->setFont(CSkinMgr::GetFontStyle(CSkinMgr::FONT_STYLE_PX_16, QStringLiteral("Avenir")));
     m_pUi->m_pTitleLab->setText(tr("Kelvane Tarnwick"));
     m_pUi->m_pStackWidget->setCurrentIndex(PAGE_SELECT);
+    // The first key goes to the tree, not to the close button, which comes first in the order.
+    m_pUi->m_pSelFilePage->setFocus();
 }
 
 void CTarnwickMacPE::InitConnect()

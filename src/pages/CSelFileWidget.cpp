@@ -95,6 +95,7 @@ void CSelFileWidget::InitView()
     m_pForm->m_pCopyLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Label/allow_deft.png")));
     m_pForm->m_pUSBPicLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Label/usb_unselect.png")));
     m_pForm->m_pCopyBtn->setEnabled(false);
+    setFocusProxy(m_pForm->m_pFileTree);
     SlotRefreshUSB();
 }
 

@@ -40,6 +40,7 @@ private slots:
     void FormLayouts_data();
     void FormLayouts();
     void WindowIsFramelessWithTitle();
+    void FirstKeyGoesToTheTree();
     void KeepAwakeIsAskedOfTheShell();
     void SecondListenerKeepsTheFirst();
 
@@ -217,6 +218,11 @@ void tst_CTarnwickMacPE::WindowIsFramelessWithTitle()
     QVERIFY(!m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pMinBtn"))->isEnabled());
     QVERIFY(!m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pMaxBtn"))->isEnabled());
     QVERIFY(m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pCloseBtn"))->isEnabled());
+}
+
+void tst_CTarnwickMacPE::FirstKeyGoesToTheTree()
+{
+    QCOMPARE(m_pWindow->focusWidget(), m_pWindow->findChild<QWidget*>(QStringLiteral("m_pFileTree")));
 }
 
 void tst_CTarnwickMacPE::KeepAwakeIsAskedOfTheShell()
