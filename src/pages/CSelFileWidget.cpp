@@ -77,7 +77,8 @@ void CSelFileWidget::InitData()
     m_pListWidget->setTextElideMode(Qt::ElideMiddle);
     m_pListWidget->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
-    m_pRefreshMovie = new QMovie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/refalsh.gif")), QByteArray(), this);
+    m_pRefreshMovie
+        = new QMovie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/refalsh.gif")), QByteArray(), this);
     m_pForm->RefreshLab->setMovie(m_pRefreshMovie);
     // A movie that has never run shows nothing; this leaves its first frame.
     m_pRefreshMovie->start();
@@ -328,9 +329,9 @@ void CSelFileWidget::ShowDisk(const QString& strName)
     m_pForm->m_pUSBTitleLab->setText(strName);
     const QString strPath = GetUsbPath();
     ShowSpace(strPath);
-    m_pForm->m_pUSBPicLab->setPixmap(CSkinPicture::Pixmap(strPath.isEmpty()
-                                                 ? QStringLiteral(":/res/Label/usb_unselect.png")
-                                                 : QStringLiteral(":/res/Label/usb_select.png")));
+    m_pForm->m_pUSBPicLab->setPixmap(
+        CSkinPicture::Pixmap(strPath.isEmpty() ? QStringLiteral(":/res/Label/usb_unselect.png")
+                                               : QStringLiteral(":/res/Label/usb_select.png")));
     UpdateCopyBtn();
 }
 
@@ -392,8 +393,8 @@ void CSelFileWidget::SlotListWidgetItemClick(QListWidgetItem* pItem)
 void CSelFileWidget::SlotCheckFileSelected()
 {
     m_pForm->m_pCopyLab->setPixmap(CSkinPicture::Pixmap(IsSomethingChecked()
-                                               ? QStringLiteral(":/res/Label/allow.png")
-                                               : QStringLiteral(":/res/Label/allow_deft.png")));
+                                                            ? QStringLiteral(":/res/Label/allow.png")
+                                                            : QStringLiteral(":/res/Label/allow_deft.png")));
     UpdateCopyBtn();
 }
 

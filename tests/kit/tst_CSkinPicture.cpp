@@ -16,10 +16,7 @@ private slots:
     void MovieWithoutDoubleStays();
 };
 
-static int Ratio()
-{
-    return qEnvironmentVariableIntValue("QT_SCALE_FACTOR");
-}
+static int Ratio() { return qEnvironmentVariableIntValue("QT_SCALE_FACTOR"); }
 
 void tst_CSkinPicture::PixmapHasThePixelsOfTheScreen()
 {
