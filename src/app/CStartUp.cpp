@@ -31,8 +31,8 @@ STScale CStartUp::ChooseScale(int nWidth)
 
 QString CStartUp::StyleSheetText(const QByteArray& baContent)
 {
-    const int nZero = baContent.indexOf('\0');
-    return QString::fromLatin1(nZero < 0 ? baContent : baContent.left(nZero));
+    // Ends at the first zero byte by itself.
+    return QString::fromLatin1(baContent);
 }
 
 QPoint CStartUp::CentredPosition(const QSize& sizeDesktop, const QSize& sizeWindow, const QPoint& ptNow)

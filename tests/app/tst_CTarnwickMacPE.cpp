@@ -304,7 +304,9 @@ void tst_CTarnwickMacPE::RemovalOfTheDestinationTellsBeforeTheDiskIsDropped()
     CModalAnswerer answerer(QStringLiteral("OK"));
     QStringList listWhileTelling;
     int nPageWhileTelling = -1;
+    QString strPathWhileTelling;
     answerer.Meanwhile([&] {
+        strPathWhileTelling = SelectPage()->GetUsbPath();
         listWhileTelling = Destinations();
         nPageWhileTelling = Stack()->currentIndex();
     });
@@ -312,6 +314,7 @@ void tst_CTarnwickMacPE::RemovalOfTheDestinationTellsBeforeTheDiskIsDropped()
     QVERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_REMOVED);
     QCOMPARE(listWhileTelling.join(QLatin1Char(',')), QStringLiteral("STICK"));
+    QCOMPARE(strPathWhileTelling, QStringLiteral("/Volumes/STICK"));
     QCOMPARE(nPageWhileTelling, 1);
     QCOMPARE(Destinations(), QStringList());
     QCOMPARE(Stack()->currentIndex(), 0);
@@ -336,10 +339,7 @@ void tst_CTarnwickMacPE::EventDuringTheRemovalMessageDoesNotReplaceTheFirst()
     emit SelectPage()->SignalCopyFile();
     CModalAnswerer answerer(QStringLiteral("OK"));
     // One pulled stick is told several times, the later ones without a volume path.
-    answerer.Meanwhile([&] {
-        Event(QStringLiteral("USB"), DISK_EVENT_DISAPPEARED);
-        Event(QStringLiteral("/Volumes/STICK"), DISK_EVENT_DISAPPEARED);
-    });
+    answerer.Meanwhile([&] { Event(QStringLiteral("USB"), DISK_EVENT_DISAPPEARED); });
     Event(QStringLiteral("/Volumes/STICK"), DISK_EVENT_DISAPPEARED);
     QVERIFY(answerer.Answered());
     QCOMPARE(Destinations(), QStringList());
