@@ -1,5 +1,6 @@
 #include "app/CGetScreenPixel.h"
 
+#include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
@@ -104,5 +105,12 @@ void tst_CGetScreenPixel::SecurityPaneIsAskedOfTheDesktop()
              QStringLiteral("/System/Library/PreferencePanes/Security.prefPane"));
 }
 
-QTEST_MAIN(tst_CGetScreenPixel)
+int main(int argc, char** argv)
+{
+    // The X server is asked by the program itself, before Qt; the widgets of this test need none.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    tst_CGetScreenPixel test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_CGetScreenPixel.moc"
