@@ -24,21 +24,7 @@ void tst_CVolumeInfo::init()
     QVERIFY(CPrivateMounts::Clear());
 }
 
-void tst_CVolumeInfo::DeviceByName_data()
-{
-    QTest::addColumn<QByteArray>("baName");
-    QTest::newRow("plain") << QByteArray("STICK");
-    QTest::newRow("blank") << QByteArray("STICK A");
-    QTest::newRow("trailing blank") << QByteArray("STICK ");
-    QTest::newRow("newline") << QByteArray("line\nbreak");
-    QTest::newRow("tab") << QByteArray("a\tb");
-    QTest::newRow("hash") << QByteArray("#1");
-    QTest::newRow("backslash") << QByteArray("a\\b");
-    QTest::newRow("backslash and digits") << QByteArray("a\\040b");
-    QTest::newRow("percent sign and markup") << QByteArray("%1 <b>x");
-    QTest::newRow("several scripts") << QByteArray("Größe 磁盘");
-    QTest::newRow("255 bytes") << QByteArray(255, 'n');
-}
+void tst_CVolumeInfo::DeviceByName_data() { AddVolumeNames(); }
 
 void tst_CVolumeInfo::DeviceByName()
 {

@@ -8,6 +8,7 @@
 #include "support/CModalAnswerer.h"
 #include "support/CVolume.h"
 #include "support/LogFile.h"
+#include "support/WaitAside.h"
 
 #include <QApplication>
 #include <QDir>
@@ -34,7 +35,6 @@ static const QString PROGRESS_STYLE = QStringLiteral(
     "#ffaa17,stop:1 #ff7f17);}\nQProgressBar {color: transparent; border: 1px ; border-radius: 3px; "
     "background-color: #d0d0d0; text-align: none;};\n");
 static const int LARGE_FILE = 12 * 1024 * 1024;
-static const int PATIENCE_MS = 10000;
 
 /** The copy page with a real worker between two volumes mounted for each test. */
 class tst_CCopyFileWidget : public QObject
@@ -125,20 +125,6 @@ static void WriteFile(const QString& strPath, int nBytes)
     if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray(nBytes, 'x')) != nBytes) {
         qFatal("fixture failed: %s", qPrintable(strPath));
     }
-}
-
-// Waits without handling events, so that what the worker has sent is still under way.
-static bool WaitAside(const std::function<bool()>& fnDone)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (!fnDone()) {
-        if (timer.hasExpired(PATIENCE_MS)) {
-            return false;
-        }
-        QThread::yieldCurrentThread();
-    }
-    return true;
 }
 
 void tst_CCopyFileWidget::initTestCase() { UseLogFile(); }

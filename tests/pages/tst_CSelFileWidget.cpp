@@ -9,6 +9,7 @@
 #include "support/CModalAnswerer.h"
 #include "support/CVolume.h"
 #include "support/LogFile.h"
+#include "support/WaitAside.h"
 #include "tree/CFileTreeView.h"
 
 #include <QApplication>
@@ -38,7 +39,6 @@ static const QString TEXT_READ_ONLY = QStringLiteral("Your drive may be damaged 
                                                      "to this drive, please change another one and retry.");
 static const QString TEXT_NO_SPACE
     = QStringLiteral("No enough space, please select other Hard Disk or USB flash drive.");
-static const int PATIENCE_MS = 10000;
 
 /** A line that the fake commands stand in until a test lets them pass, one at a time. */
 class CGate
@@ -224,20 +224,6 @@ static void WriteFile(const QString& strPath, int nBytes)
 static bool SamePicture(const QLabel* pLabel, const char* pResource)
 {
     return pLabel->pixmap(Qt::ReturnByValue).toImage() == QPixmap(QLatin1String(pResource)).toImage();
-}
-
-// Waits without handling events, so that what another thread has posted stays posted.
-static bool WaitAside(const std::function<bool()>& fnDone)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (!fnDone()) {
-        if (timer.hasExpired(PATIENCE_MS)) {
-            return false;
-        }
-        QThread::yieldCurrentThread();
-    }
-    return true;
 }
 
 void tst_CSelFileWidget::initTestCase() { UseLogFile(); }
