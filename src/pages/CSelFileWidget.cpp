@@ -376,8 +376,21 @@ void CSelFileWidget::SlotShowListWidget()
     const QList<QListWidgetItem*> listItem
         = m_pListWidget->findItems(GetUsbName(), Qt::MatchExactly | Qt::MatchCaseSensitive);
     m_pListWidget->setCurrentItem(listItem.isEmpty() ? nullptr : listItem.first());
+    MarkChosenDisk();
     m_pListWidget->move(m_pForm->m_pUSBWidget->mapToGlobal(m_pForm->m_pUSBPicFrame->pos()) + QPoint(1, 0));
     m_pListWidget->show();
+}
+
+// The entry under the pointer has the same ground as the current one, so the
+// chosen disk is told by its letters.
+void CSelFileWidget::MarkChosenDisk()
+{
+    for (int i = 0; i < m_pListWidget->count(); ++i) {
+        QListWidgetItem* pItem = m_pListWidget->item(i);
+        QFont font = m_pListWidget->font();
+        font.setBold(pItem == m_pListWidget->currentItem());
+        pItem->setFont(font);
+    }
 }
 
 void CSelFileWidget::SlotListWidgetItemClick(QListWidgetItem* pItem)

@@ -152,6 +152,7 @@ private:
     void RemoveDuplicates();
     bool IsSomethingChecked() const;
     void ShowDisk(const QString& strName);
+    void MarkChosenDisk();
     void ShowSpace(const QString& strPath);
     void UpdateCopyBtn();
     void BeginCounting();

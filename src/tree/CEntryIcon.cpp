@@ -1,8 +1,6 @@
 #include "tree/CEntryIcon.h"
 
 #include <QApplication>
-#include <QFileIconProvider>
-#include <QStyle>
 #include <QThread>
 
 #include <array>
@@ -15,32 +13,12 @@ static std::atomic<const IconSet*> s_pIcons{nullptr};
 
 static void ReleaseIcons() { delete s_pIcons.exchange(nullptr); }
 
-/**
- * Qt's own style hands out only the small one of some of its pictures, though it
- * has larger ones; without them a screen of twice the resolution shows a blur.
- */
-static QIcon WithLargerSize(QIcon icon, const QString& strPicture)
-{
-    const QSize size(32, 32);
-    if (icon.actualSize(size) != size) {
-        icon.addFile(QStringLiteral(":/qt-project.org/styles/commonstyle/images/%1-32.png").arg(strPicture));
-    }
-    return icon;
-}
-
 static const IconSet* MakeIcons()
 {
-    const QFileIconProvider provider;
-    const QStyle* pStyle = QApplication::style();
     auto* pIcons = new IconSet;
-    (*pIcons)[size_t(ENEntryKind::File)] = provider.icon(QFileIconProvider::File);
-    (*pIcons)[size_t(ENEntryKind::Folder)] = provider.icon(QFileIconProvider::Folder);
-    (*pIcons)[size_t(ENEntryKind::Volume)]
-        = WithLargerSize(provider.icon(QFileIconProvider::Drive), QStringLiteral("harddrive"));
-    (*pIcons)[size_t(ENEntryKind::FileLink)]
-        = WithLargerSize(pStyle->standardIcon(QStyle::SP_FileLinkIcon), QStringLiteral("filelink"));
-    (*pIcons)[size_t(ENEntryKind::FolderLink)]
-        = WithLargerSize(pStyle->standardIcon(QStyle::SP_DirLinkIcon), QStringLiteral("dirlink"));
+    for (size_t n = 0; n < pIcons->size(); ++n) {
+        (*pIcons)[n] = CEntryIcon::Make(static_cast<ENEntryKind>(n));
+    }
     return pIcons;
 }
 

@@ -25,4 +25,10 @@ public:
      * of them. Null before that, and without a QApplication.
      */
     static QIcon Of(ENEntryKind enKind);
+
+    /**
+     * Makes the icon of `enKind` anew: the platform's own where it has icons for
+     * files, else pictures of the program. GUI thread, with a QApplication.
+     */
+    static QIcon Make(ENEntryKind enKind);
 };

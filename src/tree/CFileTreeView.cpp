@@ -4,10 +4,21 @@
 #include "tree/CDirModel.h"
 
 #include <QAccessible>
+#include <QFocusEvent>
 #include <QHeaderView>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
+
+// The width that a row deep in the tree keeps for its box, icon and name; what is longer is elided.
+static const int LEAST_ROW_WIDTH = 450;
+// Right of the rows, as much as the frame around the view leaves free on their left.
+static const int ROW_GAP = 9;
+// Rows looked at for the deepest one: those on the screen and many more, but never all.
+static const int MEASURED_ROWS = 1000;
+// The bar before the current row.
+static const int MARK_WIDTH = 3;
+static const int MARK_MARGIN = 6;
 
 /** Lies over the view while its nodes are lent, shows what it last looked like and swallows the mouse. */
 class CViewPicture : public QWidget
@@ -170,6 +181,41 @@ void CFileTreeView::AttachModel()
     delete m_pPicture;
 }
 
+int CFileTreeView::sizeHintForColumn(int nColumn) const
+{
+    if (nColumn != 0 || !model()) {
+        return QTreeView::sizeHintForColumn(nColumn);
+    }
+    // As wide as the view, so that a row's ground reaches across it and a long
+    // name is elided instead of widening everything; wider only when the folders
+    // are nested so deep that their names would not be readable otherwise.
+    int nDeepest = 0;
+    QModelIndex index = indexAt(QPoint(0, 0));
+    for (int n = 0; n < MEASURED_ROWS && index.isValid(); ++n) {
+        nDeepest = qMax(nDeepest, visualRect(index).left() - columnViewportPosition(0));
+        index = indexBelow(index);
+    }
+    return qMax(viewport()->width() - ROW_GAP, nDeepest + LEAST_ROW_WIDTH);
+}
+
+void CFileTreeView::drawRow(QPainter* pPainter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const
+{
+    QTreeView::drawRow(pPainter, option, index);
+    if (!m_bKeysUsed || !hasFocus() || index != currentIndex()) {
+        return;
+    }
+    // The current row need not be the selected one, and the selection's ground
+    // stays when the keys have gone elsewhere: where they go takes a mark of its own.
+    const QRect rect(0, option.rect.top() + MARK_MARGIN, MARK_WIDTH, option.rect.height() - 2 * MARK_MARGIN);
+    pPainter->save();
+    pPainter->setRenderHint(QPainter::Antialiasing);
+    pPainter->setPen(Qt::NoPen);
+    pPainter->setBrush(QColor(QStringLiteral("#ff7e17")));
+    pPainter->drawRoundedRect(rect, MARK_WIDTH / 2.0, MARK_WIDTH / 2.0);
+    pPainter->restore();
+}
+
 void CFileTreeView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                                 const QVector<int>& roles)
 {
@@ -190,9 +236,38 @@ void CFileTreeView::rowsInserted(const QModelIndex& parent, int nStart, int nEnd
     QTreeView::rowsInserted(parent, nStart, qMax(nStart, nEnd - 1));
 }
 
+bool CFileTreeView::event(QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::KeyPress) {
+        MarkCurrentRow(true);
+    } else if (pEvent->type() == QEvent::FocusIn) {
+        const Qt::FocusReason enReason = static_cast<QFocusEvent*>(pEvent)->reason();
+        MarkCurrentRow(m_bKeysUsed || enReason == Qt::TabFocusReason || enReason == Qt::BacktabFocusReason);
+    }
+    return QTreeView::event(pEvent);
+}
+
+bool CFileTreeView::viewportEvent(QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::MouseButtonPress) {
+        MarkCurrentRow(false);
+    }
+    return QTreeView::viewportEvent(pEvent);
+}
+
+// Who works with the mouse is not to wonder at a mark on a row that was not clicked.
+void CFileTreeView::MarkCurrentRow(bool bMark)
+{
+    if (bMark != m_bKeysUsed) {
+        m_bKeysUsed = bMark;
+        viewport()->update();
+    }
+}
+
 void CFileTreeView::resizeEvent(QResizeEvent* pEvent)
 {
     QTreeView::resizeEvent(pEvent);
+    resizeColumnToContents(0);
     if (m_pPicture) {
         m_pPicture->setGeometry(rect());
     }

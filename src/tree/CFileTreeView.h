@@ -48,17 +48,26 @@ public slots:
                      const QVector<int>& roles = QVector<int>()) override;
 
 protected:
+    /** The view's width, or more for deep rows, in pixels; no name is measured. */
+    int sizeHintForColumn(int nColumn) const override;
+    /** The row, and a mark before the current one while the view has the focus and is used by keys. */
+    void drawRow(QPainter* pPainter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
     void rowsInserted(const QModelIndex& parent, int nStart, int nEnd) override;
+    bool event(QEvent* pEvent) override;
+    bool viewportEvent(QEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
     void DetachModel();
     void AttachModel();
     void ExchangeModel(QAbstractItemModel* pModel);
+    void MarkCurrentRow(bool bMark);
 
     QStringList m_listRoot;
     CDirModel* m_pDirModel = nullptr;
 
+    bool m_bKeysUsed = false; // the last input was a key
     bool m_bLent = false;
     QStringList m_listLateRoot;
     QPointer<QWidget> m_pPicture;

@@ -40,6 +40,7 @@ private slots:
     void FormLayouts_data();
     void FormLayouts();
     void WindowIsFramelessWithTitle();
+    void TitleStandsInTheMiddle();
     void FirstKeyGoesToTheTree();
     void KeepAwakeIsAskedOfTheShell();
     void SecondListenerKeepsTheFirst();
@@ -218,6 +219,20 @@ void tst_CTarnwickMacPE::WindowIsFramelessWithTitle()
     QVERIFY(!m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pMinBtn"))->isEnabled());
     QVERIFY(!m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pMaxBtn"))->isEnabled());
     QVERIFY(m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pCloseBtn"))->isEnabled());
+}
+
+void tst_CTarnwickMacPE::TitleStandsInTheMiddle()
+{
+    m_pWindow->ensurePolished();
+    m_pWindow->layout()->activate();
+    m_pWindow->grab();
+    const auto* pLogo = m_pWindow->findChild<QLabel*>(QStringLiteral("m_pLogoLab"));
+    const auto* pTitle = m_pWindow->findChild<QLabel*>(QStringLiteral("m_pTitleLab"));
+    const int nLeft = pLogo->mapTo(m_pWindow.get(), QPoint(0, 0)).x();
+    const int nRight = pTitle->mapTo(m_pWindow.get(), QPoint(0, 0)).x()
+        + pTitle->fontMetrics().horizontalAdvance(pTitle->text());
+    QVERIFY2(qAbs((nLeft + nRight) / 2 - m_pWindow->width() / 2) <= 2,
+             qPrintable(QStringLiteral("%1 to %2").arg(QString::number(nLeft), QString::number(nRight))));
 }
 
 void tst_CTarnwickMacPE::FirstKeyGoesToTheTree()

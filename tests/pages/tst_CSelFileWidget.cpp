@@ -157,6 +157,7 @@ private slots:
 
     void TickAndDiskEnableCopy_data();
     void TickAndDiskEnableCopy();
+    void NothingMovesWhenADiskComesOrGoes();
     void ListOpensOverItsAnchor();
     void ListMarksTheChosenDisk();
     void EitherClickOpensTheList_data();
@@ -967,6 +968,40 @@ void tst_CSelFileWidget::TickAndDiskEnableCopy()
     QCOMPARE(CopyBtn()->isEnabled(), bTick && bDisk);
 }
 
+/** Where each part of the page stands, by the names that lead to it. */
+static QMap<QString, QRect> Places(const QWidget& page)
+{
+    QMap<QString, QRect> mapPlace;
+    const QList<QWidget*> listWidget = page.findChildren<QWidget*>();
+    for (const QWidget* pWidget : listWidget) {
+        if (!pWidget->isWindow() && pWidget->window() == page.window()) {
+            mapPlace.insert(
+                QStringLiteral("%1 %2").arg(QString::number(mapPlace.size()), pWidget->objectName()),
+                QRect(pWidget->mapTo(&page, QPoint(0, 0)), pWidget->size()));
+        }
+    }
+    return mapPlace;
+}
+
+void tst_CSelFileWidget::NothingMovesWhenADiskComesOrGoes()
+{
+    MakePage();
+    m_pPage->grab();
+    const QMap<QString, QRect> mapBefore = Places(*m_pPage);
+    QVERIFY(mapBefore.size() > 12);
+    for (const QString& strName : {QStringLiteral("A"), QString(200, QLatin1Char('W'))}) {
+        m_pPage->AddDisk(QFileInfo(QStringLiteral("/Volumes/") + strName));
+        m_pPage->OnRefreshUSB();
+        m_pPage->grab();
+        QCOMPARE(m_pPage->GetUsbName(), strName);
+        QCOMPARE(Places(*m_pPage), mapBefore);
+        m_pPage->RemoveDisk(QStringLiteral("/Volumes/") + strName);
+        m_pPage->OnRefreshUSB();
+        m_pPage->grab();
+        QCOMPARE(Places(*m_pPage), mapBefore);
+    }
+}
+
 void tst_CSelFileWidget::ListOpensOverItsAnchor()
 {
     MakePage();
@@ -990,6 +1025,10 @@ void tst_CSelFileWidget::ListMarksTheChosenDisk()
         QVERIFY(List()->currentItem());
         QCOMPARE(List()->currentItem()->text(), strName);
         QVERIFY(List()->currentItem()->isSelected());
+        // The entry under the pointer has the same ground, so the letters tell.
+        for (int i = 0; i < List()->count(); ++i) {
+            QCOMPARE(List()->item(i)->font().bold(), List()->item(i)->text() == strName);
+        }
         List()->hide();
     }
 }

@@ -20,6 +20,22 @@
 #include <memory>
 #include <thread>
 
+// Right of the rows, as wide as what the frame leaves free on their left less its edge.
+static const int ROW_GAP = 9;
+
+/** Whether something darker than the ground of a row is drawn in `rect`. */
+static bool HasInk(const QImage& image, const QRect& rect)
+{
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        for (int x = rect.left(); x <= rect.right(); ++x) {
+            if (qGray(image.pixel(x, y)) < 128) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 /** The model is one for the whole process, so every test leaves it empty. */
 class tst_CFileTreeView : public QObject
 {
@@ -37,7 +53,10 @@ private slots:
     void parseOfAnEmptyListIsNotTheOne();
     void rowsAreThirtyHigh();
     void rowsOfHostileNamesAreAsHigh();
-    void columnIsAsWideAsItsNames();
+    void rowsReachAcrossTheView();
+    void longNamesDoNotWidenTheColumn();
+    void deepRowsScrollSideways();
+    void keysMarkTheCurrentRow();
     void expandingListsTwoLevels();
     void arrowsOfFolders_data();
     void arrowsOfFolders();
@@ -217,13 +236,78 @@ void tst_CFileTreeView::rowsOfHostileNamesAreAsHigh()
     m_pView->grab();
 }
 
-void tst_CFileTreeView::columnIsAsWideAsItsNames()
+void tst_CFileTreeView::rowsReachAcrossTheView()
+{
+    m_pTree->Write("file");
+    Open();
+    for (const int nWidth : {700, 500, 900}) {
+        m_pView->resize(nWidth, 300);
+        QCOMPARE(m_pView->columnWidth(0), m_pView->viewport()->width() - ROW_GAP);
+        QCOMPARE(m_pView->visualRect(At("file")).right(), m_pView->columnWidth(0) - 1);
+    }
+}
+
+void tst_CFileTreeView::longNamesDoNotWidenTheColumn()
 {
     m_pTree->Write(QString(250, 'W'));
+    m_pTree->Write("b");
     Open();
-    m_pView->grab();
-    QVERIFY(m_pView->columnWidth(0) > 500);
+    m_pView->resize(600, 300);
+    QCOMPARE(m_pView->columnWidth(0), m_pView->viewport()->width() - ROW_GAP);
+    QCOMPARE(m_pView->horizontalScrollBar()->maximum(), 0);
+    // Elided in the middle: both ends of the row show letters, the very edge does not.
+    const QImage image = m_pView->viewport()->grab(m_pView->visualRect(At(QString(250, 'W')))).toImage();
+    QVERIFY(HasInk(image, QRect(image.width() - 30, 0, 30, image.height())));
+}
+
+void tst_CFileTreeView::deepRowsScrollSideways()
+{
+    QString strPath("a");
+    for (int n = 0; n < 12; ++n) {
+        strPath += "/a";
+    }
+    m_pTree->Write(strPath + "/file");
+    Open();
+    m_pView->resize(600, 300);
+    QString strOpen("a");
+    for (int n = 0; n < 13; ++n) {
+        m_pView->expand(At(strOpen));
+        strOpen += "/a";
+    }
+    const QModelIndex deepest = At(strPath + "/file");
+    QVERIFY(deepest.isValid());
+    QCOMPARE(m_pView->visualRect(deepest).width(), 450);
     QVERIFY(m_pView->horizontalScrollBar()->maximum() > 0);
+    m_pView->collapse(At("a"));
+    QCOMPARE(m_pView->columnWidth(0), m_pView->viewport()->width() - ROW_GAP);
+}
+
+void tst_CFileTreeView::keysMarkTheCurrentRow()
+{
+    m_pTree->Write("file");
+    Open();
+    m_pView->activateWindow();
+    m_pView->setFocus();
+    QTRY_VERIFY(m_pView->hasFocus());
+    const auto IsMarked = [this](const QModelIndex& index) {
+        const QRect rect = m_pView->visualRect(index);
+        const QImage image = m_pView->viewport()->grab().toImage();
+        return image.pixelColor(1, rect.center().y()) == QColor("#ff7e17");
+    };
+    QVERIFY(!IsMarked(m_pView->currentIndex()));
+    QTest::keyClick(m_pView.get(), Qt::Key_Down);
+    QCOMPARE(m_pView->currentIndex(), At("file"));
+    QVERIFY(IsMarked(At("file")));
+    QVERIFY(!IsMarked(At(".")));
+    Click(".", 7);
+    QVERIFY(!IsMarked(At("file")));
+    QVERIFY(!IsMarked(At(".")));
+    QTest::keyClick(m_pView.get(), Qt::Key_Up);
+    QVERIFY(IsMarked(At(".")));
+    m_pView->clearFocus();
+    QVERIFY(!IsMarked(At(".")));
+    m_pView->setFocus(Qt::TabFocusReason);
+    QVERIFY(IsMarked(At(".")));
 }
 
 void tst_CFileTreeView::expandingListsTwoLevels()
@@ -479,9 +563,11 @@ void tst_CFileTreeView::lentViewTakesNoInput()
 void tst_CFileTreeView::lentViewStaysAsItWas()
 {
     for (int i = 0; i < 60; ++i) {
-        m_pTree->Write(QStringLiteral("folder %1/%2/file").arg(i).arg(QString(100, 'w')));
+        m_pTree->Write(QStringLiteral("folder %1/inner/file").arg(i));
     }
     Open();
+    // Narrower than the least width of a row, so that there is something to scroll sideways.
+    m_pView->resize(400, 300);
     m_pView->expand(At("folder 10"));
     m_pView->expand(At("folder 50"));
     m_pView->expand(m_pModel->index(0, 0, At("folder 50")));
