@@ -82,6 +82,14 @@
         <translation>Copier</translation>
     </message>
     <message>
+        <source>No disk to copy files from was found.</source>
+        <translation>Aucun disque à partir duquel copier des fichiers n’a été trouvé.</translation>
+    </message>
+    <message>
+        <source>No USB disk was found. Connect one, and it appears here.</source>
+        <translation>Aucun disque USB trouvé. Connectez-en un et il apparaîtra ici.</translation>
+    </message>
+    <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>
         <translation>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1&#xa0;Go&lt;/span&gt; disponibles, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2&#xa0;Go&lt;/span&gt; au total</translation>
     </message>

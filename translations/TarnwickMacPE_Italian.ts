@@ -82,6 +82,14 @@
         <translation>Copia</translation>
     </message>
     <message>
+        <source>No disk to copy files from was found.</source>
+        <translation>Non è stato trovato alcun disco da cui copiare i file.</translation>
+    </message>
+    <message>
+        <source>No USB disk was found. Connect one, and it appears here.</source>
+        <translation>Nessun disco USB trovato. Collegane uno e apparirà qui.</translation>
+    </message>
+    <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>
         <translation>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1&#xa0;GB&lt;/span&gt; disponibili, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2&#xa0;GB&lt;/span&gt; in totale</translation>
     </message>

@@ -82,6 +82,14 @@
         <translation>コピー</translation>
     </message>
     <message>
+        <source>No disk to copy files from was found.</source>
+        <translation>コピー元のディスクが見つかりませんでした。</translation>
+    </message>
+    <message>
+        <source>No USB disk was found. Connect one, and it appears here.</source>
+        <translation>USBディスクが見つかりません。接続すると、ここに表示されます。</translation>
+    </message>
+    <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>
         <translation>空き &lt;span style=&quot;color:#ff7e17;&quot;&gt;%1&#xa0;GB&lt;/span&gt;、合計 &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2&#xa0;GB&lt;/span&gt;</translation>
     </message>

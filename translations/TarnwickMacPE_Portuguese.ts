@@ -82,6 +82,14 @@
         <translation>Copiar</translation>
     </message>
     <message>
+        <source>No disk to copy files from was found.</source>
+        <translation>Nenhum disco do qual copiar arquivos foi encontrado.</translation>
+    </message>
+    <message>
+        <source>No USB disk was found. Connect one, and it appears here.</source>
+        <translation>Nenhum disco USB encontrado. Conecte um e ele aparecerá aqui.</translation>
+    </message>
+    <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>
         <translation>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1&#xa0;GB&lt;/span&gt; disponíveis, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2&#xa0;GB&lt;/span&gt; no total</translation>
     </message>

@@ -56,7 +56,7 @@ void CCopyFileWidget::InitView()
     m_pForm->m_pCopyFrame->setObjectName(QStringLiteral("driveWidget"));
     m_pForm->m_pCancelBtn->setObjectName(QStringLiteral("toolBtn"));
     m_pForm->m_pCancelBtn->setText(tr("Cancel"));
-    m_pForm->m_pCancelBtn->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
+    m_pForm->m_pCancelBtn->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13_BOLD));
 
     const QString strColor = CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_72);
     m_pForm->m_pCopyTitleLab->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_14));

@@ -8,6 +8,7 @@
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
 #include "pages/CElidedLabel.h"
+#include "pages/CEmptyHint.h"
 #include "pages/CSearchWaitView.h"
 #include "tree/CDirModel.h"
 #include "ui_CSelFileWidget.h"
@@ -125,7 +126,9 @@ void CSelFileWidget::InitTexts()
     fnSet(m_pForm->m_pUSBTitleLab, tr("Select Destination Disk:"), CSkinMgr::FONT_STYLE_PX_14);
     fnSet(m_pForm->m_pUSBBottomLab, tr("Select Destination Disk:"), CSkinMgr::FONT_STYLE_PX_13);
     m_pForm->m_pCopyBtn->setText(tr("Copy"));
-    m_pForm->m_pCopyBtn->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
+    m_pForm->m_pCopyBtn->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13_BOLD));
+    new CEmptyHint(tr("No disk to copy files from was found."), m_pForm->m_pFileTree);
+    new CEmptyHint(tr("No USB disk was found. Connect one, and it appears here."), m_pListWidget);
 }
 
 void CSelFileWidget::InitConnect()

@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QGlyphRun>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QRawFont>
 #include <QStyleOptionButton>
@@ -27,6 +28,7 @@ static const int FOCUS_BORDERS = 4;
 static const char BOX[] = "box"; ///< message of a message box
 static const char BUTTON[] = "button"; ///< button of a message box or a page
 static const char LABEL[] = "label"; ///< label of a page
+static const char HINT[] = "hint"; ///< what the empty drop-down says
 static const char WAIT[] = "wait"; ///< message of the waiting dialog
 static const char FOLDER[] = "folder"; ///< piece of a folder's name
 static const char UNSEEN[] = "unseen"; ///< replaced before it is seen, or a name of a window
@@ -60,6 +62,8 @@ static const struct
     {"CSelFileWidget", "Destination", LABEL},
     {"CSelFileWidget", "Select Destination Disk:", LABEL},
     {"CSelFileWidget", "Copy", BUTTON},
+    {"CSelFileWidget", "No disk to copy files from was found.", LABEL},
+    {"CSelFileWidget", "No USB disk was found. Connect one, and it appears here.", HINT},
     {"CSelFileWidget",
      "<span style=\"color:#ff7e17;\">%1GB</span> Available, <span style=\"color:#ff7e17;\">%2GB</span> Total",
      LABEL},
@@ -249,8 +253,17 @@ void tst_TranslationsFit::selectionPage()
     QVERIFY(QTest::qWaitForWindowExposed(&page));
     int nMeasured = 0;
     QCOMPARE(CutTexts(&page, &nMeasured), QString());
-    QCOMPARE(nMeasured, 6);
+    QCOMPARE(nMeasured, 7);
     Save(&page, QStringLiteral("selection-empty"));
+
+    page.SlotShowListWidget();
+    auto* pList = page.findChild<QListWidget*>();
+    QVERIFY(pList && pList->isVisible());
+    nMeasured = 0;
+    QCOMPARE(CutTexts(pList, &nMeasured), QString());
+    QCOMPARE(nMeasured, 1);
+    Save(pList, QStringLiteral("drop-down-empty"));
+    pList->hide();
 
     // The largest figures that a disk of our days can have.
     auto* pBottom = page.findChild<QLabel*>(QStringLiteral("bottomLab"));
