@@ -1,9 +1,17 @@
 #include "kit/KvStyleDialog.h"
 
+#include "kit/CCompositor.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainterPath>
+#include <QResizeEvent>
 #include <QShowEvent>
+
+// What KvStyleShadow leaves for the shadow around its panel, and the panel's corners.
+static const int SHADOW_WIDTH = 4;
+static const qreal PANEL_RADIUS = 4.0;
 
 KvStyleDialog::KvStyleDialog(QWidget* parent)
     : QDialog(parent)
@@ -23,7 +31,28 @@ void KvStyleDialog::showEvent(QShowEvent* pEvent)
         const QPoint ptCentre = pWindow->mapToGlobal(pWindow->rect().center());
         move(ptCentre - rect().center());
     }
+    ClipToPanel();
     QDialog::showEvent(pEvent);
+}
+
+void KvStyleDialog::resizeEvent(QResizeEvent* pEvent)
+{
+    ClipToPanel();
+    QDialog::resizeEvent(pEvent);
+}
+
+// The shadow needs what is behind the dialog to shine through. Where nothing
+// does it would be a black frame, so there the dialog ends with its panel.
+void KvStyleDialog::ClipToPanel()
+{
+    if (CCompositor::IsRunning()) {
+        clearMask();
+        return;
+    }
+    QPainterPath path;
+    const int nEdge = SHADOW_WIDTH;
+    path.addRoundedRect(rect().adjusted(nEdge, nEdge, -nEdge, -nEdge), PANEL_RADIUS, PANEL_RADIUS);
+    setMask(QRegion(path.toFillPolygon().toPolygon()));
 }
 
 void KvStyleDialog::paintEvent(QPaintEvent* pEvent)

@@ -24,6 +24,7 @@ public:
 protected:
     /** Puts the dialog in the middle of its parent's window. */
     void showEvent(QShowEvent* pEvent) override;
+    void resizeEvent(QResizeEvent* pEvent) override;
     void paintEvent(QPaintEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
@@ -31,6 +32,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
 
 private:
+    void ClipToPanel();
+
     KvStyleShadow m_Shadow;
     bool m_bPressed = false;
     QPoint m_ptPress;

@@ -1,0 +1,3 @@
+#include "kit/CCompositor.h"
+
+bool CCompositor::IsRunning() { return true; }
