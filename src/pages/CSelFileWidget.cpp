@@ -9,6 +9,7 @@
 #include "log/CLogTarnwick.h"
 #include "pages/CElidedLabel.h"
 #include "pages/CEmptyHint.h"
+#include "pages/CPopupCloser.h"
 #include "pages/CSearchWaitView.h"
 #include "tree/CDirModel.h"
 #include "ui_CSelFileWidget.h"
@@ -77,6 +78,7 @@ void CSelFileWidget::InitData()
     m_pListWidget->setStyleSheet(QLatin1String(LIST_STYLE));
     m_pListWidget->setTextElideMode(Qt::ElideMiddle);
     m_pListWidget->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    new CPopupCloser(m_pListWidget);
 
     m_pRefreshMovie
         = new QMovie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/refalsh.gif")), QByteArray(), this);

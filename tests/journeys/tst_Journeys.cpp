@@ -51,6 +51,7 @@ private slots:
     void WindowAnswersWhileAStickIsSlow();
     void ExitWhileSizesAreCountedEndsTheProgram();
     void ExitDuringAHangingSearchEndsAtOnce();
+    void ClickElsewhereClosesTheDropDown();
 
 private:
     void FillSource();
@@ -453,6 +454,27 @@ void tst_Journeys::ExitDuringAHangingSearchEndsAtOnce()
     QCOMPARE(QProcess::execute(QStringLiteral("pgrep"),
                                {QStringLiteral("-f"), QStringLiteral("tail -f /dev/null")}),
              1);
+}
+
+void tst_Journeys::ClickElsewhereClosesTheDropDown()
+{
+    Begin();
+    const auto fnIsOpen = [this] { return m_pJourney->List().value(QStringLiteral("visible")).toBool(); };
+    const QJsonObject objArrow = m_pJourney->Widget(QStringLiteral("m_pDropBtn"));
+    m_pJourney->Click(objArrow);
+    QVERIFY(CJourney::WaitFor(fnIsOpen));
+    m_pJourney->Click(m_pJourney->Widget(QStringLiteral("m_pSrcLab")));
+    QVERIFY(CJourney::WaitFor([&] { return !fnIsOpen(); }));
+
+    // The arrow too only closes what it has opened. The press and release are
+    // through as soon as the next click has opened the list again.
+    m_pJourney->Click(objArrow);
+    QVERIFY(CJourney::WaitFor(fnIsOpen));
+    m_pJourney->Click(objArrow);
+    QVERIFY(CJourney::WaitFor([&] { return !fnIsOpen(); }));
+    m_pJourney->Click(objArrow);
+    QVERIFY(CJourney::WaitFor(fnIsOpen));
+    m_pJourney->Picture(QStringLiteral("open-again"));
 }
 
 QTEST_MAIN(tst_Journeys)

@@ -162,6 +162,8 @@ private slots:
     void ListMarksTheChosenDisk();
     void EitherClickOpensTheList_data();
     void EitherClickOpensTheList();
+    void ClickElsewhereClosesTheList_data();
+    void ClickElsewhereClosesTheList();
     void ChoosingADiskLeavesPictureAndCopy();
     void ChoosingADiskThatIsGoneShowsThePrompt();
 
@@ -1045,6 +1047,30 @@ void tst_CSelFileWidget::EitherClickOpensTheList()
     QFETCH(QString, strName);
     MakePage();
     QTest::mouseClick(m_pPage->findChild<QWidget*>(strName), Qt::LeftButton);
+    QVERIFY(List()->isVisible());
+}
+
+void tst_CSelFileWidget::ClickElsewhereClosesTheList_data()
+{
+    EitherClickOpensTheList_data();
+    QTest::newRow("tree") << QStringLiteral("m_pFileTree");
+}
+
+void tst_CSelFileWidget::ClickElsewhereClosesTheList()
+{
+    QFETCH(QString, strName);
+    MakePage();
+    QWidget* pWindow = m_pPage->window();
+    QVERIFY(QTest::qWaitForWindowExposed(pWindow));
+    m_pPage->SlotShowListWidget();
+    QVERIFY(List()->isVisible());
+    const auto* pWidget = m_pPage->findChild<QWidget*>(strName);
+    // Through the window, as from the window system: a popup comes first there.
+    QTest::mouseClick(pWindow->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      pWidget->mapTo(pWindow, pWidget->rect().center()));
+    QCoreApplication::processEvents();
+    QVERIFY(!List()->isVisible());
+    m_pPage->SlotShowListWidget();
     QVERIFY(List()->isVisible());
 }
 

@@ -184,6 +184,13 @@ static QJsonObject DescribeList()
 // click would still go to what was there before.
 static QJsonObject DescribePointer()
 {
+    // A popup gets the mouse wherever it is, and nothing below counts as under it.
+    if (const QWidget* pPopup = QApplication::activePopupWidget()) {
+        const QPoint ptCursor = QCursor::pos() * pPopup->devicePixelRatioF();
+        return {{QStringLiteral("over"), true},
+                {QStringLiteral("x"), ptCursor.x()},
+                {QStringLiteral("y"), ptCursor.y()}};
+    }
     for (const QWidget* pWidget : QApplication::allWidgets()) {
         if (pWidget->isVisible() && pWidget->underMouse()) {
             const QPoint pt = PlaceOnScreen(pWidget->window());
