@@ -27,12 +27,6 @@ static int VerticalOffset(int nBoxHeight, int nRowHeight)
     return nRowHeight > nBoxHeight ? (nRowHeight - nBoxHeight) / 2 : 0;
 }
 
-/** What a press makes of a tick. */
-static Qt::CheckState NextState(int nState)
-{
-    return nState == Qt::Unchecked || nState == Qt::PartiallyChecked ? Qt::Checked : Qt::Unchecked;
-}
-
 static QString BoxKey(QStyle::State state, int nCheckState)
 {
     return QStringLiteral("CHECKBOX:%1.%2")
@@ -82,6 +76,11 @@ CDirDelegate::CDirDelegate(QObject* parent)
 }
 
 CDirDelegate::~CDirDelegate() { delete m_pCheckBox; }
+
+Qt::CheckState CDirDelegate::NextState(int nState)
+{
+    return nState == Qt::Unchecked || nState == Qt::PartiallyChecked ? Qt::Checked : Qt::Unchecked;
+}
 
 void CDirDelegate::paint(QPainter* pPainter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const

@@ -16,6 +16,10 @@ public:
     explicit CDirDelegate(QObject* parent = nullptr);
     ~CDirDelegate() override;
 
+    /** What a press or a key makes of a tick (a Qt::CheckState): checked, and of checked unchecked. Any
+     * thread. */
+    static Qt::CheckState NextState(int nState);
+
     void paint(QPainter* pPainter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
 

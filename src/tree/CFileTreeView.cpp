@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QFocusEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -113,6 +114,9 @@ void CFileTreeView::Parse(QStringList roots)
         m_pDirModel->Parse(strPath);
     }
     m_pDirModel->LoadGrandChild(m_pDirModel->parent(m_pDirModel->index(0, 0)));
+    if (hasFocus()) {
+        EnsureCurrentRow();
+    }
 }
 
 void CFileTreeView::LendNodes(bool bLent)
@@ -129,6 +133,24 @@ void CFileTreeView::LendNodes(bool bLent)
     if (!m_listLateRoot.isEmpty()) {
         Parse(m_listLateRoot);
         m_listLateRoot.clear();
+    }
+}
+
+void CFileTreeView::ToggleTick(const QModelIndex& index)
+{
+    if (m_bLent || !index.isValid()) {
+        return;
+    }
+    scrollTo(index);
+    model()->setData(index, CDirDelegate::NextState(index.data(Qt::CheckStateRole).toInt()),
+                     Qt::CheckStateRole);
+    emit SignalItemClicked();
+}
+
+void CFileTreeView::EnsureCurrentRow()
+{
+    if (!m_bLent && !currentIndex().isValid()) {
+        selectionModel()->setCurrentIndex(m_pDirModel->index(0, 0), QItemSelectionModel::NoUpdate);
     }
 }
 
@@ -271,4 +293,32 @@ void CFileTreeView::resizeEvent(QResizeEvent* pEvent)
     if (m_pPicture) {
         m_pPicture->setGeometry(rect());
     }
+}
+
+void CFileTreeView::keyPressEvent(QKeyEvent* pEvent)
+{
+    if (m_bLent) {
+        return;
+    }
+    switch (pEvent->key()) {
+    case Qt::Key_Space:
+        // A key held down would tick and untick as fast as it repeats.
+        if (!pEvent->isAutoRepeat()) {
+            ToggleTick(currentIndex());
+        }
+        return;
+    case Qt::Key_Asterisk:
+        // Opening everything below a row would list a whole volume at once, on
+        // this thread. A letter like any other, it looks for a name.
+        QAbstractItemView::keyPressEvent(pEvent); // NOLINT(bugprone-parent-virtual-call)
+        return;
+    default:
+        QTreeView::keyPressEvent(pEvent);
+    }
+}
+
+void CFileTreeView::focusInEvent(QFocusEvent* pEvent)
+{
+    QTreeView::focusInEvent(pEvent);
+    EnsureCurrentRow();
 }

@@ -39,8 +39,15 @@ public:
      */
     void LendNodes(bool bLent);
 
+    /**
+     * Ticks or unticks a row as a press on its box does, brings it into sight
+     * and emits SignalItemClicked. Nothing for an invalid index and while the
+     * nodes are lent.
+     */
+    void ToggleTick(const QModelIndex& index);
+
 signals:
-    /** A row was clicked, on its box or elsewhere; its tick is already the new one. */
+    /** A row was clicked, on its box or elsewhere, or ticked by key; its tick is already the new one. */
     void SignalItemClicked();
 
 public slots:
@@ -58,7 +65,16 @@ protected:
     bool viewportEvent(QEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
+    /**
+     * Space ticks the current row; the arrows, "+" and "-" open and close it;
+     * letters look for a name. No key does anything while the nodes are lent.
+     */
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    /** Makes the first row the current one when there is none, so that Space has a row to tick. */
+    void focusInEvent(QFocusEvent* pEvent) override;
+
 private:
+    void EnsureCurrentRow();
     void DetachModel();
     void AttachModel();
     void ExchangeModel(QAbstractItemModel* pModel);

@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -66,6 +67,17 @@ private slots:
     void pressOnTheNameSelects();
     void doubleClickOnTheBox();
     void everyClickIsTold();
+    void spaceTicks_data();
+    void spaceTicks();
+    void spaceWithoutARow();
+    void heldSpaceTicksOnce();
+    void spaceAfterALetterTicks();
+    void spaceBringsTheRowIntoSight();
+    void arrowsOpenAndClose();
+    void plusAndMinusOpenAndClose();
+    void starListsNothing();
+    void firstFocusHasARow();
+    void rowsThatComeLaterHaveACurrentOne();
     void tickingRepaintsEveryRow();
     void hugeFoldersTickAtOnce();
     void lentViewHasNothingToRead();
@@ -431,6 +443,167 @@ void tst_CFileTreeView::everyClickIsTold()
     QCOMPARE(spy.count(), 2);
 }
 
+void tst_CFileTreeView::spaceTicks_data()
+{
+    QTest::addColumn<int>("before");
+    QTest::addColumn<int>("after");
+    QTest::newRow("unchecked") << 0 << 2;
+    QTest::newRow("partial") << 1 << 2;
+    QTest::newRow("checked") << 2 << 0;
+    QTest::newRow("unknown") << 7 << 0;
+}
+
+void tst_CFileTreeView::spaceTicks()
+{
+    m_pTree->Write("a/b");
+    m_pTree->Write("c");
+    Open();
+    QFETCH(int, before);
+    QFETCH(int, after);
+    Node("a")->m_chkState = before;
+    m_pView->setCurrentIndex(At("a"));
+    QList<int> listTold;
+    connect(m_pView.get(), &CFileTreeView::SignalItemClicked, this,
+            [&] { listTold += Node("a")->m_chkState; });
+    QTest::keyClick(m_pView.get(), Qt::Key_Space);
+    QCOMPARE(listTold, QList<int>({after}));
+    QCOMPARE(Node("a/b")->m_chkState, after);
+    QCOMPARE(Node(".")->m_chkState, after == 2 ? 1 : 0);
+    QCOMPARE(Node("c")->m_chkState, 0);
+    QCOMPARE(m_pView->currentIndex(), At("a"));
+}
+
+void tst_CFileTreeView::spaceWithoutARow()
+{
+    QSignalSpy spy(m_pView.get(), &CFileTreeView::SignalItemClicked);
+    QTest::keyClick(m_pView.get(), Qt::Key_Space);
+    QVERIFY(spy.isEmpty());
+    QVERIFY(!m_pModel->HasCheckedEntry());
+}
+
+void tst_CFileTreeView::heldSpaceTicksOnce()
+{
+    m_pTree->Write("a");
+    Open();
+    m_pView->setCurrentIndex(At("a"));
+    QSignalSpy spy(m_pView.get(), &CFileTreeView::SignalItemClicked);
+    for (int i = 0; i < 4; ++i) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", i > 0);
+        QApplication::sendEvent(m_pView.get(), &event);
+        QCOMPARE(Node("a")->m_chkState, 2);
+    }
+    QCOMPARE(spy.count(), 1);
+}
+
+void tst_CFileTreeView::spaceAfterALetterTicks()
+{
+    for (const char* pName : {"alpha", "beta", "beta two"}) {
+        m_pTree->Write(pName);
+    }
+    Open();
+    m_pView->setCurrentIndex(At("alpha"));
+    QTest::keyClicks(m_pView.get(), "beta");
+    QCOMPARE(m_pView->currentIndex(), At("beta"));
+    QTest::keyClick(m_pView.get(), Qt::Key_Space);
+    QCOMPARE(m_pView->currentIndex(), At("beta"));
+    QCOMPARE(Node("beta")->m_chkState, 2);
+    QCOMPARE(Node("beta two")->m_chkState, 0);
+}
+
+void tst_CFileTreeView::spaceBringsTheRowIntoSight()
+{
+    for (int i = 0; i < 60; ++i) {
+        m_pTree->Write(QStringLiteral("file %1").arg(i));
+    }
+    Open();
+    m_pView->setCurrentIndex(At("file 9"));
+    m_pView->scrollToTop();
+    QVERIFY(!m_pView->viewport()->rect().intersects(m_pView->visualRect(At("file 9"))));
+    QTest::keyClick(m_pView.get(), Qt::Key_Space);
+    const QRect row = m_pView->visualRect(At("file 9"));
+    QVERIFY(row.top() >= 0 && row.bottom() < m_pView->viewport()->height());
+    QCOMPARE(Node("file 9")->m_chkState, 2);
+}
+
+void tst_CFileTreeView::arrowsOpenAndClose()
+{
+    m_pTree->Write("a/b/c");
+    Open();
+    m_pView->setCurrentIndex(At("a"));
+    QTest::keyClick(m_pView.get(), Qt::Key_Right);
+    QVERIFY(m_pView->isExpanded(At("a")));
+    QCOMPARE(m_pModel->rowCount(At("a/b")), 1);
+    QTest::keyClick(m_pView.get(), Qt::Key_Right);
+    QCOMPARE(m_pView->currentIndex(), At("a/b"));
+    QTest::keyClick(m_pView.get(), Qt::Key_Left);
+    QCOMPARE(m_pView->currentIndex(), At("a"));
+    QTest::keyClick(m_pView.get(), Qt::Key_Left);
+    QVERIFY(!m_pView->isExpanded(At("a")));
+    QTest::keyClick(m_pView.get(), Qt::Key_Left);
+    QCOMPARE(m_pView->currentIndex(), At("."));
+}
+
+void tst_CFileTreeView::plusAndMinusOpenAndClose()
+{
+    m_pTree->Write("a/b");
+    Open();
+    m_pView->setCurrentIndex(At("a"));
+    QTest::keyClick(m_pView.get(), Qt::Key_Plus);
+    QVERIFY(m_pView->isExpanded(At("a")));
+    QTest::keyClick(m_pView.get(), Qt::Key_Minus);
+    QVERIFY(!m_pView->isExpanded(At("a")));
+}
+
+void tst_CFileTreeView::starListsNothing()
+{
+    m_pTree->Write("a/b/c/d/e");
+    m_pTree->Write("z*");
+    m_pTree->Write("* star");
+    Open();
+    m_pView->setCurrentIndex(At("a"));
+    QSignalSpy spy(m_pModel, &CDirModel::rowsInserted);
+    QTest::keyClick(m_pView.get(), Qt::Key_Asterisk);
+    QVERIFY(spy.isEmpty());
+    QVERIFY(!m_pView->isExpanded(At("a")));
+    QCOMPARE(m_pView->currentIndex(), At("* star"));
+}
+
+void tst_CFileTreeView::firstFocusHasARow()
+{
+    m_pTree->Write("a");
+    Open();
+    QWidget window;
+    window.resize(500, 400);
+    QPushButton button(&window);
+    m_pView->setParent(&window);
+    m_pView->setCurrentIndex(QModelIndex());
+    button.setFocus();
+    window.show();
+    m_pView->show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(!m_pView->currentIndex().isValid());
+    QTest::keyClick(&button, Qt::Key_Tab);
+    QVERIFY(m_pView->hasFocus());
+    QCOMPARE(m_pView->currentIndex(), m_pModel->index(0, 0));
+    QTest::keyClick(m_pView.get(), Qt::Key_Space);
+    QCOMPARE(m_pModel->nodeFromIndex(m_pModel->index(0, 0))->m_chkState, 2);
+    m_pView->setParent(nullptr);
+}
+
+void tst_CFileTreeView::rowsThatComeLaterHaveACurrentOne()
+{
+    m_pTree->Write("a");
+    m_pView->show();
+    m_pView->setFocus();
+    m_pView->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_pView.get()));
+    QVERIFY(m_pView->hasFocus());
+    QVERIFY(!m_pView->currentIndex().isValid());
+    m_pView->Parse({m_pTree->Path()});
+    QCOMPARE(m_pView->currentIndex(), At("."));
+}
+
 /** What the row shows where its box is. */
 static QImage BoxOf(const CFileTreeView& view, const QModelIndex& index)
 {
@@ -555,6 +728,13 @@ void tst_CFileTreeView::lentViewTakesNoInput()
     QVERIFY(spyExpand.isEmpty());
     QCOMPARE(Node("a")->m_chkState, 0);
     QVERIFY(!m_pView->isExpanded(At("a")));
+    m_pView->setCurrentIndex(At("a"));
+    m_pView->LendNodes(true);
+    m_pView->ToggleTick(At("a"));
+    QTest::keyClick(m_pView.get(), Qt::Key_Space);
+    m_pView->LendNodes(false);
+    QVERIFY(spyClick.isEmpty());
+    QCOMPARE(Node("a")->m_chkState, 0);
     Click("a", 7);
     QCOMPARE(Node("a")->m_chkState, 2);
     QCOMPARE(spyClick.count(), 1);
