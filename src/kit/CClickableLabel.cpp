@@ -1,6 +1,12 @@
 #include "kit/CClickableLabel.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
+
+// The mark of the focus, the same as the style sheet gives to the drop-down button.
+static const char FOCUS_TINT[] = "#fff2e7";
+static const int FOCUS_RADIUS = 3;
 
 CClickableLabel::CClickableLabel(QWidget* parent, Qt::WindowFlags)
     : QLabel(parent)
@@ -17,4 +23,35 @@ void CClickableLabel::mouseReleaseEvent(QMouseEvent* pEvent)
     if (pEvent->pos() == m_ptPress) {
         emit SignalLabelClicked();
     }
+}
+
+void CClickableLabel::keyPressEvent(QKeyEvent* pEvent)
+{
+    switch (pEvent->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!pEvent->isAutoRepeat()) {
+            emit SignalLabelClicked();
+        }
+        return;
+    default:
+        QLabel::keyPressEvent(pEvent);
+    }
+}
+
+// A background would be hidden behind the white of an animation, so the tint
+// goes over it and leaves all that is darker as it is.
+void CClickableLabel::paintEvent(QPaintEvent* pEvent)
+{
+    QLabel::paintEvent(pEvent);
+    if (!hasFocus()) {
+        return;
+    }
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(QLatin1String(FOCUS_TINT)));
+    painter.drawRoundedRect(rect(), FOCUS_RADIUS, FOCUS_RADIUS);
 }

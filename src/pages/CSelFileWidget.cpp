@@ -7,6 +7,7 @@
 #include "kit/KvMessageBox.h"
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
+#include "pages/CDropDownKeys.h"
 #include "pages/CElidedLabel.h"
 #include "pages/CEmptyHint.h"
 #include "pages/CPopupCloser.h"
@@ -79,6 +80,7 @@ void CSelFileWidget::InitData()
     m_pListWidget->setTextElideMode(Qt::ElideMiddle);
     m_pListWidget->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     new CPopupCloser(m_pListWidget);
+    m_pDropDownKeys = new CDropDownKeys(m_pForm->m_pDropBtn, m_pListWidget);
 
     m_pRefreshMovie
         = new QMovie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/refalsh.gif")), QByteArray(), this);
@@ -138,6 +140,8 @@ void CSelFileWidget::InitConnect()
     connect(m_pForm->m_pCopyBtn, &QPushButton::clicked, this, &CSelFileWidget::SlotCopyBtnClick);
     connect(m_pForm->m_pDropBtn, &QPushButton::clicked, this, &CSelFileWidget::SlotShowListWidget);
     connect(m_pListWidget, &QListWidget::itemClicked, this, &CSelFileWidget::SlotListWidgetItemClick);
+    connect(m_pDropDownKeys, &CDropDownKeys::SignalOpen, this, &CSelFileWidget::SlotShowListWidget);
+    connect(m_pDropDownKeys, &CDropDownKeys::SignalChosen, this, &CSelFileWidget::SlotListWidgetItemClick);
     connect(m_pForm->m_pUSBTitleLab, &CClickableLabel::SignalLabelClicked, this,
             &CSelFileWidget::SlotShowListWidget);
     connect(m_pSizeThread, &CGetFileSizeThread::SignalGetSizeFinish, this,
@@ -368,7 +372,18 @@ bool CSelFileWidget::IsSomethingChecked() const
 
 void CSelFileWidget::UpdateCopyBtn()
 {
-    m_pForm->m_pCopyBtn->setEnabled(!m_bCounting && !GetUsbPath().isEmpty() && IsSomethingChecked());
+    EnableCopyBtn(!m_bCounting && !GetUsbPath().isEmpty() && IsSomethingChecked());
+}
+
+// A button that is disabled while it has the focus hands it on to the next
+// widget in the order, which is the window's close button: one more press of
+// Space would ask whether to leave.
+void CSelFileWidget::EnableCopyBtn(bool bEnable)
+{
+    if (!bEnable && window()->focusWidget() == m_pForm->m_pCopyBtn) {
+        m_pForm->m_pFileTree->setFocus();
+    }
+    m_pForm->m_pCopyBtn->setEnabled(bEnable);
 }
 
 // ---------------------------------------------------------------- the user's choices
@@ -384,6 +399,8 @@ void CSelFileWidget::SlotShowListWidget()
     MarkChosenDisk();
     m_pListWidget->move(m_pForm->m_pUSBWidget->mapToGlobal(m_pForm->m_pUSBPicFrame->pos()) + QPoint(1, 0));
     m_pListWidget->show();
+    // A popup gets the keys without the focus, but a screen reader follows the focus.
+    m_pListWidget->setFocus(Qt::PopupFocusReason);
 }
 
 // The entry under the pointer has the same ground as the current one, so the
@@ -449,8 +466,9 @@ void CSelFileWidget::BeginCounting()
     CDirModel* pModel = CDirModel::GetInstence();
     m_bCheckedAtClick = pModel->HasCheckedEntry();
     m_bCounting = true;
+    m_bFocusAtClick = window()->focusWidget() == m_pForm->m_pCopyBtn;
     m_pForm->m_pFileTree->LendNodes(true);
-    m_pForm->m_pCopyBtn->setEnabled(false);
+    EnableCopyBtn(false);
     m_pListWidget->hide();
 
     m_pWaitView->SetText(tr("Calculating files size..."), QString());
@@ -474,6 +492,9 @@ void CSelFileWidget::EndCounting()
     m_bCounting = false;
     m_pForm->m_pFileTree->LendNodes(false);
     UpdateCopyBtn();
+    if (m_bFocusAtClick && window()->focusWidget() == m_pForm->m_pFileTree) {
+        m_pForm->m_pCopyBtn->setFocus();
+    }
 }
 
 void CSelFileWidget::SlotGetFileSizeFinish(qint64 nSize)

@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 
+class CDropDownKeys;
 class CGetFileSizeThread;
 class CSearchWaitView;
 class QDateTime;
@@ -155,6 +156,7 @@ private:
     void MarkChosenDisk();
     void ShowSpace(const QString& strPath);
     void UpdateCopyBtn();
+    void EnableCopyBtn(bool bEnable);
     void BeginCounting();
     void EndCounting();
     bool IsTargetGone() const;
@@ -163,6 +165,7 @@ private:
     std::unique_ptr<Ui_CSelFileWidget> m_pForm;
     QList<QPair<QString, QString>> m_listUsbDisk; // path and display name of each candidate
     QListWidget* m_pListWidget = nullptr;
+    CDropDownKeys* m_pDropDownKeys = nullptr;
     QMovie* m_pRefreshMovie = nullptr;
     CGetFileSizeThread* m_pSizeThread = nullptr;
     CSearchWaitView* m_pWaitView = nullptr;
@@ -171,6 +174,7 @@ private:
 
     bool m_bCounting = false; // the nodes belong to the size worker
     bool m_bCheckedAtClick = false; // what the tree said before it was lent
+    bool m_bFocusAtClick = false; // Copy was pressed by key, and gets the focus back
     std::optional<STTarget> m_target; // from the press of Copy until the answer to it
 
     QHash<QString, STDiskEvent> m_hashLastEvent; // by path

@@ -1,6 +1,7 @@
 #include "kit/CClickableLabel.h"
 #include "support/SendMouse.h"
 
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -30,6 +31,10 @@ private slots:
     void pressIsKept();
     void tracksTheMouse();
     void flagsMakeNoWindow();
+    void key_data();
+    void key();
+    void heldKeyClicksOnce();
+    void focusIsVisible();
 };
 
 void tst_CClickableLabel::click_data()
@@ -105,6 +110,61 @@ void tst_CClickableLabel::flagsMakeNoWindow()
     const auto* pLabel = new CClickableLabel(&parent, Qt::Window);
     QCOMPARE(pLabel->parentWidget(), &parent);
     QVERIFY(!pLabel->isWindow());
+}
+
+void tst_CClickableLabel::key_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<int>("clicks");
+    QTest::newRow("Space") << Qt::Key_Space << 1;
+    QTest::newRow("Return") << Qt::Key_Return << 1;
+    QTest::newRow("Enter") << Qt::Key_Enter << 1;
+    QTest::newRow("Escape") << Qt::Key_Escape << 0;
+    QTest::newRow("letter") << Qt::Key_A << 0;
+}
+
+void tst_CClickableLabel::key()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(int, clicks);
+    CClickableLabel label;
+    QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(&label, &event);
+    QCOMPARE(spy.count(), clicks);
+    QCOMPARE(event.isAccepted(), clicks == 1);
+}
+
+void tst_CClickableLabel::heldKeyClicksOnce()
+{
+    CClickableLabel label;
+    QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
+    for (const bool repeated : {false, true, true}) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), repeated);
+        QCoreApplication::sendEvent(&label, &event);
+    }
+    QCOMPARE(spy.count(), 1);
+}
+
+void tst_CClickableLabel::focusIsVisible()
+{
+    QWidget window;
+    CClickableLabel label(&window);
+    label.setFocusPolicy(Qt::TabFocus);
+    QPixmap picture(20, 20);
+    picture.fill(Qt::white);
+    QPainter(&picture).fillRect(8, 8, 4, 4, Qt::black);
+    label.setPixmap(picture);
+    label.resize(20, 20);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    label.clearFocus();
+    QCOMPARE(label.grab().toImage().pixelColor(4, 10), QColor(Qt::white));
+    label.setFocus();
+    const QImage focused = label.grab().toImage();
+    QCOMPARE(focused.pixelColor(4, 10), QColor(QStringLiteral("#fff2e7")));
+    QCOMPARE(focused.pixelColor(9, 9), QColor(Qt::black));
 }
 
 QTEST_MAIN(tst_CClickableLabel)

@@ -167,6 +167,16 @@ private slots:
     void ChoosingADiskLeavesPictureAndCopy();
     void ChoosingADiskThatIsGoneShowsThePrompt();
 
+    void TabGoesByTheEye();
+    void SpaceInTheTreeEnablesCopy();
+    void RefreshAnswersKeys_data();
+    void RefreshAnswersKeys();
+    void DiskIsChosenByKeys();
+    void EscapeLeavesTheDisk();
+    void EmptyListOpensAndClosesByKeys();
+    void CopyThatIsDisabledGivesTheFocusToTheTree();
+    void RefusedCopyHasTheFocusAgain();
+
     void ReadOnlyDiskNeverStartsTheCount();
     void FreeBytesAreEnoughOneMoreIsNot();
     void AcceptedSelectionIsHandedOver();
@@ -191,6 +201,7 @@ private:
     QStringList Listed() const;
     QMap<QString, QRect> Geometries() const;
     QStringList InFolderOrder(QStringList listName) const;
+    bool Activate() const;
     bool CommandAsks(const QString& strNode) const;
     CClickableLabel* RefreshLabel() const
     {
@@ -1107,6 +1118,172 @@ void tst_CSelFileWidget::ChoosingADiskThatIsGoneShowsThePrompt()
 }
 
 // ---------------------------------------------------------------- from Copy to the start of the copy
+
+bool tst_CSelFileWidget::Activate() const
+{
+    m_pHost->activateWindow();
+    return QTest::qWaitForWindowActive(m_pHost.get());
+}
+
+void tst_CSelFileWidget::TabGoesByTheEye()
+{
+    NEEDS_VOLUMES();
+    const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
+    MakePage();
+    QVERIFY(Activate());
+    QVERIFY(TickFile());
+    m_pPage->setFocus();
+    const QList<QWidget*> listStop{m_pPage->findChild<CFileTreeView*>(),
+                                   m_pPage->findChild<QPushButton*>(QStringLiteral("m_pDropBtn")),
+                                   RefreshLabel(), CopyBtn()};
+    for (QWidget* pStop : listStop) {
+        QCOMPARE(QApplication::focusWidget(), pStop);
+        QTest::keyClick(pStop, Qt::Key_Tab);
+    }
+    QCOMPARE(QApplication::focusWidget(), listStop.first());
+    for (int n = listStop.size() - 1; n >= 0; --n) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), listStop.at(n));
+    }
+}
+
+void tst_CSelFileWidget::SpaceInTheTreeEnablesCopy()
+{
+    NEEDS_VOLUMES();
+    const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
+    MakePage();
+    QVERIFY(Activate());
+    m_pPage->setFocus();
+    auto* pTree = m_pPage->findChild<CFileTreeView*>();
+    QTest::keyClick(pTree, Qt::Key_Space);
+    QVERIFY(CopyBtn()->isEnabled());
+    QVERIFY(SamePicture(Label("m_pCopyLab"), ":/res/Label/allow.png"));
+    QTest::keyClick(pTree, Qt::Key_Space);
+    QVERIFY(!CopyBtn()->isEnabled());
+    QVERIFY(SamePicture(Label("m_pCopyLab"), ":/res/Label/allow_deft.png"));
+}
+
+void tst_CSelFileWidget::RefreshAnswersKeys_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Space") << Qt::Key_Space;
+    QTest::newRow("Return") << Qt::Key_Return;
+}
+
+void tst_CSelFileWidget::RefreshAnswersKeys()
+{
+    QFETCH(Qt::Key, key);
+    MakePage();
+    QVERIFY(Activate());
+    RefreshLabel()->setFocus();
+    const int nCalls = m_pCommands->Calls(QStringLiteral("diskutil")).size();
+    QTest::keyClick(RefreshLabel(), key);
+    QCOMPARE(RefreshLabel()->movie()->state(), QMovie::Running);
+    QTRY_COMPARE(RefreshLabel()->movie()->state(), QMovie::NotRunning);
+    QVERIFY(m_pCommands->Calls(QStringLiteral("diskutil")).size() > nCalls);
+    QVERIFY(RefreshLabel()->hasFocus());
+}
+
+void tst_CSelFileWidget::DiskIsChosenByKeys()
+{
+    NEEDS_VOLUMES();
+    const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 10);
+    const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 1000);
+    MakePage();
+    QVERIFY(Activate());
+    auto* pDrop = m_pPage->findChild<QPushButton*>(QStringLiteral("m_pDropBtn"));
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        m_pPage->OnRefreshUSB();
+        const QString strFirst = List()->item(0)->text();
+        const QString strSecond = List()->item(1)->text();
+        QCOMPARE(m_pPage->GetUsbName(), strFirst);
+        pDrop->setFocus();
+        QTest::keyClick(pDrop, Qt::Key_Down, Qt::AltModifier);
+        QVERIFY(List()->isVisible());
+        QVERIFY(List()->hasFocus());
+        QCOMPARE(List()->currentItem()->text(), strFirst);
+        QTest::keyClick(List(), Qt::Key_Down);
+        QTest::keyClick(List(), key);
+        QCOMPARE(m_pPage->GetUsbName(), strSecond);
+        QVERIFY(Label("bottomLab")
+                    ->text()
+                    .contains(strSecond == QLatin1String("TWO") ? QStringLiteral(">1.05GB</span> Total")
+                                                                : QStringLiteral(">0.01GB</span> Total")));
+        QVERIFY(!List()->isVisible());
+        QVERIFY(pDrop->hasFocus());
+    }
+}
+
+void tst_CSelFileWidget::EscapeLeavesTheDisk()
+{
+    NEEDS_VOLUMES();
+    const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 10);
+    const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 10);
+    MakePage();
+    QVERIFY(Activate());
+    const QString strBefore = m_pPage->GetUsbName();
+    auto* pDrop = m_pPage->findChild<QPushButton*>(QStringLiteral("m_pDropBtn"));
+    pDrop->setFocus();
+    QTest::keyClick(pDrop, Qt::Key_Space);
+    QVERIFY(List()->isVisible());
+    QTest::keyClick(List(), Qt::Key_Down);
+    QTest::keyClick(List(), Qt::Key_Escape);
+    QVERIFY(!List()->isVisible());
+    QCOMPARE(m_pPage->GetUsbName(), strBefore);
+    QVERIFY(pDrop->hasFocus());
+}
+
+void tst_CSelFileWidget::EmptyListOpensAndClosesByKeys()
+{
+    MakePage();
+    QVERIFY(Activate());
+    auto* pDrop = m_pPage->findChild<QPushButton*>(QStringLiteral("m_pDropBtn"));
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Escape}) {
+        pDrop->setFocus();
+        QTest::keyClick(pDrop, Qt::Key_Down);
+        QVERIFY(List()->isVisible());
+        QTest::keyClick(List(), Qt::Key_Down);
+        QTest::keyClick(List(), key);
+        QVERIFY(!List()->isVisible());
+        QVERIFY(pDrop->hasFocus());
+        QCOMPARE(m_pPage->GetUsbName(), PROMPT);
+    }
+}
+
+void tst_CSelFileWidget::CopyThatIsDisabledGivesTheFocusToTheTree()
+{
+    NEEDS_VOLUMES();
+    CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
+    MakePage();
+    QVERIFY(Activate());
+    QVERIFY(TickFile());
+    CopyBtn()->setFocus();
+    m_pPage->RemoveDisk(stick.Path());
+    m_pPage->OnRefreshUSB();
+    QVERIFY(!CopyBtn()->isEnabled());
+    QCOMPARE(QApplication::focusWidget(), m_pPage->findChild<CFileTreeView*>());
+}
+
+void tst_CSelFileWidget::RefusedCopyHasTheFocusAgain()
+{
+    NEEDS_VOLUMES();
+    const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 1);
+    MakePage();
+    QVERIFY(Activate());
+    QVERIFY(CPageTree::Tick(m_pSource->Path(QStringLiteral("pics"))));
+    m_pPage->SlotCheckFileSelected();
+    CopyBtn()->setFocus();
+    CAnswererAfterWait answerer(WaitView(), QStringLiteral("OK"));
+    QTest::keyClick(CopyBtn(), Qt::Key_Space);
+    QVERIFY(!CopyBtn()->isEnabled());
+    QCOMPARE(m_pHost->focusWidget(), m_pPage->findChild<CFileTreeView*>());
+    // A second press while the sizes are counted arrives at the tree and does nothing.
+    QTest::keyClick(m_pHost->focusWidget(), Qt::Key_Space);
+    QTRY_VERIFY(answerer.Answered());
+    QCOMPARE(answerer.Text(), TEXT_NO_SPACE);
+    QTRY_COMPARE(m_pHost->focusWidget(), CopyBtn());
+    QVERIFY(CopyBtn()->isEnabled());
+}
 
 void tst_CSelFileWidget::ReadOnlyDiskNeverStartsTheCount()
 {
