@@ -37,6 +37,7 @@ KvMessageBox::KvMessageBox(const QString& strContent, int nStyle, QWidget* paren
     InitMessage();
     InitFonts();
     InitConnect();
+    InitTabOrder();
     ShowButtons();
 }
 
@@ -218,6 +219,15 @@ void KvMessageBox::InitConnect()
     connect(m_pForm->pushButton_cancel, &QPushButton::clicked, this, &KvMessageBox::slotClose_cancel);
     connect(m_pForm->label, &QLabel::linkActivated, this, &KvMessageBox::slotLink);
     connect(m_pForm->btnClose, &QPushButton::clicked, this, &KvMessageBox::SlotCloseWindow);
+}
+
+// The buttons from left to right, then the title's, which answers nothing. It
+// comes first in the form and Qt does not put a widget behind the last one of
+// a window, so it goes before that one and that one before it.
+void KvMessageBox::InitTabOrder()
+{
+    setTabOrder(m_pForm->pushButton_no, m_pForm->btnClose);
+    setTabOrder(m_pForm->pushButton_no, m_pForm->pushButton_ok);
 }
 
 void KvMessageBox::ShowButtons()

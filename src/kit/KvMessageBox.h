@@ -99,6 +99,7 @@ private:
     void InitMessage();
     void InitFonts();
     void InitConnect();
+    void InitTabOrder();
     void ShowButtons();
     void CloseWith(int nResult);
 

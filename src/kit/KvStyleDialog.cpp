@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainterPath>
+#include <QPushButton>
 #include <QResizeEvent>
 #include <QShowEvent>
 
@@ -32,6 +33,12 @@ void KvStyleDialog::showEvent(QShowEvent* pEvent)
         move(ptCentre - rect().center());
     }
     ClipToPanel();
+    // Every button of a dialog answers Return by default while it has the focus.
+    const auto listButton = findChildren<QPushButton*>();
+    for (QPushButton* pButton : listButton) {
+        pButton->setAutoDefault(false);
+        pButton->setDefault(false);
+    }
     QDialog::showEvent(pEvent);
 }
 

@@ -22,7 +22,7 @@ public:
     explicit KvStyleDialog(QWidget* parent = nullptr);
 
 protected:
-    /** Puts the dialog in the middle of its parent's window. */
+    /** Puts the dialog in the middle of its parent's window and leaves no button that Return would press. */
     void showEvent(QShowEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
     void paintEvent(QPaintEvent* pEvent) override;

@@ -127,7 +127,8 @@ private slots:
     void keyEndsNothing_data();
     void keyEndsNothing();
     void spaceOnAButtonAnswers();
-    void tabGoesFromTopToBottom();
+    void tabGoesFromLeftToRight_data();
+    void tabGoesFromLeftToRight();
     void dragFrom_data();
     void dragFrom();
     void noDrag_data();
@@ -585,18 +586,44 @@ void tst_KvMessageBox::spaceOnAButtonAnswers()
     QCOMPARE(box.GetClickedBtn(), 1);
 }
 
-// The two title buttons without a use are passed over.
-void tst_KvMessageBox::tabGoesFromTopToBottom()
+void tst_KvMessageBox::tabGoesFromLeftToRight_data()
 {
-    CBox box(QStringLiteral("Question?"), 9);
+    QTest::addColumn<int>("style");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("OK alone") << 4 << QStringList{"OK"};
+    QTest::newRow("Cancel alone") << 8 << QStringList{"Cancel"};
+    QTest::newRow("Yes and Cancel") << 9 << QStringList{"Cancel", "Yes"};
+    QTest::newRow("all four") << 15 << QStringList{"Cancel", "Yes", "No", "OK"};
+}
+
+// The two title buttons without a use are passed over, the third comes last.
+void tst_KvMessageBox::tabGoesFromLeftToRight()
+{
+    QFETCH(int, style);
+    QFETCH(QStringList, texts);
+    CBox box(QStringLiteral("Question?"), style);
     QVERIFY(box.Activate());
     QVERIFY(box.hasFocus());
-    QPushButton* const listNext[]
-        = {box.Close(), box.Button(QStringLiteral("Cancel")), box.Button(QStringLiteral("Yes")), box.Close()};
-    for (const QPushButton* pNext : listNext) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget(), pNext);
+    QList<QPushButton*> listStop = box.VisibleButtons();
+    QCOMPARE(listStop.size(), texts.size());
+    for (int n = 0; n < texts.size(); ++n) {
+        QCOMPARE(listStop.at(n)->text(), texts.at(n));
     }
+    listStop.append(box.Close());
+    for (int n = 0; n < 2 * listStop.size(); ++n) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), listStop.at(n % listStop.size()));
+    }
+    box.setFocus();
+    for (int n = 2 * listStop.size() - 1; n >= 0; --n) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), listStop.at(n % listStop.size()));
+    }
+    QVERIFY(box.isVisible());
+    listStop.first()->setFocus();
+    QTest::keyClick(listStop.first(), Qt::Key_Space);
+    QVERIFY(!box.isVisible());
+    QVERIFY(box.GetClickedBtn() != 0);
 }
 
 void tst_KvMessageBox::dragFrom_data()

@@ -74,6 +74,8 @@ private slots:
     void keyIsPassedOn();
     void tabAndSpaceReachAButton();
     void returnPressesNoDefaultButton();
+    void returnPressesNoFocusedButton_data();
+    void returnPressesNoFocusedButton();
     void drag_data();
     void drag();
     void dragGoesOnFromTheActualPlace();
@@ -173,6 +175,37 @@ void tst_KvStyleDialog::returnPressesNoDefaultButton()
     QTest::keyClick(&dialog, Qt::Key_Return);
     QTest::keyClick(&dialog, Qt::Key_Enter);
     QCOMPARE(spy.count(), 0);
+}
+
+void tst_KvStyleDialog::returnPressesNoFocusedButton_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<bool>("asDefault");
+    for (const bool asDefault : {false, true}) {
+        const char* pKind = asDefault ? "default button" : "plain button";
+        QTest::addRow("Return, %s", pKind) << Qt::Key_Return << asDefault;
+        QTest::addRow("Enter, %s", pKind) << Qt::Key_Enter << asDefault;
+        QTest::addRow("Escape, %s", pKind) << Qt::Key_Escape << asDefault;
+    }
+}
+
+void tst_KvStyleDialog::returnPressesNoFocusedButton()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(bool, asDefault);
+    CDialog dialog;
+    QWidget panel(&dialog);
+    QPushButton button(&panel);
+    QVERIFY(button.autoDefault());
+    button.setDefault(asDefault);
+    QSignalSpy spy(&button, &QPushButton::clicked);
+    QVERIFY(dialog.Activate());
+    button.setFocus();
+    QVERIFY(button.hasFocus());
+    QTest::keyClick(&button, key);
+    QTest::keyClick(&button, key, Qt::KeypadModifier);
+    QCOMPARE(spy.count(), 0);
+    QVERIFY(dialog.isVisible());
 }
 
 void tst_KvStyleDialog::drag_data()
