@@ -10,6 +10,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QProcess>
+#include <QStyleHints>
 #include <QTextCodec>
 
 static const int PAGE_SELECT = 0;
@@ -64,6 +65,9 @@ void CTarnwickMacPE::InitView()
     m_pUi->m_pTitleLab->setFont(CSkinMgr::GetFontStyle(CSkinMgr::FONT_STYLE_PX_16, QStringLiteral("Avenir")));
     m_pUi->m_pTitleLab->setText(tr("Kelvane Tarnwick"));
     m_pUi->m_pStackWidget->setCurrentIndex(PAGE_SELECT);
+    // macOS leaves buttons out of the Tab order unless its user has asked for
+    // them, which nobody has in the boot environment, mouse or no mouse.
+    QGuiApplication::styleHints()->setTabFocusBehavior(Qt::TabFocusAllControls);
     // The first key goes to the tree, not to the close button, which comes first in the order.
     m_pUi->m_pSelFilePage->setFocus();
 }
@@ -132,10 +136,13 @@ void CTarnwickMacPE::SlotStackPageChange()
     if (sender() == m_pUi->m_pSelFilePage) {
         const CSelFileWidget* pSelect = m_pUi->m_pSelFilePage;
         m_pUi->m_pStackWidget->setCurrentIndex(PAGE_COPY);
+        // The page, not its button: the key that has pressed Copy must not press Cancel.
+        m_pUi->m_pCopyFilePage->setFocus();
         m_pUi->m_pCopyFilePage->OnCopyFile(pSelect->GetTotalSize(), pSelect->GetDstFolder(),
                                            pSelect->GetUsbName());
     } else if (sender() == m_pUi->m_pCopyFilePage) {
         m_pUi->m_pStackWidget->setCurrentIndex(PAGE_SELECT);
+        m_pUi->m_pSelFilePage->setFocus();
     }
 }
 

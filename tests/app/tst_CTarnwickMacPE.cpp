@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStackedWidget>
+#include <QStyleHints>
 #include <QTest>
 
 #include <memory>
@@ -42,6 +43,8 @@ private slots:
     void WindowIsFramelessWithTitle();
     void TitleStandsInTheMiddle();
     void FirstKeyGoesToTheTree();
+    void TabReachesEveryControl();
+    void EachPageHasTheFocus();
     void KeepAwakeIsAskedOfTheShell();
     void SecondListenerKeepsTheFirst();
 
@@ -88,6 +91,8 @@ printf '<?xml version="1.0"?><plist version="1.0"><dict><key>BusProtocol</key><s
         QSKIP("volumes cannot be mounted here");
     }
     // One window for all: the disk listener lives as long as the program and keeps its first receiver.
+    // As on macOS, where the Tab key leaves out all but texts and lists by default.
+    QGuiApplication::styleHints()->setTabFocusBehavior(Qt::TabFocusTextControls);
     m_pWindow = std::make_unique<CTarnwickMacPE>();
 }
 
@@ -238,6 +243,36 @@ void tst_CTarnwickMacPE::TitleStandsInTheMiddle()
 void tst_CTarnwickMacPE::FirstKeyGoesToTheTree()
 {
     QCOMPARE(m_pWindow->focusWidget(), m_pWindow->findChild<QWidget*>(QStringLiteral("m_pFileTree")));
+}
+
+void tst_CTarnwickMacPE::TabReachesEveryControl()
+{
+    m_pWindow->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
+    SelectPage()->setFocus();
+    // Copy is disabled, and so passed over; the window's own button comes last.
+    for (const char* pName : {"m_pFileTree", "m_pDropBtn", "RefreshLab", "m_pCloseBtn", "m_pFileTree"}) {
+        QCOMPARE(QApplication::focusWidget()->objectName(), QLatin1String(pName));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+}
+
+void tst_CTarnwickMacPE::EachPageHasTheFocus()
+{
+    m_pWindow->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
+    m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pCloseBtn"))->setFocus();
+    emit SelectPage()->SignalCopyFile();
+    QCOMPARE(m_pWindow->focusWidget(), CopyPage());
+    // The page takes no notice of the key that has pressed Copy, if it is still held.
+    QTest::keyClick(CopyPage(), Qt::Key_Space);
+    QVERIFY(!QApplication::activeModalWidget());
+    QTest::keyClick(CopyPage(), Qt::Key_Tab);
+    QVERIFY(m_pWindow->focusWidget()->parentWidget() != nullptr);
+    QCOMPARE(qobject_cast<QPushButton*>(m_pWindow->focusWidget())->text(), QStringLiteral("Cancel"));
+    QVERIFY(CopyPage()->isAncestorOf(m_pWindow->focusWidget()));
+    emit CopyPage()->SignalCopyFileFinish();
+    QCOMPARE(m_pWindow->focusWidget()->objectName(), QStringLiteral("m_pFileTree"));
 }
 
 void tst_CTarnwickMacPE::KeepAwakeIsAskedOfTheShell()
