@@ -2,6 +2,7 @@
 
 #include "tree/CDirDelegate.h"
 #include "tree/CDirModel.h"
+#include "tree/CFileTreeAccess.h"
 
 #include <QAccessible>
 #include <QFocusEvent>
@@ -66,6 +67,7 @@ static void CollectExpanded(const QTreeView& view, const QModelIndex& parent,
 CFileTreeView::CFileTreeView(QWidget* parent)
     : QTreeView(parent)
 {
+    CFileTreeAccess::Install();
     InitData();
     InitConnect();
     InitView();
@@ -83,6 +85,14 @@ void CFileTreeView::InitConnect()
     connect(this, &QTreeView::collapsed, m_pDirModel, &CDirModel::SlotCollapsed);
     connect(
         this, &QTreeView::clicked, this, [this] { emit SignalItemClicked(); }, Qt::DirectConnection);
+    const auto fnTell = [this](const QModelIndex& index) {
+        const CFileTreeAccess* pAccess = QAccessible::isActive() ? CFileTreeAccess::Of(this) : nullptr;
+        if (pAccess) {
+            pAccess->TellExpanded(index);
+        }
+    };
+    connect(this, &QTreeView::expanded, this, fnTell);
+    connect(this, &QTreeView::collapsed, this, fnTell);
 }
 
 void CFileTreeView::InitView()
@@ -145,6 +155,38 @@ void CFileTreeView::ToggleTick(const QModelIndex& index)
     model()->setData(index, CDirDelegate::NextState(index.data(Qt::CheckStateRole).toInt()),
                      Qt::CheckStateRole);
     emit SignalItemClicked();
+}
+
+// All rows are of one height, so places and heights are the same thing.
+
+int CFileTreeView::ShownPlace(const QModelIndex& index) const
+{
+    if (!model() || index.model() != model()) {
+        return -1;
+    }
+    const QRect rect = visualRect(index);
+    return rect.height() > 0 ? (rect.top() + verticalOffset()) / rect.height() : -1;
+}
+
+QModelIndex CFileTreeView::ShownAt(int nPlace) const
+{
+    const int nHeight = model() ? rowHeight(model()->index(0, 0)) : 0;
+    if (nPlace < 0 || nHeight <= 0) {
+        return QModelIndex();
+    }
+    return indexAt(QPoint(columnViewportPosition(0), nPlace * nHeight - verticalOffset()));
+}
+
+int CFileTreeView::ShownCount() const
+{
+    if (!model()) {
+        return 0;
+    }
+    QModelIndex last;
+    for (int nRows = model()->rowCount(); nRows > 0; nRows = isExpanded(last) ? model()->rowCount(last) : 0) {
+        last = model()->index(nRows - 1, 0, last);
+    }
+    return ShownPlace(last) + 1;
 }
 
 void CFileTreeView::EnsureCurrentRow()
@@ -238,17 +280,14 @@ void CFileTreeView::drawRow(QPainter* pPainter, const QStyleOptionViewItem& opti
     pPainter->restore();
 }
 
-void CFileTreeView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                                const QVector<int>& roles)
+void CFileTreeView::dataChanged(const QModelIndex&, const QModelIndex&, const QVector<int>&)
 {
-    if (QAccessible::isActive()) {
-        QTreeView::dataChanged(topLeft, bottomRight, roles);
-        return;
-    }
     // A tick on a folder tells of every row below it. Looking each up among the
-    // rows shown, as the base class does, would cost seconds; one repaint of what
-    // is on the screen shows them all.
+    // rows shown, as the base class does, would cost seconds, and so would an
+    // event for each to a screen reader; one repaint of what is on the screen
+    // shows them all, and one look at it later tells what has changed there.
     viewport()->update();
+    TellTicksSoon();
 }
 
 void CFileTreeView::rowsInserted(const QModelIndex& parent, int nStart, int nEnd)
@@ -321,4 +360,64 @@ void CFileTreeView::focusInEvent(QFocusEvent* pEvent)
 {
     QTreeView::focusInEvent(pEvent);
     EnsureCurrentRow();
+    // Qt tells readers of the whole tree when this returns; the row is to be the last word.
+    QMetaObject::invokeMethod(this, &CFileTreeView::TellCurrentRow, Qt::QueuedConnection);
+}
+
+void CFileTreeView::scrollContentsBy(int nX, int nY)
+{
+    QTreeView::scrollContentsBy(nX, nY);
+    TellTicksSoon();
+}
+
+// The two below leave out QTreeView's own part, which tells readers of rows by
+// numbers that count the header as a row. There is no other difference.
+
+void CFileTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
+    TellCurrentRow();
+}
+
+void CFileTreeView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QAbstractItemView::selectionChanged(selected, deselected); // NOLINT(bugprone-parent-virtual-call)
+    const CFileTreeAccess* pAccess = QAccessible::isActive() ? CFileTreeAccess::Of(this) : nullptr;
+    if (!pAccess) {
+        return;
+    }
+    // One row at most is selected.
+    pAccess->TellSelected(deselected.indexes().value(0), false);
+    pAccess->TellSelected(selected.indexes().value(0), true);
+}
+
+void CFileTreeView::TellCurrentRow()
+{
+    const CFileTreeAccess* pAccess
+        = QAccessible::isActive() && hasFocus() ? CFileTreeAccess::Of(this) : nullptr;
+    if (pAccess) {
+        pAccess->TellFocus(currentIndex());
+    }
+}
+
+void CFileTreeView::TellTicksSoon()
+{
+    if (!m_bTicksToTell && QAccessible::isActive()) {
+        m_bTicksToTell = true;
+        QMetaObject::invokeMethod(this, &CFileTreeView::TellTicks, Qt::QueuedConnection);
+    }
+}
+
+void CFileTreeView::TellTicks()
+{
+    m_bTicksToTell = false;
+    const CFileTreeAccess* pAccess = model() ? CFileTreeAccess::Of(this) : nullptr;
+    if (!pAccess) {
+        return;
+    }
+    const QRect rect = viewport()->rect();
+    for (QModelIndex index = indexAt(QPoint(columnViewportPosition(0), 0));
+         index.isValid() && visualRect(index).top() <= rect.bottom(); index = indexBelow(index)) {
+        pAccess->TellTick(index);
+    }
 }

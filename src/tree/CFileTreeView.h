@@ -46,6 +46,15 @@ public:
      */
     void ToggleTick(const QModelIndex& index);
 
+    /** Number of rows that no closed folder hides, in sight or not; 0 while the nodes are lent. */
+    int ShownCount() const;
+
+    /** The row at a place among the shown rows, counted from 0 at the top; invalid beyond them. */
+    QModelIndex ShownAt(int nPlace) const;
+
+    /** The place of a row among the shown ones; -1 when it is not shown. */
+    int ShownPlace(const QModelIndex& index) const;
+
 signals:
     /** A row was clicked, on its box or elsewhere, or ticked by key; its tick is already the new one. */
     void SignalItemClicked();
@@ -64,6 +73,9 @@ protected:
     bool event(QEvent* pEvent) override;
     bool viewportEvent(QEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
+    void scrollContentsBy(int nX, int nY) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
     /**
      * Space ticks the current row; the arrows, "+" and "-" open and close it;
@@ -75,6 +87,9 @@ protected:
 
 private:
     void EnsureCurrentRow();
+    void TellCurrentRow();
+    void TellTicksSoon();
+    void TellTicks();
     void DetachModel();
     void AttachModel();
     void ExchangeModel(QAbstractItemModel* pModel);
@@ -84,6 +99,7 @@ private:
     CDirModel* m_pDirModel = nullptr;
 
     bool m_bKeysUsed = false; // the last input was a key
+    bool m_bTicksToTell = false;
     bool m_bLent = false;
     QStringList m_listLateRoot;
     QPointer<QWidget> m_pPicture;

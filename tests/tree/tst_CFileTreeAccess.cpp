@@ -1,0 +1,637 @@
+#include "support/CTempTree.h"
+#include "tree/CDirModel.h"
+#include "tree/CDirNode.h"
+#include "tree/CFileNameCodec.h"
+#include "tree/CFileRowAccess.h"
+#include "tree/CFileTreeAccess.h"
+#include "tree/CFileTreeView.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QFile>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTest>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+/** What a reader was told, in order: the kind of event and the name of what it is about. */
+struct STTold
+{
+    QAccessible::Event enType;
+    QString strName;
+    QAccessible::State changed; // of a change of state
+};
+
+QList<STTold> s_listTold;
+
+void Note(QAccessibleEvent* pEvent)
+{
+    QAccessibleInterface* pInterface = pEvent->accessibleInterface();
+    STTold told{pEvent->type(), pInterface ? pInterface->text(QAccessible::Name) : QString(), {}};
+    if (pEvent->type() == QAccessible::StateChanged) {
+        told.changed = static_cast<QAccessibleStateChangeEvent*>(pEvent)->changedStates();
+    }
+    s_listTold.append(told);
+}
+
+/** The names of what matches, in order. */
+QStringList Told(const std::function<bool(const STTold&)>& fnMatches)
+{
+    QStringList listName;
+    for (const STTold& told : qAsConst(s_listTold)) {
+        if (fnMatches(told)) {
+            listName.append(told.strName);
+        }
+    }
+    return listName;
+}
+
+QStringList ToldOf(QAccessible::Event enType)
+{
+    return Told([enType](const STTold& told) { return told.enType == enType; });
+}
+
+QStringList ToldTicks()
+{
+    return Told([](const STTold& told) { return told.changed.checked && told.changed.checkStateMixed; });
+}
+
+QStringList ToldExpanded()
+{
+    return Told([](const STTold& told) { return told.changed.expanded; });
+}
+
+}
+
+/** The tree as a screen reader finds it. The model is one for the whole process. */
+class tst_CFileTreeAccess : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void treeIsATree();
+    void treeIsMadeUnderAReader();
+    void rowsFromTopToBottom();
+    void countFollowsWhatIsShown();
+    void placesHoldWhenScrolled();
+    void nameAndPath();
+    void ticks_data();
+    void ticks();
+    void foldersAndFiles();
+    void focusAndSelection();
+    void rectAndHit();
+    void actions();
+    void focusIsTold();
+    void focusOfTheTreeEndsAtTheRow();
+    void expandingIsTold();
+    void selectionIsTold();
+    void ticksInSightAreTold();
+    void tickOutOfSightIsToldWhenItComes();
+    void oneTickIsToldOnce();
+    void hugeFoldersTickAtOnce();
+    void closedFolderTakesItsRows();
+    void removedRowsAreInvalid();
+    void newRowInTheSamePlace();
+    void lentTreeHasNoRows();
+    void viewGoesFirst();
+
+private:
+    QModelIndex At(const QString& strPath) const;
+    CDirNode* Node(const QString& strPath) const { return m_pModel->nodeFromIndex(At(strPath)); }
+    QAccessibleInterface* Tree() const { return QAccessible::queryAccessibleInterface(m_pView.get()); }
+    QAccessibleInterface* Row(const QString& strPath) const;
+    QStringList Names() const;
+    void Open();
+    void Settle();
+
+    CDirModel* m_pModel = nullptr;
+    std::unique_ptr<CTempTree> m_pTree;
+    std::unique_ptr<CFileTreeView> m_pView;
+};
+
+void tst_CFileTreeAccess::initTestCase()
+{
+    CFileNameCodec::Install();
+    QFile file(":/res/TarnwickMacPE.qss");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
+    m_pModel = CDirModel::GetInstence();
+    QTRY_VERIFY2(QAccessible::isActive(), "there is no accessibility bus");
+    QAccessible::installUpdateHandler(Note);
+}
+
+void tst_CFileTreeAccess::init()
+{
+    m_pTree = std::make_unique<CTempTree>();
+    m_pView = std::make_unique<CFileTreeView>();
+    m_pView->resize(500, 400);
+}
+
+void tst_CFileTreeAccess::cleanup()
+{
+    m_pView.reset();
+    for (int i = 0; i < m_pModel->rowCount(); ++i) {
+        m_pModel->setData(m_pModel->index(i, 0), Qt::Unchecked, Qt::CheckStateRole);
+        m_pModel->RemoveAllChild(m_pModel->index(i, 0));
+    }
+    m_pModel->GetRootNode()->RemoveAll();
+    m_pTree.reset();
+}
+
+/** An entry below the test's volume; "." is the volume. */
+QModelIndex tst_CFileTreeAccess::At(const QString& strPath) const
+{
+    QModelIndex index = m_pModel->index(m_pModel->rowCount() - 1, 0);
+    if (strPath == ".") {
+        return index;
+    }
+    for (const QString& strPart : strPath.split('/')) {
+        const QModelIndexList listFound
+            = m_pModel->match(m_pModel->index(0, 0, index), Qt::DisplayRole, strPart, 1,
+                              Qt::MatchExactly | Qt::MatchCaseSensitive);
+        index = listFound.value(0);
+    }
+    return index;
+}
+
+QAccessibleInterface* tst_CFileTreeAccess::Row(const QString& strPath) const
+{
+    return CFileTreeAccess::Of(m_pView.get())->Row(At(strPath));
+}
+
+QStringList tst_CFileTreeAccess::Names() const
+{
+    QStringList listName;
+    for (int i = 0; i < Tree()->childCount(); ++i) {
+        listName.append(Tree()->child(i)->text(QAccessible::Name));
+    }
+    return listName;
+}
+
+/** Shows the view with the volume open and its first row current. */
+void tst_CFileTreeAccess::Open()
+{
+    m_pView->Parse({m_pTree->Path()});
+    m_pView->show();
+    m_pView->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_pView.get()));
+    m_pView->setFocus();
+    m_pView->expand(At("."));
+    Settle();
+}
+
+/** Lets everything that is still to be told be told, and forgets it. */
+void tst_CFileTreeAccess::Settle()
+{
+    QApplication::processEvents();
+    QApplication::processEvents();
+    s_listTold.clear();
+}
+
+void tst_CFileTreeAccess::treeIsATree()
+{
+    m_pView->setAccessibleName("Files");
+    QVERIFY(dynamic_cast<CFileTreeAccess*>(Tree()));
+    QVERIFY(Tree()->isValid());
+    QCOMPARE(Tree()->role(), QAccessible::Tree);
+    QCOMPARE(Tree()->text(QAccessible::Name), QString("Files"));
+    QCOMPARE(Tree()->object(), m_pView.get());
+    QCOMPARE(Tree()->childCount(), 0);
+    QVERIFY(!Tree()->child(0));
+    QVERIFY(!Tree()->state().busy);
+}
+
+void tst_CFileTreeAccess::treeIsMadeUnderAReader()
+{
+    // With a reader at work Qt asks for interfaces from inside the base classes'
+    // constructors and keeps what it gets.
+    QWidget window;
+    auto* pView = new CFileTreeView(&window);
+    QVERIFY(CFileTreeAccess::Of(pView));
+}
+
+void tst_CFileTreeAccess::rowsFromTopToBottom()
+{
+    m_pTree->Write("a/aa/aaa");
+    m_pTree->Write("b/bb");
+    m_pTree->Write("c");
+    Open();
+    m_pView->expand(At("a"));
+    m_pView->expand(At("b"));
+    QCOMPARE(Names(), QStringList({m_pTree->Path(), "a", "aa", "b", "bb", "c"}));
+    for (int i = 0; i < Tree()->childCount(); ++i) {
+        QAccessibleInterface* pRow = Tree()->child(i);
+        QVERIFY(pRow->isValid());
+        QCOMPARE(pRow->role(), QAccessible::TreeItem);
+        QCOMPARE(Tree()->indexOfChild(pRow), i);
+        QCOMPARE(pRow->parent(), Tree());
+        QCOMPARE(pRow->childCount(), 0);
+        QVERIFY(!pRow->object());
+        QCOMPARE(pRow->window(), m_pView->window()->windowHandle());
+        // Whoever asks again gets the same one.
+        QCOMPARE(Tree()->child(i), pRow);
+    }
+    QVERIFY(!Tree()->child(-1));
+    QVERIFY(!Tree()->child(6));
+    QCOMPARE(Tree()->indexOfChild(Tree()), -1);
+}
+
+void tst_CFileTreeAccess::countFollowsWhatIsShown()
+{
+    m_pTree->Write("a/aa/aaa");
+    m_pTree->Write("z/zz/zzz");
+    Open();
+    QCOMPARE(Tree()->childCount(), 3);
+    m_pView->expand(At("z"));
+    QCOMPARE(Tree()->childCount(), 4);
+    m_pView->expand(At("z/zz"));
+    QCOMPARE(Tree()->childCount(), 5);
+    m_pView->collapse(At("z"));
+    QCOMPARE(Tree()->childCount(), 3);
+    m_pView->collapse(At("."));
+    QCOMPARE(Tree()->childCount(), 1);
+}
+
+void tst_CFileTreeAccess::placesHoldWhenScrolled()
+{
+    for (int i = 100; i < 200; ++i) {
+        m_pTree->Write(QStringLiteral("folder %1/%2/x").arg(i).arg(QString(90, 'w')));
+    }
+    Open();
+    for (int i = 100; i < 110; ++i) {
+        m_pView->expand(At(QStringLiteral("folder %1").arg(i)));
+    }
+    QCOMPARE(Tree()->childCount(), 111);
+    m_pView->grab();
+    for (const int nY : {0, 1, 50, 95}) {
+        m_pView->verticalScrollBar()->setValue(nY);
+        m_pView->horizontalScrollBar()->setValue(nY);
+        for (const int nPlace : {0, 1, 2, 49, 110}) {
+            QCOMPARE(m_pView->ShownPlace(m_pView->ShownAt(nPlace)), nPlace);
+        }
+        QVERIFY(!m_pView->ShownAt(111).isValid());
+        QCOMPARE(Tree()->child(110)->text(QAccessible::Name), QString("folder 199"));
+    }
+}
+
+void tst_CFileTreeAccess::nameAndPath()
+{
+    m_pTree->Write("a\nb <i>c 100%1");
+    Open();
+    QAccessibleInterface* pRow = Tree()->child(1);
+    QVERIFY(pRow->text(QAccessible::Name).contains("<i>c 100%1"));
+    QVERIFY(!pRow->text(QAccessible::Name).contains('\n'));
+    QCOMPARE(pRow->text(QAccessible::Description), m_pTree->Path("a\nb <i>c 100%1"));
+    QCOMPARE(Tree()->child(0)->text(QAccessible::Name), m_pTree->Path());
+    pRow->setText(QAccessible::Name, "other");
+    QVERIFY(pRow->text(QAccessible::Name).contains("100%1"));
+}
+
+void tst_CFileTreeAccess::ticks_data()
+{
+    QTest::addColumn<int>("tick");
+    QTest::addColumn<bool>("checked");
+    QTest::addColumn<bool>("mixed");
+    QTest::newRow("unchecked") << 0 << false << false;
+    QTest::newRow("partial") << 1 << false << true;
+    QTest::newRow("checked") << 2 << true << false;
+}
+
+void tst_CFileTreeAccess::ticks()
+{
+    QFETCH(int, tick);
+    m_pTree->Write("a/b");
+    Open();
+    m_pModel->setData(At("a"), tick, Qt::CheckStateRole);
+    const QAccessible::State state = Row("a")->state();
+    QVERIFY(state.checkable);
+    QTEST(bool(state.checked), "checked");
+    QTEST(bool(state.checkStateMixed), "mixed");
+    // The delegate must not be led to tick by itself.
+    QVERIFY(!(m_pModel->flags(At("a")) & Qt::ItemIsUserCheckable));
+}
+
+void tst_CFileTreeAccess::foldersAndFiles()
+{
+    m_pTree->Write("a/b");
+    m_pTree->Write("f");
+    Open();
+    QAccessible::State state = Row("a")->state();
+    QVERIFY(state.expandable && state.collapsed && !state.expanded);
+    m_pView->expand(At("a"));
+    state = Row("a")->state();
+    QVERIFY(state.expandable && !state.collapsed && state.expanded);
+    state = Row("f")->state();
+    QVERIFY(!state.expandable && !state.collapsed && !state.expanded);
+}
+
+void tst_CFileTreeAccess::focusAndSelection()
+{
+    m_pTree->Write("a");
+    m_pTree->Write("b");
+    Open();
+    m_pView->setCurrentIndex(At("a"));
+    QVERIFY(Row("a")->state().focusable && Row("a")->state().selectable);
+    QVERIFY(Row("a")->state().focused && Row("a")->state().selected);
+    QVERIFY(!Row("b")->state().focused && !Row("b")->state().selected);
+    QCOMPARE(Tree()->focusChild(), Row("a"));
+    QVERIFY(Tree()->state().focused);
+    m_pView->clearFocus();
+    QVERIFY(!Row("a")->state().focused);
+    QVERIFY(Row("a")->state().selected);
+    QVERIFY(!Tree()->focusChild());
+}
+
+void tst_CFileTreeAccess::rectAndHit()
+{
+    for (int i = 10; i < 60; ++i) {
+        m_pTree->Write(QStringLiteral("file %1").arg(i));
+    }
+    Open();
+    m_pView->verticalScrollBar()->setValue(5);
+    const QRect rect = Row("file 15")->rect();
+    QCOMPARE(rect.topLeft(), m_pView->viewport()->mapToGlobal(m_pView->visualRect(At("file 15")).topLeft()));
+    QCOMPARE(rect.size(), m_pView->visualRect(At("file 15")).size());
+    const QPoint pt = rect.topLeft() + QPoint(3, 3);
+    QCOMPARE(Tree()->childAt(pt.x(), pt.y()), Row("file 15"));
+    QVERIFY(!Row("file 15")->state().offscreen);
+    QVERIFY(!Row("file 15")->state().invisible);
+    // A row that is scrolled away is no hit, nor is the place that it would have.
+    const QPoint ptAway = Row("file 10")->rect().topLeft() + QPoint(3, 3);
+    QVERIFY(!Tree()->childAt(ptAway.x(), ptAway.y()));
+    QVERIFY(Row("file 10")->state().offscreen);
+    QVERIFY(Row("file 10")->state().invisible);
+    QVERIFY(!Tree()->childAt(-5000, -5000));
+}
+
+void tst_CFileTreeAccess::actions()
+{
+    m_pTree->Write("a/b");
+    m_pTree->Write("f");
+    Open();
+    QAccessibleActionInterface* pFolder = Row("a")->actionInterface();
+    QAccessibleActionInterface* pFile = Row("f")->actionInterface();
+    const QString strToggle = QAccessibleActionInterface::toggleAction();
+    const QString strPress = QAccessibleActionInterface::pressAction();
+    const QString strFocus = QAccessibleActionInterface::setFocusAction();
+    QCOMPARE(pFolder->actionNames(), QStringList({strToggle, strFocus, strPress}));
+    QCOMPARE(pFile->actionNames(), QStringList({strToggle, strFocus}));
+    int nClicks = 0;
+    connect(m_pView.get(), &CFileTreeView::SignalItemClicked, this, [&] { ++nClicks; });
+    pFile->doAction(strToggle);
+    QCOMPARE(Node("f")->m_chkState, 2);
+    QCOMPARE(Node(".")->m_chkState, 1);
+    QCOMPARE(nClicks, 1);
+    pFile->doAction(strToggle);
+    QCOMPARE(Node("f")->m_chkState, 0);
+    pFolder->doAction(strPress);
+    QVERIFY(m_pView->isExpanded(At("a")));
+    pFolder->doAction(strPress);
+    QVERIFY(!m_pView->isExpanded(At("a")));
+    pFile->doAction(strPress);
+    QVERIFY(!m_pView->isExpanded(At("f")));
+    m_pView->clearFocus();
+    pFile->doAction(strFocus);
+    QVERIFY(m_pView->hasFocus());
+    QCOMPARE(m_pView->currentIndex(), At("f"));
+    pFile->doAction("no such thing");
+    QCOMPARE(nClicks, 2);
+}
+
+void tst_CFileTreeAccess::focusIsTold()
+{
+    m_pTree->Write("a");
+    m_pTree->Write("b");
+    Open();
+    QTest::keyClick(m_pView.get(), Qt::Key_Down);
+    QTest::keyClick(m_pView.get(), Qt::Key_Down);
+    QTest::keyClick(m_pView.get(), Qt::Key_Up);
+    QCOMPARE(ToldOf(QAccessible::Focus), QStringList({"a", "b", "a"}));
+    m_pView->clearFocus();
+    Settle();
+    m_pView->setCurrentIndex(At("b"));
+    QCOMPARE(ToldOf(QAccessible::Focus), QStringList());
+}
+
+void tst_CFileTreeAccess::focusOfTheTreeEndsAtTheRow()
+{
+    m_pTree->Write("a");
+    Open();
+    m_pView->setCurrentIndex(At("a"));
+    m_pView->setAccessibleName("Files");
+    m_pView->clearFocus();
+    Settle();
+    m_pView->setFocus();
+    QApplication::processEvents();
+    QCOMPARE(ToldOf(QAccessible::Focus), QStringList({"Files", "a"}));
+}
+
+void tst_CFileTreeAccess::expandingIsTold()
+{
+    m_pTree->Write("a/b");
+    Open();
+    QAccessibleInterface* pRow = Row("a");
+    m_pView->expand(At("a"));
+    QCOMPARE(ToldExpanded(), QStringList({"a"}));
+    QVERIFY(pRow->state().expanded);
+    s_listTold.clear();
+    m_pView->collapse(At("a"));
+    QCOMPARE(ToldExpanded(), QStringList({"a"}));
+}
+
+void tst_CFileTreeAccess::selectionIsTold()
+{
+    m_pTree->Write("a");
+    m_pTree->Write("b");
+    Open();
+    m_pView->setCurrentIndex(At("a"));
+    s_listTold.clear();
+    m_pView->setCurrentIndex(At("b"));
+    QCOMPARE(ToldOf(QAccessible::SelectionAdd), QStringList({"b"}));
+    QCOMPARE(ToldOf(QAccessible::SelectionRemove), QStringList({"a"}));
+}
+
+void tst_CFileTreeAccess::ticksInSightAreTold()
+{
+    for (int i = 10; i < 60; ++i) {
+        m_pTree->Write(QStringLiteral("file %1").arg(i));
+    }
+    Open();
+    QCOMPARE(Names().size(), 51);
+    Settle();
+    m_pModel->setData(At("."), Qt::Checked, Qt::CheckStateRole);
+    QVERIFY(ToldTicks().isEmpty());
+    QApplication::processEvents();
+    QStringList listInSight;
+    for (int i = 0; i < Tree()->childCount(); ++i) {
+        if (!Tree()->child(i)->state().offscreen) {
+            listInSight.append(Tree()->child(i)->text(QAccessible::Name));
+        }
+    }
+    QVERIFY(listInSight.size() > 5 && listInSight.size() < 20);
+    QCOMPARE(ToldTicks(), listInSight);
+}
+
+void tst_CFileTreeAccess::tickOutOfSightIsToldWhenItComes()
+{
+    for (int i = 10; i < 60; ++i) {
+        m_pTree->Write(QStringLiteral("file %1").arg(i));
+    }
+    Open();
+    QVERIFY(Row("file 59"));
+    m_pModel->setData(At("file 59"), Qt::Checked, Qt::CheckStateRole);
+    QApplication::processEvents();
+    QVERIFY(!ToldTicks().contains("file 59"));
+    m_pView->scrollTo(At("file 59"));
+    QApplication::processEvents();
+    QCOMPARE(ToldTicks().count("file 59"), 1);
+}
+
+void tst_CFileTreeAccess::oneTickIsToldOnce()
+{
+    m_pTree->Write("a");
+    m_pTree->Write("b");
+    Open();
+    m_pView->setCurrentIndex(At("a"));
+    QCOMPARE(Names().size(), 3);
+    Settle();
+    QTest::keyClick(m_pView.get(), Qt::Key_Space);
+    // A reader that looks before it has been told is told all the same.
+    QVERIFY(Row("a")->state().checked);
+    QApplication::processEvents();
+    QCOMPARE(ToldTicks(), QStringList({m_pTree->Path(), "a"}));
+    s_listTold.clear();
+    m_pView->dataChanged(At("a"), At("a"));
+    QApplication::processEvents();
+    QVERIFY(ToldTicks().isEmpty());
+}
+
+void tst_CFileTreeAccess::hugeFoldersTickAtOnce()
+{
+    // 200,000 shown rows. Every single one announced, or looked up among the rest, would take minutes.
+    m_pTree->Write("file");
+    Open();
+    m_pView->LendNodes(true);
+    CDirNode* pVolume = m_pModel->GetRootNode()->Child(m_pModel->rowCount() - 1);
+    const int nMany = 200000;
+    for (int i = 0; i < nMany; ++i) {
+        auto* pNode = new CDirNode;
+        pNode->m_strName = QString::number(i);
+        pVolume->AppendChild(pNode);
+    }
+    m_pView->LendNodes(false);
+    QCOMPARE(Tree()->childCount(), nMany + 2);
+    QCOMPARE(Tree()->child(nMany + 1)->text(QAccessible::Name), QString::number(nMany - 1));
+    for (int i = 0; i < 20; ++i) {
+        QVERIFY(Tree()->child(i)->isValid());
+    }
+    Settle();
+    m_pModel->setData(At("."), Qt::Checked, Qt::CheckStateRole);
+    QApplication::processEvents();
+    const int nTold = ToldTicks().size();
+    QVERIFY2(nTold > 5 && nTold <= 20, qPrintable(QString::number(nTold)));
+    QVERIFY(Tree()->child(nMany + 1)->state().checked);
+}
+
+void tst_CFileTreeAccess::closedFolderTakesItsRows()
+{
+    m_pTree->Write("a/b/c");
+    Open();
+    m_pView->expand(At("a"));
+    QAccessibleInterface* pRow = Row("a/b");
+    QVERIFY(pRow->isValid());
+    m_pView->collapse(At("a"));
+    QVERIFY(!pRow->isValid());
+    QVERIFY(pRow->state().invalid);
+    QCOMPARE(pRow->text(QAccessible::Name), QString());
+    QCOMPARE(pRow->text(QAccessible::Description), QString());
+    QCOMPARE(pRow->rect(), QRect());
+    QCOMPARE(pRow->actionInterface()->actionNames(), QStringList());
+    pRow->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    QCOMPARE(Node("a/b")->m_chkState, 0);
+    QCOMPARE(Tree()->indexOfChild(pRow), -1);
+    QVERIFY(!Row("a/b"));
+    m_pView->expand(At("a"));
+    QVERIFY(pRow->isValid());
+    QCOMPARE(Row("a/b"), pRow);
+}
+
+void tst_CFileTreeAccess::removedRowsAreInvalid()
+{
+    m_pTree->Write("a/b");
+    Open();
+    m_pView->expand(At("a"));
+    const QAccessible::Id nFolder = QAccessible::uniqueId(Row("a"));
+    const QAccessible::Id nFile = QAccessible::uniqueId(Row("a/b"));
+    m_pModel->RemoveAllChild(At("a"));
+    QVERIFY(!QAccessible::accessibleInterface(nFile));
+    QVERIFY(QAccessible::accessibleInterface(nFolder)->isValid());
+    QCOMPARE(Tree()->childCount(), 2);
+    QVERIFY(!Row("a")->state().expandable);
+}
+
+void tst_CFileTreeAccess::newRowInTheSamePlace()
+{
+    m_pTree->Write("a/b");
+    Open();
+    m_pView->expand(At("a"));
+    for (int i = 0; i < 20; ++i) {
+        // The allocator likes to give a new node the place of one that has just been freed.
+        QVERIFY(Row("a/b"));
+        QCOMPARE(Row("a/b")->text(QAccessible::Name), QString("b"));
+        m_pModel->RemoveAllChild(At("a"));
+        m_pModel->LoadChild(At("a"));
+        m_pView->expand(At("a"));
+    }
+}
+
+void tst_CFileTreeAccess::lentTreeHasNoRows()
+{
+    m_pTree->Write("a/b");
+    Open();
+    m_pView->setCurrentIndex(At("a"));
+    QAccessibleInterface* pRow = Row("a");
+    const QPoint pt = pRow->rect().topLeft() + QPoint(3, 3);
+    m_pView->LendNodes(true);
+    QVERIFY(!pRow->isValid());
+    QCOMPARE(pRow->text(QAccessible::Name), QString());
+    QVERIFY(pRow->state().invalid);
+    pRow->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    QCOMPARE(Tree()->childCount(), 0);
+    QVERIFY(!Tree()->child(0));
+    QVERIFY(!Tree()->childAt(pt.x(), pt.y()));
+    QCOMPARE(Tree()->focusChild(), Tree());
+    QVERIFY(Tree()->state().busy);
+    m_pView->LendNodes(false);
+    QVERIFY(!Tree()->state().busy);
+    QCOMPARE(Node("a")->m_chkState, 0);
+    QVERIFY(pRow->isValid());
+    QCOMPARE(Row("a"), pRow);
+    QVERIFY(pRow->state().focused);
+}
+
+void tst_CFileTreeAccess::viewGoesFirst()
+{
+    m_pTree->Write("a");
+    Open();
+    const QAccessible::Id nRow = QAccessible::uniqueId(Row("a"));
+    CFileRowAccess own(m_pView.get(), At("a"));
+    QVERIFY(own.isValid());
+    m_pView.reset();
+    QVERIFY(!QAccessible::accessibleInterface(nRow));
+    QVERIFY(!own.isValid());
+    QVERIFY(!own.parent());
+    QVERIFY(!own.window());
+    QCOMPARE(own.rect(), QRect());
+}
+
+QTEST_MAIN(tst_CFileTreeAccess)
+#include "tst_CFileTreeAccess.moc"
