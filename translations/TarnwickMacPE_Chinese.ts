@@ -39,6 +39,10 @@
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
         <translation>目的存储设备已被移除！请检查并重新连接，然后再试一次。</translation>
     </message>
+    <message>
+        <source>Copy Progress</source>
+        <translation>拷贝进度</translation>
+    </message>
 </context>
 <context>
     <name>CSearchWaitView</name>
@@ -117,6 +121,18 @@
         <source>OK</source>
         <translation>好</translation>
     </message>
+    <message>
+        <source>Refresh List of Disks</source>
+        <translation>刷新磁盘列表</translation>
+    </message>
+    <message>
+        <source>Files selected</source>
+        <translation>已选择文件</translation>
+    </message>
+    <message>
+        <source>No files selected</source>
+        <translation>未选择文件</translation>
+    </message>
 </context>
 <context>
     <name>CTarnwickMacPE</name>
@@ -148,6 +164,18 @@
         <source>Cancel</source>
         <translation>取消</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>缩放</translation>
+    </message>
 </context>
 <context>
     <name>KvMessageBox</name>
@@ -174,6 +202,18 @@
     <message>
         <source>OK</source>
         <translation>好</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>缩放</translation>
     </message>
 </context>
 </TS>

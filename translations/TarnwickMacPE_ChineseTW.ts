@@ -39,6 +39,10 @@
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
         <translation>目的儲存裝置已移除！請檢查並重新連接，然後再試一次。</translation>
     </message>
+    <message>
+        <source>Copy Progress</source>
+        <translation>拷貝進度</translation>
+    </message>
 </context>
 <context>
     <name>CSearchWaitView</name>
@@ -117,6 +121,18 @@
         <source>OK</source>
         <translation>好</translation>
     </message>
+    <message>
+        <source>Refresh List of Disks</source>
+        <translation>重新整理磁碟列表</translation>
+    </message>
+    <message>
+        <source>Files selected</source>
+        <translation>已選擇檔案</translation>
+    </message>
+    <message>
+        <source>No files selected</source>
+        <translation>未選擇檔案</translation>
+    </message>
 </context>
 <context>
     <name>CTarnwickMacPE</name>
@@ -148,6 +164,18 @@
         <source>Cancel</source>
         <translation>取消</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>關閉</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>縮到最小</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>縮放</translation>
+    </message>
 </context>
 <context>
     <name>KvMessageBox</name>
@@ -174,6 +202,18 @@
     <message>
         <source>OK</source>
         <translation>好</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>關閉</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>縮到最小</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>縮放</translation>
     </message>
 </context>
 </TS>

@@ -39,6 +39,10 @@
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
         <translation>Het bestemmingsapparaat is losgekoppeld! Controleer het apparaat, sluit het weer aan en probeer het opnieuw.</translation>
     </message>
+    <message>
+        <source>Copy Progress</source>
+        <translation>Voortgang van het kopiëren</translation>
+    </message>
 </context>
 <context>
     <name>CSearchWaitView</name>
@@ -117,6 +121,18 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>Refresh List of Disks</source>
+        <translation>Werk de lijst met schijven bij</translation>
+    </message>
+    <message>
+        <source>Files selected</source>
+        <translation>Bestanden geselecteerd</translation>
+    </message>
+    <message>
+        <source>No files selected</source>
+        <translation>Geen bestanden geselecteerd</translation>
+    </message>
 </context>
 <context>
     <name>CTarnwickMacPE</name>
@@ -148,6 +164,18 @@
         <source>Cancel</source>
         <translation>Annuleer</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>Sluit</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimaliseer</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Vergroot/verklein</translation>
+    </message>
 </context>
 <context>
     <name>KvMessageBox</name>
@@ -174,6 +202,18 @@
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Sluit</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimaliseer</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Vergroot/verklein</translation>
     </message>
 </context>
 </TS>

@@ -39,6 +39,10 @@
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
         <translation>The destination storage device has been removed! Please check and connect the storage device then try again.</translation>
     </message>
+    <message>
+        <source>Copy Progress</source>
+        <translation>Copy Progress</translation>
+    </message>
 </context>
 <context>
     <name>CSearchWaitView</name>
@@ -117,6 +121,18 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>Refresh List of Disks</source>
+        <translation>Refresh List of Disks</translation>
+    </message>
+    <message>
+        <source>Files selected</source>
+        <translation>Files selected</translation>
+    </message>
+    <message>
+        <source>No files selected</source>
+        <translation>No files selected</translation>
+    </message>
 </context>
 <context>
     <name>CTarnwickMacPE</name>
@@ -148,6 +164,18 @@
         <source>Cancel</source>
         <translation>Cancel</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
 </context>
 <context>
     <name>KvMessageBox</name>
@@ -174,6 +202,18 @@
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
     </message>
 </context>
 </TS>

@@ -39,6 +39,10 @@
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
         <translation>Le périphérique de stockage de destination a été retiré&#xa0;! Contrôlez et reconnectez le périphérique, puis réessayez.</translation>
     </message>
+    <message>
+        <source>Copy Progress</source>
+        <translation>Progression de la copie</translation>
+    </message>
 </context>
 <context>
     <name>CSearchWaitView</name>
@@ -117,6 +121,18 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>Refresh List of Disks</source>
+        <translation>Actualiser la liste des disques</translation>
+    </message>
+    <message>
+        <source>Files selected</source>
+        <translation>Fichiers sélectionnés</translation>
+    </message>
+    <message>
+        <source>No files selected</source>
+        <translation>Aucun fichier sélectionné</translation>
+    </message>
 </context>
 <context>
     <name>CTarnwickMacPE</name>
@@ -148,6 +164,18 @@
         <source>Cancel</source>
         <translation>Annuler</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Réduire</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Réduire/agrandir</translation>
+    </message>
 </context>
 <context>
     <name>KvMessageBox</name>
@@ -174,6 +202,18 @@
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Réduire</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Réduire/agrandir</translation>
     </message>
 </context>
 </TS>

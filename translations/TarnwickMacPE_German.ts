@@ -39,6 +39,10 @@
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
         <translation>Das Ziellaufwerk wurde entfernt! Bitte überprüfen Sie es, schließen Sie es wieder an und versuchen Sie es dann erneut.</translation>
     </message>
+    <message>
+        <source>Copy Progress</source>
+        <translation>Fortschritt des Kopiervorgangs</translation>
+    </message>
 </context>
 <context>
     <name>CSearchWaitView</name>
@@ -117,6 +121,18 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>Refresh List of Disks</source>
+        <translation>Liste der Laufwerke aktualisieren</translation>
+    </message>
+    <message>
+        <source>Files selected</source>
+        <translation>Dateien ausgewählt</translation>
+    </message>
+    <message>
+        <source>No files selected</source>
+        <translation>Keine Dateien ausgewählt</translation>
+    </message>
 </context>
 <context>
     <name>CTarnwickMacPE</name>
@@ -148,6 +164,18 @@
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoomen</translation>
+    </message>
 </context>
 <context>
     <name>KvMessageBox</name>
@@ -174,6 +202,18 @@
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoomen</translation>
     </message>
 </context>
 </TS>

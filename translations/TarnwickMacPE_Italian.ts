@@ -39,6 +39,10 @@
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
         <translation>Il dispositivo di archiviazione di destinazione è stato rimosso! Controllalo, ricollegalo e riprova.</translation>
     </message>
+    <message>
+        <source>Copy Progress</source>
+        <translation>Avanzamento della copia</translation>
+    </message>
 </context>
 <context>
     <name>CSearchWaitView</name>
@@ -117,6 +121,18 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>Refresh List of Disks</source>
+        <translation>Aggiorna l’elenco dei dischi</translation>
+    </message>
+    <message>
+        <source>Files selected</source>
+        <translation>File selezionati</translation>
+    </message>
+    <message>
+        <source>No files selected</source>
+        <translation>Nessun file selezionato</translation>
+    </message>
 </context>
 <context>
     <name>CTarnwickMacPE</name>
@@ -148,6 +164,18 @@
         <source>Cancel</source>
         <translation>Annulla</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>Chiudi</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Contrai</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Ridimensiona</translation>
+    </message>
 </context>
 <context>
     <name>KvMessageBox</name>
@@ -174,6 +202,18 @@
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Chiudi</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Contrai</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Ridimensiona</translation>
     </message>
 </context>
 </TS>

@@ -39,6 +39,10 @@
         <source>The destination storage device has been removed! Please check and connect the storage device then try again.</source>
         <translation>コピー先のストレージデバイスが取り外されました。デバイスを確認し、接続し直してから、もう一度やり直してください。</translation>
     </message>
+    <message>
+        <source>Copy Progress</source>
+        <translation>コピーの進行状況</translation>
+    </message>
 </context>
 <context>
     <name>CSearchWaitView</name>
@@ -117,6 +121,18 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>Refresh List of Disks</source>
+        <translation>ディスクのリストを更新</translation>
+    </message>
+    <message>
+        <source>Files selected</source>
+        <translation>ファイルが選択されています</translation>
+    </message>
+    <message>
+        <source>No files selected</source>
+        <translation>ファイルが選択されていません</translation>
+    </message>
 </context>
 <context>
     <name>CTarnwickMacPE</name>
@@ -148,6 +164,18 @@
         <source>Cancel</source>
         <translation>キャンセル</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>しまう</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>拡大／縮小</translation>
+    </message>
 </context>
 <context>
     <name>KvMessageBox</name>
@@ -174,6 +202,18 @@
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>しまう</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>拡大／縮小</translation>
     </message>
 </context>
 </TS>

@@ -1,6 +1,7 @@
 #include "app/CTarnwickMacPE.h"
 
 #include "disk/CDestinationDiscovery.h"
+#include "kit/CDecorationAccess.h"
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
@@ -64,6 +65,9 @@ void CTarnwickMacPE::InitView()
     m_pUi->m_pLogoLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Title/tarnwick_logo_34.png")));
     m_pUi->m_pTitleLab->setFont(CSkinMgr::GetFontStyle(CSkinMgr::FONT_STYLE_PX_16, QStringLiteral("Avenir")));
     m_pUi->m_pTitleLab->setText(tr("Kelvane Tarnwick"));
+    // The window's title is for tools; people know the program by this name.
+    setAccessibleName(tr("Kelvane Tarnwick"));
+    CDecorationAccess::Mark({m_pUi->m_pLogoLab, m_pUi->m_pLineLab});
     m_pUi->m_pStackWidget->setCurrentIndex(PAGE_SELECT);
     // macOS leaves buttons out of the Tab order unless its user has asked for
     // them, which nobody has in the boot environment, mouse or no mouse.

@@ -1,5 +1,7 @@
 #include "kit/CClickableLabel.h"
 
+#include "kit/CClickableLabelAccess.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -11,6 +13,7 @@ static const int FOCUS_RADIUS = 3;
 CClickableLabel::CClickableLabel(QWidget* parent, Qt::WindowFlags)
     : QLabel(parent)
 {
+    CClickableLabelAccess::Install();
     setAttribute(Qt::WA_MouseTracking);
 }
 

@@ -1,5 +1,6 @@
 #include "kit/KvMessageBox.h"
 
+#include "kit/CDecorationAccess.h"
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "ui_KvMessageBox.h"
@@ -8,6 +9,7 @@
 #include <QDesktopServices>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QTextDocumentFragment>
 #include <QUrl>
 
 static const int BOX_WIDTH = 490;
@@ -77,7 +79,12 @@ void KvMessageBox::setIcon(QString strPath) { m_pForm->label_icon->setPixmap(CSk
 
 void KvMessageBox::hideIcon() { m_pForm->label_icon->hide(); }
 
-void KvMessageBox::SetDialogInfomationContent(const QString& strText) { m_pForm->label->setText(strText); }
+void KvMessageBox::SetDialogInfomationContent(const QString& strText)
+{
+    m_pForm->label->setText(strText);
+    // The box's title says nothing, so a reader is given the message for a name.
+    setAccessibleName(QTextDocumentFragment::fromHtml(strText).toPlainText());
+}
 
 void KvMessageBox::SetTitle(QString strText) { SetDialogInfomationContent(strText); }
 
@@ -195,8 +202,10 @@ void KvMessageBox::InitMessage()
     pLabel->setOpenExternalLinks(false);
     pLabel->setAlignment(Qt::AlignCenter);
     pLabel->setWordWrap(true);
-    pLabel->setText(QStringLiteral("<html><head/><body><p style='line-height:25px'>%1</p></body></html>")
-                        .arg(m_strContent));
+    SetDialogInfomationContent(
+        QStringLiteral("<html><head/><body><p style='line-height:25px'>%1</p></body></html>")
+            .arg(m_strContent));
+    CDecorationAccess::Mark({m_pForm->label_icon});
     pLabel->installEventFilter(this);
 }
 

@@ -3,6 +3,7 @@
 #include "copy/CCopyFileThread.h"
 #include "disk/CDestinationDiscovery.h"
 #include "disk/CLeftoverFolder.h"
+#include "kit/CDecorationAccess.h"
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
@@ -64,6 +65,10 @@ void CCopyFileWidget::InitView()
     m_pForm->m_pTimeLab->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
     m_pForm->m_pTimeLab->setStyleSheet(CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));
     ShowTime(tr("Calculating..."));
+
+    setAccessibleName(tr("Copy Progress"));
+    m_pForm->m_pProgress->setAccessibleName(tr("Copy Progress"));
+    CDecorationAccess::Mark({m_pForm->m_pGifLab});
 }
 
 void CCopyFileWidget::InitConnect()

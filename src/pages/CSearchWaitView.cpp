@@ -1,5 +1,6 @@
 #include "pages/CSearchWaitView.h"
 
+#include "kit/CDecorationAccess.h"
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "ui_CSearchWaitView.h"
@@ -27,6 +28,7 @@ CSearchWaitView::~CSearchWaitView() = default;
 void CSearchWaitView::SetText(const QString& strMessage, const QString& strTitle)
 {
     m_pForm->label_text->setText(strMessage);
+    setAccessibleName(strMessage);
     m_pForm->label_title->setText(strTitle);
     if (m_pForm->label_text->fontMetrics().horizontalAdvance(strMessage) > MAX_LINE_WIDTH) {
         m_pForm->label_text->setFixedWidth(MAX_LINE_WIDTH);
@@ -50,6 +52,9 @@ void CSearchWaitView::InitView()
     m_pForm->label_text->setFont(font);
     m_pForm->label_title->setFont(font);
     m_pForm->frame_title->hide();
+    // The window's title has nothing to do with what is waited for.
+    setAccessibleName(m_pForm->label_text->text());
+    CDecorationAccess::Mark({m_pForm->label_gif});
 }
 
 // The movie has no parent and is never freed: it lives as long as the program,

@@ -2,6 +2,7 @@
 
 #include "copy/CGetFileSizeThread.h"
 #include "disk/CDestinationDiscovery.h"
+#include "kit/CDecorationAccess.h"
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
@@ -98,7 +99,8 @@ void CSelFileWidget::InitView()
 {
     InitNames();
     InitTexts();
-    m_pForm->m_pCopyLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Label/allow_deft.png")));
+    InitAccess();
+    ShowTicked(false);
     m_pForm->m_pUSBPicLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Label/usb_unselect.png")));
     m_pForm->m_pCopyBtn->setEnabled(false);
     setFocusProxy(m_pForm->m_pFileTree);
@@ -133,6 +135,28 @@ void CSelFileWidget::InitTexts()
     m_pForm->m_pCopyBtn->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13_BOLD));
     new CEmptyHint(tr("No disk to copy files from was found."), m_pForm->m_pFileTree);
     new CEmptyHint(tr("No USB disk was found. Connect one, and it appears here."), m_pListWidget);
+}
+
+// A prompt as the name of what it stands at.
+static QString WithoutColon(QString strText)
+{
+    while (strText.endsWith(QLatin1Char(':')) || strText.endsWith(QChar(0xff1a))
+           || (!strText.isEmpty() && strText.at(strText.size() - 1).isSpace())) {
+        strText.chop(1);
+    }
+    return strText;
+}
+
+// What screen readers say of that which has no text of its own.
+void CSelFileWidget::InitAccess()
+{
+    const QString strDisk = WithoutColon(tr("Select Destination Disk:"));
+    m_pForm->m_pFileTree->setAccessibleName(WithoutColon(tr("Select File to Copy:")));
+    m_pForm->m_pDropBtn->setAccessibleName(strDisk);
+    m_pListWidget->setAccessibleName(strDisk);
+    m_pForm->RefreshLab->setAccessibleName(tr("Refresh List of Disks"));
+    // The picture of the disk says what the name above it says.
+    CDecorationAccess::Mark({m_pForm->m_pLine1Lab, m_pForm->m_pLine2Lab, m_pForm->m_pUSBPicLab});
 }
 
 void CSelFileWidget::InitConnect()
@@ -346,6 +370,7 @@ void CSelFileWidget::ShowDisk(const QString& strName)
 
 void CSelFileWidget::ShowSpace(const QString& strPath)
 {
+    m_pForm->m_pDropBtn->setAccessibleDescription(strPath.isEmpty() ? QString() : GetUsbName());
     if (strPath.isEmpty()) {
         m_pForm->m_pUSBBottomLab->setText(tr("Select Destination Disk:"));
         return;
@@ -427,10 +452,16 @@ void CSelFileWidget::SlotListWidgetItemClick(QListWidgetItem* pItem)
 
 void CSelFileWidget::SlotCheckFileSelected()
 {
-    m_pForm->m_pCopyLab->setPixmap(CSkinPicture::Pixmap(IsSomethingChecked()
-                                                            ? QStringLiteral(":/res/Label/allow.png")
-                                                            : QStringLiteral(":/res/Label/allow_deft.png")));
+    ShowTicked(IsSomethingChecked());
     UpdateCopyBtn();
+}
+
+void CSelFileWidget::ShowTicked(bool bTicked)
+{
+    QLabel* pLabel = m_pForm->m_pCopyLab;
+    pLabel->setPixmap(CSkinPicture::Pixmap(bTicked ? QStringLiteral(":/res/Label/allow.png")
+                                                   : QStringLiteral(":/res/Label/allow_deft.png")));
+    pLabel->setAccessibleName(bTicked ? tr("Files selected") : tr("No files selected"));
 }
 
 // ---------------------------------------------------------------- from Copy to the start of the copy

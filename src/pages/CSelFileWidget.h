@@ -140,6 +140,7 @@ private:
     void InitView();
     void InitNames();
     void InitTexts();
+    void InitAccess();
     void InitConnect();
     void OnRefreshClicked();
     void OnStopMovie();
@@ -155,6 +156,7 @@ private:
     void ShowDisk(const QString& strName);
     void MarkChosenDisk();
     void ShowSpace(const QString& strPath);
+    void ShowTicked(bool bTicked);
     void UpdateCopyBtn();
     void EnableCopyBtn(bool bEnable);
     void BeginCounting();

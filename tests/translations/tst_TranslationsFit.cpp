@@ -31,6 +31,7 @@ static const char LABEL[] = "label"; ///< label of a page
 static const char HINT[] = "hint"; ///< what the empty drop-down says
 static const char WAIT[] = "wait"; ///< message of the waiting dialog
 static const char FOLDER[] = "folder"; ///< piece of a folder's name
+static const char SPOKEN[] = "spoken"; ///< what a screen reader says of a part without a text
 static const char UNSEEN[] = "unseen"; ///< replaced before it is seen, or a name of a window
 
 // Where each text is shown. A new text has to be given a place here, so that it is measured.
@@ -43,6 +44,7 @@ static const struct
     {"CCopyFileWidget", "Remaining Time: %1", LABEL},
     {"CCopyFileWidget", "Cancel", BUTTON},
     {"CCopyFileWidget", "Calculating...", LABEL},
+    {"CCopyFileWidget", "Copy Progress", SPOKEN},
     {"CCopyFileWidget", "Copying files to (%1): %2", LABEL},
     {"CCopyFileWidget", "Copy file completed!", BOX},
     {"CCopyFileWidget", "OK", BUTTON},
@@ -64,6 +66,9 @@ static const struct
     {"CSelFileWidget", "Copy", BUTTON},
     {"CSelFileWidget", "No disk to copy files from was found.", LABEL},
     {"CSelFileWidget", "No USB disk was found. Connect one, and it appears here.", HINT},
+    {"CSelFileWidget", "Refresh List of Disks", SPOKEN},
+    {"CSelFileWidget", "Files selected", SPOKEN},
+    {"CSelFileWidget", "No files selected", SPOKEN},
     {"CSelFileWidget",
      "<span style=\"color:#ff7e17;\">%1GB</span> Available, <span style=\"color:#ff7e17;\">%2GB</span> Total",
      LABEL},
@@ -77,6 +82,9 @@ static const struct
     {"CSelFileWidget", " at ", FOLDER},
     {"CSelFileWidget", "OK", BUTTON},
     {"CTarnwickMacPE", "CTarnwickMacPE", UNSEEN},
+    {"CTarnwickMacPE", "Close", SPOKEN},
+    {"CTarnwickMacPE", "Minimize", SPOKEN},
+    {"CTarnwickMacPE", "Zoom", SPOKEN},
     {"CTarnwickMacPE", "logo", UNSEEN},
     {"CTarnwickMacPE", "title", UNSEEN},
     {"CTarnwickMacPE", "Kelvane Tarnwick", UNSEEN},
@@ -85,6 +93,9 @@ static const struct
     {"CTarnwickMacPE", "Yes", BUTTON},
     {"CTarnwickMacPE", "Cancel", BUTTON},
     {"KvMessageBox", "Form", UNSEEN},
+    {"KvMessageBox", "Close", SPOKEN},
+    {"KvMessageBox", "Minimize", SPOKEN},
+    {"KvMessageBox", "Zoom", SPOKEN},
     {"KvMessageBox", "TextLabel", UNSEEN},
     {"KvMessageBox", "Cancel", BUTTON},
     {"KvMessageBox", "Yes", BUTTON},
