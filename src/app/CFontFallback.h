@@ -7,8 +7,9 @@ class CFontFallback
 {
 public:
     /**
-     * Tells Qt what to draw with where "Avenir" is not installed. GUI thread,
-     * after the application object and before the first font is used.
+     * Tells Qt what to draw with where "Avenir" is not installed, and how large
+     * where no size is set. GUI thread, after the application object and before
+     * the first font is used.
      */
     static void Install();
 

@@ -1,7 +1,12 @@
 #include "app/CFontFallback.h"
 #include "settings/CSystemLanguages.h"
 
+#include <QApplication>
 #include <QFont>
+
+// The size that texts have whose size nobody sets, such as the names in the
+// tree: that of a Mac, in pixels.
+static const int TEXT_SIZE = 13;
 
 // One family for each way in which the shared characters are written. Of a
 // language that asks for none of them, the order here counts.
@@ -27,6 +32,10 @@ static const char* FamilyOf(const QString& strLanguage)
 void CFontFallback::Install()
 {
     QFont::insertSubstitutions(QStringLiteral("Avenir"), Families(CSystemLanguages::Read()));
+    // Each desktop has another size of its own, but the window has one size on all of them.
+    QFont font(QStringLiteral("Avenir"));
+    font.setPixelSize(TEXT_SIZE);
+    QApplication::setFont(font);
 }
 
 QStringList CFontFallback::Families(const QStringList& listLanguage)

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFont>
+#include <QLabel>
 #include <QtTest>
 
 class tst_CFontFallback : public QObject
@@ -67,6 +68,9 @@ void tst_CFontFallback::installFollowsThePreferences()
     // Qt keeps the names in small letters.
     QCOMPARE(QFont::substitutes(QStringLiteral("Avenir")).join(QLatin1Char(',')),
              CFontFallback::Families({QStringLiteral("zh-Hant")}).join(QLatin1Char(',')).toLower());
+    // A text whose size nobody sets has one that no desktop changes.
+    QCOMPARE(QLabel().font().pixelSize(), 13);
+    QCOMPARE(QLabel().font().family(), QStringLiteral("Avenir"));
     QVERIFY(file.remove());
 }
 
