@@ -8,6 +8,7 @@
 #include "kit/KvMessageBox.h"
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
+#include "pages/CDropDownAccess.h"
 #include "pages/CDropDownKeys.h"
 #include "pages/CElidedLabel.h"
 #include "pages/CEmptyHint.h"
@@ -73,7 +74,8 @@ CSelFileWidget::~CSelFileWidget()
 
 void CSelFileWidget::InitData()
 {
-    m_pListWidget = new QListWidget(this);
+    // A child of its button, which is where screen readers look for it.
+    m_pListWidget = new QListWidget(m_pForm->m_pDropBtn);
     m_pListWidget->setWindowFlags(Qt::Popup | Qt::FramelessWindowHint);
     m_pListWidget->setFixedSize(LIST_WIDTH, LIST_HEIGHT);
     m_pListWidget->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_14));
@@ -154,6 +156,7 @@ void CSelFileWidget::InitAccess()
     m_pForm->m_pFileTree->setAccessibleName(WithoutColon(tr("Select File to Copy:")));
     m_pForm->m_pDropBtn->setAccessibleName(strDisk);
     m_pListWidget->setAccessibleName(strDisk);
+    CDropDownAccess::Install(m_pForm->m_pDropBtn);
     m_pForm->RefreshLab->setAccessibleName(tr("Refresh List of Disks"));
     // The picture of the disk says what the name above it says.
     CDecorationAccess::Mark({m_pForm->m_pLine1Lab, m_pForm->m_pLine2Lab, m_pForm->m_pUSBPicLab});

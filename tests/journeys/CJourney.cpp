@@ -98,14 +98,21 @@ QStringList CJourney::ListTexts()
     return listText;
 }
 
-static void MoveOrClick(const QStringList& listArgument)
+static void Input(const QStringList& listArgument)
 {
     QProcess::execute(QStringLiteral("xdotool"), listArgument);
 }
 
+void CJourney::PressKeys(const QStringList& listKey) { Input(QStringList{QStringLiteral("key")} + listKey); }
+
+void CJourney::HoldKey(const QString& strKey, bool bDown)
+{
+    Input({bDown ? QStringLiteral("keydown") : QStringLiteral("keyup"), strKey});
+}
+
 void CJourney::ClickAt(const QPoint& pt)
 {
-    MoveOrClick({QStringLiteral("mousemove"), QString::number(pt.x()), QString::number(pt.y())});
+    Input({QStringLiteral("mousemove"), QString::number(pt.x()), QString::number(pt.y())});
     const bool bOver = WaitFor(
         [&] {
             const QJsonObject obj = Ask({{QStringLiteral("ask"), QStringLiteral("pointer")}});
@@ -117,7 +124,7 @@ void CJourney::ClickAt(const QPoint& pt)
     if (!bOver) {
         qWarning("the pointer does not arrive at %d, %d", pt.x(), pt.y());
     }
-    MoveOrClick({QStringLiteral("click"), QStringLiteral("1")});
+    Input({QStringLiteral("click"), QStringLiteral("1")});
 }
 
 static QRect RectOf(const QJsonObject& obj)

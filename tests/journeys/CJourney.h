@@ -69,6 +69,12 @@ public:
     /** Clicks the middle of a described rectangle. */
     void Click(const QJsonObject& objRect);
 
+    /** Presses and releases keys one after the other, each named as xdotool does ("Tab", "alt+Down"). */
+    static void PressKeys(const QStringList& listKey);
+
+    /** Presses a key and keeps it down, or lets it go. */
+    static void HoldKey(const QString& strKey, bool bDown);
+
     /** Clicks the check box of a row. */
     void Tick(const QStringList& listPath);
 
