@@ -5,6 +5,7 @@
 #include "support/CModalAnswerer.h"
 #include "support/CVolume.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
@@ -43,6 +44,7 @@ private slots:
     void WindowIsFramelessWithTitle();
     void TitleStandsInTheMiddle();
     void FirstKeyGoesToTheTree();
+    void ReadersHearTheProgram();
     void TabReachesEveryControl();
     void EachPageHasTheFocus();
     void KeepAwakeIsAskedOfTheShell();
@@ -243,6 +245,24 @@ void tst_CTarnwickMacPE::TitleStandsInTheMiddle()
 void tst_CTarnwickMacPE::FirstKeyGoesToTheTree()
 {
     QCOMPARE(m_pWindow->focusWidget(), m_pWindow->findChild<QWidget*>(QStringLiteral("m_pFileTree")));
+}
+
+void tst_CTarnwickMacPE::ReadersHearTheProgram()
+{
+    const auto heard = [this](const char* pName) {
+        return QAccessible::queryAccessibleInterface(m_pWindow->findChild<QWidget*>(QLatin1String(pName)));
+    };
+    QCOMPARE(QAccessible::queryAccessibleInterface(m_pWindow.get())->text(QAccessible::Name),
+             QStringLiteral("Kelvane Tarnwick"));
+    QCOMPARE(heard("m_pCloseBtn")->text(QAccessible::Name), QStringLiteral("Close"));
+    QCOMPARE(heard("m_pMinBtn")->text(QAccessible::Name), QStringLiteral("Minimize"));
+    QCOMPARE(heard("m_pMaxBtn")->text(QAccessible::Name), QStringLiteral("Zoom"));
+    QVERIFY(heard("m_pLogoLab")->state().invisible);
+    QVERIFY(
+        QAccessible::queryAccessibleInterface(m_pWindow->centralWidget()->findChild<QLabel*>(
+                                                  QStringLiteral("m_pLineLab"), Qt::FindDirectChildrenOnly))
+            ->state()
+            .invisible);
 }
 
 void tst_CTarnwickMacPE::TabReachesEveryControl()

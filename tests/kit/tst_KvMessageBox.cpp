@@ -2,6 +2,7 @@
 #include "support/CModalAnswerer.h"
 #include "support/SendMouse.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFile>
@@ -120,6 +121,8 @@ private slots:
     void iconDefault();
     void iconHidden();
     void contentIsReplacedAsItIs();
+    void readersHearTheMessage();
+    void readersHearTheButtons();
     void setBoxSize();
     void setBoxContentSize();
     void linkOpensAndBoxStays();
@@ -501,6 +504,37 @@ void tst_KvMessageBox::contentIsReplacedAsItIs()
     box.SetTitle(QStringLiteral("other text"));
     QCOMPARE(box.Message()->text(), QStringLiteral("other text"));
     QCOMPARE(box.windowTitle(), QStringLiteral("Form"));
+}
+
+void tst_KvMessageBox::readersHearTheMessage()
+{
+    CBox box(QStringLiteral("Is <b>this</b> read &amp; heard?"), 9);
+    const QAccessibleInterface* pInterface = QAccessible::queryAccessibleInterface(&box);
+    QCOMPARE(pInterface->role(), QAccessible::Dialog);
+    QCOMPARE(pInterface->text(QAccessible::Name), QStringLiteral("Is this read & heard?"));
+    QCOMPARE(QAccessible::queryAccessibleInterface(box.Message())->text(QAccessible::Name),
+             QStringLiteral("Is this read & heard?"));
+    box.SetTitle(QStringLiteral("Other"));
+    QCOMPARE(pInterface->text(QAccessible::Name), QStringLiteral("Other"));
+    QCOMPARE(box.windowTitle(), QStringLiteral("Form"));
+}
+
+void tst_KvMessageBox::readersHearTheButtons()
+{
+    CBox box(QStringLiteral("Question?"), 9);
+    box.SetBtnText(Style_Yes, QStringLiteral("Stop"));
+    box.show();
+    const auto heard = [&box](const char* pName) {
+        QObject* pObject = box.findChild<QWidget*>(QLatin1String(pName));
+        return QAccessible::queryAccessibleInterface(pObject);
+    };
+    QCOMPARE(heard("btnClose")->text(QAccessible::Name), QStringLiteral("Close"));
+    QCOMPARE(heard("btnMin")->text(QAccessible::Name), QStringLiteral("Minimize"));
+    QCOMPARE(heard("btnZoom")->text(QAccessible::Name), QStringLiteral("Zoom"));
+    QCOMPARE(
+        QAccessible::queryAccessibleInterface(box.Button(QStringLiteral("Stop")))->text(QAccessible::Name),
+        QStringLiteral("Stop"));
+    QVERIFY(heard("label_icon")->state().invisible);
 }
 
 void tst_KvMessageBox::setBoxSize()

@@ -10,6 +10,7 @@
 #include "support/LogFile.h"
 #include "support/WaitAside.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -50,6 +51,7 @@ private slots:
     void FormSizes();
     void FormMargins();
     void FormLook();
+    void ReadersHearEachPart();
     void GroupIsCentred();
 
     void RemainTimeText_data();
@@ -218,6 +220,21 @@ void tst_CCopyFileWidget::FormLook()
           static_cast<QWidget*>(CancelBtn())}) {
         QCOMPARE(pWidget->font().family(), QStringLiteral("Avenir"));
     }
+}
+
+void tst_CCopyFileWidget::ReadersHearEachPart()
+{
+    const auto heard = [](QObject* pObject) { return QAccessible::queryAccessibleInterface(pObject); };
+    m_pPage->SlotGetCopyInfo(QStringLiteral("<b>a.txt"), 42);
+    QCOMPARE(heard(m_pPage.get())->text(QAccessible::Name), QStringLiteral("Copy Progress"));
+    QCOMPARE(heard(Progress())->text(QAccessible::Name), QStringLiteral("Copy Progress"));
+    QCOMPARE(heard(Progress())->role(), QAccessible::ProgressBar);
+    QCOMPARE(heard(Progress())->valueInterface()->currentValue().toInt(), 42);
+    QCOMPARE(heard(CancelBtn())->text(QAccessible::Name), QStringLiteral("Cancel"));
+    QVERIFY(heard(Label("m_pCopyTitleLab"))->text(QAccessible::Name).endsWith(QStringLiteral(": <b>a.txt")));
+    QVERIFY(heard(Label("m_pGifLab"))->state().invisible);
+    QVERIFY(Label("m_pGifLab")->isVisible());
+    QVERIFY(!heard(Label("m_pTimeLab"))->state().invisible);
 }
 
 void tst_CCopyFileWidget::GroupIsCentred()

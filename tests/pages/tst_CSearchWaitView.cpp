@@ -1,5 +1,6 @@
 #include "pages/CSearchWaitView.h"
 
+#include <QAccessible>
 #include <QFrame>
 #include <QLabel>
 #include <QLayout>
@@ -37,6 +38,7 @@ private slots:
     void AnimationWaitsForTheStart();
     void StoppingWhatNeverStartedDoesNothing();
     void EscapeDoesNotCloseIt();
+    void ReadersHearTheMessage();
     void ContentIsCentred();
     void CornersAreTransparentAndPanelIsWhite();
 
@@ -228,6 +230,18 @@ void tst_CSearchWaitView::EscapeDoesNotCloseIt()
     m_pView->show();
     QTest::keyClick(m_pView.get(), Qt::Key_Escape);
     QVERIFY(m_pView->isVisible());
+}
+
+void tst_CSearchWaitView::ReadersHearTheMessage()
+{
+    const QAccessibleInterface* pInterface = QAccessible::queryAccessibleInterface(m_pView.get());
+    QCOMPARE(pInterface->role(), QAccessible::Dialog);
+    QCOMPARE(pInterface->text(QAccessible::Name), QStringLiteral("Searching, please wait..."));
+    m_pView->SetText(QStringLiteral("Counting"), QStringLiteral("Title"));
+    QCOMPARE(pInterface->text(QAccessible::Name), QStringLiteral("Counting"));
+    m_pView->show();
+    QVERIFY(QAccessible::queryAccessibleInterface(Label("label_gif"))->state().invisible);
+    QVERIFY(!QAccessible::queryAccessibleInterface(Label("label_text"))->state().invisible);
 }
 
 void tst_CSearchWaitView::ContentIsCentred()

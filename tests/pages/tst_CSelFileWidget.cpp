@@ -12,6 +12,7 @@
 #include "support/WaitAside.h"
 #include "tree/CFileTreeView.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDateTime>
 #include <QDir>
@@ -39,6 +40,8 @@ static const QString TEXT_READ_ONLY = QStringLiteral("Your drive may be damaged 
                                                      "to this drive, please change another one and retry.");
 static const QString TEXT_NO_SPACE
     = QStringLiteral("No enough space, please select other Hard Disk or USB flash drive.");
+
+Q_DECLARE_METATYPE(QAccessible::Role)
 
 /** A line that the fake commands stand in until a test lets them pass, one at a time. */
 class CGate
@@ -167,6 +170,11 @@ private slots:
     void ChoosingADiskLeavesPictureAndCopy();
     void ChoosingADiskThatIsGoneShowsThePrompt();
 
+    void ReadersHearEachControl_data();
+    void ReadersHearEachControl();
+    void ReadersHearTheDisk();
+    void ReadersHearWhetherFilesAreTicked();
+    void ReadersPassOverDecoration();
     void TabGoesByTheEye();
     void SpaceInTheTreeEnablesCopy();
     void RefreshAnswersKeys_data();
@@ -1118,6 +1126,81 @@ void tst_CSelFileWidget::ChoosingADiskThatIsGoneShowsThePrompt()
 }
 
 // ---------------------------------------------------------------- from Copy to the start of the copy
+
+static QString Heard(QObject* pObject, QAccessible::Text enText = QAccessible::Name)
+{
+    return QAccessible::queryAccessibleInterface(pObject)->text(enText);
+}
+
+void tst_CSelFileWidget::ReadersHearEachControl_data()
+{
+    QTest::addColumn<QString>("strObject");
+    QTest::addColumn<QString>("strName");
+    QTest::addColumn<QAccessible::Role>("enRole");
+    const auto row = [](const char* pObject, const char* pName, QAccessible::Role enRole) {
+        QTest::newRow(pObject) << QString::fromLatin1(pObject) << QString::fromLatin1(pName) << enRole;
+    };
+    row("m_pFileTree", "Select File to Copy", QAccessible::Tree);
+    row("m_pDropBtn", "Select Destination Disk", QAccessible::ComboBox);
+    row("RefreshLab", "Refresh List of Disks", QAccessible::PushButton);
+    row("toolBtn", "Copy", QAccessible::PushButton);
+    row("m_pUSBTitleLab", "Select Destination Disk:", QAccessible::StaticText);
+    row("m_pCopyLab", "No files selected", QAccessible::Graphic);
+}
+
+void tst_CSelFileWidget::ReadersHearEachControl()
+{
+    QFETCH(QString, strObject);
+    QFETCH(QAccessible::Role, enRole);
+    MakePage();
+    auto* pWidget = m_pPage->findChild<QWidget*>(strObject);
+    QTEST(Heard(pWidget), "strName");
+    QCOMPARE(QAccessible::queryAccessibleInterface(pWidget)->role(), enRole);
+}
+
+void tst_CSelFileWidget::ReadersHearTheDisk()
+{
+    NEEDS_VOLUMES();
+    const CVolume one(QStringLiteral("<b>ONE"), QStringLiteral("/dev/sdb1"), 10);
+    const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 1000);
+    MakePage();
+    auto* pDrop = m_pPage->findChild<QPushButton*>(QStringLiteral("m_pDropBtn"));
+    for (const QString& strName : {QStringLiteral("<b>ONE"), QStringLiteral("TWO")}) {
+        Choose(strName);
+        QCOMPARE(Heard(pDrop, QAccessible::Description), strName);
+        QCOMPARE(Heard(Label("m_pUSBTitleLab")), strName);
+    }
+    QVERIFY(Heard(Label("bottomLab")).endsWith(QStringLiteral("1.05GB Total")));
+    QVERIFY(!Heard(Label("bottomLab")).contains(QLatin1Char('<')));
+    QCOMPARE(Heard(List()), QStringLiteral("Select Destination Disk"));
+    m_pPage->RemoveDisk(one.Path());
+    m_pPage->RemoveDisk(two.Path());
+    m_pPage->OnRefreshUSB();
+    QCOMPARE(Heard(pDrop, QAccessible::Description), QString());
+}
+
+void tst_CSelFileWidget::ReadersHearWhetherFilesAreTicked()
+{
+    NEEDS_VOLUMES();
+    MakePage();
+    QVERIFY(TickFile());
+    QCOMPARE(Heard(Label("m_pCopyLab")), QStringLiteral("Files selected"));
+    QVERIFY(CPageTree::Tick(m_pSource->Path(QStringLiteral("docs/a.txt")), Qt::Unchecked));
+    m_pPage->SlotCheckFileSelected();
+    QCOMPARE(Heard(Label("m_pCopyLab")), QStringLiteral("No files selected"));
+}
+
+void tst_CSelFileWidget::ReadersPassOverDecoration()
+{
+    MakePage();
+    const QList<QLabel*> listLine = m_pPage->findChildren<QLabel*>(QStringLiteral("m_pLineLab"));
+    QCOMPARE(listLine.size(), 2);
+    for (QLabel* pLabel : listLine + QList<QLabel*>{Label("m_pUSBPicLab")}) {
+        QVERIFY(pLabel->isVisible());
+        QVERIFY(QAccessible::queryAccessibleInterface(pLabel)->state().invisible);
+    }
+    QVERIFY(!QAccessible::queryAccessibleInterface(Label("m_pCopyLab"))->state().invisible);
+}
 
 bool tst_CSelFileWidget::Activate() const
 {
