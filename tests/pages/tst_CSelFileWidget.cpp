@@ -1338,6 +1338,8 @@ void tst_CSelFileWidget::CopyThatIsDisabledGivesTheFocusToTheTree()
     NEEDS_VOLUMES();
     CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
+    QPushButton next(m_pHost.get()); // which the focus would go to by itself
+    next.show();
     QVERIFY(Activate());
     QVERIFY(TickFile());
     CopyBtn()->setFocus();

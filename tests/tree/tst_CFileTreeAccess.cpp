@@ -100,6 +100,7 @@ private slots:
     void closedFolderTakesItsRows();
     void removedRowsAreInvalid();
     void newRowInTheSamePlace();
+    void rowOfAShiftedIndexIsMadeAnew();
     void lentTreeHasNoRows();
     void viewGoesFirst();
 
@@ -591,6 +592,19 @@ void tst_CFileTreeAccess::newRowInTheSamePlace()
         m_pModel->LoadChild(At("a"));
         m_pView->expand(At("a"));
     }
+}
+
+void tst_CFileTreeAccess::rowOfAShiftedIndexIsMadeAnew()
+{
+    m_pTree->Write("a");
+    Open();
+    QCOMPARE(Tree()->child(0)->text(QAccessible::Name), m_pTree->Path());
+    // A new top-level entry is announced in front, though it comes last, and so
+    // leads every index that was kept astray.
+    m_pModel->Parse(m_pTree->Path("a"));
+    QCOMPARE(Tree()->child(0)->text(QAccessible::Name), m_pTree->Path());
+    QVERIFY(Tree()->child(0)->isValid());
+    QCOMPARE(Tree()->indexOfChild(Tree()->child(0)), 0);
 }
 
 void tst_CFileTreeAccess::lentTreeHasNoRows()
