@@ -2,6 +2,15 @@
 
 #include "tree/CDirListing.h"
 #include "tree/CDirNode.h"
+#include "tree/CListAhead.h"
+
+#include <utility>
+
+// "Volumes" too is left out here, so that a start-up volume, whose folder of
+// mount points leads to every other volume, does not show them all again.
+// As with the node's own listing, "Volumes2" and "devices" go with them.
+static constexpr std::initializer_list<QLatin1String> SKIPPED
+    = {QLatin1String("dev"), QLatin1String("home"), QLatin1String("Volumes")};
 
 CDirModel* CDirModel::s_pDirModel = nullptr;
 
@@ -130,8 +139,8 @@ void CDirModel::ChangeChildChkState(const QModelIndex& index, Qt::CheckState sta
     }
     const CDirNode* pNode = nodeFromIndex(index);
     for (int i = 0; i < pNode->m_listChild.size(); ++i) {
-        const QModelIndex child = this->index(i, 0, index);
         CDirNode* pChild = pNode->m_listChild.at(i);
+        const QModelIndex child = createIndex(i, 0, pChild);
         pChild->m_chkState = state;
         if (!pChild->m_listChild.isEmpty()) {
             ChangeChildChkState(child, state);
@@ -159,15 +168,15 @@ Qt::CheckState CDirModel::GetParentChkState(const QModelIndex& index)
 
 void CDirModel::LoadChild(const QModelIndex& index)
 {
-    CDirNode* pNode = nodeFromIndex(index);
-    if (!pNode || !pNode->m_listChild.isEmpty()) {
-        return;
+    const CDirNode* pNode = nodeFromIndex(index);
+    if (pNode && pNode->m_listChild.isEmpty()) {
+        AppendListing(index, CDirListing::List(*pNode, SKIPPED));
     }
-    // "Volumes" too is left out here, so that a start-up volume, whose folder of
-    // mount points leads to every other volume, does not show them all again.
-    // As with the node's own listing, "Volumes2" and "devices" go with them.
-    const STDirListing stListing
-        = CDirListing::List(*pNode, {QLatin1String("dev"), QLatin1String("home"), QLatin1String("Volumes")});
+}
+
+void CDirModel::AppendListing(const QModelIndex& index, const STDirListing& stListing)
+{
+    CDirNode* pNode = nodeFromIndex(index);
     pNode->m_nListError = stListing.m_nError;
     for (int i = 0; i < stListing.m_listEntry.size(); ++i) {
         auto* pChild = new CDirNode(stListing.m_listEntry.at(i), pNode);
@@ -183,8 +192,21 @@ void CDirModel::LoadChild(const QModelIndex& index)
 void CDirModel::LoadGrandChild(const QModelIndex& index)
 {
     LoadChild(index);
-    for (int i = 0; i < rowCount(index); ++i) {
-        LoadChild(this->index(i, 0, index));
+    // A file has no entries. Asking the disk for those of 100,000 files takes a
+    // second, and the user waits for it each time the folder is opened.
+    QVector<int> listRow;
+    QVector<const CDirNode*> listFolder;
+    const CDirNode* pNode = nodeFromIndex(index);
+    for (int i = 0; i < pNode->m_listChild.size(); ++i) {
+        const CDirNode* pChild = pNode->m_listChild.at(i);
+        if (pChild->m_bDir && pChild->m_listChild.isEmpty()) {
+            listRow.append(i);
+            listFolder.append(pChild);
+        }
+    }
+    CListAhead listAhead(listFolder, SKIPPED);
+    for (const int nRow : qAsConst(listRow)) {
+        AppendListing(this->index(nRow, 0, index), listAhead.Next());
     }
 }
 

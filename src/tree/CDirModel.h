@@ -5,6 +5,7 @@
 #include <QStringList>
 
 class CDirNode;
+struct STDirListing;
 
 /**
  * The model of the source tree: one column of names with an icon and a
@@ -63,7 +64,7 @@ public:
     /** Lists the folder of `index` unless it has children already. New entries are unchecked. */
     void LoadChild(const QModelIndex& index);
 
-    /** LoadChild for `index` and for each of its rows. */
+    /** LoadChild for `index` and for each of its rows that is a folder. */
     void LoadGrandChild(const QModelIndex& index);
 
     /** Drops what lies below each child of `index` and emits layoutChanged(). */
@@ -83,6 +84,8 @@ public slots:
     void SlotCollapsed(QModelIndex index);
 
 private:
+    void AppendListing(const QModelIndex& index, const STDirListing& stListing);
+
     QStringList m_listPath;
     CDirNode* m_pRoot;
     QFileSystemWatcher m_watcher;
