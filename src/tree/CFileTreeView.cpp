@@ -6,6 +6,7 @@
 
 #include <QAccessible>
 #include <QFocusEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
@@ -47,6 +48,16 @@ private:
     const QPixmap m_pixmap;
 };
 
+/** Shows that the program is busy, from its making to its end. */
+class CWaitCursor
+{
+public:
+    CWaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~CWaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    CWaitCursor(const CWaitCursor&) = delete;
+    CWaitCursor& operator=(const CWaitCursor&) = delete;
+};
+
 static void CollectExpanded(const QTreeView& view, const QModelIndex& parent,
                             QVector<QPersistentModelIndex>& listExpanded)
 {
@@ -73,6 +84,8 @@ CFileTreeView::CFileTreeView(QWidget* parent)
     InitView();
 }
 
+CFileTreeView::~CFileTreeView() = default;
+
 void CFileTreeView::InitData()
 {
     m_pDirModel = CDirModel::GetInstence();
@@ -81,7 +94,11 @@ void CFileTreeView::InitData()
 
 void CFileTreeView::InitConnect()
 {
+    // The model lists on this thread, and a large folder or a slow disk takes its
+    // time: the pointer says so. Slots are called in the order of their connection.
+    connect(this, &QTreeView::expanded, this, [this] { m_pWaitCursor = std::make_unique<CWaitCursor>(); });
     connect(this, &QTreeView::expanded, m_pDirModel, &CDirModel::SlotExpanded);
+    connect(this, &QTreeView::expanded, this, [this] { m_pWaitCursor.reset(); });
     connect(this, &QTreeView::collapsed, m_pDirModel, &CDirModel::SlotCollapsed);
     connect(
         this, &QTreeView::clicked, this, [this] { emit SignalItemClicked(); }, Qt::DirectConnection);
@@ -119,6 +136,7 @@ void CFileTreeView::Parse(QStringList roots)
     if (!m_listRoot.isEmpty()) {
         return;
     }
+    const CWaitCursor cursor;
     m_listRoot = roots;
     for (const QString& strPath : qAsConst(m_listRoot)) {
         m_pDirModel->Parse(strPath);

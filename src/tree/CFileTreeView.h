@@ -6,7 +6,10 @@
 #include <QTreeView>
 #include <QVector>
 
+#include <memory>
+
 class CDirModel;
+class CWaitCursor;
 
 /** The source tree on the selection page: one column without header over the one CDirModel. */
 class CFileTreeView : public QTreeView
@@ -15,6 +18,7 @@ class CFileTreeView : public QTreeView
 
 public:
     explicit CFileTreeView(QWidget* parent = nullptr);
+    ~CFileTreeView() override;
 
     /** Takes the one model and shows it. The constructor does so; doing it again changes nothing. */
     void InitData();
@@ -97,6 +101,7 @@ private:
 
     QStringList m_listRoot;
     CDirModel* m_pDirModel = nullptr;
+    std::unique_ptr<CWaitCursor> m_pWaitCursor; // while an opened folder is listed
 
     bool m_bKeysUsed = false; // the last input was a key
     bool m_bTicksToTell = false;

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -92,6 +93,11 @@ private slots:
     void parseWhileLentComesLater();
     void workerAndEventsTogether();
     void destroyedWhileLent();
+    void waitCursorWhileListing_data();
+    void waitCursorWhileListing();
+    void waitCursorWhileRootsAreListed();
+    void expandingLaysOutAsOftenForManyAsForFew();
+    void rowsHaveNoWidgets();
 
 private:
     /** The index of an entry below the test's own volume; "." is the volume. */
@@ -920,6 +926,106 @@ void tst_CFileTreeView::destroyedWhileLent()
     m_pView->LendNodes(true);
     m_pView.reset();
     QCOMPARE(m_pModel->rowCount(At("a")), 1);
+}
+
+/** The pointer's shape that stands above all others now; a plain arrow when there is none. */
+static Qt::CursorShape OverrideShape()
+{
+    const QCursor* pCursor = QGuiApplication::overrideCursor();
+    return pCursor ? pCursor->shape() : Qt::ArrowCursor;
+}
+
+void tst_CFileTreeView::waitCursorWhileListing_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("something to list") << "a";
+    QTest::newRow("nothing to list") << "files";
+}
+
+void tst_CFileTreeView::waitCursorWhileListing()
+{
+    m_pTree->Write("a/b/c");
+    m_pTree->Write("files/file");
+    Open();
+    QFETCH(QString, folder);
+    QList<Qt::CursorShape> listShape;
+    const auto fnNote = [&] { listShape += OverrideShape(); };
+    // An opened folder hands its tick down after the listing, whatever was listed.
+    connect(m_pModel, &CDirModel::rowsInserted, this, fnNote);
+    connect(m_pModel, &CDirModel::dataChanged, this, fnNote);
+    m_pView->expand(At(folder));
+    disconnect(m_pModel, nullptr, this, nullptr);
+    QVERIFY(!listShape.isEmpty());
+    QCOMPARE(listShape.count(Qt::WaitCursor), listShape.size());
+    QVERIFY(!QGuiApplication::overrideCursor());
+    m_pView->collapse(At(folder));
+    QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void tst_CFileTreeView::waitCursorWhileRootsAreListed()
+{
+    m_pTree->Write("a");
+    QList<Qt::CursorShape> listShape;
+    connect(m_pModel, &CDirModel::rowsInserted, this, [&] { listShape += OverrideShape(); });
+    m_pView->Parse({m_pTree->Path()});
+    disconnect(m_pModel, nullptr, this, nullptr);
+    QCOMPARE(listShape, QList<Qt::CursorShape>({Qt::WaitCursor, Qt::WaitCursor}));
+    QVERIFY(!QGuiApplication::overrideCursor());
+    m_pView->Parse({m_pTree->Path()});
+    QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void tst_CFileTreeView::expandingLaysOutAsOftenForManyAsForFew()
+{
+    class CCountingView : public CFileTreeView
+    {
+    public:
+        void doItemsLayout() override
+        {
+            ++m_nLayouts;
+            CFileTreeView::doItemsLayout();
+        }
+        int m_nLayouts = 0;
+    };
+    for (int i = 0; i < 500; ++i) {
+        m_pTree->Write(QStringLiteral("outer/many/folder %1/file").arg(i));
+    }
+    m_pTree->Write("outer/few/folder/file");
+    m_pView.reset();
+    auto pView = std::make_unique<CCountingView>();
+    pView->resize(500, 400);
+    pView->Parse({m_pTree->Path()});
+    pView->show();
+    QVERIFY(QTest::qWaitForWindowExposed(pView.get()));
+    pView->expand(At("."));
+    pView->expand(At("outer"));
+    QApplication::processEvents();
+    const auto fnLayouts = [&](const QString& strFolder) {
+        pView->m_nLayouts = 0;
+        pView->expand(At(strFolder));
+        QApplication::processEvents();
+        pView->grab();
+        return pView->m_nLayouts;
+    };
+    const int nFew = fnLayouts("outer/few");
+    QCOMPARE(fnLayouts("outer/many"), nFew);
+    QVERIFY2(nFew <= 1, qPrintable(QString::number(nFew)));
+    // Each of the folders was listed while its row was in view, and shows its arrow.
+    QVERIFY(pView->visualRect(At("outer/many/folder 0")).isValid());
+}
+
+void tst_CFileTreeView::rowsHaveNoWidgets()
+{
+    for (int i = 0; i < 200; ++i) {
+        m_pTree->Write(QStringLiteral("a/file %1").arg(i));
+    }
+    Open();
+    const int nBefore = m_pView->viewport()->findChildren<QObject*>().size();
+    m_pView->expand(At("a"));
+    QApplication::processEvents();
+    m_pView->grab();
+    QCOMPARE(m_pView->viewport()->findChildren<QObject*>().size(), nBefore);
+    QCOMPARE(nBefore, 0);
 }
 
 QTEST_MAIN(tst_CFileTreeView)
