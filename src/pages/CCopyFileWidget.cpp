@@ -14,8 +14,12 @@
 #include <QFileInfo>
 #include <QMovie>
 #include <QProcess>
+#include <QTimer>
 
 #include <utility>
+
+// Screens show 60 pictures a second.
+static const int FRAME_MS = 16;
 
 static const qint64 SECONDS_A_DAY = 86400;
 static const qint64 SECONDS_AN_HOUR = 3600;
@@ -48,6 +52,10 @@ void CCopyFileWidget::InitData()
     m_pCopyThread = new CCopyFileThread(this);
     m_pMovie = new QMovie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/copy.gif")), QByteArray(), this);
     m_pForm->m_pGifLab->setMovie(m_pMovie);
+    m_pFrameTimer = new QTimer(this);
+    m_pFrameTimer->setObjectName(QStringLiteral("m_pFrameTimer"));
+    m_pFrameTimer->setSingleShot(true);
+    m_pFrameTimer->setInterval(FRAME_MS);
 }
 
 void CCopyFileWidget::InitView()
@@ -77,6 +85,7 @@ void CCopyFileWidget::InitConnect()
     connect(m_pCopyThread, &CCopyFileThread::SignalRemainTime, this, &CCopyFileWidget::SlotCopyRemainTime);
     connect(m_pCopyThread, &CCopyFileThread::SignalCopyFinish, this, &CCopyFileWidget::SlotCopyFinish);
     connect(m_pCopyThread, &QThread::finished, this, &CCopyFileWidget::OnWorkerFinished);
+    connect(m_pFrameTimer, &QTimer::timeout, this, &CCopyFileWidget::LetPaint);
     connect(m_pForm->m_pCancelBtn, &QPushButton::clicked, this, &CCopyFileWidget::SlotCancelBtnClick);
 }
 
@@ -172,8 +181,32 @@ void CCopyFileWidget::SlotGetCopyInfo(const QString& strFileName, int nPercent)
     if (IsWorkerOfEarlierCopy()) {
         return;
     }
+    HoldPainting();
     m_pForm->m_pCopyTitleLab->setText(tr("Copying files to (%1): %2").arg(m_strUsbName, strFileName));
     m_pForm->m_pProgress->setValue(qBound(0, nPercent, 100));
+}
+
+// Thousands of small files a second are told one by one. The texts follow each of
+// them, but painting more of them than the screen can show would take half a
+// processor from the copy.
+void CCopyFileWidget::HoldPainting()
+{
+    if (m_pFrameTimer->isActive()) {
+        m_pForm->m_pCopyTitleLab->setUpdatesEnabled(false);
+        return;
+    }
+    m_pFrameTimer->start();
+}
+
+void CCopyFileWidget::LetPaint()
+{
+    if (m_pForm->m_pCopyTitleLab->updatesEnabled()) {
+        return;
+    }
+    m_pForm->m_pCopyTitleLab->setUpdatesEnabled(true);
+    // At once: a repaint that waits for its turn would be held back by the next file.
+    m_pForm->m_pCopyTitleLab->repaint();
+    m_pFrameTimer->start();
 }
 
 void CCopyFileWidget::SlotCopyRemainTime(qint64 nSeconds)

@@ -11,6 +11,7 @@
 class CCopyFileThread;
 class KvMessageBox;
 class QMovie;
+class QTimer;
 class Ui_CCopyFileWidget;
 
 /**
@@ -94,12 +95,15 @@ private:
     void StopByUser();
     void CloseQuestion();
     void ShowTime(const QString& strTime);
+    void HoldPainting();
+    void LetPaint();
     void CleanMountPoint() const;
 
     std::unique_ptr<Ui_CCopyFileWidget> m_pForm;
     CCopyFileThread* m_pCopyThread = nullptr;
     ENCopyStatus m_enStatus = COPY_STATUS_RUN;
     QMovie* m_pMovie = nullptr;
+    QTimer* m_pFrameTimer = nullptr; // runs for one picture of the screen after progress was painted
     QString m_strUsbName;
     bool m_bExtract = false; // the worker's last signal has nothing to report: the removal was reported
     KvMessageBox* m_pFinishBox = nullptr;

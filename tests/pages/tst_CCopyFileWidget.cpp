@@ -22,6 +22,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -64,6 +65,7 @@ private slots:
     void NamesAreText_data();
     void NamesAreText();
     void LongNameLeavesThePageAsItIs();
+    void FloodOfFilesIsPaintedNowAndThen();
 
     void NewCopyStartsFromTheBeginning();
     void CopyIsDoneAndTold();
@@ -349,6 +351,44 @@ void tst_CCopyFileWidget::LongNameLeavesThePageAsItIs()
     QVERIFY(pTitle->ShownText().startsWith(QStringLiteral("Copying files to")));
     QVERIFY(pTitle->ShownText().endsWith(QStringLiteral(".jpg")));
     QVERIFY(pTitle->ShownText().size() < pTitle->text().size());
+}
+
+void tst_CCopyFileWidget::FloodOfFilesIsPaintedNowAndThen()
+{
+    struct CPaintCount : QObject
+    {
+        bool eventFilter(QObject* pObject, QEvent* pEvent) override
+        {
+            if (pEvent->type() == QEvent::Paint) {
+                ++m_nPaints;
+                m_strPainted = static_cast<QLabel*>(pObject)->text();
+            }
+            return false;
+        }
+        int m_nPaints = 0;
+        QString m_strPainted;
+    } count;
+    QVERIFY(QTest::qWaitForWindowExposed(m_pPage.get()));
+    QLabel* pTitle = Label("m_pCopyTitleLab");
+    auto* pTimer = m_pPage->findChild<QTimer*>(QStringLiteral("m_pFrameTimer"));
+    QCOMPARE(pTimer->interval(), 16);
+    pTimer->setInterval(3600000); // the screen's next picture comes when the test says so
+    m_pPage->SlotGetCopyInfo(QStringLiteral("first"), 0);
+    QTRY_VERIFY(pTimer->isActive());
+    QCoreApplication::processEvents();
+    pTitle->installEventFilter(&count);
+    for (int i = 1; i <= 100; ++i) {
+        m_pPage->SlotGetCopyInfo(QString::number(i), i);
+        // What is told is true at once, painted or not.
+        QVERIFY(pTitle->text().endsWith(QStringLiteral(": ") + QString::number(i)));
+        QCOMPARE(Progress()->value(), i);
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(count.m_nPaints, 0);
+    pTimer->start(0);
+    QTRY_COMPARE(count.m_nPaints, 1);
+    QVERIFY(count.m_strPainted.endsWith(QStringLiteral(": 100")));
+    QVERIFY(pTitle->updatesEnabled());
 }
 
 // ---------------------------------------------------------------- a copy
