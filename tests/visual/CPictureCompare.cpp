@@ -87,7 +87,7 @@ static std::vector<float> Bell(double dSigma)
 
 static CPlane Softened(const CPlane& plane, const std::vector<float>& listWeight, int nStepX, int nStepY)
 {
-    const int nReach = int(listWeight.size()) / 2;
+    const int nReach = int(listWeight.size() / 2);
     CPlane planeSoft(plane.Width(), plane.Height());
     for (int nY = 0; nY < plane.Height(); ++nY) {
         for (int nX = 0; nX < plane.Width(); ++nX) {

@@ -1,0 +1,394 @@
+#include "visual/Looks.h"
+
+#include "app/CTarnwickMacPE.h"
+#include "kit/KvMessageBox.h"
+#include "pages/CCopyFileWidget.h"
+#include "pages/CSearchWaitView.h"
+#include "pages/CSelFileWidget.h"
+#include "translations/CTranslations.h"
+#include "tree/CFileTreeView.h"
+#include "visual/CLookStage.h"
+
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+
+#include <algorithm>
+#include <limits>
+
+static const QString LONG_NAME
+    = QStringLiteral("A stick with a very long name, longer than its place in the window");
+static const QString LONG_FILE
+    = QStringLiteral("Minutes of the meeting of the tenants of the house at the river, with all its annexes "
+                     "and the letters to the administration, third version.pdf");
+static const int ALL_BUTTONS = Style_Yes | Style_No | Style_Ok | Style_Cancel;
+
+using Scene = std::function<void(CLookStage&)>;
+
+// ---------------------------------------------------------------- selection page
+
+static void PlugIn(CLookStage& stage) { stage.AddStick(QStringLiteral("RESCUE"), 61035); }
+
+static void PlugInThree(CLookStage& stage)
+{
+    PlugIn(stage);
+    stage.AddStick(QStringLiteral("Backup 2026"), 488281);
+    stage.AddStick(LONG_NAME, 1907348);
+}
+
+/** Rows of all three states. */
+static void TickSome(CLookStage& stage)
+{
+    PlugIn(stage);
+    stage.Expand(QStringLiteral("Users/anna/Pictures"));
+    stage.Tick(QStringLiteral("Users/anna/Documents"));
+    stage.Tick(QStringLiteral("Users/anna/Pictures/IMG_0002.jpg"));
+}
+
+static void ShowLongNames(CLookStage& stage)
+{
+    stage.AddStick(LONG_NAME, 1907348);
+    stage.Expand(
+        QStringLiteral("Names/of a folder whose name is nearly as long as the names that are in it"));
+}
+
+static void ShowDeepFolder(CLookStage& stage)
+{
+    PlugIn(stage);
+    QString strPath = QStringLiteral("Deep");
+    for (int n = 1; n <= 24; ++n) {
+        strPath += QStringLiteral("/level %1").arg(n);
+        stage.Expand(strPath);
+    }
+    stage.Tree()->scrollTo(stage.Row(strPath), QAbstractItemView::PositionAtCenter);
+    stage.Tree()->horizontalScrollBar()->setValue(stage.Tree()->horizontalScrollBar()->maximum() / 2);
+}
+
+static QListWidget* OpenList(CLookStage& stage)
+{
+    PlugInThree(stage);
+    auto* pList = stage.SelectPage()->findChild<QListWidget*>();
+    stage.SelectPage()->SlotListWidgetItemClick(pList->item(1));
+    QTest::mouseClick(stage.Button("m_pDropBtn"), Qt::LeftButton);
+    return pList;
+}
+
+static void HoverOtherDisk(CLookStage& stage)
+{
+    QListWidget* pList = OpenList(stage);
+    CLookStage::Hover(pList->viewport(), pList->visualItemRect(pList->item(2)).center());
+}
+
+static void HoverRow(CLookStage& stage)
+{
+    TickSome(stage);
+    const QRect rect = stage.Tree()->visualRect(stage.Row(QStringLiteral("Users/anna/Music")));
+    CLookStage::Hover(stage.Tree()->viewport(), rect.center());
+}
+
+/** A row that was clicked on its name. */
+static void ChooseRow(CLookStage& stage)
+{
+    TickSome(stage);
+    const QRect rect = stage.Tree()->visualRect(stage.Row(QStringLiteral("Users/anna/Music")));
+    QTest::mouseClick(stage.Tree()->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+}
+
+static void LeaveChosenRow(CLookStage& stage)
+{
+    ChooseRow(stage);
+    stage.Button("toolBtn")->setFocus(Qt::TabFocusReason);
+}
+
+// ---------------------------------------------------------------- copy page
+
+static void ShowNewCopy(CLookStage& stage)
+{
+    PlugIn(stage);
+    stage.BeginCopy();
+}
+
+static void ShowHalfCopied(CLookStage& stage)
+{
+    ShowNewCopy(stage);
+    stage.CopyPage()->SlotGetCopyInfo(QStringLiteral("/Volumes/Macintosh HD/Users/anna/") + LONG_FILE, 42);
+    stage.CopyPage()->SlotCopyRemainTime(5025);
+}
+
+static void ShowWholeCopied(CLookStage& stage)
+{
+    ShowNewCopy(stage);
+    stage.CopyPage()->SlotGetCopyInfo(QStringLiteral("/Volumes/Macintosh HD/Users/anna/IMG_0002.jpg"), 100);
+    stage.CopyPage()->SlotCopyRemainTime(1);
+}
+
+// ---------------------------------------------------------------- dialogs
+
+static QImage SeenBox(QWidget* pBox) { return CLookStage::OnGround(pBox); }
+
+/** What the program asks or says when fnOpen is run, answered with the button of that text. */
+static STLook Asked(const char* pName, const std::function<void(CLookStage&)>& fnOpen, const char* pAnswer)
+{
+    return {QLatin1String(pName), [fnOpen, pAnswer] {
+                CLookStage stage;
+                return CLookStage::DuringModal([&] { fnOpen(stage); }, QLatin1String(pAnswer), SeenBox);
+            }};
+}
+
+static void RefuseReadOnlyDisk(CLookStage& stage)
+{
+    stage.AddStick(QStringLiteral("RESCUE"), 61035).MakeReadOnly();
+    stage.SelectPage()->SlotCopyBtnClick();
+}
+
+static void RefuseTooMuch(CLookStage& stage)
+{
+    PlugIn(stage);
+    stage.SelectPage()->ShowUsbNoEnoughDlg(std::numeric_limits<qint64>::max());
+}
+
+static QImage WithBox(int nMask, const std::function<void(KvMessageBox&)>& fnChange)
+{
+    KvMessageBox box(QStringLiteral("The disk has been looked through. What is to be done?"), nMask, nullptr);
+    box.setIcon(QStringLiteral(":/res/Tip/tips_error40.png"));
+    box.show();
+    if (!QTest::qWaitForWindowActive(&box)) {
+        return QImage();
+    }
+    fnChange(box);
+    return CLookStage::OnGround(&box);
+}
+
+static STLook Box(const QString& strName, int nMask, const std::function<void(KvMessageBox&)>& fnChange)
+{
+    return {strName, [nMask, fnChange] { return WithBox(nMask, fnChange); }};
+}
+
+/** The language's text for one of the program's; the text itself when it has none. */
+static QString InLanguage(const QString& strLanguage, const QString& strContext, const QString& strSource)
+{
+    for (const STEntry& entry : CTranslations::Entries(CTranslations::SourcePath(strLanguage))) {
+        if (entry.strContext == strContext && entry.strSource == strSource) {
+            return entry.strTranslation;
+        }
+    }
+    return strSource;
+}
+
+/** The language whose sentence for a source text is the longest of all sentences, and that text's entry. */
+static QPair<QString, STEntry> LongestText()
+{
+    QPair<QString, STEntry> longest;
+    for (const QString& strLanguage : CTranslations::Languages()) {
+        for (const STEntry& entry : CTranslations::Entries(CTranslations::SourcePath(strLanguage))) {
+            const bool bLonger = entry.strTranslation.size() > longest.second.strTranslation.size();
+            // With placeholders it is no text of a box.
+            if (bLonger && !entry.strTranslation.contains(QLatin1Char('%'))) {
+                longest = {strLanguage, entry};
+            }
+        }
+    }
+    return longest;
+}
+
+static QImage LongestBox()
+{
+    const auto longest = LongestText();
+    const auto fnButton = [&longest](const char* pText) {
+        return InLanguage(longest.first, QStringLiteral("KvMessageBox"), QLatin1String(pText));
+    };
+    KvMessageBox box(longest.second.strTranslation, Style_Yes | Style_Cancel, nullptr);
+    box.SetButtonText(fnButton("Yes"), QString(), QString(), fnButton("Cancel"));
+    box.show();
+    return QTest::qWaitForWindowActive(&box) ? CLookStage::OnGround(&box) : QImage();
+}
+
+static QImage WaitDialog(const QString& strText)
+{
+    CSearchWaitView dialog(nullptr);
+    dialog.SetText(strText, QString());
+    dialog.ChangeGifStatus(true);
+    dialog.show();
+    return QTest::qWaitForWindowActive(&dialog) ? CLookStage::OnGround(&dialog) : QImage();
+}
+
+// ---------------------------------------------------------------- keyboard focus
+
+/** What Tab reaches in a window, in its order. */
+static QList<QWidget*> TabStops(QWidget* pWindow)
+{
+    QList<QWidget*> listStop;
+    for (QWidget* pWidget = pWindow->nextInFocusChain(); pWidget != pWindow;
+         pWidget = pWidget->nextInFocusChain()) {
+        const bool bTaken = pWidget->isVisible() && pWidget->isEnabled() && pWidget->window() == pWindow
+            && !pWidget->focusProxy();
+        if (bTaken && (pWidget->focusPolicy() & Qt::TabFocus)) {
+            listStop.append(pWidget);
+        }
+    }
+    return listStop;
+}
+
+static void GiveFocus(QWidget* pWindow, int nStop)
+{
+    TabStops(pWindow).at(nStop)->setFocus(Qt::TabFocusReason);
+}
+
+/** A name for each stop: the text of a button, else its object name. */
+static QStringList StopNames(QWidget* pWindow, const QString& strBefore)
+{
+    QStringList listName;
+    for (const QWidget* pStop : TabStops(pWindow)) {
+        const auto* pButton = qobject_cast<const QPushButton*>(pStop);
+        const bool bText = pButton && !pButton->text().isEmpty();
+        listName.append(strBefore + (bText ? pButton->text() : pStop->objectName()));
+    }
+    return listName;
+}
+
+static QList<STLook> FocusLooks(const QString& strBefore, const Scene& fnScene)
+{
+    CLookStage stage;
+    fnScene(stage);
+    const QStringList listName = StopNames(stage.Window(), strBefore);
+    QList<STLook> listLook;
+    for (int nStop = 0; nStop < listName.size(); ++nStop) {
+        listLook.append({listName.at(nStop), [fnScene, nStop] {
+                             CLookStage stage;
+                             fnScene(stage);
+                             GiveFocus(stage.Window(), nStop);
+                             return stage.Picture(stage.Window()->focusWidget());
+                         }});
+    }
+    return listLook;
+}
+
+static QList<STLook> BoxFocusLooks()
+{
+    KvMessageBox box(QString(), ALL_BUTTONS, nullptr);
+    box.show();
+    const QStringList listName = StopNames(&box, QStringLiteral("box-focus-"));
+    QList<STLook> listLook;
+    for (int nStop = 0; nStop < listName.size(); ++nStop) {
+        listLook.append(
+            Box(listName.at(nStop), ALL_BUTTONS, [nStop](KvMessageBox& box) { GiveFocus(&box, nStop); }));
+    }
+    return listLook;
+}
+
+// ---------------------------------------------------------------- the list
+
+/** The whole window. */
+static STLook Whole(const char* pName, const Scene& fnScene)
+{
+    return {QLatin1String(pName), [fnScene] {
+                CLookStage stage;
+                fnScene(stage);
+                return stage.Picture();
+            }};
+}
+
+/** One part of the window and what is around it. */
+static STLook Part(const char* pName, const char* pPart, const Scene& fnScene)
+{
+    return {QLatin1String(pName), [fnScene, pPart] {
+                CLookStage stage;
+                fnScene(stage);
+                return stage.Picture(stage.Part(pPart));
+            }};
+}
+
+static QList<STLook> SelectLooks()
+{
+    return {
+        Whole("select-no-disk", [](CLookStage&) {}),
+        Whole("select-disk", PlugIn),
+        Whole("select-ticked", TickSome),
+        Whole("select-long-names", ShowLongNames),
+        Whole("select-deep-folder", ShowDeepFolder),
+        Whole("select-list-open", [](CLookStage& stage) { OpenList(stage); }),
+        Whole("select-counting",
+              [](CLookStage& stage) {
+                  TickSome(stage);
+                  stage.SelectPage()->SlotCopyBtnClick();
+              }),
+        Part("select-list-hover", "m_pUSBPicFrame", HoverOtherDisk),
+        Part("select-row-hover", "m_pTreeFrame", HoverRow),
+        Part("select-row-left", "m_pTreeFrame", LeaveChosenRow),
+        Part("select-copy-hover", "toolBtn",
+             [](CLookStage& stage) {
+                 TickSome(stage);
+                 CLookStage::Hover(stage.Button("toolBtn"));
+             }),
+        Part("select-copy-pressed", "toolBtn",
+             [](CLookStage& stage) {
+                 TickSome(stage);
+                 CLookStage::Hover(stage.Button("toolBtn"));
+                 stage.Button("toolBtn")->setDown(true);
+             }),
+        Part("select-list-button-hover", "m_pDropBtn",
+             [](CLookStage& stage) { CLookStage::Hover(stage.Button("m_pDropBtn")); }),
+        Part("select-refresh-hover", "RefreshLab",
+             [](CLookStage& stage) { CLookStage::Hover(stage.Part("RefreshLab")); }),
+        Part("title-close-hover", "m_pTitleWidget",
+             [](CLookStage& stage) { CLookStage::Hover(stage.Button("m_pCloseBtn")); }),
+    };
+}
+
+static QList<STLook> CopyLooks()
+{
+    return {
+        Whole("copy-begin", ShowNewCopy),
+        Whole("copy-half", ShowHalfCopied),
+        Whole("copy-whole", ShowWholeCopied),
+        Part("copy-cancel-hover", "toolBtn",
+             [](CLookStage& stage) {
+                 ShowHalfCopied(stage);
+                 CLookStage::Hover(stage.Button("toolBtn"));
+             }),
+    };
+}
+
+static QList<STLook> DialogLooks()
+{
+    const auto fnButton = [](KvMessageBox& box, const char* pName) {
+        return box.findChild<QPushButton*>(QLatin1String(pName));
+    };
+    return {
+        Asked(
+            "box-exit", [](CLookStage& stage) { stage.Window()->close(); }, "Cancel"),
+        Asked(
+            "box-cancel", [](CLookStage& stage) { stage.CopyPage()->SlotCancelBtnClick(); }, "Cancel"),
+        Asked(
+            "box-completed", [](CLookStage& stage) { stage.CopyPage()->SlotCopyFinish(); }, "OK"),
+        Asked(
+            "box-removed", [](CLookStage& stage) { stage.CopyPage()->USBExtract(); }, "OK"),
+        Asked("box-read-only", RefuseReadOnlyDisk, "OK"),
+        Asked("box-no-space", RefuseTooMuch, "OK"),
+        {QStringLiteral("box-longest-text"), LongestBox},
+        Box(QStringLiteral("box-no-button"), 0, [](KvMessageBox&) {}),
+        Box(QStringLiteral("box-all-buttons"), ALL_BUTTONS, [](KvMessageBox&) {}),
+        Box(QStringLiteral("box-close-hover"), ALL_BUTTONS,
+            [fnButton](KvMessageBox& box) { CLookStage::Hover(fnButton(box, "btnClose")); }),
+        Box(QStringLiteral("box-first-hover"), ALL_BUTTONS,
+            [fnButton](KvMessageBox& box) { CLookStage::Hover(fnButton(box, "toolBtn")); }),
+        Box(QStringLiteral("box-second-hover"), ALL_BUTTONS,
+            [fnButton](KvMessageBox& box) { CLookStage::Hover(fnButton(box, "toolBtnEx")); }),
+        Box(QStringLiteral("box-second-pressed"), ALL_BUTTONS,
+            [fnButton](KvMessageBox& box) { fnButton(box, "toolBtnEx")->setDown(true); }),
+        {QStringLiteral("wait-one-line"),
+         [] { return WaitDialog(QStringLiteral("Calculating files size...")); }},
+        {QStringLiteral("wait-two-lines"),
+         [] {
+             return WaitDialog(
+                 QStringLiteral("Calculating the size of the files that are ticked, this may take long"));
+         }},
+    };
+}
+
+QList<STLook> AllLooks()
+{
+    return SelectLooks() + FocusLooks(QStringLiteral("select-focus-"), ChooseRow) + CopyLooks()
+        + FocusLooks(QStringLiteral("copy-focus-"), ShowNewCopy) + DialogLooks() + BoxFocusLooks();
+}
