@@ -7,14 +7,16 @@
 #include <QPainter>
 
 // The mark of the focus, the same as the style sheet gives to the drop-down button.
-static const char FOCUS_TINT[] = "#fff2e7";
-static const int FOCUS_RADIUS = 3;
+static const char TINT[] = "#fff2e7";
+static const char FOCUS_RING[] = "#d95f00";
+static const int RADIUS = 3;
 
 CClickableLabel::CClickableLabel(QWidget* parent, Qt::WindowFlags)
     : QLabel(parent)
 {
     CClickableLabelAccess::Install();
     setAttribute(Qt::WA_MouseTracking);
+    setAttribute(Qt::WA_Hover);
 }
 
 // Neither handler calls QLabel's: that one leaves the press to the parent, and
@@ -48,13 +50,18 @@ void CClickableLabel::keyPressEvent(QKeyEvent* pEvent)
 void CClickableLabel::paintEvent(QPaintEvent* pEvent)
 {
     QLabel::paintEvent(pEvent);
-    if (!hasFocus()) {
+    if (!hasFocus() && !underMouse()) {
         return;
     }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setCompositionMode(QPainter::CompositionMode_Multiply);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(QLatin1String(FOCUS_TINT)));
-    painter.drawRoundedRect(rect(), FOCUS_RADIUS, FOCUS_RADIUS);
+    painter.setBrush(QColor(QLatin1String(TINT)));
+    painter.drawRoundedRect(rect(), RADIUS, RADIUS);
+    if (hasFocus()) {
+        painter.setPen(QColor(QLatin1String(FOCUS_RING)));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), RADIUS, RADIUS);
+    }
 }

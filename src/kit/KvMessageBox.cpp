@@ -19,6 +19,21 @@ static const int BOX_HEIGHT = 300;
 static const int ALL_BUTTONS = Style_Yes | Style_No | Style_Ok | Style_Cancel;
 static const int SPACING_OF_ALL_BUTTONS = 20;
 
+// Space on either side of the message, in pixels, that takes it no further line.
+// A last line of a single word would look like an accident.
+static int BalancedMargin(const QLabel& label, int nWidth)
+{
+    const int nHeight = label.heightForWidth(nWidth);
+    if (nHeight <= label.heightForWidth(QWIDGETSIZE_MAX)) {
+        return 0; // one line
+    }
+    int nTaken = qMax(label.minimumSizeHint().width(), nWidth / 2);
+    while (nTaken < nWidth && label.heightForWidth(nTaken) > nHeight) {
+        ++nTaken;
+    }
+    return (nWidth - nTaken) / 2;
+}
+
 static QFont SkinFont(CSkinMgr::FontStyle enStyle)
 {
     return CSkinMgr::GetFontStyle(enStyle, QStringLiteral("Avenir"));
@@ -135,7 +150,16 @@ void KvMessageBox::showEvent(QShowEvent* pEvent)
     if (!pEvent->spontaneous()) {
         m_nClickedBtn = 0;
     }
+    BalanceLines();
     KvStyleDialog::showEvent(pEvent);
+}
+
+void KvMessageBox::BalanceLines()
+{
+    m_pForm->label->setContentsMargins(0, 0, 0, 0);
+    layout()->activate();
+    const int nMargin = BalancedMargin(*m_pForm->label, m_pForm->label->width());
+    m_pForm->label->setContentsMargins(nMargin, 0, nMargin, 0);
 }
 
 void KvMessageBox::paintEvent(QPaintEvent* pEvent)

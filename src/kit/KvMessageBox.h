@@ -101,6 +101,7 @@ private:
     void InitConnect();
     void InitTabOrder();
     void ShowButtons();
+    void BalanceLines();
     void CloseWith(int nResult);
 
     QString m_strContent;

@@ -102,6 +102,8 @@ private slots:
     void titleButtons();
     void fonts();
     void windowIsFramelessAndFixed();
+    void linesAreOfNearlyOneLength_data();
+    void linesAreOfNearlyOneLength();
     void messageIsWrappedInHtml_data();
     void messageIsWrappedInHtml();
     void messageLabel();
@@ -274,6 +276,77 @@ void tst_KvMessageBox::windowIsFramelessAndFixed()
     QCOMPARE(box.minimumSize(), QSize(490, 300));
     QCOMPARE(box.maximumSize(), QSize(490, 300));
     QCOMPARE(box.parentWidget(), &parent);
+}
+
+void tst_KvMessageBox::linesAreOfNearlyOneLength_data()
+{
+    QTest::addColumn<QString>("strText");
+    QTest::addColumn<int>("nLines");
+    QTest::newRow("one line") << QStringLiteral("Copy file completed!") << 1;
+    QTest::newRow("one word too much")
+        << QStringLiteral("No enough space, please select other Hard Disk or USB flash drive.") << 2;
+    QTest::newRow("three lines") << QStringLiteral(
+        "Your drive may be damaged and Tarnwick can not write to this drive, please change "
+        "another one and retry. Your files are as they were.")
+                                 << 3;
+    QTest::newRow("one long word") << QString(30, QLatin1Char('W')) << 1;
+}
+
+/** The first and last dark column of each line of text in the picture. */
+static QList<QPair<int, int>> InkOfLines(const QImage& image)
+{
+    QList<QPair<int, int>> listLine;
+    bool bInLine = false;
+    for (int y = 0; y < image.height(); ++y) {
+        int nFirst = image.width();
+        int nLast = -1;
+        for (int x = 0; x < image.width(); ++x) {
+            if (qGray(image.pixel(x, y)) < 160) {
+                nFirst = qMin(nFirst, x);
+                nLast = x;
+            }
+        }
+        if (nLast >= 0 && !bInLine) {
+            listLine.append({nFirst, nLast});
+        } else if (nLast >= 0) {
+            listLine.last() = {qMin(listLine.last().first, nFirst), qMax(listLine.last().second, nLast)};
+        }
+        bInLine = nLast >= 0;
+    }
+    return listLine;
+}
+
+void tst_KvMessageBox::linesAreOfNearlyOneLength()
+{
+    QFETCH(QString, strText);
+    QFETCH(int, nLines);
+    CBox box(strText, Style_Ok);
+    QVERIFY(box.Activate());
+    const QRect place = box.PlaceOf(box.Message());
+    // The dots of letters such as "i" stand apart from the letters, the lines stand further apart.
+    const QList<QPair<int, int>> listLine
+        = InkOfLines(box.grab(place).toImage().scaled(place.width(), place.height() / 5));
+    QCOMPARE(listLine.size(), nLines);
+    int nShortest = place.width();
+    int nLongest = 0;
+    for (const QPair<int, int>& line : listLine) {
+        nShortest = qMin(nShortest, line.second - line.first);
+        nLongest = qMax(nLongest, line.second - line.first);
+        // In the middle, but for the blank at which the line was broken.
+        QVERIFY2(
+            qAbs(line.first + line.second - place.width()) <= 10,
+            qPrintable(
+                QStringLiteral("%1 to %2").arg(QString::number(line.first), QString::number(line.second))));
+        QVERIFY(line.first > 0 && line.second < place.width() - 1); // whole
+    }
+    QVERIFY2(
+        nShortest * 10 >= nLongest * 7,
+        qPrintable(QStringLiteral("%1 of %2").arg(QString::number(nShortest), QString::number(nLongest))));
+    // Balanced anew when it is shown again with another text.
+    box.hide();
+    box.SetTitle(QStringLiteral("short"));
+    box.show();
+    QCOMPARE(box.Message()->contentsMargins(), QMargins());
 }
 
 void tst_KvMessageBox::messageIsWrappedInHtml_data()

@@ -232,7 +232,10 @@ static QList<QWidget*> TabStops(QWidget* pWindow)
 
 static void GiveFocus(QWidget* pWindow, int nStop)
 {
-    TabStops(pWindow).at(nStop)->setFocus(Qt::TabFocusReason);
+    QWidget* pStop = TabStops(pWindow).at(nStop);
+    // The one that has it already is to get it by Tab all the same.
+    pStop->clearFocus();
+    pStop->setFocus(Qt::TabFocusReason);
 }
 
 /** A name for each stop: the text of a button, else its object name. */
