@@ -24,6 +24,7 @@ struct STScene
     QPointF ptShiftLine;
     bool bCloseButton = true;
     bool bLine = true;
+    bool bFaintLine = true;
     bool bIcon = true;
     bool bFocusFrame = false;
     bool bButtonEnabled = true;
@@ -90,6 +91,9 @@ static void PaintParts(QPainter& painter, const STScene& scene, bool bLarge)
     }
     if (scene.bLine) {
         painter.fillRect(QRectF(20, 30, 260, 1).translated(scene.ptShiftLine), QColor(224, 224, 224));
+    }
+    if (scene.bFaintLine) {
+        painter.fillRect(QRect(20, 95, 260, 1), QColor(238, 238, 238));
     }
     if (scene.bCloseButton) {
         painter.drawImage(QRectF(12, 10, 12, 12),
@@ -209,6 +213,7 @@ void tst_CPictureCompare::OtherThingDiffers_data()
     }
     EachScale("line moved by two", Changed([](STScene& s) { s.ptShiftLine = QPointF(0, 2); }));
     EachScale("line missing", Changed([](STScene& s) { s.bLine = false; }));
+    EachScale("faint line missing", Changed([](STScene& s) { s.bFaintLine = false; }));
     EachScale("close button missing", Changed([](STScene& s) { s.bCloseButton = false; }));
     EachScale("close button hovered",
               Changed([](STScene& s) { s.strCloseButton = QStringLiteral("exit_hover"); }));
@@ -266,17 +271,17 @@ void tst_CPictureCompare::CellsLieWhereTheDifferenceIs()
 void tst_CPictureCompare::DifferencesAtTheEdgesAreFound_data()
 {
     QTest::addColumn<QRect>("rectDot");
-    QTest::newRow("top left") << QRect(0, 0, 3, 3);
-    QTest::newRow("top right") << QRect(98, 0, 3, 3);
-    QTest::newRow("bottom left") << QRect(0, 79, 3, 3);
-    QTest::newRow("bottom right") << QRect(98, 79, 3, 3);
+    QTest::newRow("top left") << QRect(0, 0, 2, 2);
+    QTest::newRow("top right") << QRect(101, 0, 2, 2);
+    QTest::newRow("bottom left") << QRect(0, 85, 2, 2);
+    QTest::newRow("bottom right") << QRect(101, 85, 2, 2);
 }
 
 // No side of the picture is a multiple of a cell's.
 void tst_CPictureCompare::DifferencesAtTheEdgesAreFound()
 {
     QFETCH(QRect, rectDot);
-    QImage img(101, 82, QImage::Format_RGB32);
+    QImage img(103, 87, QImage::Format_RGB32);
     img.fill(Qt::white);
     QImage imgDot = img;
     QPainter(&imgDot).fillRect(rectDot, QColor(0x48, 0x48, 0x48));
