@@ -36,7 +36,7 @@ static const int LIST_HEIGHT = 180;
 
 // The open list covers the upper part of the disk's picture, so it needs an
 // edge below; its names stand under the name in the title line.
-static const char LIST_STYLE[] = "QListWidget { border-bottom: 1px solid #e0e0e0; }"
+static const char LIST_STYLE[] = "QListWidget { border-radius: 0px; border-bottom: 1px solid #e0e0e0; }"
                                  "QListWidget::item { border: 0px; padding: 0px 12px; }";
 
 static QFont SkinFont(CSkinMgr::FontStyle enStyle)
