@@ -29,6 +29,19 @@ STScale CStartUp::ChooseScale(int nWidth)
     return {};
 }
 
+STScale CStartUp::ApplyScale(int nWidth)
+{
+    const STScale scale = ChooseScale(nWidth);
+    if (scale.bHighDpiAttribute) {
+        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    }
+    if (!scale.baFactor.isEmpty()) {
+        qputenv("QT_SCALE_FACTOR", scale.baFactor);
+    }
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    return scale;
+}
+
 QString CStartUp::StyleSheetText(const QByteArray& baContent)
 {
     // Ends at the first zero byte by itself.
@@ -41,20 +54,6 @@ QPoint CStartUp::CentredPosition(const QSize& sizeDesktop, const QSize& sizeWind
         return ptNow;
     }
     return {(sizeDesktop.width() - sizeWindow.width()) / 2, (sizeDesktop.height() - sizeWindow.height()) / 2};
-}
-
-static void ApplyScale()
-{
-    // Never deleted: it is asked once, before there is an application to own it.
-    auto* pScreenPixel = new CGetScreenPixel;
-    const STScale scale = CStartUp::ChooseScale(pScreenPixel->GetScreen());
-    if (scale.bHighDpiAttribute) {
-        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
-    }
-    if (!scale.baFactor.isEmpty()) {
-        qputenv("QT_SCALE_FACTOR", scale.baFactor);
-    }
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
 }
 
 static void StartLog()
@@ -75,7 +74,9 @@ int CStartUp::Run(int& nArgc, char** ppArgv)
 {
     CFileNameCodec::Install();
     CMessageRelay::Install();
-    ApplyScale();
+    // Never deleted: it is asked once, before there is an application to own it.
+    auto* pScreenPixel = new CGetScreenPixel;
+    ApplyScale(pScreenPixel->GetScreen());
     QApplication application(nArgc, ppArgv);
     CFontFallback::Install();
     CCommandPath::Append();

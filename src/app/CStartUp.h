@@ -22,6 +22,9 @@ public:
     /** The scale for a main screen nWidth points wide; 0 stands for no screen. */
     static STScale ChooseScale(int nWidth);
 
+    /** Takes the scale for a main screen nWidth points wide; before there is an application object. */
+    static STScale ApplyScale(int nWidth);
+
     /** Style sheet text of the bytes in the bundle: Latin-1 up to the first zero byte. */
     static QString StyleSheetText(const QByteArray& baContent);
 

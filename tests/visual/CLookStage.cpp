@@ -47,15 +47,7 @@ STScale CLookStage::PrepareScale(int nWidth)
                               "QT_STYLE_OVERRIDE", "QT_QPA_PLATFORMTHEME"}) {
         qunsetenv(pName);
     }
-    STScale scale = CStartUp::ChooseScale(nWidth);
-    if (scale.bHighDpiAttribute) {
-        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
-    }
-    if (!scale.baFactor.isEmpty()) {
-        qputenv("QT_SCALE_FACTOR", scale.baFactor);
-    }
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
-    return scale;
+    return CStartUp::ApplyScale(nWidth);
 }
 
 void CLookStage::Prepare()
