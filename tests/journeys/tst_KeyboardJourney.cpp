@@ -143,6 +143,9 @@ QString tst_KeyboardJourney::FocusText() const
 /** Presses keys and waits until the focus is on what they lead to. */
 void tst_KeyboardJourney::PressTo(const QStringList& listKey, const QString& strRole, const QString& strName)
 {
+    if (QTest::currentTestFailed()) {
+        return; // an earlier step has, and no later one can do better
+    }
     CJourney::PressKeys(listKey);
     const QString strExpected = strRole + QStringLiteral(": ") + strName;
     QVERIFY2(CJourney::WaitFor([&] { return FocusText() == strExpected; }, 5000),
