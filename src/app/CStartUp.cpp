@@ -31,7 +31,7 @@ STScale CStartUp::ChooseScale(int nWidth)
 
 STScale CStartUp::ApplyScale(int nWidth)
 {
-    const STScale scale = ChooseScale(nWidth);
+    STScale scale = ChooseScale(nWidth);
     if (scale.bHighDpiAttribute) {
         QApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     }

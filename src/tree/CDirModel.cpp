@@ -9,7 +9,7 @@
 // "Volumes" too is left out here, so that a start-up volume, whose folder of
 // mount points leads to every other volume, does not show them all again.
 // As with the node's own listing, "Volumes2" and "devices" go with them.
-static constexpr std::initializer_list<QLatin1String> SKIPPED
+static const std::initializer_list<QLatin1String> SKIPPED
     = {QLatin1String("dev"), QLatin1String("home"), QLatin1String("Volumes")};
 
 CDirModel* CDirModel::s_pDirModel = nullptr;
