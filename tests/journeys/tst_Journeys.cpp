@@ -1,4 +1,5 @@
 #include "journeys/CJourney.h"
+#include "journeys/JourneyFiles.h"
 #include "support/CTreeCompare.h"
 #include "support/CVolume.h"
 
@@ -71,19 +72,6 @@ private:
     std::unique_ptr<CVolume> m_pLarge;
     std::unique_ptr<CJourney> m_pJourney;
 };
-
-static QString BuildPath(const QString& strRelative)
-{
-    return QFile::decodeName(qgetenv("TARNWICK_BUILD_DIR")) + QLatin1Char('/') + strRelative;
-}
-
-static void WriteFile(const QString& strPath, const QByteArray& baContent)
-{
-    QDir().mkpath(QFileInfo(strPath).path());
-    QFile file(strPath);
-    QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(baContent) == baContent.size(),
-             qPrintable(strPath));
-}
 
 void tst_Journeys::FillSource()
 {

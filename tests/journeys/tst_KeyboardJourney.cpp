@@ -1,5 +1,6 @@
 #include "journeys/CJourney.h"
 #include "journeys/CReader.h"
+#include "journeys/JourneyFiles.h"
 #include "support/CTreeCompare.h"
 #include "support/CVolume.h"
 
@@ -68,19 +69,6 @@ private:
     std::unique_ptr<CJourney> m_pJourney;
     STHeard m_stProgram;
 };
-
-static QString BuildPath(const QString& strRelative)
-{
-    return QFile::decodeName(qgetenv("TARNWICK_BUILD_DIR")) + QLatin1Char('/') + strRelative;
-}
-
-static void WriteFile(const QString& strPath, const QByteArray& baContent)
-{
-    QDir().mkpath(QFileInfo(strPath).path());
-    QFile file(strPath);
-    QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(baContent) == baContent.size(),
-             qPrintable(strPath));
-}
 
 void tst_KeyboardJourney::init()
 {

@@ -1,4 +1,5 @@
 #include "journeys/CJourney.h"
+#include "journeys/JourneyFiles.h"
 #include "support/CVolume.h"
 
 #include <QDir>
@@ -18,18 +19,9 @@ private slots:
     void WindowFollowsTheScreen();
 };
 
-static void WriteFile(const QString& strPath, const QByteArray& baContent)
-{
-    QDir().mkpath(QFileInfo(strPath).path());
-    QFile file(strPath);
-    QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(baContent) == baContent.size(),
-             qPrintable(strPath));
-}
-
 void tst_Scales::WindowFollowsTheScreen()
 {
     const double fRatio = qEnvironmentVariable("TARNWICK_EXPECTED_SCALE").toDouble();
-    const QString strBuild = QFile::decodeName(qgetenv("TARNWICK_BUILD_DIR"));
     const CVolume source(QStringLiteral("Macintosh HD"), QStringLiteral("/dev/nvme0n1p1"), 50);
     const CVolume stick(QStringLiteral("RESCUE"), QStringLiteral("/dev/sdb1"), 100);
     const CVolume other(QStringLiteral("A stick with a very long name, longer than its place in the window"),
@@ -44,8 +36,8 @@ void tst_Scales::WindowFollowsTheScreen()
     // Something has to stay unticked: of a volume that is ticked as a whole only the open levels are copied.
     WriteFile(source.Path(QStringLiteral("Applications/notes.txt")), "text");
 
-    CJourney journey(strBuild + QStringLiteral("/pictures/scale-") + QString::number(fRatio));
-    QVERIFY(journey.Start(strBuild + QStringLiteral("/bin/TarnwickMacPE")));
+    CJourney journey(BuildPath(QStringLiteral("pictures/scale-") + QString::number(fRatio)));
+    QVERIFY(journey.Start(BuildPath(QStringLiteral("bin/TarnwickMacPE"))));
     const QJsonObject objWindow = journey.Widget(QStringLiteral("CTarnwickMacPE"));
     QCOMPARE(objWindow.value(QStringLiteral("ratio")).toDouble(), fRatio);
     QCOMPARE(objWindow.value(QStringLiteral("w")).toInt(), qRound(1120 * fRatio));

@@ -1,4 +1,5 @@
 #include "journeys/CJourney.h"
+#include "journeys/JourneyFiles.h"
 #include "settings/PListSerializer.h"
 #include "support/CVolume.h"
 #include "translations/CTranslations.h"
@@ -46,11 +47,6 @@ private:
     std::unique_ptr<QTranslator> m_pTranslator;
     std::unique_ptr<CJourney> m_pJourney;
 };
-
-static QString BuildPath(const QString& strRelative)
-{
-    return QFile::decodeName(qgetenv("TARNWICK_BUILD_DIR")) + QLatin1Char('/') + strRelative;
-}
 
 static void Write(const QString& strPath, const QByteArray& baContent)
 {

@@ -1,20 +1,12 @@
-#include "support/CTempTree.h"
-#include "tree/CDirModel.h"
-#include "tree/CDirNode.h"
-#include "tree/CFileNameCodec.h"
 #include "tree/CFileRowAccess.h"
 #include "tree/CFileTreeAccess.h"
-#include "tree/CFileTreeView.h"
+#include "tree/CTreeBed.h"
 
 #include <QAccessible>
-#include <QApplication>
-#include <QFile>
 #include <QHeaderView>
 #include <QScrollBar>
-#include <QTest>
 
 #include <functional>
-#include <memory>
 
 namespace {
 
@@ -67,15 +59,15 @@ QStringList ToldExpanded()
 
 }
 
-/** The tree as a screen reader finds it. The model is one for the whole process. */
-class tst_CFileTreeAccess : public QObject
+/** The tree as a screen reader finds it. */
+class tst_CFileTreeAccess : public CTreeBed
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void init();
-    void cleanup();
+    void init() { Make(); }
+    void cleanup() { Clear(); }
 
     void treeIsATree();
     void treeIsMadeUnderAReader();
@@ -105,62 +97,18 @@ private slots:
     void viewGoesFirst();
 
 private:
-    QModelIndex At(const QString& strPath) const;
-    CDirNode* Node(const QString& strPath) const { return m_pModel->nodeFromIndex(At(strPath)); }
     QAccessibleInterface* Tree() const { return QAccessible::queryAccessibleInterface(m_pView.get()); }
     QAccessibleInterface* Row(const QString& strPath) const;
     QStringList Names() const;
     void Open();
     void Settle();
-
-    CDirModel* m_pModel = nullptr;
-    std::unique_ptr<CTempTree> m_pTree;
-    std::unique_ptr<CFileTreeView> m_pView;
 };
 
 void tst_CFileTreeAccess::initTestCase()
 {
-    CFileNameCodec::Install();
-    QFile file(":/res/TarnwickMacPE.qss");
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
-    m_pModel = CDirModel::GetInstence();
+    Prepare();
     QTRY_VERIFY2(QAccessible::isActive(), "there is no accessibility bus");
     QAccessible::installUpdateHandler(Note);
-}
-
-void tst_CFileTreeAccess::init()
-{
-    m_pTree = std::make_unique<CTempTree>();
-    m_pView = std::make_unique<CFileTreeView>();
-    m_pView->resize(500, 400);
-}
-
-void tst_CFileTreeAccess::cleanup()
-{
-    m_pView.reset();
-    for (int i = 0; i < m_pModel->rowCount(); ++i) {
-        m_pModel->setData(m_pModel->index(i, 0), Qt::Unchecked, Qt::CheckStateRole);
-        m_pModel->RemoveAllChild(m_pModel->index(i, 0));
-    }
-    m_pModel->GetRootNode()->RemoveAll();
-    m_pTree.reset();
-}
-
-/** An entry below the test's volume; "." is the volume. */
-QModelIndex tst_CFileTreeAccess::At(const QString& strPath) const
-{
-    QModelIndex index = m_pModel->index(m_pModel->rowCount() - 1, 0);
-    if (strPath == ".") {
-        return index;
-    }
-    for (const QString& strPart : strPath.split('/')) {
-        const QModelIndexList listFound
-            = m_pModel->match(m_pModel->index(0, 0, index), Qt::DisplayRole, strPart, 1,
-                              Qt::MatchExactly | Qt::MatchCaseSensitive);
-        index = listFound.value(0);
-    }
-    return index;
 }
 
 QAccessibleInterface* tst_CFileTreeAccess::Row(const QString& strPath) const

@@ -1,14 +1,8 @@
 #include "support/CLogCapture.h"
-#include "support/CTempTree.h"
 #include "tree/CDirDelegate.h"
-#include "tree/CDirModel.h"
-#include "tree/CDirNode.h"
-#include "tree/CFileNameCodec.h"
-#include "tree/CFileTreeView.h"
+#include "tree/CTreeBed.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -16,10 +10,8 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <atomic>
-#include <memory>
 #include <thread>
 
 // Right of the rows, as wide as what the frame leaves free on their left less its edge.
@@ -38,15 +30,14 @@ static bool HasInk(const QImage& image, const QRect& rect)
     return false;
 }
 
-/** The model is one for the whole process, so every test leaves it empty. */
-class tst_CFileTreeView : public QObject
+class tst_CFileTreeView : public CTreeBed
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase() { Prepare(); }
+    void init() { Make(); }
+    void cleanup() { Clear(); }
 
     void howItIsSetUp();
     void initDataAgain();
@@ -100,67 +91,11 @@ private slots:
     void rowsHaveNoWidgets();
 
 private:
-    /** The index of an entry below the test's own volume; "." is the volume. */
-    QModelIndex At(const QString& strPath) const;
-    CDirNode* Node(const QString& strPath) const { return m_pModel->nodeFromIndex(At(strPath)); }
     /** Clicks at `nX` pixels from the left edge of a row. */
     void Click(const QString& strPath, int nX);
     /** Shows the view with the test's volume opened. */
     void Open();
-
-    CDirModel* m_pModel = nullptr;
-    std::unique_ptr<CTempTree> m_pTree;
-    std::unique_ptr<CFileTreeView> m_pView;
 };
-
-void tst_CFileTreeView::initTestCase()
-{
-    CFileNameCodec::Install();
-    QFile file(":/res/TarnwickMacPE.qss");
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
-    m_pModel = CDirModel::GetInstence();
-}
-
-void tst_CFileTreeView::init()
-{
-    m_pTree = std::make_unique<CTempTree>();
-    m_pView = std::make_unique<CFileTreeView>();
-    m_pView->resize(500, 400);
-}
-
-void tst_CFileTreeView::cleanup()
-{
-    m_pView.reset();
-    for (int i = 0; i < m_pModel->rowCount(); ++i) {
-        m_pModel->setData(m_pModel->index(i, 0), Qt::Unchecked, Qt::CheckStateRole);
-        m_pModel->RemoveAllChild(m_pModel->index(i, 0));
-    }
-    // Without a view nobody holds an index of the top-level entries.
-    m_pModel->GetRootNode()->RemoveAll();
-    m_pTree.reset();
-}
-
-QModelIndex tst_CFileTreeView::At(const QString& strPath) const
-{
-    QModelIndex index = m_pModel->index(m_pModel->rowCount() - 1, 0);
-    if (strPath == ".") {
-        return index;
-    }
-    const QStringList listPart = strPath.split('/');
-    for (const QString& strPart : listPart) {
-        int nRow = 0;
-        while (m_pModel->index(nRow, 0, index).isValid()
-               && m_pModel->index(nRow, 0, index).data().toString() != strPart) {
-            ++nRow;
-        }
-        index = m_pModel->index(nRow, 0, index);
-        if (!index.isValid()) {
-            return index;
-        }
-    }
-    return index;
-}
 
 void tst_CFileTreeView::Click(const QString& strPath, int nX)
 {
