@@ -165,6 +165,7 @@ private slots:
     void ListMarksTheChosenDisk();
     void EitherClickOpensTheList_data();
     void EitherClickOpensTheList();
+    void ClickLeavesTheFocusWhereItIs();
     void ClickElsewhereClosesTheList_data();
     void ClickElsewhereClosesTheList();
     void ChoosingADiskLeavesPictureAndCopy();
@@ -1067,6 +1068,24 @@ void tst_CSelFileWidget::EitherClickOpensTheList()
     MakePage();
     QTest::mouseClick(m_pPage->findChild<QWidget*>(strName), Qt::LeftButton);
     QVERIFY(List()->isVisible());
+}
+
+void tst_CSelFileWidget::ClickLeavesTheFocusWhereItIs()
+{
+    NEEDS_VOLUMES();
+    const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
+    MakePage();
+    auto* pTree = m_pPage->findChild<QWidget*>(QStringLiteral("m_pFileTree"));
+    m_pPage->window()->activateWindow();
+    pTree->setFocus();
+    QTRY_VERIFY(pTree->hasFocus());
+    QTest::mouseClick(m_pPage->findChild<QWidget*>(QStringLiteral("m_pDropBtn")), Qt::LeftButton);
+    QVERIFY(List()->isVisible());
+    QTest::mouseClick(List()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      List()->visualItemRect(List()->item(0)).center());
+    QVERIFY(!List()->isVisible());
+    // A mark of the focus that nobody has moved by keys would only puzzle.
+    QTRY_VERIFY(pTree->hasFocus());
 }
 
 void tst_CSelFileWidget::ClickElsewhereClosesTheList_data()
