@@ -427,6 +427,9 @@ void CSelFileWidget::SlotShowListWidget()
     MarkChosenDisk();
     m_pListWidget->move(m_pForm->m_pUSBWidget->mapToGlobal(m_pForm->m_pUSBPicFrame->pos()) + QPoint(1, 0));
     m_pListWidget->show();
+    // The list takes the pointer from the button without telling it.
+    m_pForm->m_pDropBtn->setAttribute(Qt::WA_UnderMouse, false);
+    m_pForm->m_pDropBtn->update();
     // A popup gets the keys without the focus, but a screen reader follows the focus.
     m_pListWidget->setFocus(Qt::PopupFocusReason);
 }

@@ -1033,6 +1033,12 @@ void tst_CSelFileWidget::ListOpensOverItsAnchor()
     QCOMPARE(List()->pos(), pAnchor->mapToGlobal(QPoint(1, 0)));
     QCOMPARE(pAnchor->width(), List()->width() + 2);
     QVERIFY(pAnchor->height() >= List()->height());
+    // The pointer is the list's now: the button must not stay lit.
+    List()->hide();
+    auto* pDrop = m_pPage->findChild<QWidget*>(QStringLiteral("m_pDropBtn"));
+    pDrop->setAttribute(Qt::WA_UnderMouse);
+    m_pPage->SlotShowListWidget();
+    QVERIFY(!pDrop->underMouse());
 }
 
 void tst_CSelFileWidget::ListMarksTheChosenDisk()
