@@ -233,6 +233,8 @@ static QList<QWidget*> TabStops(QWidget* pWindow)
 static void GiveFocus(QWidget* pWindow, int nStop)
 {
     QWidget* pStop = TabStops(pWindow).at(nStop);
+    // As after a key of the user: some styles draw more then.
+    pWindow->setAttribute(Qt::WA_KeyboardFocusChange);
     // The one that has it already is to get it by Tab all the same.
     pStop->clearFocus();
     pStop->setFocus(Qt::TabFocusReason);
