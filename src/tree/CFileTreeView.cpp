@@ -101,7 +101,12 @@ void CFileTreeView::InitConnect()
     connect(this, &QTreeView::expanded, this, [this] { m_pWaitCursor.reset(); });
     connect(this, &QTreeView::collapsed, m_pDirModel, &CDirModel::SlotCollapsed);
     connect(
-        this, &QTreeView::clicked, this, [this] { emit SignalItemClicked(); }, Qt::DirectConnection);
+        this, &QTreeView::clicked, this,
+        [this](const QModelIndex& index) {
+            KeysGoOnFrom(index);
+            emit SignalItemClicked();
+        },
+        Qt::DirectConnection);
     const auto fnTell = [this](const QModelIndex& index) {
         const CFileTreeAccess* pAccess = QAccessible::isActive() ? CFileTreeAccess::Of(this) : nullptr;
         if (pAccess) {
@@ -245,15 +250,16 @@ void CFileTreeView::AttachModel()
 {
     delete selectionModel();
     ExchangeModel(m_pDirModel);
-    if (m_pSelection) {
-        delete selectionModel();
-        setSelectionModel(m_pSelection);
-    }
     {
-        // The folders were listed and ticked when the user opened them.
+        // The folders were listed and ticked when the user opened them. They are
+        // open before the current row is back: the view would open those above it.
         const QSignalBlocker blocker(this);
         for (const QPersistentModelIndex& index : qAsConst(m_listExpanded)) {
             setExpanded(index, true);
+        }
+        if (m_pSelection) {
+            delete selectionModel();
+            setSelectionModel(m_pSelection);
         }
     }
     m_listExpanded.clear();
@@ -332,6 +338,16 @@ bool CFileTreeView::viewportEvent(QEvent* pEvent)
         MarkCurrentRow(false);
     }
     return QTreeView::viewportEvent(pEvent);
+}
+
+// A click on a box selects nothing, but whoever takes to the keys after it expects
+// them to go on from there. The row stays where it is under the pointer.
+void CFileTreeView::KeysGoOnFrom(const QModelIndex& index)
+{
+    const bool bScrolls = hasAutoScroll();
+    setAutoScroll(false);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    setAutoScroll(bScrolls);
 }
 
 // Who works with the mouse is not to wonder at a mark on a row that was not clicked.

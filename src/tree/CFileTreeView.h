@@ -98,6 +98,7 @@ private:
     void AttachModel();
     void ExchangeModel(QAbstractItemModel* pModel);
     void MarkCurrentRow(bool bMark);
+    void KeysGoOnFrom(const QModelIndex& index);
 
     QStringList m_listRoot;
     CDirModel* m_pDirModel = nullptr;

@@ -59,6 +59,7 @@ private slots:
     void pressOnTheNameSelects();
     void doubleClickOnTheBox();
     void everyClickIsTold();
+    void keysGoOnFromTheTickedRow();
     void spaceTicks_data();
     void spaceTicks();
     void spaceWithoutARow();
@@ -382,6 +383,29 @@ void tst_CFileTreeView::everyClickIsTold()
     QTest::mouseClick(m_pView->viewport(), Qt::LeftButton, Qt::NoModifier,
                       m_pView->viewport()->rect().bottomLeft());
     QCOMPARE(spy.count(), 2);
+}
+
+void tst_CFileTreeView::keysGoOnFromTheTickedRow()
+{
+    for (int i = 10; i < 40; ++i) {
+        m_pTree->Write(QStringLiteral("%1").arg(i));
+    }
+    Open();
+    // A row of which only a part is in sight stays where it is.
+    const int nRows = m_pView->viewport()->height() / 30;
+    const QString strLast = QString::number(10 + nRows - 1);
+    QVERIFY(m_pView->visualRect(At(strLast)).bottom() > m_pView->viewport()->height());
+    const int nScroll = m_pView->verticalScrollBar()->value();
+    QTest::mouseClick(m_pView->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      m_pView->visualRect(At(strLast)).topLeft() + QPoint(7, 3));
+    QCOMPARE(Node(strLast)->m_chkState, 2);
+    QCOMPARE(m_pView->verticalScrollBar()->value(), nScroll);
+    QVERIFY(m_pView->selectionModel()->selectedIndexes().isEmpty());
+    QTest::keyClick(m_pView.get(), Qt::Key_Up);
+    QTest::keyClick(m_pView.get(), Qt::Key_Space);
+    QCOMPARE(Node(QString::number(10 + nRows - 2))->m_chkState, 2);
+    // Afterwards the view scrolls along with the keys again.
+    QVERIFY(m_pView->hasAutoScroll());
 }
 
 void tst_CFileTreeView::spaceTicks_data()
