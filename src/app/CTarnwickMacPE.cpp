@@ -5,6 +5,7 @@
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
+#include "kit/SkinFont.h"
 #include "settings/CLanguageSetting.h"
 #include "ui_CTarnwickMacPE.h"
 
@@ -63,7 +64,7 @@ void CTarnwickMacPE::InitView()
     m_pUi->m_pTitleWidget->setBackgroundImage(QStringLiteral(":/res/Title/bg40.png"));
     m_pUi->m_pTitleWidget->setEnabledMouseDrag(this, QPoint(0, 0), true);
     m_pUi->m_pLogoLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Title/tarnwick_logo_34.png")));
-    m_pUi->m_pTitleLab->setFont(CSkinMgr::GetFontStyle(CSkinMgr::FONT_STYLE_PX_16, QStringLiteral("Avenir")));
+    m_pUi->m_pTitleLab->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_16));
     m_pUi->m_pTitleLab->setStyleSheet(CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_72));
     m_pUi->m_pTitleLab->setText(tr("Kelvane Tarnwick"));
     // The window's title is for tools; people know the program by this name.

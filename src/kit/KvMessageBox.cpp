@@ -1,8 +1,8 @@
 #include "kit/KvMessageBox.h"
 
 #include "kit/CDecorationAccess.h"
-#include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
+#include "kit/SkinFont.h"
 #include "ui_KvMessageBox.h"
 
 #include <QApplication>
@@ -32,11 +32,6 @@ static int BalancedMargin(const QLabel& label, int nWidth)
         ++nTaken;
     }
     return (nWidth - nTaken) / 2;
-}
-
-static QFont SkinFont(CSkinMgr::FontStyle enStyle)
-{
-    return CSkinMgr::GetFontStyle(enStyle, QStringLiteral("Avenir"));
 }
 
 KvMessageBox::KvMessageBox(const QString& strContent, int nStyle, QWidget* parent)

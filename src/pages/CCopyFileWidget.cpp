@@ -7,6 +7,7 @@
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
+#include "kit/SkinFont.h"
 #include "log/CLogTarnwick.h"
 #include "tree/CDirModel.h"
 #include "ui_CCopyFileWidget.h"
@@ -24,11 +25,6 @@ static const int FRAME_MS = 16;
 static const qint64 SECONDS_A_DAY = 86400;
 static const qint64 SECONDS_AN_HOUR = 3600;
 static const qint64 SECONDS_A_MINUTE = 60;
-
-static QFont SkinFont(CSkinMgr::FontStyle enStyle)
-{
-    return CSkinMgr::GetFontStyle(enStyle, QStringLiteral("Avenir"));
-}
 
 CCopyFileWidget::CCopyFileWidget(QWidget* parent)
     : QWidget(parent)

@@ -1,6 +1,7 @@
 #include "pages/CEmptyHint.h"
 
 #include "kit/CSkinMgr.h"
+#include "kit/SkinFont.h"
 
 #include <QAbstractItemView>
 #include <QEvent>
@@ -11,7 +12,7 @@ CEmptyHint::CEmptyHint(const QString& strText, QAbstractItemView* pView)
     : QLabel(strText, pView->viewport())
     , m_pView(pView)
 {
-    setFont(CSkinMgr::GetFontStyle(CSkinMgr::FONT_STYLE_PX_13, QStringLiteral("Avenir")));
+    setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
     setStyleSheet(CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);

@@ -1,8 +1,8 @@
 #include "pages/CSearchWaitView.h"
 
 #include "kit/CDecorationAccess.h"
-#include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
+#include "kit/SkinFont.h"
 #include "ui_CSearchWaitView.h"
 
 #include <QMovie>
@@ -48,7 +48,7 @@ void CSearchWaitView::ChangeGifStatus(bool bStart)
 
 void CSearchWaitView::InitView()
 {
-    const QFont font = CSkinMgr::GetFontStyle(CSkinMgr::FONT_STYLE_PX_14, QStringLiteral("Avenir"));
+    const QFont font = SkinFont(CSkinMgr::FONT_STYLE_PX_14);
     m_pForm->label_text->setFont(font);
     m_pForm->label_title->setFont(font);
     m_pForm->frame_title->hide();

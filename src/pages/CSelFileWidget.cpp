@@ -6,6 +6,7 @@
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
+#include "kit/SkinFont.h"
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
 #include "pages/CDropDownAccess.h"
@@ -38,11 +39,6 @@ static const int LIST_HEIGHT = 180;
 // edge below; its names stand under the name in the title line.
 static const char LIST_STYLE[] = "QListWidget { border-radius: 0px; border-bottom: 1px solid #e0e0e0; }"
                                  "QListWidget::item { border: 0px; padding: 0px 12px; }";
-
-static QFont SkinFont(CSkinMgr::FontStyle enStyle)
-{
-    return CSkinMgr::GetFontStyle(enStyle, QStringLiteral("Avenir"));
-}
 
 // The bytes that a user without special rights can still write. The file
 // system's own count of free blocks can be larger, and a copy that was admitted
