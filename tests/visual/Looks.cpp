@@ -6,11 +6,14 @@
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileWidget.h"
 #include "translations/CTranslations.h"
+#include "tree/CDirModel.h"
+#include "tree/CDirNode.h"
 #include "tree/CFileTreeView.h"
 #include "visual/CLookStage.h"
 
 #include <QListWidget>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QTest>
 
@@ -72,6 +75,17 @@ static QListWidget* OpenList(CLookStage& stage)
     stage.SelectPage()->SlotListWidgetItemClick(pList->item(1));
     QTest::mouseClick(stage.Button("m_pDropBtn"), Qt::LeftButton);
     return pList;
+}
+
+/** No volume to copy from, as when only sticks are plugged in. */
+static void TakeVolumesAway(CLookStage& stage)
+{
+    PlugIn(stage);
+    CDirModel::GetInstence()->GetRootNode()->RemoveAll();
+    stage.Tree()->reset();
+    // What tells the hint to look again.
+    QResizeEvent event(stage.Tree()->viewport()->size(), QSize());
+    QCoreApplication::sendEvent(stage.Tree()->viewport(), &event);
 }
 
 static void HoverOtherDisk(CLookStage& stage)
@@ -313,6 +327,9 @@ static QList<STLook> SelectLooks()
         Whole("select-long-names", ShowLongNames),
         Whole("select-deep-folder", ShowDeepFolder),
         Whole("select-list-open", [](CLookStage& stage) { OpenList(stage); }),
+        Whole("select-list-empty",
+              [](CLookStage& stage) { QTest::mouseClick(stage.Button("m_pDropBtn"), Qt::LeftButton); }),
+        Whole("select-no-volume", TakeVolumesAway),
         Whole("select-counting",
               [](CLookStage& stage) {
                   TickSome(stage);
