@@ -90,8 +90,10 @@
         <translation>未找到可从中拷贝文件的磁盘。</translation>
     </message>
     <message>
-        <source>No USB disk was found. Connect one, and it appears here.</source>
-        <translation>未找到 USB 磁盘。连接后会显示在此处。</translation>
+        <source>No USB disk was found.
+Connect one, and it appears here.</source>
+        <translation>未找到 USB 磁盘。
+连接后会显示在此处。</translation>
     </message>
     <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>

@@ -90,8 +90,10 @@
         <translation>找不到可供拷貝檔案的磁碟。</translation>
     </message>
     <message>
-        <source>No USB disk was found. Connect one, and it appears here.</source>
-        <translation>找不到 USB 磁碟。連接後會顯示在這裡。</translation>
+        <source>No USB disk was found.
+Connect one, and it appears here.</source>
+        <translation>找不到 USB 磁碟。
+連接後會顯示在這裡。</translation>
     </message>
     <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>

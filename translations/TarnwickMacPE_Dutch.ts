@@ -90,8 +90,10 @@
         <translation>Er is geen schijf gevonden waarvan bestanden kunnen worden gekopieerd.</translation>
     </message>
     <message>
-        <source>No USB disk was found. Connect one, and it appears here.</source>
-        <translation>Geen USB-schijf gevonden. Sluit er een aan, dan verschijnt die hier.</translation>
+        <source>No USB disk was found.
+Connect one, and it appears here.</source>
+        <translation>Geen USB-schijf gevonden.
+Sluit er een aan, dan verschijnt die hier.</translation>
     </message>
     <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>

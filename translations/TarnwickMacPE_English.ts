@@ -90,8 +90,10 @@
         <translation>No disk to copy files from was found.</translation>
     </message>
     <message>
-        <source>No USB disk was found. Connect one, and it appears here.</source>
-        <translation>No USB disk was found. Connect one, and it appears here.</translation>
+        <source>No USB disk was found.
+Connect one, and it appears here.</source>
+        <translation>No USB disk was found.
+Connect one, and it appears here.</translation>
     </message>
     <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>

@@ -90,8 +90,10 @@
         <translation>Aucun disque à partir duquel copier des fichiers n’a été trouvé.</translation>
     </message>
     <message>
-        <source>No USB disk was found. Connect one, and it appears here.</source>
-        <translation>Aucun disque USB trouvé. Connectez-en un et il apparaîtra ici.</translation>
+        <source>No USB disk was found.
+Connect one, and it appears here.</source>
+        <translation>Aucun disque USB trouvé.
+Connectez-en un et il apparaîtra ici.</translation>
     </message>
     <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>

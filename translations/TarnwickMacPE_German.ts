@@ -90,8 +90,10 @@
         <translation>Es wurde kein Laufwerk gefunden, von dem Dateien kopiert werden können.</translation>
     </message>
     <message>
-        <source>No USB disk was found. Connect one, and it appears here.</source>
-        <translation>Kein USB-Laufwerk gefunden. Schließen Sie eines an, dann erscheint es hier.</translation>
+        <source>No USB disk was found.
+Connect one, and it appears here.</source>
+        <translation>Kein USB-Laufwerk gefunden.
+Schließen Sie eines an, dann erscheint es hier.</translation>
     </message>
     <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>

@@ -90,8 +90,10 @@
         <translation>Non è stato trovato alcun disco da cui copiare i file.</translation>
     </message>
     <message>
-        <source>No USB disk was found. Connect one, and it appears here.</source>
-        <translation>Nessun disco USB trovato. Collegane uno e apparirà qui.</translation>
+        <source>No USB disk was found.
+Connect one, and it appears here.</source>
+        <translation>Nessun disco USB trovato.
+Collegane uno e apparirà qui.</translation>
     </message>
     <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>

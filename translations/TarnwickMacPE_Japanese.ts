@@ -90,8 +90,10 @@
         <translation>コピー元のディスクが見つかりませんでした。</translation>
     </message>
     <message>
-        <source>No USB disk was found. Connect one, and it appears here.</source>
-        <translation>USBディスクが見つかりません。接続すると、ここに表示されます。</translation>
+        <source>No USB disk was found.
+Connect one, and it appears here.</source>
+        <translation>USBディスクが見つかりません。
+接続すると、ここに表示されます。</translation>
     </message>
     <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>

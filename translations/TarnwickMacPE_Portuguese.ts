@@ -90,8 +90,10 @@
         <translation>Nenhum disco do qual copiar arquivos foi encontrado.</translation>
     </message>
     <message>
-        <source>No USB disk was found. Connect one, and it appears here.</source>
-        <translation>Nenhum disco USB encontrado. Conecte um e ele aparecerá aqui.</translation>
+        <source>No USB disk was found.
+Connect one, and it appears here.</source>
+        <translation>Nenhum disco USB encontrado.
+Conecte um e ele aparecerá aqui.</translation>
     </message>
     <message>
         <source>&lt;span style=&quot;color:#ff7e17;&quot;&gt;%1GB&lt;/span&gt; Available, &lt;span style=&quot;color:#ff7e17;&quot;&gt;%2GB&lt;/span&gt; Total</source>

@@ -132,7 +132,7 @@ void CSelFileWidget::InitTexts()
     m_pForm->m_pCopyBtn->setText(tr("Copy"));
     m_pForm->m_pCopyBtn->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13_BOLD));
     new CEmptyHint(tr("No disk to copy files from was found."), m_pForm->m_pFileTree);
-    new CEmptyHint(tr("No USB disk was found. Connect one, and it appears here."), m_pListWidget);
+    new CEmptyHint(tr("No USB disk was found.\nConnect one, and it appears here."), m_pListWidget);
 }
 
 // A prompt as the name of what it stands at.

@@ -145,8 +145,9 @@ static QStringList MistakesInText(const STEntry& entry)
     if (strSource.endsWith(QLatin1Char(':')) != bColon) {
         listMistake.append(QStringLiteral("has lost its colon"));
     }
-    if (strText.contains(QLatin1Char('\n')) || strText.contains(QLatin1Char('\t'))) {
-        listMistake.append(QStringLiteral("has a line break or a tab"));
+    const bool bOtherLines = strText.count(QLatin1Char('\n')) != strSource.count(QLatin1Char('\n'));
+    if (bOtherLines || strText.contains(QLatin1Char('\t'))) {
+        listMistake.append(QStringLiteral("has other line breaks or a tab"));
     }
     return listMistake;
 }

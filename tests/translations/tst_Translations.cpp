@@ -156,7 +156,9 @@ void tst_Translations::checkFindsTheMistake_data()
     row("word that is the same", "Logo", "Logo", "");
     row("colon lost", "Select:", "Auswahl", "has lost its colon");
     row("wide colon", "Select:", "选择：", "", "Chinese");
-    row("line break", "Copy", "Ko\npieren", "has a line break or a tab");
+    row("line break", "Copy", "Ko\npieren", "has other line breaks or a tab");
+    row("lost line break", "No disk.\nConnect one.", "Kein Laufwerk. Eines anschlie\u00dfen.",
+        "has other line breaks or a tab");
     row("folder piece, one blank lost", " at ", " um", "has lost its blanks");
     row("folder piece, blank of another kind", " at ", "\u00a0um ", "has lost its blanks");
     row("folder piece, two blanks", " at ", "  um ", "has lost its blanks");

@@ -65,7 +65,7 @@ static const struct
     {"CSelFileWidget", "Select Destination Disk:", LABEL},
     {"CSelFileWidget", "Copy", BUTTON},
     {"CSelFileWidget", "No disk to copy files from was found.", LABEL},
-    {"CSelFileWidget", "No USB disk was found. Connect one, and it appears here.", HINT},
+    {"CSelFileWidget", "No USB disk was found.\nConnect one, and it appears here.", HINT},
     {"CSelFileWidget", "Refresh List of Disks", SPOKEN},
     {"CSelFileWidget", "Files selected", SPOKEN},
     {"CSelFileWidget", "No files selected", SPOKEN},
@@ -350,7 +350,7 @@ void tst_TranslationsFit::everyLetterHasAFace()
     const QFontMetrics metrics(QFont(QStringLiteral("Avenir")));
     for (const STEntry& entry : CTranslations::Entries(CTranslations::SourcePath(m_strLanguage))) {
         for (const uint nLetter : entry.strTranslation.toUcs4()) {
-            QVERIFY2(metrics.inFontUcs4(nLetter), qPrintable(entry.strTranslation));
+            QVERIFY2(nLetter == '\n' || metrics.inFontUcs4(nLetter), qPrintable(entry.strTranslation));
         }
     }
 }
