@@ -5,14 +5,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainterPath>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QShowEvent>
-
-// What KvStyleShadow leaves for the shadow around its panel, and the panel's corners.
-static const int SHADOW_WIDTH = 4;
-static const qreal PANEL_RADIUS = 4.0;
 
 KvStyleDialog::KvStyleDialog(QWidget* parent)
     : QDialog(parent)
@@ -56,10 +51,7 @@ void KvStyleDialog::ClipToPanel()
         clearMask();
         return;
     }
-    QPainterPath path;
-    const int nEdge = SHADOW_WIDTH;
-    path.addRoundedRect(rect().adjusted(nEdge, nEdge, -nEdge, -nEdge), PANEL_RADIUS, PANEL_RADIUS);
-    setMask(QRegion(path.toFillPolygon().toPolygon()));
+    setMask(QRegion(KvStyleShadow::Panel(size()).toFillPolygon().toPolygon()));
 }
 
 void KvStyleDialog::paintEvent(QPaintEvent* pEvent)

@@ -2,7 +2,6 @@
 
 #include <QBrush>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPen>
 #include <QWidget>
 
@@ -13,11 +12,11 @@ static const qreal MARGIN = 4.0;
 static const qreal RADIUS = 4.0;
 
 // The outline of the panel, grown by some pixels on every side.
-static QPainterPath Outline(const QWidget& widget, int nGrowth)
+static QPainterPath Outline(const QSize& size, int nGrowth)
 {
     const qreal lfTopLeft = MARGIN - nGrowth;
-    const qreal lfWidth = widget.width() - 2 * MARGIN + 2 * nGrowth;
-    const qreal lfHeight = widget.height() - 2 * MARGIN + 2 * nGrowth;
+    const qreal lfWidth = size.width() - 2 * MARGIN + 2 * nGrowth;
+    const qreal lfHeight = size.height() - 2 * MARGIN + 2 * nGrowth;
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
     path.addRoundedRect(lfTopLeft, lfTopLeft, lfWidth, lfHeight, RADIUS, RADIUS);
@@ -38,8 +37,10 @@ void KvStyleShadow::Paint(QWidget* pWidget)
     }
     QPainter painter(pWidget);
     painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.fillPath(Outline(*pWidget, 0), QBrush(Qt::white));
+    painter.fillPath(Panel(pWidget->size()), QBrush(Qt::white));
     for (int nRing = 0; nRing < RING_COUNT; ++nRing) {
-        painter.strokePath(Outline(*pWidget, nRing), QPen(RingColor(nRing)));
+        painter.strokePath(Outline(pWidget->size(), nRing), QPen(RingColor(nRing)));
     }
 }
+
+QPainterPath KvStyleShadow::Panel(const QSize& size) { return Outline(size, 0); }

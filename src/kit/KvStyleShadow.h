@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QPainterPath>
+#include <QSize>
+
 class QWidget;
 
 /** Draws the white rounded panel with a soft grey shadow that all dialogs of the program wear. */
@@ -16,4 +19,7 @@ public:
      * a translucent background. A null or empty widget is left alone.
      */
     void Paint(QWidget* pWidget);
+
+    /** Outline of the white panel in a widget of that size, in pixels. Any thread. */
+    static QPainterPath Panel(const QSize& size);
 };

@@ -19,7 +19,6 @@ static const int ICON_GAP = 6;
 static const int TEXT_GAP = 31;
 // The part of a row, from its left edge, on which a press ticks.
 static const int CLICK_WIDTH = 16;
-static const int LEAST_WIDTH = 450;
 
 /** Where the box and the icon begin: in the middle of rows that are higher than the box. */
 static int VerticalOffset(int nBoxHeight, int nRowHeight)

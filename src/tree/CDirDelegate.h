@@ -13,6 +13,9 @@ class CDirDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
+    /** No row is narrower than this, in pixels. */
+    static constexpr int LEAST_WIDTH = 450;
+
     explicit CDirDelegate(QObject* parent = nullptr);
     ~CDirDelegate() override;
 

@@ -13,8 +13,6 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 
-// The width that a row deep in the tree keeps for its box, icon and name; what is longer is elided.
-static const int LEAST_ROW_WIDTH = 450;
 // Right of the rows, as much as the frame around the view leaves free on their left.
 static const int ROW_GAP = 9;
 // Rows looked at for the deepest one: those on the screen and many more, but never all.
@@ -108,8 +106,7 @@ void CFileTreeView::InitConnect()
         },
         Qt::DirectConnection);
     const auto fnTell = [this](const QModelIndex& index) {
-        const CFileTreeAccess* pAccess = QAccessible::isActive() ? CFileTreeAccess::Of(this) : nullptr;
-        if (pAccess) {
+        if (const CFileTreeAccess* pAccess = Reader()) {
             pAccess->TellExpanded(index);
         }
     };
@@ -283,7 +280,7 @@ int CFileTreeView::sizeHintForColumn(int nColumn) const
         nDeepest = qMax(nDeepest, visualRect(index).left() - columnViewportPosition(0));
         index = indexBelow(index);
     }
-    return qMax(viewport()->width() - ROW_GAP, nDeepest + LEAST_ROW_WIDTH);
+    return qMax(viewport()->width() - ROW_GAP, nDeepest + CDirDelegate::LEAST_WIDTH);
 }
 
 void CFileTreeView::drawRow(QPainter* pPainter, const QStyleOptionViewItem& option,
@@ -416,7 +413,7 @@ void CFileTreeView::currentChanged(const QModelIndex& current, const QModelIndex
 void CFileTreeView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
 {
     QAbstractItemView::selectionChanged(selected, deselected); // NOLINT(bugprone-parent-virtual-call)
-    const CFileTreeAccess* pAccess = QAccessible::isActive() ? CFileTreeAccess::Of(this) : nullptr;
+    const CFileTreeAccess* pAccess = Reader();
     if (!pAccess) {
         return;
     }
@@ -425,11 +422,16 @@ void CFileTreeView::selectionChanged(const QItemSelection& selected, const QItem
     pAccess->TellSelected(selected.indexes().value(0), true);
 }
 
+// What screen readers are told through; null while there is none to listen.
+CFileTreeAccess* CFileTreeView::Reader()
+{
+    return QAccessible::isActive() ? CFileTreeAccess::Of(this) : nullptr;
+}
+
 void CFileTreeView::TellCurrentRow()
 {
-    const CFileTreeAccess* pAccess
-        = QAccessible::isActive() && hasFocus() ? CFileTreeAccess::Of(this) : nullptr;
-    if (pAccess) {
+    const CFileTreeAccess* pAccess = Reader();
+    if (pAccess && hasFocus()) {
         pAccess->TellFocus(currentIndex());
     }
 }

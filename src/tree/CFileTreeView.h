@@ -9,6 +9,7 @@
 #include <memory>
 
 class CDirModel;
+class CFileTreeAccess;
 class CWaitCursor;
 
 /** The source tree on the selection page: one column without header over the one CDirModel. */
@@ -91,6 +92,7 @@ protected:
 
 private:
     void EnsureCurrentRow();
+    CFileTreeAccess* Reader();
     void TellCurrentRow();
     void TellTicksSoon();
     void TellTicks();

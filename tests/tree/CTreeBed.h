@@ -1,8 +1,7 @@
 #pragma once
 
+#include "pages/CPageTree.h"
 #include "support/CTempTree.h"
-#include "tree/CDirModel.h"
-#include "tree/CDirNode.h"
 #include "tree/CFileNameCodec.h"
 #include "tree/CFileTreeView.h"
 
@@ -41,12 +40,7 @@ protected:
     void Clear()
     {
         m_pView.reset();
-        for (int i = 0; i < m_pModel->rowCount(); ++i) {
-            m_pModel->setData(m_pModel->index(i, 0), Qt::Unchecked, Qt::CheckStateRole);
-            m_pModel->RemoveAllChild(m_pModel->index(i, 0));
-        }
-        // Without a view nobody holds an index of the top-level entries.
-        m_pModel->GetRootNode()->RemoveAll();
+        CPageTree::Clear();
         m_pTree.reset();
     }
 

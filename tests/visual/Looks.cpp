@@ -3,11 +3,10 @@
 #include "app/CTarnwickMacPE.h"
 #include "kit/KvMessageBox.h"
 #include "pages/CCopyFileWidget.h"
+#include "pages/CPageTree.h"
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileWidget.h"
 #include "translations/CTranslations.h"
-#include "tree/CDirModel.h"
-#include "tree/CDirNode.h"
 #include "tree/CFileTreeView.h"
 #include "visual/CLookStage.h"
 
@@ -81,7 +80,8 @@ static QListWidget* OpenList(CLookStage& stage)
 static void TakeVolumesAway(CLookStage& stage)
 {
     PlugIn(stage);
-    CDirModel::GetInstence()->GetRootNode()->RemoveAll();
+    stage.Tree()->selectionModel()->reset();
+    CPageTree::Clear();
     stage.Tree()->reset();
     // What tells the hint to look again.
     QResizeEvent event(stage.Tree()->viewport()->size(), QSize());
