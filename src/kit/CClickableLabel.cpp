@@ -1,14 +1,13 @@
 #include "kit/CClickableLabel.h"
 
 #include "kit/CClickableLabelAccess.h"
+#include "kit/SkinColor.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
-// The mark of the focus, the same as the style sheet gives to the drop-down button.
-static const char TINT[] = "#fff2e7";
-static const char FOCUS_RING[] = "#d95f00";
+// Of the corners of the mark, as the style sheet has it for the drop-down button.
 static const int RADIUS = 3;
 
 CClickableLabel::CClickableLabel(QWidget* parent, Qt::WindowFlags)
@@ -57,10 +56,10 @@ void CClickableLabel::paintEvent(QPaintEvent* pEvent)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setCompositionMode(QPainter::CompositionMode_Multiply);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(QLatin1String(TINT)));
+    painter.setBrush(QColor(SkinColor::TINT));
     painter.drawRoundedRect(rect(), RADIUS, RADIUS);
     if (hasFocus()) {
-        painter.setPen(QColor(QLatin1String(FOCUS_RING)));
+        painter.setPen(QColor(SkinColor::FOCUS_RING));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), RADIUS, RADIUS);
     }

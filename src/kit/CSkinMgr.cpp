@@ -1,16 +1,51 @@
 #include "kit/CSkinMgr.h"
 
-// Qt's weights for the styles; the middle one lies between medium and
-// demi-bold and is used as the number that it is.
+#include "kit/SkinColor.h"
+
+#include <iterator>
+
+namespace {
+
+// A size in points or in pixels, the other one being -1, and one of Qt's weights.
+struct STFontStyle
+{
+    int nPoints = -1;
+    int nPixels = -1;
+    int nWeight = 0;
+};
+
+}
+
 static const int WEIGHT_NORMAL = 50;
+// Between medium and demi-bold: used as the number that it is.
 static const int WEIGHT_MEDIUM = 62;
 static const int WEIGHT_BOLD = 75;
 
-static QFont PixelFont(const QString& strFamily, int nPixels, int nWeight)
+// The first styles follow no rule.
+static const STFontStyle FIRST_FONTS[]
+    = {{9, -1, WEIGHT_NORMAL}, {9, -1, WEIGHT_NORMAL}, {11, -1, WEIGHT_MEDIUM}, {10, -1, WEIGHT_BOLD},
+       {-1, 8, WEIGHT_NORMAL}, {-1, 9, WEIGHT_NORMAL}, {-1, 9, WEIGHT_BOLD}};
+static_assert(std::size(FIRST_FONTS) == CSkinMgr::FONT_STYLE_PX_10);
+
+static const QRgb WHITE = 0xffffff;
+
+// By style number, five in a row; 0, 4 and 10 have no colour of their own.
+static const QRgb COLORS[] = {WHITE,    0x616c72, 0x787878, 0xfafafa,         WHITE,
+                              0x15a0f5, 0x585858, 0x55b368, 0xa9a9a9,         0x377dff,
+                              WHITE,    0xc6c6c6, 0xbbbbbb, SkinColor::TEXT,  0xe6e6e6,
+                              0xf0f0f0, 0x999999, 0x39acfd, SkinColor::ACCENT};
+static_assert(std::size(COLORS) == CSkinMgr::COLOR_STYLE_ORANGE + 1);
+
+static STFontStyle FontOf(int nStyle)
 {
-    QFont font(strFamily, -1, nWeight);
-    font.setPixelSize(nPixels);
-    return font;
+    if (nStyle < 0 || nStyle > CSkinMgr::FONT_STYLE_PX_27) {
+        return {11, -1, WEIGHT_NORMAL};
+    }
+    if (nStyle < CSkinMgr::FONT_STYLE_PX_10) {
+        return FIRST_FONTS[nStyle];
+    }
+    // From here on each size has two numbers, odd for normal and even for bold.
+    return {-1, (nStyle + 13) / 2, nStyle % 2 == 0 ? WEIGHT_BOLD : WEIGHT_NORMAL};
 }
 
 CSkinMgr::CSkinMgr(QObject* parent)
@@ -20,69 +55,17 @@ CSkinMgr::CSkinMgr(QObject* parent)
 
 QFont CSkinMgr::GetFontStyle(FontStyle enStyle, QString strFamily)
 {
-    const int nStyle = enStyle;
-    switch (nStyle) {
-    case FONT_STYLE_PT_9:
-    case FONT_STYLE_PT_9_ALIAS:
-        return QFont(strFamily, 9, WEIGHT_NORMAL);
-    case FONT_STYLE_PT_11_MEDIUM:
-        return QFont(strFamily, 11, WEIGHT_MEDIUM);
-    case FONT_STYLE_PT_10_BOLD:
-        return QFont(strFamily, 10, WEIGHT_BOLD);
-    case FONT_STYLE_PX_8:
-        return PixelFont(strFamily, 8, WEIGHT_NORMAL);
-    case FONT_STYLE_PX_9:
-        return PixelFont(strFamily, 9, WEIGHT_NORMAL);
-    case FONT_STYLE_PX_9_BOLD:
-        return PixelFont(strFamily, 9, WEIGHT_BOLD);
-    default:
-        break;
+    const STFontStyle style = FontOf(enStyle);
+    QFont font(strFamily, style.nPoints, style.nWeight);
+    if (style.nPixels > 0) {
+        font.setPixelSize(style.nPixels);
     }
-    if (nStyle < FONT_STYLE_PX_10 || nStyle > FONT_STYLE_PX_27) {
-        return QFont(strFamily, 11, WEIGHT_NORMAL);
-    }
-    // From here on each size has two numbers, odd for normal and even for bold.
-    const bool bBold = nStyle % 2 == 0;
-    return bBold ? PixelFont(strFamily, (nStyle + 12) / 2, WEIGHT_BOLD)
-                 : PixelFont(strFamily, (nStyle + 13) / 2, WEIGHT_NORMAL);
+    return font;
 }
 
 QString CSkinMgr::GetColorStyle(ColorStyle enStyle)
 {
-    switch (enStyle) {
-    case COLOR_STYLE_SLATE:
-        return QStringLiteral("color:rgb(97, 108, 114);");
-    case COLOR_STYLE_GREY_120:
-        return QStringLiteral("color:rgb(120, 120, 120);");
-    case COLOR_STYLE_GREY_250:
-        return QStringLiteral("color:rgb(250, 250, 250);");
-    case COLOR_STYLE_AZURE:
-        return QStringLiteral("color:rgb(21, 160, 245);");
-    case COLOR_STYLE_GREY_88:
-        return QStringLiteral("color:rgb(88, 88, 88);");
-    case COLOR_STYLE_GREEN:
-        return QStringLiteral("color:rgb(85, 179, 104);");
-    case COLOR_STYLE_GREY_169:
-        return QStringLiteral("color:rgb(169, 169, 169);");
-    case COLOR_STYLE_BLUE:
-        return QStringLiteral("color:rgb(55, 125, 255);");
-    case COLOR_STYLE_GREY_198:
-        return QStringLiteral("color:rgb(198, 198, 198);");
-    case COLOR_STYLE_GREY_187:
-        return QStringLiteral("color:rgb(187, 187, 187);");
-    case COLOR_STYLE_GREY_72:
-        return QStringLiteral("color:rgb(72, 72, 72);");
-    case COLOR_STYLE_GREY_230:
-        return QStringLiteral("color:rgb(230, 230, 230);");
-    case COLOR_STYLE_GREY_240:
-        return QStringLiteral("color:rgb(240, 240, 240);");
-    case COLOR_STYLE_GREY_153:
-        return QStringLiteral("color:rgb(153, 153, 153);");
-    case COLOR_STYLE_SKY:
-        return QStringLiteral("color:rgb(57, 172, 253);");
-    case COLOR_STYLE_ORANGE:
-        return QStringLiteral("color:rgb(255, 126, 23);");
-    default:
-        return QStringLiteral("color:rgb(255, 255, 255);");
-    }
+    const int nStyle = enStyle;
+    const QRgb rgb = nStyle >= 0 && nStyle <= COLOR_STYLE_ORANGE ? COLORS[nStyle] : WHITE;
+    return QString::asprintf("color:rgb(%d, %d, %d);", qRed(rgb), qGreen(rgb), qBlue(rgb));
 }

@@ -1,5 +1,8 @@
 #include "kit/CSkinMgr.h"
+#include "kit/SkinColor.h"
 
+#include <QColor>
+#include <QFile>
 #include <QTest>
 
 class tst_CSkinMgr : public QObject
@@ -12,6 +15,8 @@ private slots:
     void fontKeepsFamily();
     void color_data();
     void color();
+    void sharedColorIsTheSheets_data();
+    void sharedColorIsTheSheets();
     void isAnOrdinaryObject();
 };
 
@@ -133,6 +138,29 @@ void tst_CSkinMgr::color()
 {
     QFETCH(int, style);
     QTEST(CSkinMgr::GetColorStyle(static_cast<CSkinMgr::ColorStyle>(style)), "rule");
+}
+
+void tst_CSkinMgr::sharedColorIsTheSheets_data()
+{
+    QTest::addColumn<QRgb>("nColor");
+    QTest::addColumn<QString>("strRule");
+    QTest::newRow("accent") << SkinColor::ACCENT << "border: 1px solid rgb(255, 126, 23);";
+    QTest::newRow("text") << SkinColor::TEXT << "color: #484848;";
+    QTest::newRow("tint") << SkinColor::TINT << "background-color: #fff2e7;";
+    QTest::newRow("focus ring") << SkinColor::FOCUS_RING << "border: 2px solid rgb(217, 95, 0);";
+    QTest::newRow("line") << SkinColor::LINE << "border: 0px solid #e0e0e0;";
+}
+
+void tst_CSkinMgr::sharedColorIsTheSheets()
+{
+    QFETCH(QRgb, nColor);
+    QFETCH(QString, strRule);
+    QFile sheet(":/res/TarnwickMacPE.qss");
+    QVERIFY(sheet.open(QIODevice::ReadOnly));
+    QVERIFY(QString(sheet.readAll()).contains(strRule));
+    const QString strDecimal
+        = QString::asprintf("rgb(%d, %d, %d)", qRed(nColor), qGreen(nColor), qBlue(nColor));
+    QVERIFY(strRule.contains(QColor(nColor).name()) || strRule.contains(strDecimal));
 }
 
 void tst_CSkinMgr::isAnOrdinaryObject()

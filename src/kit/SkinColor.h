@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QRgb>
+
+/** The colours that code paints with and the style sheet has, too; it is text and spells them by itself. */
+namespace SkinColor {
+
+inline constexpr QRgb ACCENT = 0xff7e17; ///< what the user is to look at
+inline constexpr QRgb TEXT = 0x484848; ///< what the user is to read
+inline constexpr QRgb TINT = 0xfff2e7; ///< behind what is selected, or has the mouse or the focus
+inline constexpr QRgb FOCUS_RING = 0xd95f00; ///< around what has the keyboard's focus
+inline constexpr QRgb LINE = 0xe0e0e0; ///< between two parts
+
+}
