@@ -9,8 +9,8 @@
 
 #include "copy/CCopyFileThread.h"
 #include "copy/CCopyPlatform.h"
+#include "files/CFileNameCodec.h"
 #include "tree/CDirNode.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QCoreApplication>
 #include <QDir>

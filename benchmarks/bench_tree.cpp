@@ -5,9 +5,9 @@
 // The folders are made in a temporary place. Every time is the median of five.
 
 #include "copy/CGetFileSizeThread.h"
+#include "files/CFileNameCodec.h"
 #include "tree/CDirModel.h"
 #include "tree/CDirNode.h"
-#include "tree/CFileNameCodec.h"
 #include "tree/CFileTreeView.h"
 
 #include <QApplication>

@@ -5,8 +5,8 @@
 #include "app/CGetScreenPixel.h"
 #include "app/CMessageRelay.h"
 #include "app/CTarnwickMacPE.h"
+#include "files/CFileNameCodec.h"
 #include "log/CLogTarnwick.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QApplication>
 #include <QDesktopWidget>

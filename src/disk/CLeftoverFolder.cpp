@@ -1,6 +1,7 @@
 #include "disk/CLeftoverFolder.h"
 
 #include "disk/platform/CVolumeInfo.h"
+#include "files/CFolderReader.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,21 +10,13 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <dirent.h>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
-#include <unistd.h>
 
 // Left-over mount points are shallow. Whatever is deeper is something else, and
 // every level holds an open folder while the ones below are looked at.
 static const int MAX_DEPTH = 64;
-
-struct STCloseFolder
-{
-    void operator()(DIR* pFolder) const { ::closedir(pFolder); }
-};
-using FolderPtr = std::unique_ptr<DIR, STCloseFolder>;
 
 static bool Refuse(QString* pReason, const QByteArray& baPath, const QString& strWhat)
 {
@@ -33,39 +26,21 @@ static bool Refuse(QString* pReason, const QByteArray& baPath, const QString& st
     return false;
 }
 
-static bool RefuseUnknown(QString* pReason, const QByteArray& baPath)
+static bool RefuseUnknown(QString* pReason, const QByteArray& baPath, int nError)
 {
     return Refuse(pReason, baPath,
-                  QStringLiteral("cannot be looked at: ") + QString::fromLocal8Bit(std::strerror(errno)));
+                  QStringLiteral("cannot be looked at: ") + QString::fromLocal8Bit(std::strerror(nError)));
 }
 
-static FolderPtr OpenFolder(int nParent, const char* pName)
-{
-    const int nFd = ::openat(nParent, pName, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    if (nFd < 0) {
-        return nullptr;
-    }
-    FolderPtr pFolder(::fdopendir(nFd));
-    if (!pFolder) {
-        ::close(nFd);
-    }
-    return pFolder;
-}
-
-static bool IsDots(const char* pName)
-{
-    return std::strcmp(pName, ".") == 0 || std::strcmp(pName, "..") == 0;
-}
-
-static bool HoldsOnlyFolders(DIR* pFolder, const QByteArray& baPath, dev_t nDevice, int nDepth,
+static bool HoldsOnlyFolders(CFolderReader& folder, const QByteArray& baPath, dev_t nDevice, int nDepth,
                              QString* pReason);
 
-static bool IsOnlyFolders(DIR* pParent, const char* pName, const QByteArray& baPath, dev_t nDevice,
-                          int nDepth, QString* pReason)
+static bool IsOnlyFolders(const CFolderReader& parent, const QByteArray& baPath, dev_t nDevice, int nDepth,
+                          QString* pReason)
 {
     struct stat status;
-    if (::fstatat(::dirfd(pParent), pName, &status, AT_SYMLINK_NOFOLLOW) != 0) {
-        return RefuseUnknown(pReason, baPath);
+    if (::fstatat(parent.Descriptor(), parent.Name(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        return RefuseUnknown(pReason, baPath, errno);
     }
     if (S_ISLNK(status.st_mode)) {
         return Refuse(pReason, baPath, QStringLiteral("is a link"));
@@ -80,30 +55,19 @@ static bool IsOnlyFolders(DIR* pParent, const char* pName, const QByteArray& baP
     if (nDepth >= MAX_DEPTH) {
         return Refuse(pReason, baPath, QStringLiteral("is nested too deeply"));
     }
-    const FolderPtr pFolder = OpenFolder(::dirfd(pParent), pName);
-    if (!pFolder) {
-        return RefuseUnknown(pReason, baPath);
-    }
-    return HoldsOnlyFolders(pFolder.get(), baPath, nDevice, nDepth + 1, pReason);
+    CFolderReader folder(parent.Descriptor(), parent.Name());
+    return HoldsOnlyFolders(folder, baPath, nDevice, nDepth + 1, pReason);
 }
 
-static bool HoldsOnlyFolders(DIR* pFolder, const QByteArray& baPath, dev_t nDevice, int nDepth,
+static bool HoldsOnlyFolders(CFolderReader& folder, const QByteArray& baPath, dev_t nDevice, int nDepth,
                              QString* pReason)
 {
-    for (;;) {
-        errno = 0;
-        const dirent* const pEntry = ::readdir(pFolder);
-        if (pEntry == nullptr) {
-            return errno == 0 || RefuseUnknown(pReason, baPath);
-        }
-        if (IsDots(pEntry->d_name)) {
-            continue;
-        }
-        const QByteArray baEntry = baPath + '/' + pEntry->d_name;
-        if (!IsOnlyFolders(pFolder, pEntry->d_name, baEntry, nDevice, nDepth, pReason)) {
+    while (folder.Next()) {
+        if (!IsOnlyFolders(folder, baPath + '/' + folder.Name(), nDevice, nDepth, pReason)) {
             return false;
         }
     }
+    return folder.Error() == 0 || RefuseUnknown(pReason, baPath, folder.Error());
 }
 
 /**
@@ -136,15 +100,17 @@ bool CLeftoverFolder::IsHarmlessToRemove(const QString& strFolder, QString* pRea
 {
     // A trailing slash would make the system follow a link.
     const QByteArray baFolder = QFile::encodeName(QDir::cleanPath(strFolder));
-    const FolderPtr pFolder = OpenFolder(AT_FDCWD, baFolder.constData());
+    CFolderReader folder(AT_FDCWD, baFolder.constData());
+    if (!folder.IsOpen()) {
+        return RefuseUnknown(pReason, baFolder, folder.Error());
+    }
     struct stat status;
-    if (!pFolder || ::fstat(::dirfd(pFolder.get()), &status) != 0) {
-        return RefuseUnknown(pReason, baFolder);
+    if (::fstat(folder.Descriptor(), &status) != 0) {
+        return RefuseUnknown(pReason, baFolder, errno);
     }
     const QByteArray baReal = RealPath(baFolder);
     if (baReal.isEmpty()) {
-        return RefuseUnknown(pReason, baFolder);
+        return RefuseUnknown(pReason, baFolder, errno);
     }
-    return HoldsNoMountPoint(baReal, pReason)
-        && HoldsOnlyFolders(pFolder.get(), baReal, status.st_dev, 0, pReason);
+    return HoldsNoMountPoint(baReal, pReason) && HoldsOnlyFolders(folder, baReal, status.st_dev, 0, pReason);
 }

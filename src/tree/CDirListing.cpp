@@ -1,5 +1,6 @@
 #include "tree/CDirListing.h"
 
+#include "files/CFolderReader.h"
 #include "tree/CDirNode.h"
 
 #include <QFile>
@@ -7,10 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <dirent.h>
-#include <fcntl.h>
-#include <memory>
-#include <sys/stat.h>
 
 /** A name with the kind of its entry and what it is sorted by. */
 struct STFoundName
@@ -21,11 +18,6 @@ struct STFoundName
     bool m_bLink;
 };
 
-static bool IsDotOrDotDot(const char* pszName)
-{
-    return std::strcmp(pszName, ".") == 0 || std::strcmp(pszName, "..") == 0;
-}
-
 static bool BeginsWithAny(const char* pszName, std::initializer_list<QLatin1String> listSkip)
 {
     return std::any_of(listSkip.begin(), listSkip.end(), [pszName](QLatin1String strPrefix) {
@@ -33,46 +25,20 @@ static bool BeginsWithAny(const char* pszName, std::initializer_list<QLatin1Stri
     });
 }
 
-/** Whether the entry is a symbolic link. The file system is asked only when the folder does not tell. */
-static bool IsLink(int nFolder, const dirent& entry)
+static QVector<STFoundName> ReadNames(CFolderReader& folder, std::initializer_list<QLatin1String> listSkip)
 {
-    if (entry.d_type != DT_UNKNOWN) {
-        return entry.d_type == DT_LNK;
-    }
-    struct stat info;
-    return fstatat(nFolder, entry.d_name, &info, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(info.st_mode);
-}
-
-/** Whether the entry is a folder or a link to one. */
-static bool IsFolder(int nFolder, const dirent& entry)
-{
-    if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) {
-        return entry.d_type == DT_DIR;
-    }
-    struct stat info;
-    return fstatat(nFolder, entry.d_name, &info, 0) == 0 && S_ISDIR(info.st_mode);
-}
-
-/** Reads the names of an open folder; returns the errno value that ended the reading early, else 0. */
-static int ReadNames(DIR* pDir, std::initializer_list<QLatin1String> listSkip,
-                     QVector<STFoundName>& listFound)
-{
-    for (;;) {
-        errno = 0;
-        const dirent* pEntry = readdir(pDir);
-        if (!pEntry) {
-            return errno;
-        }
-        if (IsDotOrDotDot(pEntry->d_name) || BeginsWithAny(pEntry->d_name, listSkip)) {
+    QVector<STFoundName> listFound;
+    while (folder.Next()) {
+        if (BeginsWithAny(folder.Name(), listSkip)) {
             continue;
         }
         // Qt's own listing is not used: it drops names that are not valid UTF-8
         // where no codec is asked, and in it names that differ only in case come
         // in an order that changes from call to call.
-        const QString strName = QFile::decodeName(pEntry->d_name);
-        listFound.append(
-            {strName, strName.toLower(), IsFolder(dirfd(pDir), *pEntry), IsLink(dirfd(pDir), *pEntry)});
+        const QString strName = QFile::decodeName(folder.Name());
+        listFound.append({strName, strName.toLower(), folder.IsFolder(), folder.IsLink()});
     }
+    return listFound;
 }
 
 static bool ComesBefore(const STFoundName& stLeft, const STFoundName& stRight)
@@ -116,14 +82,9 @@ STDirListing CDirListing::List(const CDirNode& node, std::initializer_list<QLati
         return stListing;
     }
     const QString strFolder = node.m_fileInfo.absoluteFilePath();
-    const std::unique_ptr<DIR, int (*)(DIR*)> pDir(opendir(QFile::encodeName(strFolder).constData()),
-                                                   closedir);
-    if (!pDir) {
-        stListing.m_nError = errno;
-        return stListing;
-    }
-    QVector<STFoundName> listFound;
-    stListing.m_nError = ReadNames(pDir.get(), listSkip, listFound);
+    CFolderReader folder(QFile::encodeName(strFolder).constData());
+    QVector<STFoundName> listFound = ReadNames(folder, listSkip);
+    stListing.m_nError = folder.Error();
     std::sort(listFound.begin(), listFound.end(), ComesBefore);
 
     const QString strPrefix = strFolder.endsWith(QLatin1Char('/')) ? strFolder : strFolder + QLatin1Char('/');

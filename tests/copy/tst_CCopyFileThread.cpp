@@ -1,4 +1,5 @@
 #include "copy/CCopyFileThread.h"
+#include "files/CFileNameCodec.h"
 #include "support/CAnotherUser.h"
 #include "support/CGate.h"
 #include "support/CLogCapture.h"
@@ -6,7 +7,6 @@
 #include "support/CNodeTree.h"
 #include "support/CTempTree.h"
 #include "support/LogFile.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "copy/CCopyReport.h"
+#include "files/CFileNameCodec.h"
 #include "support/LogFile.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QFile>
 #include <QtTest>

@@ -1,11 +1,11 @@
 #include "copy/CGetFileSizeThread.h"
+#include "files/CFileNameCodec.h"
 #include "support/CGate.h"
 #include "support/CLogCapture.h"
 #include "support/CNodeTree.h"
 #include "support/CTempTree.h"
 #include "support/CVolume.h"
 #include "support/LogFile.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QSignalSpy>
 #include <QStorageInfo>

@@ -1,5 +1,6 @@
 #include "CFailingCalls.h"
 #include "copy/CCopyFileThread.h"
+#include "files/CFileNameCodec.h"
 #include "support/CAnotherUser.h"
 #include "support/CGate.h"
 #include "support/CLogCapture.h"
@@ -7,7 +8,6 @@
 #include "support/CTempTree.h"
 #include "support/CVolume.h"
 #include "support/LogFile.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QDir>
 #include <QFile>

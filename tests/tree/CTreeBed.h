@@ -1,8 +1,8 @@
 #pragma once
 
+#include "files/CFileNameCodec.h"
 #include "pages/CPageTree.h"
 #include "support/CTempTree.h"
-#include "tree/CFileNameCodec.h"
 #include "tree/CFileTreeView.h"
 
 #include <QApplication>

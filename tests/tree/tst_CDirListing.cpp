@@ -1,8 +1,8 @@
 #include "HostileNames.h"
+#include "files/CFileNameCodec.h"
 #include "support/CTempTree.h"
 #include "tree/CDirListing.h"
 #include "tree/CDirNode.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QDir>
 #include <QRandomGenerator>

@@ -1,8 +1,8 @@
+#include "files/CFileNameCodec.h"
 #include "support/CLogCapture.h"
 #include "support/CTempTree.h"
 #include "tree/CDirModel.h"
 #include "tree/CDirNode.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "HostileNames.h"
+#include "files/CFileNameCodec.h"
 #include "support/CTempTree.h"
 #include "tree/CDirNode.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QApplication>
 #include <QTest>

@@ -1,7 +1,7 @@
+#include "files/CFileNameCodec.h"
 #include "support/CTempTree.h"
 #include "tree/CDirModel.h"
 #include "tree/CDirNode.h"
-#include "tree/CFileNameCodec.h"
 #include "tree/CListAhead.h"
 
 #include <QTest>

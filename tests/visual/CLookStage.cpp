@@ -3,13 +3,13 @@
 #include "app/CFontFallback.h"
 #include "app/CTarnwickMacPE.h"
 #include "disk/CDiskListener.h"
+#include "files/CFileNameCodec.h"
 #include "pages/CCopyFileWidget.h"
 #include "pages/CPageTree.h"
 #include "pages/CSelFileWidget.h"
 #include "support/CModalAnswerer.h"
 #include "tree/CDirModel.h"
 #include "tree/CDirNode.h"
-#include "tree/CFileNameCodec.h"
 #include "tree/CFileTreeView.h"
 
 #include <QApplication>

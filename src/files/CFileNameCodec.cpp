@@ -1,4 +1,4 @@
-#include "tree/CFileNameCodec.h"
+#include "files/CFileNameCodec.h"
 
 #include <QVarLengthArray>
 

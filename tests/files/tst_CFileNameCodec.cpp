@@ -1,5 +1,5 @@
+#include "files/CFileNameCodec.h"
 #include "support/CTempTree.h"
-#include "tree/CFileNameCodec.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,0 +1,260 @@
+#include "files/CFolderReader.h"
+#include "support/CAnotherUser.h"
+#include "support/CTempTree.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <cerrno>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/** What stands in front of the C library's readdir() does. */
+struct STReading
+{
+    bool bHideTypes = false; ///< as file systems do that keep no types in their folders
+    int nLeft = -1; ///< entries to be read before an error comes; -1 for no error
+};
+
+STReading s_stReading;
+
+enum class ENWay
+{
+    PATH, ///< CFolderReader(path)
+    ENTRY, ///< CFolderReader(descriptor, name)
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(ENWay)
+
+extern "C" dirent* readdir(DIR* pFolder)
+{
+    using PFNRead = dirent* (*)(DIR*);
+    static const PFNRead s_pfnRead = reinterpret_cast<PFNRead>(dlsym(RTLD_NEXT, "readdir"));
+    if (s_stReading.nLeft == 0) {
+        errno = EIO;
+        return nullptr;
+    }
+    s_stReading.nLeft -= s_stReading.nLeft > 0 ? 1 : 0;
+    dirent* const pEntry = s_pfnRead(pFolder);
+    if (pEntry != nullptr && s_stReading.bHideTypes) {
+        pEntry->d_type = DT_UNKNOWN;
+    }
+    return pEntry;
+}
+
+static CFolderReader Opened(ENWay enWay, const QByteArray& baPath)
+{
+    return enWay == ENWay::PATH ? CFolderReader(baPath.constData())
+                                : CFolderReader(AT_FDCWD, baPath.constData());
+}
+
+static QList<QByteArray> Names(CFolderReader& folder)
+{
+    QList<QByteArray> listName;
+    while (folder.Next()) {
+        listName += folder.Name();
+    }
+    std::sort(listName.begin(), listName.end());
+    return listName;
+}
+
+static int OpenDescriptors() { return QDir("/proc/self/fd").entryList(QDir::NoDotAndDotDot).size(); }
+
+class tst_CFolderReader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_pTree = std::make_unique<CTempTree>(); }
+    void cleanup() { s_stReading = STReading(); }
+
+    void namesAreTheBytesOfTheDisk_data() { AddWays(); }
+    void namesAreTheBytesOfTheDisk();
+    void emptyFolder_data() { AddWays(); }
+    void emptyFolder();
+    void kindOfEntry_data();
+    void kindOfEntry();
+    void refused_data();
+    void refused();
+    void refusedByPermission_data() { AddWays(); }
+    void refusedByPermission();
+    void readingThatEndsEarly();
+    void descriptorIsTheFoldersOwn_data() { AddWays(); }
+    void descriptorIsTheFoldersOwn();
+    void entryOfAnOpenFolder();
+
+private:
+    static void AddWays()
+    {
+        QTest::addColumn<ENWay>("enWay");
+        QTest::newRow("by path") << ENWay::PATH;
+        QTest::newRow("by entry") << ENWay::ENTRY;
+    }
+
+    QByteArray Path(const char* pszRelative = "") const
+    {
+        return QFile::encodeName(m_pTree->Path(pszRelative));
+    }
+
+    std::unique_ptr<CTempTree> m_pTree;
+};
+
+void tst_CFolderReader::namesAreTheBytesOfTheDisk()
+{
+    QFETCH(ENWay, enWay);
+    QList<QByteArray> listName
+        = {"...", "..a", ".hidden", "-rf", " ", "two\nlines", "caf\xe9", QByteArray(255, 'n')};
+    for (const QByteArray& baName : qAsConst(listName)) {
+        m_pTree->WriteBytesName(baName);
+    }
+    std::sort(listName.begin(), listName.end());
+    CFolderReader folder = Opened(enWay, Path());
+    QVERIFY(folder.IsOpen());
+    QCOMPARE(Names(folder), listName);
+    QCOMPARE(folder.Error(), 0);
+}
+
+void tst_CFolderReader::emptyFolder()
+{
+    QFETCH(ENWay, enWay);
+    CFolderReader folder = Opened(enWay, Path());
+    errno = EIO; // what was left behind by somebody else is no error of the folder
+    QVERIFY(!folder.Next());
+    QCOMPARE(folder.Error(), 0);
+    QVERIFY(!folder.Next());
+    QVERIFY(folder.IsOpen());
+}
+
+void tst_CFolderReader::kindOfEntry_data()
+{
+    QTest::addColumn<QByteArray>("baName");
+    QTest::addColumn<bool>("bHideTypes");
+    QTest::addColumn<bool>("bFolder");
+    QTest::addColumn<bool>("bLink");
+    for (const bool bHide : {false, true}) {
+        const auto fnAdd = [bHide](const char* pszName, bool bFolder, bool bLink) {
+            QTest::addRow("%s, %s", pszName, bHide ? "asked of the file system" : "told by the folder")
+                << QByteArray(pszName) << bHide << bFolder << bLink;
+        };
+        fnAdd("file", false, false);
+        fnAdd("folder", true, false);
+        fnAdd("pipe", false, false);
+        fnAdd("link to a file", false, true);
+        fnAdd("link to a folder", true, true);
+        fnAdd("broken link", false, true);
+    }
+}
+
+void tst_CFolderReader::kindOfEntry()
+{
+    QFETCH(QByteArray, baName);
+    QFETCH(bool, bHideTypes);
+    m_pTree->Write("file");
+    m_pTree->MkDir("folder");
+    QCOMPARE(mkfifo(Path("pipe").constData(), 0600), 0);
+    m_pTree->Link("link to a file", "file");
+    m_pTree->Link("link to a folder", "folder");
+    m_pTree->Link("broken link", "nowhere");
+    s_stReading.bHideTypes = bHideTypes;
+    CFolderReader folder(Path().constData());
+    while (folder.Next() && folder.Name() != baName) { }
+    QCOMPARE(QByteArray(folder.Name()), baName);
+    QTEST(folder.IsFolder(), "bFolder");
+    QTEST(folder.IsLink(), "bLink");
+}
+
+void tst_CFolderReader::refused_data()
+{
+    QTest::addColumn<ENWay>("enWay");
+    QTest::addColumn<QString>("strName");
+    QTest::addColumn<int>("nError");
+    QTest::newRow("missing, by path") << ENWay::PATH << "missing" << ENOENT;
+    QTest::newRow("missing, by entry") << ENWay::ENTRY << "missing" << ENOENT;
+    QTest::newRow("file, by path") << ENWay::PATH << "file" << ENOTDIR;
+    QTest::newRow("file, by entry") << ENWay::ENTRY << "file" << ENOTDIR;
+    QTest::newRow("link, by path") << ENWay::PATH << "link" << 0;
+    QTest::newRow("link, by entry") << ENWay::ENTRY << "link" << ENOTDIR;
+    QTest::newRow("broken link, by path") << ENWay::PATH << "broken" << ENOENT;
+    QTest::newRow("link to itself, by path") << ENWay::PATH << "circle" << ELOOP;
+}
+
+void tst_CFolderReader::refused()
+{
+    QFETCH(ENWay, enWay);
+    QFETCH(QString, strName);
+    QFETCH(int, nError);
+    m_pTree->Write("file");
+    m_pTree->Write("folder/inner");
+    m_pTree->Link("link", "folder");
+    m_pTree->Link("broken", "nowhere");
+    m_pTree->Link("circle", "circle");
+    const int nOpen = OpenDescriptors();
+    {
+        CFolderReader folder = Opened(enWay, QFile::encodeName(m_pTree->Path(strName)));
+        QCOMPARE(folder.IsOpen(), nError == 0);
+        QCOMPARE(folder.Error(), nError);
+        QCOMPARE(folder.Descriptor() != -1, nError == 0);
+        QCOMPARE(folder.Next(), nError == 0);
+        QCOMPARE(folder.Error(), nError);
+    }
+    QCOMPARE(OpenDescriptors(), nOpen);
+}
+
+void tst_CFolderReader::refusedByPermission()
+{
+    QFETCH(ENWay, enWay);
+    chmod(Path().constData(), 0711);
+    const CAnotherUser user;
+    if (!user.IsValid() || geteuid() != 0) {
+        QSKIP("there is no other user to be");
+    }
+    const CFolderReader folder = Opened(enWay, Path());
+    QVERIFY(!folder.IsOpen());
+    QCOMPARE(folder.Error(), EACCES);
+}
+
+void tst_CFolderReader::readingThatEndsEarly()
+{
+    for (const char* pszName : {"a", "b", "c", "d", "e"}) {
+        m_pTree->Write(pszName);
+    }
+    s_stReading.nLeft = 4; // two of them may be "." and ".."
+    CFolderReader folder(Path().constData());
+    const int nFound = Names(folder).size();
+    QVERIFY2(nFound >= 2 && nFound <= 4, qPrintable(QString::number(nFound)));
+    QCOMPARE(folder.Error(), EIO);
+    QVERIFY(folder.IsOpen());
+}
+
+void tst_CFolderReader::descriptorIsTheFoldersOwn()
+{
+    QFETCH(ENWay, enWay);
+    const CFolderReader folder = Opened(enWay, Path());
+    struct stat stOpen;
+    struct stat stPath;
+    QCOMPARE(fstat(folder.Descriptor(), &stOpen), 0);
+    QCOMPARE(stat(Path().constData(), &stPath), 0);
+    QVERIFY(stOpen.st_ino == stPath.st_ino && stOpen.st_dev == stPath.st_dev);
+    QVERIFY((fcntl(folder.Descriptor(), F_GETFD) & FD_CLOEXEC) != 0);
+}
+
+void tst_CFolderReader::entryOfAnOpenFolder()
+{
+    m_pTree->Write("folder/inner");
+    CFolderReader outer(Path().constData());
+    QVERIFY(outer.Next());
+    // The name alone would lead elsewhere: what counts is the folder that is open.
+    QVERIFY(!QFileInfo::exists("folder"));
+    CFolderReader inner(outer.Descriptor(), outer.Name());
+    QCOMPARE(Names(inner), QList<QByteArray>{"inner"});
+}
+
+QTEST_GUILESS_MAIN(tst_CFolderReader)
+#include "tst_CFolderReader.moc"
