@@ -30,6 +30,8 @@ static const int MAX_OUTPUT_BYTES = 4 * 1024 * 1024;
 static const int DEFAULT_TIMEOUT_MS = 30000;
 static std::atomic<int> s_nTimeoutMs{DEFAULT_TIMEOUT_MS};
 
+namespace {
+
 /** A child process in a process group of its own, so that it can be ended with all that it started. */
 class CGroupProcess : public QProcess
 {
@@ -71,6 +73,8 @@ private:
     std::unique_ptr<CGroupProcess> m_pProcess;
     QByteArray m_baOutput;
 };
+
+} // namespace
 
 QByteArray CInfoQuery::Ask(const QString& strDeviceNode)
 {
@@ -172,11 +176,17 @@ ENVolumeRole CDestinationDiscovery::RoleOf(const QString& strBusProtocol, const 
 
 static void LogVolume(const STVolume& volume)
 {
-    if (volume.enRole == VOLUME_ROLE_DESTINATION) {
+    switch (volume.enRole) {
+    case VOLUME_ROLE_DESTINATION:
         // The template has a %2 and no %1; it is the lowest number, so arg() fills it.
         g_TarnwickLog.LogExt(QStringLiteral("diskName: %2").arg(volume.strName));
-    } else if (volume.enRole == VOLUME_ROLE_SOURCE) {
+        break;
+    case VOLUME_ROLE_SOURCE:
         g_TarnwickLog.LogExt(volume.strPath);
+        break;
+    case VOLUME_ROLE_OWN_MEDIUM:
+        g_TarnwickLog.LogExt(QStringLiteral("skipped, the program runs from it: ") + volume.strPath);
+        break;
     }
 }
 
@@ -193,7 +203,7 @@ bool CDestinationDiscovery::Scan(const std::function<void(const STVolume&)>& fnF
         if (bCancelled) {
             return false;
         }
-        const STVolume volume{entry.filePath(), entry.fileName(),
+        const STVolume volume{entry.filePath(), entry.fileName(), baDevice,
                               RoleOf(BusProtocol(baPList), baDevice, baOwnDevice)};
         LogVolume(volume);
         fnFound(volume);

@@ -10,21 +10,17 @@
 /** What a mounted volume is to the copy. */
 enum ENVolumeRole
 {
-    /** Its files are offered for copying. */
-    VOLUME_ROLE_SOURCE,
-    /** A USB volume that may receive the copy. */
-    VOLUME_ROLE_DESTINATION,
-    /** The USB medium that the program itself runs from: neither of the two. */
-    VOLUME_ROLE_OWN_MEDIUM
+    VOLUME_ROLE_SOURCE, ///< its files are offered for copying
+    VOLUME_ROLE_DESTINATION, ///< a USB volume that may receive the copy
+    VOLUME_ROLE_OWN_MEDIUM ///< the USB medium that the program itself runs from: neither of the two
 };
 
 /** One mounted volume, as found by a scan. */
 struct STVolume
 {
-    /** Full path, an entry of the folder of volumes. */
-    QString strPath;
-    /** Display name: the path's last component. */
-    QString strName;
+    QString strPath; ///< full path, an entry of the folder of volumes
+    QString strName; ///< display name: the path's last component
+    QByteArray baDevice; ///< device node text, as CVolumeInfo::DeviceOf tells it; empty when not known
     ENVolumeRole enRole = VOLUME_ROLE_SOURCE;
 };
 
@@ -44,15 +40,14 @@ public:
     /** How long the command may take to print and, after that, to end: 30000 ms each. */
     static int CommandTimeoutMs();
 
-    /** Changes that time, so that a test need not wait for it; 0 or less brings the default back. Any thread.
-     */
+    /** Changes that time, so that a test need not wait; 0 or less brings the default back. Any thread. */
     static void SetCommandTimeoutMs(int nTimeoutMs);
 
     /**
      * Lists the folder of volumes in the order of its listing, asks the command
-     * for each volume's bus and calls fnFound for each in turn. Destinations
-     * and sources are also written to the log. Whatever goes wrong with the
-     * command makes the volume a source.
+     * for each volume's bus and calls fnFound for each in turn. Each is also
+     * written to the log. Whatever goes wrong with the command makes the volume
+     * a source.
      *
      * Runs on the calling thread and blocks it for up to twice the command's
      * time per volume; needs no event loop. Once bCancelled turns true it ends
@@ -62,8 +57,7 @@ public:
     static bool Scan(const std::function<void(const STVolume&)>& fnFound,
                      const std::atomic<bool>& bCancelled);
 
-    /** The bus that the command's output names; empty when it names none or is no property list. Any thread.
-     */
+    /** The bus that the command's output names; empty without one, or without property list. Any thread. */
     static QString BusProtocol(const QByteArray& baPList);
 
     /**

@@ -258,6 +258,7 @@ void tst_CDestinationDiscovery::CommandsAndTheirVolumes()
     QCOMPARE(listVolume.size(), 1);
     QCOMPARE(listVolume[0].strPath, QStringLiteral("/Volumes/STICK"));
     QCOMPARE(listVolume[0].strName, QStringLiteral("STICK"));
+    QCOMPARE(listVolume[0].baDevice, QByteArray("/dev/disk7s1"));
     QCOMPARE(int(listVolume[0].enRole), nRole);
     QCOMPARE(LogLines(),
              QStringList{nRole == VOLUME_ROLE_SOURCE ? QStringLiteral("/Volumes/STICK")
@@ -380,7 +381,8 @@ void tst_CDestinationDiscovery::OwnMediumIsNeverListed()
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 1);
     QCOMPARE(int(listVolume[0].enRole), int(VOLUME_ROLE_OWN_MEDIUM));
-    QCOMPARE(LogLines(), QStringList());
+    QCOMPARE(listVolume[0].baDevice, baOwn);
+    QCOMPARE(LogLines(), QStringList{"skipped, the program runs from it: /Volumes/OWN"});
 }
 
 void tst_CDestinationDiscovery::OwnVolumeOnAnotherBusIsASource()
