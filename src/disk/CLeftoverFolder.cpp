@@ -1,10 +1,14 @@
 #include "disk/CLeftoverFolder.h"
 
+#include "disk/CDestinationDiscovery.h"
 #include "disk/platform/CVolumeInfo.h"
 #include "files/CFolderReader.h"
+#include "log/CLogTarnwick.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 
 #include <cerrno>
 #include <climits>
@@ -113,4 +117,26 @@ bool CLeftoverFolder::IsHarmlessToRemove(const QString& strFolder, QString* pRea
         return RefuseUnknown(pReason, baFolder, errno);
     }
     return HoldsNoMountPoint(baReal, pReason) && HoldsOnlyFolders(folder, baReal, status.st_dev, 0, pReason);
+}
+
+// The command is pointed at the folder of all volumes, not at the one mount
+// point, so it may run only when nothing at all stands there that could be lost.
+void CLeftoverFolder::CleanMountPoint(const QString& strVolume)
+{
+    const QString strMountPoint = CDestinationDiscovery::VolumesFolder() + QLatin1Char('/') + strVolume;
+    if (strVolume.isEmpty() || !QFileInfo::exists(strMountPoint)) {
+        return;
+    }
+    const QString strFolder = QFileInfo(strMountPoint).absolutePath();
+    QString strReason;
+    if (!IsHarmlessToRemove(strFolder, &strReason)) {
+        g_TarnwickLog.LogExt(
+            QStringLiteral("left-over mount point kept, \"%1\" is not empty: %2").arg(strFolder, strReason));
+        return;
+    }
+    g_TarnwickLog.LogExt(QStringLiteral("cleaning left-over mount points in \"%1\"").arg(strFolder));
+    // Destroyed at once on purpose: nothing waits for the clean-up, and ending
+    // this function ends the command with it.
+    QProcess process;
+    process.start(QStringLiteral("rm"), {QStringLiteral("-rf"), strFolder});
 }

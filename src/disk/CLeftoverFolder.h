@@ -3,9 +3,8 @@
 #include <QString>
 
 /**
- * The check before a left-over mount-point folder is cleaned away: a pulled
- * disk can leave its empty folder behind, and the clean-up is pointed at that
- * folder's parent, where other volumes may be mounted.
+ * The clean-up of left-over mount points: a disk that is pulled can leave its
+ * empty folder behind, which would be mistaken for a volume.
  */
 class CLeftoverFolder
 {
@@ -17,4 +16,10 @@ public:
      * may be a mount point, but not a link. Any thread.
      */
     static bool IsHarmlessToRemove(const QString& strFolder, QString* pReason);
+
+    /**
+     * Starts to clean away what the removed volume of this name has left; the
+     * log tells, also when something stands in the way. Waits for nothing.
+     */
+    static void CleanMountPoint(const QString& strVolume);
 };

@@ -1,7 +1,6 @@
 #include "pages/CCopyFileWidget.h"
 
 #include "copy/CCopyFileThread.h"
-#include "disk/CDestinationDiscovery.h"
 #include "disk/CLeftoverFolder.h"
 #include "kit/CDecorationAccess.h"
 #include "kit/CSkinMgr.h"
@@ -12,9 +11,7 @@
 #include "tree/CDirModel.h"
 #include "ui_CCopyFileWidget.h"
 
-#include <QFileInfo>
 #include <QMovie>
-#include <QProcess>
 #include <QTimer>
 
 #include <utility>
@@ -320,7 +317,7 @@ void CCopyFileWidget::USBExtract()
     ApplyStatus(COPY_STATUS_STOP);
     m_waiting.reset();
     m_pMovie->stop();
-    CleanMountPoint();
+    CLeftoverFolder::CleanMountPoint(m_strUsbName);
     CloseQuestion();
     if (m_pFinishBox) {
         m_pFinishBox->hide();
@@ -334,28 +331,4 @@ void CCopyFileWidget::USBExtract()
     box.setIcon(QStringLiteral(":/res/Tip/tips.png"));
     box.exec();
     emit SignalCopyFileFinish();
-}
-
-// A disk that is pulled can leave its mount point behind as an empty folder,
-// which would be mistaken for a volume. The command is pointed at the folder of
-// all volumes, not at the one mount point, so it may run only when nothing at
-// all stands there that could be lost.
-void CCopyFileWidget::CleanMountPoint() const
-{
-    const QString strMountPoint = CDestinationDiscovery::VolumesFolder() + QLatin1Char('/') + m_strUsbName;
-    if (m_strUsbName.isEmpty() || !QFileInfo::exists(strMountPoint)) {
-        return;
-    }
-    const QString strFolder = QFileInfo(strMountPoint).absolutePath();
-    QString strReason;
-    if (!CLeftoverFolder::IsHarmlessToRemove(strFolder, &strReason)) {
-        g_TarnwickLog.LogExt(
-            QStringLiteral("left-over mount point kept, \"%1\" is not empty: %2").arg(strFolder, strReason));
-        return;
-    }
-    g_TarnwickLog.LogExt(QStringLiteral("cleaning left-over mount points in \"%1\"").arg(strFolder));
-    // Destroyed at once on purpose: nothing waits for the clean-up, and ending
-    // the page's function ends the command with it.
-    QProcess process;
-    process.start(QStringLiteral("rm"), {QStringLiteral("-rf"), strFolder});
 }

@@ -97,7 +97,6 @@ private:
     void ShowTime(const QString& strTime);
     void HoldPainting();
     void LetPaint();
-    void CleanMountPoint() const;
 
     std::unique_ptr<Ui_CCopyFileWidget> m_pForm;
     CCopyFileThread* m_pCopyThread = nullptr;
