@@ -35,7 +35,6 @@ CCopyFileWidget::CCopyFileWidget(QWidget* parent)
 
 CCopyFileWidget::~CCopyFileWidget()
 {
-    m_waiting.reset();
     m_pCopyThread->SetCopyStatus(COPY_STATUS_STOP);
     m_pCopyThread->wait();
 }
@@ -84,48 +83,38 @@ void CCopyFileWidget::InitConnect()
 
 void CCopyFileWidget::OnCopyFile(qint64 totalSize, QString destPath, QString usbName)
 {
-    ++m_nCopy;
-    m_bEnded = false;
-    m_bRemovalTold = false;
     m_enStatus = COPY_STATUS_RUN;
     m_strUsbName = std::move(usbName);
+    m_order = {totalSize, std::move(destPath)};
 
+    // It is about the copy before.
+    CloseQuestion();
     m_pMovie->start();
     m_pForm->m_pProgress->setValue(0);
     m_pForm->m_pCopyTitleLab->clear();
     ShowTime(tr("Calculating..."));
 
-    const STCopyOrder stOrder{totalSize, std::move(destPath)};
-    if (m_bWorkerBusy) {
-        m_waiting = stOrder;
-        return;
+    if (m_stage.Begin()) {
+        StartWorker();
     }
-    StartWorker(stOrder);
 }
 
-void CCopyFileWidget::StartWorker(const STCopyOrder& stOrder)
+void CCopyFileWidget::StartWorker()
 {
     // Whatever an earlier worker had to say has arrived by now, so a removal
     // that found no worker running must not silence the end of this copy.
     m_bExtract = false;
-    m_bWorkerBusy = true;
-    m_nWorkerCopy = m_nCopy;
-    m_pCopyThread->SetCopyParam(stOrder.nTotalSize, CDirModel::GetInstence()->GetRootNode(),
-                                stOrder.strDestPath, COPY_STATUS_RUN);
-    if (m_enStatus != COPY_STATUS_RUN) {
-        m_pCopyThread->SetCopyStatus(m_enStatus);
-    }
+    // A copy that has waited may have been paused meanwhile.
+    m_pCopyThread->SetCopyParam(m_order.nTotalSize, CDirModel::GetInstence()->GetRootNode(),
+                                m_order.strDestPath, m_enStatus);
     m_pCopyThread->start(QThread::TimeCriticalPriority);
 }
 
 // Arrives after every other signal of that run.
 void CCopyFileWidget::OnWorkerFinished()
 {
-    m_bWorkerBusy = false;
-    if (m_waiting) {
-        const STCopyOrder stOrder = *m_waiting;
-        m_waiting.reset();
-        StartWorker(stOrder);
+    if (m_stage.WorkerEnded()) {
+        StartWorker();
     }
 }
 
@@ -133,24 +122,22 @@ void CCopyFileWidget::SetCopyStatus(int nStatus)
 {
     // The exit question pauses and resumes without knowing that the user, or a
     // removed disk, has stopped the copy already.
-    if (m_bWorkerBusy && m_enStatus == COPY_STATUS_STOP) {
-        return;
+    if (!IsStopping()) {
+        ApplyStatus(static_cast<ENCopyStatus>(nStatus));
     }
-    ApplyStatus(static_cast<ENCopyStatus>(nStatus));
 }
+
+// Stopped, and the worker has not come to it yet.
+bool CCopyFileWidget::IsStopping() const { return m_stage.IsWorkerBusy() && m_enStatus == COPY_STATUS_STOP; }
 
 int CCopyFileWidget::GetCopyStatus() const { return m_enStatus; }
 
 QString CCopyFileWidget::GetCopyUsbName() const { return m_strUsbName; }
 
-// True while the worker is not through with a copy before the present one. That
-// copy has been reported, and stays stopped whatever happens to the present one.
-bool CCopyFileWidget::IsWorkerOfEarlierCopy() const { return m_bWorkerBusy && m_nWorkerCopy != m_nCopy; }
-
 void CCopyFileWidget::ApplyStatus(ENCopyStatus enStatus)
 {
     m_enStatus = enStatus;
-    if (!IsWorkerOfEarlierCopy()) {
+    if (!m_stage.IsWorkerOfEarlierCopy()) {
         m_pCopyThread->SetCopyStatus(enStatus);
     }
 }
@@ -171,7 +158,7 @@ void CCopyFileWidget::ShowTime(const QString& strTime)
 
 void CCopyFileWidget::SlotGetCopyInfo(const QString& strFileName, int nPercent)
 {
-    if (IsWorkerOfEarlierCopy()) {
+    if (m_stage.IsWorkerOfEarlierCopy()) {
         return;
     }
     HoldPainting();
@@ -204,7 +191,7 @@ void CCopyFileWidget::LetPaint()
 
 void CCopyFileWidget::SlotCopyRemainTime(qint64 nSeconds)
 {
-    if (IsWorkerOfEarlierCopy() || nSeconds <= 0) {
+    if (m_stage.IsWorkerOfEarlierCopy() || nSeconds <= 0) {
         return;
     }
     ShowTime(RemainTimeText(nSeconds));
@@ -212,11 +199,10 @@ void CCopyFileWidget::SlotCopyRemainTime(qint64 nSeconds)
 
 void CCopyFileWidget::SlotCopyFinish()
 {
-    if (m_bExtract || IsWorkerOfEarlierCopy()) {
+    if (m_bExtract || !m_stage.Finish()) {
         m_bExtract = false;
         return;
     }
-    m_bEnded = true;
     m_pMovie->stop();
     CloseQuestion();
     ShowTime(QStringLiteral("00:00:00"));
@@ -241,19 +227,17 @@ void CCopyFileWidget::SlotCopyFinish()
 
 bool CCopyFileWidget::SlotCancelBtnClick()
 {
-    if (m_bWorkerBusy && m_enStatus == COPY_STATUS_STOP) {
-        return true; // stopped already, the worker has not come to it yet
+    if (IsStopping()) {
+        return true;
     }
-    const quint64 nCopy = m_nCopy;
-    const bool bEnded = m_bEnded;
     ApplyStatus(COPY_STATUS_PAUSE);
     m_pMovie->setPaused(true);
 
-    const int nAnswer = AskStop();
-    if (m_nCopy != nCopy || m_bEnded != bEnded) {
+    const std::optional<int> nAnswer = AskStop();
+    if (!nAnswer) {
         return true; // the copy has ended while the question was open
     }
-    switch (nAnswer) {
+    switch (*nAnswer) {
     case 0: // closed from the title bar
     case Style_No:
     case Style_Cancel:
@@ -269,7 +253,8 @@ bool CCopyFileWidget::SlotCancelBtnClick()
     }
 }
 
-int CCopyFileWidget::AskStop()
+// Nothing when the question was taken away.
+std::optional<int> CCopyFileWidget::AskStop()
 {
     KvMessageBox box(
         tr("Your data might not be copied completely, are you sure to stop the copying process?"),
@@ -278,22 +263,20 @@ int CCopyFileWidget::AskStop()
     box.setIcon(QStringLiteral(":/res/Tip/tips_mark.png"));
     m_pQuestion = &box;
     box.exec();
+    if (!m_pQuestion) {
+        return std::nullopt;
+    }
     m_pQuestion = nullptr;
     return box.GetClickedBtn();
 }
 
 void CCopyFileWidget::StopByUser()
 {
-    const bool bWorkerWillTell = m_bWorkerBusy && !IsWorkerOfEarlierCopy();
     ApplyStatus(COPY_STATUS_STOP);
-    if (bWorkerWillTell || m_nCopy == 0 || m_bEnded) {
+    if (!m_stage.Stop()) {
         return;
     }
-    // No worker runs for this copy, so none will report its end: either the
-    // page still waits for an earlier one, or it refused to start.
     g_TarnwickLog.LogExt(QStringLiteral("copy ended before it began"));
-    m_waiting.reset();
-    m_bEnded = true;
     m_pMovie->stop();
     emit SignalCopyFileFinish();
 }
@@ -303,19 +286,17 @@ void CCopyFileWidget::CloseQuestion()
 {
     if (m_pQuestion) {
         m_pQuestion->hide();
+        m_pQuestion = nullptr;
     }
 }
 
 void CCopyFileWidget::USBExtract()
 {
-    if (m_bRemovalTold) {
-        return; // one removal comes as several events, some while the user is still reading
+    if (!m_stage.Remove()) {
+        return; // told already, or the user is still reading it
     }
-    m_bRemovalTold = true;
-    m_bEnded = true;
     m_bExtract = true;
     ApplyStatus(COPY_STATUS_STOP);
-    m_waiting.reset();
     m_pMovie->stop();
     CLeftoverFolder::CleanMountPoint(m_strUsbName);
     CloseQuestion();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "copy/ENCopyStatus.h"
+#include "pages/CCopyStage.h"
 
 #include <QString>
 #include <QWidget>
@@ -80,18 +81,18 @@ signals:
 private:
     struct STCopyOrder
     {
-        qint64 nTotalSize = 0;
-        QString strDestPath;
+        qint64 nTotalSize = 0; ///< bytes
+        QString strDestPath; ///< folder to copy into
     };
 
     void InitData();
     void InitView();
     void InitConnect();
-    void StartWorker(const STCopyOrder& stOrder);
+    void StartWorker();
     void OnWorkerFinished();
-    bool IsWorkerOfEarlierCopy() const;
+    bool IsStopping() const;
     void ApplyStatus(ENCopyStatus enStatus);
-    int AskStop();
+    std::optional<int> AskStop();
     void StopByUser();
     void CloseQuestion();
     void ShowTime(const QString& strTime);
@@ -107,10 +108,6 @@ private:
     bool m_bExtract = false; // the worker's last signal has nothing to report: the removal was reported
     KvMessageBox* m_pFinishBox = nullptr;
     KvMessageBox* m_pQuestion = nullptr; // while it is open
-    std::optional<STCopyOrder> m_waiting; // given, but the earlier worker has not ended yet
-    quint64 m_nCopy = 0; // number of the present copy
-    quint64 m_nWorkerCopy = 0; // number of the copy that the worker was started for
-    bool m_bWorkerBusy = false; // from its start until everything it sent has arrived
-    bool m_bEnded = false; // the present copy's end has been or is being reported
-    bool m_bRemovalTold = false; // so that one removal gives one message
+    STCopyOrder m_order; // the present copy's
+    CCopyStage m_stage;
 };
