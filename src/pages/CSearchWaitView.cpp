@@ -15,10 +15,6 @@ CSearchWaitView::CSearchWaitView(QWidget* parent)
     , m_pForm(std::make_unique<Ui_CSearchWaitView>())
 {
     m_pForm->setupUi(this);
-    setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
-                   | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint);
-    setAttribute(Qt::WA_TranslucentBackground, true);
-    setFocus(Qt::OtherFocusReason);
     InitView();
     InitData();
 }
@@ -64,11 +60,4 @@ void CSearchWaitView::InitData()
     auto* pMovie = new QMovie;
     pMovie->setFileName(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/searching.gif")));
     m_pForm->label_gif->setMovie(pMovie);
-}
-
-void CSearchWaitView::paintEvent(QPaintEvent* pEvent)
-{
-    m_Shadow.Paint(this);
-    // Not the base's: it would lay its own shadow over this one.
-    QWidget::paintEvent(pEvent); // NOLINT(bugprone-parent-virtual-call)
 }

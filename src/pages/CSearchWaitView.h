@@ -1,7 +1,6 @@
 #pragma once
 
 #include "kit/KvStyleDialog.h"
-#include "kit/KvStyleShadow.h"
 
 #include <QString>
 
@@ -23,8 +22,7 @@ public:
     explicit CSearchWaitView(QWidget* parent = nullptr);
     ~CSearchWaitView() override;
 
-    /** Sets message and title. A message wider than one line wraps, and the label stays wrapping from then
-     * on. */
+    /** Sets message and title. From the first message that is wider than one line on the label wraps. */
     void SetText(const QString& strMessage, const QString& strTitle);
 
     /** Starts (true) or stops (false) the animation; does nothing when it is in that state already. */
@@ -36,10 +34,6 @@ public:
     /** Gives the dialog its animation, at rest; called once by the constructor. */
     void InitData();
 
-protected:
-    void paintEvent(QPaintEvent* pEvent) override;
-
 private:
-    KvStyleShadow m_Shadow;
     std::unique_ptr<Ui_CSearchWaitView> m_pForm;
 };
