@@ -5,7 +5,6 @@
 #include "kit/SkinFont.h"
 #include "ui_KvMessageBox.h"
 
-#include <QApplication>
 #include <QDesktopServices>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -36,44 +35,41 @@ static int BalancedMargin(const QLabel& label, int nWidth)
 
 KvMessageBox::KvMessageBox(const QString& strContent, int nStyle, QWidget* parent)
     : KvStyleDialog(parent)
-    , m_strContent(strContent)
-    , m_nStyle(nStyle)
     , m_pForm(std::make_unique<Ui_KvMessageBox>())
 {
     m_pForm->setupUi(this);
-    setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
-                   | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint);
-    setAttribute(Qt::WA_TranslucentBackground);
-    InitImage();
-    setFocus(Qt::OtherFocusReason);
-    InitMessage();
-    InitFonts();
+    setFixedSize(BOX_WIDTH, BOX_HEIGHT);
+    setIcon(QStringLiteral(":/res/Tip/tips_mark.png"));
+    InitMessage(strContent);
+    InitButtons(nStyle);
     InitConnect();
     InitTabOrder();
-    ShowButtons();
 }
 
 KvMessageBox::~KvMessageBox() = default;
 
 int KvMessageBox::GetClickedBtn() const { return m_nClickedBtn; }
 
-void KvMessageBox::SetBtnText(const KvMessageBox_Style& enWhich, const QString& strText)
+QPushButton* KvMessageBox::Button(KvMessageBox_Style enWhich) const
 {
     switch (enWhich) {
     case Style_Yes:
-        m_pForm->pushButton_yes->setText(strText);
-        break;
+        return m_pForm->pushButton_yes;
     case Style_No:
-        m_pForm->pushButton_no->setText(strText);
-        break;
+        return m_pForm->pushButton_no;
     case Style_Ok:
-        m_pForm->pushButton_ok->setText(strText);
-        break;
+        return m_pForm->pushButton_ok;
     case Style_Cancel:
-        m_pForm->pushButton_cancel->setText(strText);
-        break;
+        return m_pForm->pushButton_cancel;
     default:
-        break;
+        return nullptr;
+    }
+}
+
+void KvMessageBox::SetBtnText(const KvMessageBox_Style& enWhich, const QString& strText)
+{
+    if (QPushButton* pButton = Button(enWhich)) {
+        pButton->setText(strText);
     }
 }
 
@@ -114,12 +110,12 @@ void KvMessageBox::setBoxContentSize(int nMinWidth, int nMinHeight, int nMaxWidt
 // itself. Passed on, they let the box be dragged by its message as well.
 bool KvMessageBox::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
-    if (m_bPressed && pEvent->type() == QEvent::MouseMove) {
+    if (IsDragged() && pEvent->type() == QEvent::MouseMove) {
         pEvent->ignore();
         return true;
     }
     if (pEvent->type() == QEvent::MouseButtonRelease) {
-        m_bPressed = false;
+        EndDrag();
     }
     return KvStyleDialog::eventFilter(pWatched, pEvent);
 }
@@ -157,85 +153,46 @@ void KvMessageBox::BalanceLines()
     m_pForm->label->setContentsMargins(nMargin, 0, nMargin, 0);
 }
 
-void KvMessageBox::paintEvent(QPaintEvent* pEvent)
-{
-    m_Shadow.Paint(this);
-    // Not the base dialog's: it would lay its shadow over this one.
-    QWidget::paintEvent(pEvent); // NOLINT(bugprone-parent-virtual-call)
-}
-
+// The box takes every event of the mouse, the base only those of a drag.
 void KvMessageBox::mousePressEvent(QMouseEvent* pEvent)
 {
-    if (pEvent->button() == Qt::LeftButton) {
-        setFocus(Qt::OtherFocusReason);
-        m_bPressed = true;
-        m_ptPress = pEvent->pos();
-    }
+    KvStyleDialog::mousePressEvent(pEvent);
     pEvent->accept();
 }
 
-// The box keeps a drag state of its own beside its base's; the threshold is
-// held against the would-be corner here, too.
 void KvMessageBox::mouseMoveEvent(QMouseEvent* pEvent)
 {
-    pEvent->accept();
-    if (!m_bPressed || pEvent->buttons() == Qt::NoButton) {
-        return;
-    }
-    const QPoint ptNew = pEvent->globalPos() - m_ptPress;
-    if (ptNew.manhattanLength() > QApplication::startDragDistance()) {
-        move(ptNew);
-        m_ptPress = pEvent->globalPos() - pos();
-        repaint();
-    }
-}
-
-void KvMessageBox::mouseReleaseEvent(QMouseEvent* pEvent)
-{
-    m_bPressed = false;
+    KvStyleDialog::mouseMoveEvent(pEvent);
     pEvent->accept();
 }
 
-void KvMessageBox::InitImage()
-{
-    setFixedSize(BOX_WIDTH, BOX_HEIGHT);
-    setIcon(QStringLiteral(":/res/Tip/tips_mark.png"));
-    const QFont font = SkinFont(CSkinMgr::FONT_STYLE_PX_14);
-    for (QPushButton* pButton : {m_pForm->pushButton_yes, m_pForm->pushButton_ok}) {
-        pButton->setFont(font);
-        pButton->setObjectName(QStringLiteral("toolBtn"));
-    }
-    for (QPushButton* pButton : {m_pForm->pushButton_no, m_pForm->pushButton_cancel}) {
-        pButton->setFont(font);
-        pButton->setObjectName(QStringLiteral("toolBtnEx"));
-    }
-    m_pForm->label->setAlignment(Qt::AlignCenter);
-    m_bPressed = false;
-    m_ptPress = QPoint(0, 0);
-}
-
-void KvMessageBox::InitMessage()
+void KvMessageBox::InitMessage(const QString& strContent)
 {
     QLabel* pLabel = m_pForm->label;
     pLabel->setObjectName(QStringLiteral("label_text"));
     pLabel->setOpenExternalLinks(false);
     pLabel->setAlignment(Qt::AlignCenter);
     pLabel->setWordWrap(true);
+    pLabel->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_14));
     SetDialogInfomationContent(
         QStringLiteral("<html><head/><body><p style='line-height:25px'>%1</p></body></html>")
-            .arg(m_strContent));
+            .arg(strContent));
     CDecorationAccess::Mark({m_pForm->label_icon});
     pLabel->installEventFilter(this);
 }
 
-void KvMessageBox::InitFonts()
+void KvMessageBox::InitButtons(int nStyle)
 {
-    m_pForm->label->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_14));
-    // One step below the font that the buttons had got with their look.
-    const QFont font = SkinFont(CSkinMgr::FONT_STYLE_PX_13);
-    for (QPushButton* pButton : {m_pForm->pushButton_yes, m_pForm->pushButton_no, m_pForm->pushButton_ok,
-                                 m_pForm->pushButton_cancel}) {
-        pButton->setFont(font);
+    for (const KvMessageBox_Style enWhich : {Style_Yes, Style_No, Style_Ok, Style_Cancel}) {
+        // The style sheet fills the ones that agree and outlines the ones that refuse.
+        const bool bAgrees = enWhich == Style_Yes || enWhich == Style_Ok;
+        QPushButton* pButton = Button(enWhich);
+        pButton->setObjectName(bAgrees ? QStringLiteral("toolBtn") : QStringLiteral("toolBtnEx"));
+        pButton->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
+        pButton->setVisible(nStyle & enWhich);
+    }
+    if ((nStyle & ALL_BUTTONS) == ALL_BUTTONS) {
+        m_pForm->horizontalLayout->setSpacing(SPACING_OF_ALL_BUTTONS);
     }
 }
 
@@ -256,17 +213,6 @@ void KvMessageBox::InitTabOrder()
 {
     setTabOrder(m_pForm->pushButton_no, m_pForm->btnClose);
     setTabOrder(m_pForm->pushButton_no, m_pForm->pushButton_ok);
-}
-
-void KvMessageBox::ShowButtons()
-{
-    m_pForm->pushButton_yes->setVisible(m_nStyle & Style_Yes);
-    m_pForm->pushButton_no->setVisible(m_nStyle & Style_No);
-    m_pForm->pushButton_ok->setVisible(m_nStyle & Style_Ok);
-    m_pForm->pushButton_cancel->setVisible(m_nStyle & Style_Cancel);
-    if ((m_nStyle & ALL_BUTTONS) == ALL_BUTTONS) {
-        m_pForm->horizontalLayout->setSpacing(SPACING_OF_ALL_BUTTONS);
-    }
 }
 
 void KvMessageBox::CloseWith(int nResult)

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "kit/KvStyleDialog.h"
-#include "kit/KvStyleShadow.h"
 
-#include <QPoint>
 #include <QString>
 
 #include <memory>
 
+class QPushButton;
 class Ui_KvMessageBox;
 
 /** The buttons of a message box, to be combined by bits, and the answer that each one gives. */
@@ -39,8 +38,7 @@ public:
     KvMessageBox(const QString& strContent, int nStyle, QWidget* parent = nullptr);
     ~KvMessageBox() override;
 
-    /** The KvMessageBox_Style value of the button that closed the box; 0 when it was closed in another way.
-     */
+    /** The KvMessageBox_Style value of the button that closed the box; 0 when none did. */
     int GetClickedBtn() const;
 
     /** Sets the text of one button; a combination of buttons or an unknown value changes nothing. */
@@ -49,8 +47,7 @@ public:
     /** Sets the texts of all four buttons. */
     void SetButtonText(QString strYes, QString strNo, QString strOk, QString strCancel);
 
-    /** Shows another image (file or resource path) above the message; an unreadable one leaves the place
-     * empty. */
+    /** Shows another image (file or resource path) above the message; none when it cannot be read. */
     void setIcon(QString strPath);
 
     /** Hides the image above the message. */
@@ -89,26 +86,18 @@ public slots:
 
 protected:
     void showEvent(QShowEvent* pEvent) override;
-    void paintEvent(QPaintEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
-    void mouseReleaseEvent(QMouseEvent* pEvent) override;
 
 private:
-    void InitImage();
-    void InitMessage();
-    void InitFonts();
+    void InitMessage(const QString& strContent);
+    void InitButtons(int nStyle);
     void InitConnect();
     void InitTabOrder();
-    void ShowButtons();
+    QPushButton* Button(KvMessageBox_Style enWhich) const;
     void BalanceLines();
     void CloseWith(int nResult);
 
-    QString m_strContent;
-    int m_nStyle = 0;
     int m_nClickedBtn = 0;
-    bool m_bPressed = false;
-    QPoint m_ptPress;
-    KvStyleShadow m_Shadow;
     std::unique_ptr<Ui_KvMessageBox> m_pForm;
 };

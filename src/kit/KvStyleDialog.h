@@ -31,6 +31,12 @@ protected:
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
 
+    /** True from a press on the surface to its release. */
+    bool IsDragged() const { return m_bPressed; }
+
+    /** Ends a drag whose release another widget has got. */
+    void EndDrag() { m_bPressed = false; }
+
 private:
     void ClipToPanel();
 

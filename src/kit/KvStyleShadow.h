@@ -9,10 +9,6 @@ class QWidget;
 class KvStyleShadow
 {
 public:
-    /** There is nothing to keep between two paintings. */
-    KvStyleShadow() = default;
-    ~KvStyleShadow() = default;
-
     /**
      * Paints panel and shadow into the widget, which must be inside its
      * paintEvent (GUI thread). The outer 4 pixels belong to the shadow and need
