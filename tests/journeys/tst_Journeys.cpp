@@ -1,7 +1,8 @@
 #include "journeys/CJourney.h"
-#include "journeys/JourneyFiles.h"
 #include "support/CTreeCompare.h"
 #include "support/CVolume.h"
+#include "support/TestFiles.h"
+#include "support/Texts.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,19 +12,6 @@
 
 #include <memory>
 #include <sys/mount.h>
-
-static const QString TEXT_COMPLETED = QStringLiteral("Copy file completed!");
-static const QString TEXT_STOP
-    = QStringLiteral("Your data might not be copied completely, are you sure to stop the copying process?");
-static const QString TEXT_EXIT
-    = QStringLiteral("Your computer will restart if you exit the program. Are you sure you want to exit?");
-static const QString TEXT_REMOVED = QStringLiteral("The destination storage device has been removed! Please "
-                                                   "check and connect the storage device then try again.");
-static const QString TEXT_READ_ONLY = QStringLiteral("Your drive may be damaged and Tarnwick can not write "
-                                                     "to this drive, please change another one and retry.");
-static const QString TEXT_NO_SPACE
-    = QStringLiteral("No enough space, please select other Hard Disk or USB flash drive.");
-static const QString TEXT_PROMPT = QStringLiteral("Select Destination Disk:");
 
 static const int PAGE_SELECT = 0;
 static const int PAGE_COPY = 1;

@@ -1,8 +1,9 @@
 #include "journeys/CJourney.h"
 #include "journeys/CReader.h"
-#include "journeys/JourneyFiles.h"
 #include "support/CTreeCompare.h"
 #include "support/CVolume.h"
+#include "support/TestFiles.h"
+#include "support/Texts.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,11 +14,6 @@
 
 static const QString PROGRAM = QStringLiteral("TarnwickMacPE");
 static const QString VOLUME = QStringLiteral("/Volumes/Macintosh HD");
-static const QString TEXT_COMPLETED = QStringLiteral("Copy file completed!");
-static const QString TEXT_STOP
-    = QStringLiteral("Your data might not be copied completely, are you sure to stop the copying process?");
-static const QString TEXT_EXIT
-    = QStringLiteral("Your computer will restart if you exit the program. Are you sure you want to exit?");
 
 static const QString BUTTON = QStringLiteral("push button");
 static const QString COMBO = QStringLiteral("combo box");

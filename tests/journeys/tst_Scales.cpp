@@ -1,6 +1,6 @@
 #include "journeys/CJourney.h"
-#include "journeys/JourneyFiles.h"
 #include "support/CVolume.h"
+#include "support/TestFiles.h"
 
 #include <QDir>
 #include <QFile>

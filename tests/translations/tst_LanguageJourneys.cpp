@@ -1,7 +1,8 @@
 #include "journeys/CJourney.h"
-#include "journeys/JourneyFiles.h"
 #include "settings/PListSerializer.h"
 #include "support/CVolume.h"
+#include "support/TestFiles.h"
+#include "support/Texts.h"
 #include "translations/CTranslations.h"
 
 #include <QDir>
@@ -14,9 +15,6 @@
 
 static const QString PREFERENCES = QStringLiteral("/Library/Preferences/.GlobalPreferences.plist");
 static const QString SOURCE_VOLUME = QStringLiteral("/Volumes/Macintosh HD");
-static const char TEXT_EXIT[]
-    = "Your computer will restart if you exit the program. Are you sure you want to exit?";
-static const char TEXT_PROMPT[] = "Select Destination Disk:";
 static const int SLOW_MS = 20;
 
 /** The real program under each system language: what its window says is read back. */
@@ -182,7 +180,8 @@ void tst_LanguageJourneys::bothPagesAndTheExitQuestion()
     QCOMPARE(QDir(stick.Path()).entryList({strFolder}, QDir::Dirs).size(), 1);
 
     // The probe tells the box's text with ordinary blanks.
-    const QString strExit = Tr("CTarnwickMacPE", TEXT_EXIT).replace(QChar::Nbsp, QLatin1Char(' '));
+    const QString strExit
+        = Tr("CTarnwickMacPE", qPrintable(TEXT_EXIT)).replace(QChar::Nbsp, QLatin1Char(' '));
     m_pJourney->Click(m_pJourney->Widget(QStringLiteral("m_pCloseBtn")));
     QVERIFY(m_pJourney->WaitForBox(strExit));
     const QStringList listButton = m_pJourney->Modal().value(QStringLiteral("buttons")).toObject().keys();
@@ -222,7 +221,7 @@ void tst_LanguageJourneys::preferences()
     Prefer(listCode);
     Begin(strLanguage);
     CompareSelectionPage();
-    QCOMPARE(Text(QStringLiteral("m_pUSBTitleLab")), Tr("CSelFileWidget", TEXT_PROMPT));
+    QCOMPARE(Text(QStringLiteral("m_pUSBTitleLab")), Tr("CSelFileWidget", qPrintable(TEXT_PROMPT)));
     const QString strFile = QStringLiteral("/Language/TarnwickMacPE_%1.qm").arg(strLanguage);
     QVERIFY2(m_pJourney->Errors().contains(strFile), qPrintable(m_pJourney->Errors()));
 }
