@@ -1,10 +1,14 @@
 #include "disk/CDestinationDiscovery.h"
-#include "disk/CPrivateMounts.h"
 #include "disk/platform/CVolumeInfo.h"
+#include "files/CFileNameCodec.h"
 #include "support/CLogCapture.h"
 #include "support/CTempTree.h"
+#include "support/CVolume.h"
 #include "support/LogFile.h"
 
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTest>
 #include <QThread>
 
 #include <csignal>
@@ -17,6 +21,7 @@ class tst_CDestinationDiscovery : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { CFileNameCodec::Install(); }
     void init();
     void cleanup();
     void Constants();
@@ -90,8 +95,7 @@ static QVector<STVolume> Scanned()
 
 void tst_CDestinationDiscovery::init()
 {
-    NEEDS_MOUNTS();
-    QVERIFY(CPrivateMounts::Clear());
+    NEEDS_VOLUMES();
     m_pTree = std::make_unique<CTempTree>();
     m_baPath = qgetenv("PATH");
     UseLogFile();
@@ -252,7 +256,7 @@ void tst_CDestinationDiscovery::CommandsAndTheirVolumes()
     QFETCH(int, nRole);
     CDestinationDiscovery::SetCommandTimeoutMs(1500);
     UseCommand(baScript);
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
 
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 1);
@@ -268,8 +272,8 @@ void tst_CDestinationDiscovery::CommandsAndTheirVolumes()
 
 void tst_CDestinationDiscovery::MissingCommand()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/B"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/B"));
     qputenv("PATH", QFile::encodeName(m_pTree->MkDir(QStringLiteral("empty"))));
     QElapsedTimer timer;
     timer.start();
@@ -285,7 +289,7 @@ void tst_CDestinationDiscovery::MissingCommand()
 
 void tst_CDestinationDiscovery::CommandThatIsNoProgram()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
     const QString strCommand = m_pTree->Write(QStringLiteral("bin/diskutil"),
                                               "\x7f"
                                               "ELF is not all it takes");
@@ -314,7 +318,7 @@ void tst_CDestinationDiscovery::DiagnosticsSayWhatFailed()
     QFETCH(QString, strPart);
     CDestinationDiscovery::SetCommandTimeoutMs(700);
     UseCommand(baScript);
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
     const CLogCapture capture;
     QCOMPARE(Scanned().size(), 1);
     QVERIFY2(capture.HasPart(strPart.isEmpty() ? QStringLiteral("Disk query") : strPart) != strPart.isEmpty(),
@@ -336,7 +340,7 @@ void tst_CDestinationDiscovery::CommandIsAskedForTheDeviceInOneArgument()
 {
     QFETCH(QByteArray, baDevice);
     UseCommand(Prints(Bus("USB")));
-    QVERIFY(CPrivateMounts::Mount(baDevice, "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount(baDevice, "/Volumes/STICK"));
     QCOMPARE(Scanned().size(), 1);
     QCOMPARE(Asked(), QByteArrayList{"3|info|-plist|" + baDevice + "|"});
 }
@@ -358,8 +362,8 @@ void tst_CDestinationDiscovery::NamesThatAreText()
 {
     QFETCH(QString, strName);
     UseCommand("[ \"$3\" = /dev/disk7s1 ] || exit 1\n" + Prints(Bus("USB")));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/" + strName.toUtf8()));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/line\nbreak"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/" + strName.toUtf8()));
+    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/line\nbreak"));
     QStringList listFound;
     for (const STVolume& volume : Scanned()) {
         listFound.append(QString::number(volume.enRole) + volume.strName + volume.strPath);
@@ -377,7 +381,7 @@ void tst_CDestinationDiscovery::OwnMediumIsNeverListed()
     UseCommand(Prints(Bus("USB")));
     const QByteArray baOwn = CVolumeInfo::DeviceOf(QCoreApplication::applicationDirPath());
     QVERIFY(!baOwn.isEmpty());
-    QVERIFY(CPrivateMounts::Mount(baOwn, "/Volumes/OWN"));
+    QVERIFY(CVolume::Mount(baOwn, "/Volumes/OWN"));
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 1);
     QCOMPARE(int(listVolume[0].enRole), int(VOLUME_ROLE_OWN_MEDIUM));
@@ -389,7 +393,7 @@ void tst_CDestinationDiscovery::OwnVolumeOnAnotherBusIsASource()
 {
     UseCommand(Prints(Bus("SATA")));
     const QByteArray baOwn = CVolumeInfo::DeviceOf(QCoreApplication::applicationDirPath());
-    QVERIFY(CPrivateMounts::Mount(baOwn, "/Volumes/OWN"));
+    QVERIFY(CVolume::Mount(baOwn, "/Volumes/OWN"));
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 1);
     QCOMPARE(int(listVolume[0].enRole), int(VOLUME_ROLE_SOURCE));
@@ -401,8 +405,7 @@ void tst_CDestinationDiscovery::KeepsTheOrderOfTheFolderAndWritesTheLog()
     UseCommand("case $3 in *u) bus=USB ;; *) bus=SATA ;; esac\ncat <<END\n" + Bus("$bus") + "END\n");
     const QByteArrayList listName{"m", "b", "z", "a", "k"};
     for (int i = 0; i < listName.size(); ++i) {
-        QVERIFY(CPrivateMounts::Mount("/dev/" + listName[i] + (i % 2 == 0 ? "u" : "s"),
-                                      "/Volumes/" + listName[i]));
+        QVERIFY(CVolume::Mount("/dev/" + listName[i] + (i % 2 == 0 ? "u" : "s"), "/Volumes/" + listName[i]));
     }
     const QStringList listFolder
         = QDir(QStringLiteral("/Volumes")).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
@@ -428,8 +431,8 @@ void tst_CDestinationDiscovery::OnlyFoldersCount()
     UseCommand(Prints(Bus("USB")));
     QFile file(QStringLiteral("/Volumes/file"));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/.hidden"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/.hidden"));
     QVERIFY(QFile::link(QStringLiteral("/Volumes/STICK"), QStringLiteral("/Volumes/link")));
     QStringList listFound;
     for (const STVolume& volume : Scanned()) {
@@ -454,7 +457,7 @@ void tst_CDestinationDiscovery::CommandThatIgnoresTheEndIsKilledWithItsChildren(
 {
     CDestinationDiscovery::SetCommandTimeoutMs(200);
     UseCommand("trap '' TERM HUP INT\n" + CHILD_HANGS);
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
     QElapsedTimer timer;
     timer.start();
     QCOMPARE(Scanned().size(), 1);
@@ -474,7 +477,7 @@ void tst_CDestinationDiscovery::CommandThatHangsWithClosedOutputCostsNoProcessor
 {
     CDestinationDiscovery::SetCommandTimeoutMs(500);
     UseCommand("exec >&-\n" + HANGS);
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
     const qint64 nBefore = ProcessorTimeMs();
     QElapsedTimer timer;
     timer.start();
@@ -494,7 +497,7 @@ void tst_CDestinationDiscovery::CommandThatPrintsForEverEndsLongBeforeItsTime()
 {
     CDestinationDiscovery::SetCommandTimeoutMs(20000);
     UseCommand("exec yes '<plist>'\n");
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
     const qint64 nBefore = PeakMemoryMiB();
     QElapsedTimer timer;
     timer.start();
@@ -509,9 +512,9 @@ void tst_CDestinationDiscovery::TheNextVolumeIsAskedAfterAHang()
 {
     CDestinationDiscovery::SetCommandTimeoutMs(300);
     UseCommand("[ \"$3\" = /dev/good ] || exec sleep 600\n" + Prints(Bus("USB")));
-    QVERIFY(CPrivateMounts::Mount("/dev/bad1", "/Volumes/A"));
-    QVERIFY(CPrivateMounts::Mount("/dev/good", "/Volumes/B"));
-    QVERIFY(CPrivateMounts::Mount("/dev/bad2", "/Volumes/C"));
+    QVERIFY(CVolume::Mount("/dev/bad1", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/good", "/Volumes/B"));
+    QVERIFY(CVolume::Mount("/dev/bad2", "/Volumes/C"));
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 3);
     for (const STVolume& volume : listVolume) {
@@ -524,7 +527,7 @@ void tst_CDestinationDiscovery::TheNextVolumeIsAskedAfterAHang()
 void tst_CDestinationDiscovery::CancelledBeforeTheStart()
 {
     UseCommand(Prints(Bus("USB")));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
     const std::atomic<bool> bCancelled{true};
     const CLogCapture capture;
     int nFound = 0;
@@ -551,8 +554,8 @@ void tst_CDestinationDiscovery::CancelledDuringAHang()
     QFETCH(QByteArray, baScript);
     QFETCH(int, nProcesses);
     UseCommand(baScript);
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/B"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/B"));
     std::atomic<bool> bCancelled{false};
     std::atomic<int> nFound{0};
     std::atomic<bool> bWhole{true};
@@ -576,8 +579,8 @@ void tst_CDestinationDiscovery::CancelledDuringAHang()
 void tst_CDestinationDiscovery::CancelledBetweenTwoVolumes()
 {
     UseCommand(Prints(Bus("USB")));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/B"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/B"));
     std::atomic<bool> bCancelled{false};
     int nFound = 0;
     const bool bWhole = CDestinationDiscovery::Scan(
@@ -594,10 +597,10 @@ void tst_CDestinationDiscovery::CancelledBetweenTwoVolumes()
 void tst_CDestinationDiscovery::CancelledAfterTheLastVolume()
 {
     UseCommand(Prints(Bus("USB")));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
     std::atomic<bool> bCancelled{false};
     QVERIFY(!CDestinationDiscovery::Scan([&bCancelled](const STVolume&) { bCancelled = true; }, bCancelled));
 }
 
-PRIVATE_MOUNTS_TEST_MAIN(tst_CDestinationDiscovery)
+QTEST_GUILESS_MAIN(tst_CDestinationDiscovery)
 #include "tst_CDestinationDiscovery.moc"

@@ -1,11 +1,14 @@
 #include "disk/CDiskListener.h"
 #include "disk/CForbiddenCall.h"
-#include "disk/CPrivateMounts.h"
 #include "disk/platform/IDiskEventSource.h"
+#include "files/CFileNameCodec.h"
 #include "support/CLogCapture.h"
+#include "support/CVolume.h"
 #include "support/LogFile.h"
 
+#include <QDir>
 #include <QThread>
+#include <QtTest>
 
 /** The record that each event becomes, and who gets it. The functions build on each other in this order. */
 class tst_CDiskListener : public QObject
@@ -13,6 +16,7 @@ class tst_CDiskListener : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { CFileNameCodec::Install(); }
     void init();
     void TheSourcesStayAliveWithoutTheTableOfMounts();
     void SaysNothingBeforeTheStart();
@@ -64,13 +68,13 @@ void tst_CDiskListener::init()
 /** Done before anything else watches: /proc is out of sight for a moment. */
 void tst_CDiskListener::TheSourcesStayAliveWithoutTheTableOfMounts()
 {
-    NEEDS_MOUNTS();
+    NEEDS_VOLUMES();
     UseLogFile();
     const std::unique_ptr<IDiskEventSource> pSource = IDiskEventSource::Create();
     const CLogCapture capture;
-    QVERIFY(CPrivateMounts::Mount("hidden", "/proc"));
+    QVERIFY(CVolume::Mount("hidden", "/proc"));
     pSource->Start(Listener());
-    QVERIFY(CPrivateMounts::Unmount("/proc"));
+    QVERIFY(CVolume::Unmount("/proc"));
     const QStringList listExpected{
         QStringLiteral("No table of mounts: volumes that come or go are not noticed")};
     QCOMPARE(capture.Lines(), listExpected);
@@ -205,15 +209,15 @@ void tst_CDiskListener::SurvivesAnEventWithinAnEvent()
 
 void tst_CDiskListener::DeliversRealMountsOnTheThreadThatStarted()
 {
-    NEEDS_MOUNTS();
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK A"));
+    NEEDS_VOLUMES();
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK A"));
     QTRY_COMPARE(s_listSeen.size(), 1);
     QCOMPARE(s_listSeen[0].strDevicePath, QStringLiteral("/Volumes/STICK A"));
     QCOMPARE(int(s_listSeen[0].enType), 0);
     QCOMPARE(int(s_listSeen[0].nHasPath), 1);
     QCOMPARE(s_hThread, QThread::currentThreadId());
 
-    QVERIFY(CPrivateMounts::Unmount("/Volumes/STICK A"));
+    QVERIFY(CVolume::Unmount("/Volumes/STICK A"));
     QTRY_COMPARE(s_listSeen.size(), 2);
     QCOMPARE(s_listSeen[1].strDevicePath, QStringLiteral("/Volumes/STICK A"));
     QCOMPARE(int(s_listSeen[1].enType), 1);
@@ -223,7 +227,7 @@ void tst_CDiskListener::DeliversRealMountsOnTheThreadThatStarted()
 /** Done last: this thread gets no more sockets. */
 void tst_CDiskListener::TheSourcesStayAliveWithoutDeviceEvents()
 {
-    NEEDS_MOUNTS();
+    NEEDS_VOLUMES();
     if (!ForbidCall(__NR_socket, EAFNOSUPPORT)) {
         QSKIP("sockets cannot be forbidden here");
     }
@@ -238,9 +242,9 @@ void tst_CDiskListener::TheSourcesStayAliveWithoutDeviceEvents()
     }
     QTRY_COMPARE(LogLines(), QStringList{strExpected});
     // Once from the source that the listener started, once from this one.
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK B"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK B"));
     QTRY_COMPARE(s_listSeen.size(), 2);
 }
 
-PRIVATE_MOUNTS_TEST_MAIN(tst_CDiskListener)
+QTEST_GUILESS_MAIN(tst_CDiskListener)
 #include "tst_CDiskListener.moc"

@@ -1,9 +1,14 @@
 #include "disk/CForbiddenCall.h"
 #include "disk/CLeftoverFolder.h"
-#include "disk/CPrivateMounts.h"
+#include "files/CFileNameCodec.h"
 #include "support/CTempTree.h"
+#include "support/CVolume.h"
+
+#include <QDir>
+#include <QtTest>
 
 #include <linux/capability.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
@@ -14,6 +19,7 @@ class tst_CLeftoverFolder : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { CFileNameCodec::Install(); }
     void EmptyFolder();
     void EmptyFoldersInFolders();
     void FolderThatIsAMountPointItself();
@@ -63,8 +69,7 @@ void tst_CLeftoverFolder::EmptyFoldersInFolders()
 
 void tst_CLeftoverFolder::FolderThatIsAMountPointItself()
 {
-    NEEDS_MOUNTS();
-    QVERIFY(CPrivateMounts::Clear());
+    NEEDS_VOLUMES();
     QVERIFY(QDir().mkpath(QStringLiteral("/Volumes/STICK")));
     QCOMPARE(Reason(QStringLiteral("/Volumes")), QString());
 }
@@ -121,47 +126,46 @@ void tst_CLeftoverFolder::RefusesAFileDeepInside()
 
 void tst_CLeftoverFolder::RefusesAnEmptyMountPoint()
 {
-    NEEDS_MOUNTS();
-    QVERIFY(CPrivateMounts::Clear());
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK A"));
+    NEEDS_VOLUMES();
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK A"));
     QCOMPARE(Reason(QStringLiteral("/Volumes")), QStringLiteral("\"/Volumes/STICK A\" is a mount point"));
-    QVERIFY(CPrivateMounts::Unmount("/Volumes/STICK A"));
+    QVERIFY(CVolume::Unmount("/Volumes/STICK A"));
     QCOMPARE(Reason(QStringLiteral("/Volumes")), QString());
 }
 
 void tst_CLeftoverFolder::RefusesAMountPointInAnEmptyFolder()
 {
-    NEEDS_MOUNTS();
+    NEEDS_VOLUMES();
     CTempTree tree;
     const QByteArray baPoint = QFile::encodeName(tree.MkDir(QStringLiteral("STICK/a#b\nc")));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", baPoint));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", baPoint));
     QVERIFY(Reason(tree.Path()).endsWith(QStringLiteral("/STICK/a#b\nc\" is a mount point")));
-    QVERIFY(CPrivateMounts::Unmount(baPoint));
+    QVERIFY(CVolume::Unmount(baPoint));
 }
 
 /** Device numbers do not show this one. */
 void tst_CLeftoverFolder::RefusesAFolderMountedInsideItself()
 {
-    NEEDS_MOUNTS();
+    NEEDS_VOLUMES();
     CTempTree tree;
     const QByteArray baFrom = QFile::encodeName(tree.MkDir(QStringLiteral("from")));
     const QByteArray baPoint = QFile::encodeName(tree.MkDir(QStringLiteral("left/point")));
-    QVERIFY(CPrivateMounts::Bind(baFrom, baPoint));
+    QVERIFY(CVolume::Bind(baFrom, baPoint));
     QVERIFY(
         Reason(tree.Path(QStringLiteral("left"))).endsWith(QStringLiteral("/left/point\" is a mount point")));
-    QVERIFY(CPrivateMounts::Unmount(baPoint));
+    QVERIFY(CVolume::Unmount(baPoint));
 }
 
 void tst_CLeftoverFolder::RefusesAMountPointWhenGivenThroughALink()
 {
-    NEEDS_MOUNTS();
+    NEEDS_VOLUMES();
     CTempTree tree;
     const QByteArray baFrom = QFile::encodeName(tree.MkDir(QStringLiteral("from")));
     const QByteArray baPoint = QFile::encodeName(tree.MkDir(QStringLiteral("real/left/point")));
     tree.Link(QStringLiteral("alias"), QStringLiteral("real"));
-    QVERIFY(CPrivateMounts::Bind(baFrom, baPoint));
+    QVERIFY(CVolume::Bind(baFrom, baPoint));
     QVERIFY(!CLeftoverFolder::IsHarmlessToRemove(tree.Path(QStringLiteral("alias/left")), nullptr));
-    QVERIFY(CPrivateMounts::Unmount(baPoint));
+    QVERIFY(CVolume::Unmount(baPoint));
 }
 
 void tst_CLeftoverFolder::RefusesALinkAsTheFolder_data()
@@ -246,13 +250,13 @@ void tst_CLeftoverFolder::RefusesAFolderThatCannotBeReadToItsEnd()
 /** As if it were mounted after the table was read: the table is that of the main thread. */
 void tst_CLeftoverFolder::RefusesAVolumeThatTheTableDoesNotShowYet()
 {
-    NEEDS_MOUNTS();
+    NEEDS_VOLUMES();
     CTempTree tree;
     const QByteArray baPoint = QFile::encodeName(tree.MkDir(QStringLiteral("STICK")));
     bool bMounted = false;
     QString strReason;
     std::thread thread([&tree, &baPoint, &bMounted, &strReason] {
-        bMounted = ::unshare(CLONE_NEWNS) == 0 && CPrivateMounts::Mount("/dev/disk7s1", baPoint);
+        bMounted = ::unshare(CLONE_NEWNS) == 0 && CVolume::Mount("/dev/disk7s1", baPoint);
         strReason = Reason(tree.Path());
     });
     thread.join();
@@ -280,12 +284,11 @@ void tst_CLeftoverFolder::LivesWithoutARequestForTheReason()
 
 void tst_CLeftoverFolder::OtherVolumesMayStandBesideTheFolder()
 {
-    NEEDS_MOUNTS();
-    QVERIFY(CPrivateMounts::Clear());
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK 2"));
+    NEEDS_VOLUMES();
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK 2"));
     QVERIFY(QDir().mkpath(QStringLiteral("/Volumes/STICK")));
     QCOMPARE(Reason(QStringLiteral("/Volumes/STICK")), QString());
 }
 
-PRIVATE_MOUNTS_TEST_MAIN(tst_CLeftoverFolder)
+QTEST_GUILESS_MAIN(tst_CLeftoverFolder)
 #include "tst_CLeftoverFolder.moc"

@@ -1,8 +1,12 @@
-#include "disk/CPrivateMounts.h"
+#include "disk/VolumeNames.h"
 #include "disk/platform/linux/CMountWatch.h"
+#include "files/CFileNameCodec.h"
+#include "support/CVolume.h"
 
+#include <QDir>
 #include <QEventLoop>
 #include <QTimer>
+#include <QtTest>
 
 #include <sys/resource.h>
 
@@ -12,6 +16,7 @@ class tst_CMountWatch : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { CFileNameCodec::Install(); }
     void init();
     void ReportsMountAndUnmount_data();
     void ReportsMountAndUnmount();
@@ -35,34 +40,29 @@ private:
 
 void tst_CMountWatch::init()
 {
-    NEEDS_MOUNTS();
+    NEEDS_VOLUMES();
     m_listSeen.clear();
-    QVERIFY(CPrivateMounts::Clear());
 }
 
-void tst_CMountWatch::ReportsMountAndUnmount_data()
-{
-    AddVolumeNames();
-    QTest::newRow("not UTF-8") << QByteArray("\xff\xfe");
-}
+void tst_CMountWatch::ReportsMountAndUnmount_data() { AddVolumeNames(); }
 
 void tst_CMountWatch::ReportsMountAndUnmount()
 {
     QFETCH(QByteArray, baName);
     CMountWatch watch("/Volumes", Recorder());
     QVERIFY(watch.Start());
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/" + baName));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/" + baName));
     QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/" + baName});
-    QVERIFY(CPrivateMounts::Unmount("/Volumes/" + baName));
+    QVERIFY(CVolume::Unmount("/Volumes/" + baName));
     QTRY_COMPARE(m_listSeen, (QByteArrayList{"+/Volumes/" + baName, "-/Volumes/" + baName}));
 }
 
 void tst_CMountWatch::SaysNothingOfWhatIsMountedAtTheStart()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/OLD"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/OLD"));
     CMountWatch watch("/Volumes", Recorder());
     QVERIFY(watch.Start());
-    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/NEW"));
+    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/NEW"));
     QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/NEW"});
 }
 
@@ -72,46 +72,46 @@ void tst_CMountWatch::SaysNothingOfMountsElsewhere()
     QVERIFY(watch.Start());
     QTemporaryDir dir;
     const QByteArray baElsewhere = QFile::encodeName(dir.path());
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", baElsewhere));
-    QVERIFY(CPrivateMounts::Unmount(baElsewhere));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/STICK"));
-    QVERIFY(CPrivateMounts::Mount("/dev/disk9s1", "/Volumes/STICK/inside"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", baElsewhere));
+    QVERIFY(CVolume::Unmount(baElsewhere));
+    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk9s1", "/Volumes/STICK/inside"));
     QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/STICK"});
-    QVERIFY(CPrivateMounts::Unmount("/Volumes/STICK/inside"));
-    QVERIFY(CPrivateMounts::Unmount("/Volumes/STICK"));
+    QVERIFY(CVolume::Unmount("/Volumes/STICK/inside"));
+    QVERIFY(CVolume::Unmount("/Volumes/STICK"));
     QTRY_COMPARE(m_listSeen, (QByteArrayList{"+/Volumes/STICK", "-/Volumes/STICK"}));
 }
 
 void tst_CMountWatch::SaysNothingOfOtherOptions()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
     CMountWatch watch("/Volumes", Recorder());
     QVERIFY(watch.Start());
-    QVERIFY(CPrivateMounts::Remount("/Volumes/STICK", MS_RDONLY));
+    QVERIFY(CVolume::MakeReadOnly("/Volumes/STICK"));
     QCoreApplication::processEvents();
-    QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", "/Volumes/SENTINEL"));
+    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/SENTINEL"));
     QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/SENTINEL"});
 }
 
 void tst_CMountWatch::AMoveIsARemovalAndAnArrival()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
     CMountWatch watch("/Volumes", Recorder());
     QVERIFY(watch.Start());
-    QVERIFY(CPrivateMounts::Move("/Volumes/A", "/Volumes/B"));
+    QVERIFY(CVolume::Move("/Volumes/A", "/Volumes/B"));
     QTRY_COMPARE(m_listSeen, (QByteArrayList{"-/Volumes/A", "+/Volumes/B"}));
 }
 
 void tst_CMountWatch::AStableVolumeIsNotReportedWhileOthersComeAndGo()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STABLE"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STABLE"));
     CMountWatch watch("/Volumes", Recorder());
     QVERIFY(watch.Start());
     for (int i = 0; i < 100; ++i) {
         const QByteArray baPoint = "/Volumes/guest" + QByteArray::number(i);
-        QVERIFY(CPrivateMounts::Mount("/dev/disk8s1", baPoint));
+        QVERIFY(CVolume::Mount("/dev/disk8s1", baPoint));
         QCoreApplication::processEvents();
-        QVERIFY(CPrivateMounts::Unmount(baPoint));
+        QVERIFY(CVolume::Unmount(baPoint));
     }
     QTRY_COMPARE(m_listSeen.size(), 200);
     QVERIFY(!m_listSeen.contains("-/Volumes/STABLE"));
@@ -140,23 +140,23 @@ void tst_CMountWatch::CostsNothingWhileNothingHappens()
 
 void tst_CMountWatch::KeepsTheOrderWhenTheReceiverRunsAnEventLoop()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
     QEventLoop loopOfDialog;
     QTimer::singleShot(5000, &loopOfDialog, &QEventLoop::quit);
     CMountWatch watch("/Volumes", [this, &loopOfDialog](const STDiskEvent& event) {
         Recorder()(event);
         if (m_listSeen.size() == 1) {
             // While the receiver's dialog is open, the volume that has just come goes again.
-            QVERIFY(CPrivateMounts::Unmount("/Volumes/B"));
+            QVERIFY(CVolume::Unmount("/Volumes/B"));
             loopOfDialog.exec();
         } else if (m_listSeen.size() == 3) {
             loopOfDialog.quit();
         }
     });
     QVERIFY(watch.Start());
-    QVERIFY(CPrivateMounts::Move("/Volumes/A", "/Volumes/B"));
+    QVERIFY(CVolume::Move("/Volumes/A", "/Volumes/B"));
     QTRY_COMPARE(m_listSeen, (QByteArrayList{"-/Volumes/A", "+/Volumes/B", "-/Volumes/B"}));
 }
 
-PRIVATE_MOUNTS_TEST_MAIN(tst_CMountWatch)
+QTEST_GUILESS_MAIN(tst_CMountWatch)
 #include "tst_CMountWatch.moc"

@@ -1,5 +1,10 @@
-#include "disk/CPrivateMounts.h"
+#include "disk/VolumeNames.h"
 #include "disk/platform/CVolumeInfo.h"
+#include "files/CFileNameCodec.h"
+#include "support/CVolume.h"
+
+#include <QDir>
+#include <QtTest>
 
 /** Which device a path lies on, whatever its volume is called. */
 class tst_CVolumeInfo : public QObject
@@ -7,6 +12,7 @@ class tst_CVolumeInfo : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { CFileNameCodec::Install(); }
     void init();
     void DeviceByName_data();
     void DeviceByName();
@@ -18,11 +24,7 @@ private slots:
     void MountPointsAreAbsolutePaths();
 };
 
-void tst_CVolumeInfo::init()
-{
-    NEEDS_MOUNTS();
-    QVERIFY(CPrivateMounts::Clear());
-}
+void tst_CVolumeInfo::init() { NEEDS_VOLUMES(); }
 
 void tst_CVolumeInfo::DeviceByName_data() { AddVolumeNames(); }
 
@@ -30,35 +32,35 @@ void tst_CVolumeInfo::DeviceByName()
 {
     QFETCH(QByteArray, baName);
     const QByteArray baPoint = "/Volumes/" + baName;
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", baPoint));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", baPoint));
     QCOMPARE(CVolumeInfo::DeviceOf(QFile::decodeName(baPoint)), QByteArray("/dev/disk7s1"));
 }
 
 void tst_CVolumeInfo::DeviceOfAFolderInsideAVolume()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
     QVERIFY(QDir().mkpath(QStringLiteral("/Volumes/STICK/a/b")));
     QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK/a/b")), QByteArray("/dev/disk7s1"));
 }
 
 void tst_CVolumeInfo::DeviceThroughALink()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
     QVERIFY(QFile::link(QStringLiteral("/Volumes/STICK"), QStringLiteral("/Volumes/link")));
     QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/link")), QByteArray("/dev/disk7s1"));
 }
 
 void tst_CVolumeInfo::DeviceOfTheVolumeOnTop()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/below", "/Volumes/STICK"));
-    QVERIFY(CPrivateMounts::Mount("/dev/top", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/below", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/top", "/Volumes/STICK"));
     QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK")), QByteArray("/dev/top"));
 }
 
 void tst_CVolumeInfo::DeviceOfOneNameThatBeginsLikeAnother()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/short", "/Volumes/STICK"));
-    QVERIFY(CPrivateMounts::Mount("/dev/long", "/Volumes/STICK 1"));
+    QVERIFY(CVolume::Mount("/dev/short", "/Volumes/STICK"));
+    QVERIFY(CVolume::Mount("/dev/long", "/Volumes/STICK 1"));
     QVERIFY(QDir().mkpath(QStringLiteral("/Volumes/STICK 2")));
     QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK 1")), QByteArray("/dev/long"));
     QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK 2")), QByteArray("volumes"));
@@ -72,12 +74,12 @@ void tst_CVolumeInfo::NoDeviceForAPathThatIsNotThere()
 
 void tst_CVolumeInfo::MountPointsAreAbsolutePaths()
 {
-    QVERIFY(CPrivateMounts::Mount("/dev/disk7s1", "/Volumes/line\nbreak"));
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/line\nbreak"));
     QList<QByteArray> listPoint;
     QVERIFY(CVolumeInfo::MountPoints(&listPoint));
     QVERIFY(listPoint.contains("/Volumes/line\nbreak"));
     QVERIFY(listPoint.contains("/proc"));
 }
 
-PRIVATE_MOUNTS_TEST_MAIN(tst_CVolumeInfo)
+QTEST_GUILESS_MAIN(tst_CVolumeInfo)
 #include "tst_CVolumeInfo.moc"
