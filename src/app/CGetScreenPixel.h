@@ -27,7 +27,6 @@ public:
     /** Looks up the window of the widget with this native id; nothing further is done with it. */
     void SetFourKFunciton(unsigned long long nWindowId);
 
-    /** Asks the desktop to open the pane of the system's security settings; a system without one does
-     * nothing. */
+    /** Asks the desktop to open the system's security settings, where it has any. */
     void OpenSysSecurity();
 };

@@ -17,13 +17,12 @@ static const int LOG_KEEP_DAYS = 7;
 
 STScale CStartUp::ChooseScale(int nWidth)
 {
-    // Widths of 2501 to 3499 points, as one unsigned comparison. The gap at
-    // exactly 3500 and the attribute being set in this band only are settled:
-    // the window was tuned on screens with these choices.
-    if (quint32(nWidth) - 2501U <= 998U) {
+    // That 3500 itself is not scaled, and the attribute set in one band alone, is
+    // kept: docs/behaviour.md.
+    if (nWidth > 2500 && nWidth < 3500) {
         return {true, "1.5"};
     }
-    if (nWidth >= 3501) {
+    if (nWidth > 3500) {
         return {false, "2"};
     }
     return {};
@@ -31,7 +30,7 @@ STScale CStartUp::ChooseScale(int nWidth)
 
 STScale CStartUp::ApplyScale(int nWidth)
 {
-    STScale scale = ChooseScale(nWidth);
+    const STScale scale = ChooseScale(nWidth);
     if (scale.bHighDpiAttribute) {
         QApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     }
