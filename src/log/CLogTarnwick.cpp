@@ -23,13 +23,13 @@ static QString Format(const QDateTime& dateTime, const char* pFormat)
 
 static QString Seconds(const QDateTime& dateTime) { return Format(dateTime, "yyyy-MM-dd hh:mm:ss"); }
 
-/** The seconds as 14 digits. */
+// The seconds as 14 digits.
 static QString Digits(const QDateTime& dateTime)
 {
     return Seconds(dateTime).remove(QLatin1Char('-')).remove(QLatin1Char(' ')).remove(QLatin1Char(':'));
 }
 
-/** Time at which the file was made; some file systems only know when it was changed. */
+// Time at which the file was made; some file systems only know when it was changed.
 static QDateTime CreationTime(const QString& strPath)
 {
     const QFileInfo info(strPath);
@@ -39,15 +39,14 @@ static QDateTime CreationTime(const QString& strPath)
     return info.metadataChangeTime().isValid() ? info.metadataChangeTime() : info.lastModified();
 }
 
-/** The date of eight digits; invalid when they are none. */
+// The date of eight digits; invalid when they are none.
 static QDate DateOfDigits(QString strDigits)
 {
     strDigits.insert(6, QLatin1Char('-')).insert(4, QLatin1Char('-'));
     return QLocale::c().toDate(strDigits, QStringLiteral("yyyy-MM-dd"));
 }
 
-/** Text of a line of the retention step. File names go in by one call, so that a "%1" in a name stays as it
- * is. */
+// A line of the retention step. The name goes in by the only call, so that a "%1" in it stays as it is.
 static QString ResultText(const char* pText, const QString& strFile, bool bDone)
 {
     return QString::fromLatin1(pText).arg(strFile, bDone ? QStringLiteral("true") : QStringLiteral("false"));
@@ -221,9 +220,9 @@ void CLogTarnwick::BackUpOutdated(const QString& strFile, const QString& strBack
         LogExt(ResultText("First Backup delete outdate file(%1):(%2)", strFile, QFile::remove(strSource)));
         return;
     }
-    // Most often the name is taken, so a time is added to it. "Sencond" is what
-    // readers of these logs search for. The source goes in any case: the folder
-    // must not keep what can never be backed up.
+    // Most often the name is taken, so a time is added to it. "Sencond" is kept so:
+    // docs/behaviour.md. The source goes in any case: the folder must not keep what
+    // can never be backed up.
     const bool bCopiedNow = QFile::copy(strSource, strTarget + Seconds(CClock::Now()));
     LogExt(ResultText("Sencond Backup copy outdate file(%1):(%2)", strFile, bCopiedNow));
     LogExt(ResultText("Sencond Backup delete outdate file(%1):(%2)", strFile, QFile::remove(strSource)));

@@ -53,11 +53,10 @@ public:
      */
     bool ClearLogFolder(const QString& strBackupFolder);
 
-    /** Writes one line "yyyy-MM-dd hh:mm:ss.zzz: message". Any thread; a line that cannot be written is lost.
-     */
+    /** Writes a line "yyyy-MM-dd hh:mm:ss.zzz: message". Any thread; one that cannot be written is lost. */
     void LogExt(const QString& strMessage);
 
-    /** Writes the message as one line, without a time. Any thread; a line that cannot be written is lost. */
+    /** Writes the message as a line, without a time. Any thread; one that cannot be written is lost. */
     void Log(const QString& strMessage);
 
     /** Writes one line. The caller holds the lock, which only Log() and LogExt() take. */

@@ -35,8 +35,7 @@ void CLanguageSetting::SetLanguage(QString strName)
         = strFolder + QStringLiteral("/Language/TarnwickMacPE_") + strName + QStringLiteral(".qm");
     qDebug().noquote() << "strSystemLanguage" << strPath;
     if (!QFile::exists(strPath)) {
-        // No slash before "Language" and no prefix in the name: a translation that
-        // was put beside the program's folder under this name keeps being found.
+        // No slash before "Language" and no prefix in the name are kept so: docs/behaviour.md.
         strPath = strFolder + QStringLiteral("Language/English.qm");
         if (!QFile::exists(strPath)) {
             return;
@@ -61,7 +60,7 @@ QString CLanguageSetting::LanguageOfCode(const QString& strCode)
         {QLatin1String("ja"), QLatin1String("Japanese")},   {QLatin1String("nl"), QLatin1String("Dutch")},
         {QLatin1String("pt"), QLatin1String("Portuguese")}, {QLatin1String("de"), QLatin1String("German")},
     };
-    // Traditional Chinese is known by its script, wherever it stands in the code.
+    // Traditional Chinese is told by its script, wherever that stands in the code.
     if (strCode.contains(QLatin1String("zh")) && strCode.contains(QLatin1String("Hant"))) {
         return QStringLiteral("ChineseTW");
     }

@@ -34,8 +34,7 @@ public:
      */
     void SetLanguage(QString strName);
 
-    /** Name of the language of a code such as "pt-BR"; "English" for any that is not supported. Any thread.
-     */
+    /** Name of the language of a code such as "pt-BR"; "English" when there is none. Any thread. */
     static QString LanguageOfCode(const QString& strCode);
 
 private:

@@ -6,7 +6,6 @@
 class CSystemLanguages
 {
 public:
-    /** Codes such as "fr-CA", the preferred one first; empty when the preferences cannot be read. Any thread.
-     */
+    /** Codes such as "fr-CA", the preferred one first; empty when they cannot be read. Any thread. */
     static QStringList Read();
 };

@@ -7,19 +7,25 @@
 #include <QRegularExpression>
 #include <QTextCodec>
 
+#include <optional>
+
 // Property lists come from outside. The parser of the document recurses once per
 // level, and expands entities; these bounds keep it from running out of stack,
 // memory or time. Real lists are some kilobytes and a handful of levels.
 static const qint64 MOST_BYTES = qint64(4) * 1024 * 1024;
 static const int MOST_LEVELS = 256;
 
-/** Why and where a text cannot be read; an empty message means nothing is wrong. */
+namespace {
+
+// Why and where a text cannot be read.
 struct STPListError
 {
     QString strMessage;
     int nLine = 0;
     int nColumn = 0;
 };
+
+} // namespace
 
 static QVariant Refuse(const STPListError& error)
 {
@@ -30,7 +36,7 @@ static QVariant Refuse(const STPListError& error)
     return QVariant();
 }
 
-/** What the device holds, but no more than one byte above the bound. */
+// What the device holds, but no more than one byte above the bound.
 static QByteArray ReadBounded(QIODevice* device)
 {
     QByteArray baContent;
@@ -47,11 +53,9 @@ static QByteArray ReadBounded(QIODevice* device)
     return baContent;
 }
 
-/**
- * The text of the bytes: by the byte-order mark, else by the encoding that the
- * XML declaration names, else UTF-8. It is decoded here so that the check and the
- * parser see the very same characters.
- */
+// The text of the bytes: by the byte-order mark, else by the encoding that the
+// XML declaration names, else UTF-8. It is decoded here so that the check and the
+// parser see the very same characters.
 static QString Decode(const QByteArray& baContent)
 {
     static const QRegularExpression s_declared(
@@ -70,7 +74,7 @@ static STPListError ErrorAt(const QString& strMessage, const QString& strText, i
     return {strMessage, before.count(QLatin1Char('\n')) + 1, nPos - before.lastIndexOf(QLatin1Char('\n'))};
 }
 
-/** Position of the first of two characters from nPos on that stands outside quotes; -1 when there is none. */
+// Position of the first of two characters from nPos on that stands outside quotes; -1 when there is none.
 static int FindUnquoted(const QString& strText, int nPos, QChar first, QChar second)
 {
     QChar quote;
@@ -87,8 +91,8 @@ static int FindUnquoted(const QString& strText, int nPos, QChar first, QChar sec
     return -1;
 }
 
-/** Position behind a comment, a CDATA section or an instruction at nPos; -1 without its end, nPos when it is
- * none. */
+// Position behind a comment, a CDATA section or an instruction at nPos; -1 without
+// its end, nPos when it is none.
 static int SkipLiteral(const QString& strText, int nPos)
 {
     static const struct
@@ -109,13 +113,11 @@ static int SkipLiteral(const QString& strText, int nPos)
     return nPos;
 }
 
-/**
- * Looks for what the parser of the document must not be given: too many levels,
- * or declarations inside the document type (entities that expand without end,
- * content models that nest without end). What is merely not well-formed is left
- * to the parser, which stops there.
- */
-static STPListError Check(const QString& strText)
+// Looks for what the parser of the document must not be given: too many levels,
+// or declarations inside the document type (entities that expand without end,
+// content models that nest without end). What is merely not well-formed is left
+// to the parser, which stops there.
+static std::optional<STPListError> Check(const QString& strText)
 {
     int nLevel = 0;
     int nPos = strText.indexOf(QLatin1Char('<'));
@@ -144,7 +146,7 @@ static STPListError Check(const QString& strText)
         }
         nPos = nEnd < 0 ? -1 : strText.indexOf(QLatin1Char('<'), nEnd);
     }
-    return {};
+    return std::nullopt;
 }
 
 QVariant PListParser::parsePList(QIODevice* device)
@@ -154,11 +156,11 @@ QVariant PListParser::parsePList(QIODevice* device)
         return Refuse({QStringLiteral("larger than %1 bytes").arg(MOST_BYTES), 1, 1});
     }
     const QString strText = Decode(baContent);
-    STPListError error = Check(strText);
-    if (!error.strMessage.isEmpty()) {
-        return Refuse(error);
+    if (const std::optional<STPListError> refusal = Check(strText)) {
+        return Refuse(*refusal);
     }
     QDomDocument document;
+    STPListError error;
     if (!document.setContent(strText, false, &error.strMessage, &error.nLine, &error.nColumn)) {
         return Refuse(error);
     }

@@ -12,11 +12,9 @@ static const char PUBLIC_ID[] = "-//Apple//DTD PLIST 1.0//EN";
 static const char SYSTEM_ID[] = "http://www.apple.com/DTDs/PropertyList-1.0.dtd";
 static const int INDENT = 1;
 
-/**
- * The text without the control characters that XML cannot hold in any form, and
- * with a mark for each half of a character: one of them would make the whole
- * file unreadable.
- */
+// The text without the control characters that XML cannot hold in any form, and
+// with a mark for each half of a character: one of them would make the whole
+// file unreadable.
 static QString WithoutForbidden(const QString& strText)
 {
     const QVector<uint> listCode = strText.toUcs4();
