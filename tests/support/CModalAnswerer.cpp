@@ -28,7 +28,7 @@ QStringList CModalAnswerer::Buttons() const { return m_listButton; }
 
 QPixmap CModalAnswerer::Icon() const { return m_pixIcon; }
 
-static QList<QPushButton*> VisibleButtons(const QWidget* pBox)
+QList<QPushButton*> CModalAnswerer::VisibleButtons(const QWidget* pBox)
 {
     QList<QPushButton*> listButton;
     for (QPushButton* pButton : pBox->findChildren<QPushButton*>()) {

@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class QPushButton;
 class QWidget;
 
 /**
@@ -25,6 +26,9 @@ public:
 
     /** Closes the box by its title button instead. */
     static QString TitleButton();
+
+    /** The visible buttons of a box that have a text, from left to right. */
+    static QList<QPushButton*> VisibleButtons(const QWidget* pBox);
 
     /** Runs fnMeanwhile while the box is open, before it is answered. */
     void Meanwhile(std::function<void()> fnMeanwhile);

@@ -40,3 +40,13 @@ inline bool SendRelease(QWidget* pWidget, const QPoint& ptGlobal, Qt::MouseButto
     return SendMouse(pWidget, QEvent::MouseButtonRelease, pWidget->mapFromGlobal(ptGlobal), ptGlobal, button,
                      Qt::NoButton);
 }
+
+/** Whether the widget accepts an event of the mouse with one button that comes to it as not accepted. */
+inline bool Accepts(QWidget* pWidget, QEvent::Type type, Qt::MouseButton button)
+{
+    const QPoint ptLocal(9, 9);
+    QMouseEvent event(type, ptLocal, pWidget->mapToGlobal(ptLocal), button, button, Qt::NoModifier);
+    event.ignore();
+    QCoreApplication::sendEvent(pWidget, &event);
+    return event.isAccepted();
+}
