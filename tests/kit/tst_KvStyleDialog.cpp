@@ -1,118 +1,191 @@
-#include "kit/KvStyleDialog.h"
+#include "kit/KvMessageBox.h"
 #include "support/SendMouse.h"
+#include "support/Widgets.h"
 
 #include <QApplication>
-#include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
+
+#include <memory>
 
 namespace {
 
 const QPoint START(120, 130);
 const QPoint PRESS(15, 60);
 
-class CDialog : public KvStyleDialog
+// What a window manager does to a dialog, and what comes of it.
+struct STScreen
+{
+    int nWall = 10000; // the place beyond which the dialog is put back
+    int nPaints = 0;
+};
+
+template <class Base> class CWatched : public Base
 {
 public:
-    using KvStyleDialog::keyPressEvent;
-    using KvStyleDialog::mouseMoveEvent;
-    using KvStyleDialog::mousePressEvent;
-    using KvStyleDialog::mouseReleaseEvent;
-
-    CDialog() { setGeometry(QRect(START, QSize(200, 100))); }
-
-    bool Activate()
+    template <class... Args>
+    explicit CWatched(STScreen& screen, Args... args)
+        : Base(args...)
+        , m_screen(screen)
     {
-        show();
-        // Showing a dialog centres it; the tests reckon from a known place.
-        move(START);
-        activateWindow();
-        return QTest::qWaitForWindowActive(this);
     }
-
-    // Moves the cursor to where the dialog's corner should come to lie at ptNew.
-    void DragTo(const QPoint& ptNew, Qt::MouseButtons held = Qt::LeftButton)
-    {
-        SendMove(this, ptNew + PRESS, held);
-    }
-
-    // The place beyond which the window is put back, as by a window manager.
-    int m_nWall = 10000;
-    int m_nPaints = 0;
 
 protected:
     void moveEvent(QMoveEvent*) override
     {
-        if (x() > m_nWall) {
-            move(m_nWall, y());
+        if (Base::x() > m_screen.nWall) {
+            Base::move(m_screen.nWall, Base::y());
         }
     }
     void paintEvent(QPaintEvent* pEvent) override
     {
-        ++m_nPaints;
-        KvStyleDialog::paintEvent(pEvent);
+        ++m_screen.nPaints;
+        Base::paintEvent(pEvent);
     }
+
+private:
+    STScreen& m_screen;
+};
+
+// A widget that wears the panel once and paints nothing else.
+class CPanel : public QWidget
+{
+protected:
+    void paintEvent(QPaintEvent*) override { KvStyleShadow().Paint(this); }
 };
 
 }
 
+// What every dialog does, once as a plain one and once as the message box, which
+// hears of the mouse before its base does.
 class tst_KvStyleDialog : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void comesUpInTheMiddleOfItsParentsWindow();
+    void initTestCase_data();
     void initTestCase();
+    void init();
+
     void hasNoFrame();
     void takesFocus();
+    void comesUpInTheMiddleOfItsParentsWindow();
     void swallowedKey_data();
     void swallowedKey();
     void keyIsPassedOn_data();
     void keyIsPassedOn();
     void tabAndSpaceReachAButton();
-    void returnPressesNoDefaultButton();
-    void returnPressesNoFocusedButton_data();
-    void returnPressesNoFocusedButton();
+    void noButtonAnswersReturn_data();
+    void noButtonAnswersReturn();
     void drag_data();
     void drag();
     void dragGoesOnFromTheActualPlace();
     void dragRepaints();
     void noDrag_data();
     void noDrag();
-    void noDragAfterRelease();
     void pressTakesFocus();
     void eventsAccepted();
-    void panelIsPainted();
+    void panelIsPaintedOnce();
+
+private:
+    static bool IsBox()
+    {
+        QFETCH_GLOBAL(bool, bBox);
+        return bBox;
+    }
+
+    bool Activate()
+    {
+        m_pDialog->show();
+        // Showing a dialog centres it; the tests reckon from a known place.
+        m_pDialog->move(START);
+        return ShowActive(m_pDialog.get());
+    }
+
+    // Moves the cursor to where the dialog's corner should come to lie at ptNew.
+    void DragTo(const QPoint& ptNew, Qt::MouseButtons held = Qt::LeftButton)
+    {
+        SendMove(m_pDialog.get(), ptNew + PRESS, held);
+    }
+
+    STScreen m_screen;
+    std::unique_ptr<QDialog> m_pDialog;
 };
 
+// Whether anyone takes a key that goes to the widget.
+static bool TakesKey(QWidget* pWidget, Qt::Key enKey)
+{
+    QKeyEvent event(QEvent::KeyPress, enKey, Qt::NoModifier);
+    QCoreApplication::sendEvent(pWidget, &event);
+    return event.isAccepted();
+}
+
+static std::unique_ptr<QDialog> MakeDialog(bool bBox, STScreen& screen, QWidget* pParent = nullptr)
+{
+    if (bBox) {
+        return std::make_unique<CWatched<KvMessageBox>>(screen, "Question?", 0, pParent);
+    }
+    auto pDialog = std::make_unique<CWatched<KvStyleDialog>>(screen, pParent);
+    pDialog->resize(200, 100);
+    return pDialog;
+}
+
+void tst_KvStyleDialog::initTestCase_data()
+{
+    QTest::addColumn<bool>("bBox");
+    QTest::newRow("dialog") << false;
+    QTest::newRow("box") << true;
+}
+
 void tst_KvStyleDialog::initTestCase() { QApplication::setStartDragDistance(10); }
+
+void tst_KvStyleDialog::init()
+{
+    m_screen = STScreen();
+    m_pDialog = MakeDialog(IsBox(), m_screen);
+}
 
 void tst_KvStyleDialog::hasNoFrame()
 {
     QWidget parent;
-    const KvStyleDialog dialog(&parent);
+    const auto pDialog = MakeDialog(IsBox(), m_screen, &parent);
     const Qt::WindowFlags wanted = Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
         | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint;
-    QCOMPARE(dialog.windowFlags(), QDialog(&parent).windowFlags() | wanted);
-    QVERIFY(dialog.testAttribute(Qt::WA_TranslucentBackground));
-    QCOMPARE(dialog.parentWidget(), &parent);
-    QVERIFY(dialog.isWindow());
+    QCOMPARE(pDialog->windowFlags(), QDialog(&parent).windowFlags() | wanted);
+    QVERIFY(pDialog->testAttribute(Qt::WA_TranslucentBackground));
+    QCOMPARE(pDialog->parentWidget(), &parent);
+    QVERIFY(pDialog->isWindow());
 }
 
 void tst_KvStyleDialog::takesFocus()
 {
-    CDialog dialog;
-    new QPushButton(&dialog);
-    QVERIFY(dialog.Activate());
-    QVERIFY(dialog.hasFocus());
+    new QPushButton(m_pDialog.get());
+    QVERIFY(Activate());
+    QVERIFY(m_pDialog->hasFocus());
+}
+
+void tst_KvStyleDialog::comesUpInTheMiddleOfItsParentsWindow()
+{
+    QWidget window;
+    window.setGeometry(100, 120, 600, 400);
+    QWidget page(&window);
+    window.show();
+    const auto pDialog = MakeDialog(IsBox(), m_screen, &page);
+    pDialog->show();
+    QCOMPARE(pDialog->geometry().center(), window.geometry().center());
+    // Dragged away and asked again, it is in the middle again.
+    pDialog->hide();
+    pDialog->move(5, 5);
+    window.move(200, 220);
+    pDialog->show();
+    QCOMPARE(pDialog->geometry().center(), window.geometry().center());
 }
 
 void tst_KvStyleDialog::swallowedKey_data()
 {
-    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::Key>("enKey");
     QTest::newRow("Escape") << Qt::Key_Escape;
     QTest::newRow("Return") << Qt::Key_Return;
     QTest::newRow("Enter") << Qt::Key_Enter;
@@ -120,22 +193,19 @@ void tst_KvStyleDialog::swallowedKey_data()
 
 void tst_KvStyleDialog::swallowedKey()
 {
-    QFETCH(Qt::Key, key);
-    CDialog dialog;
-    QVERIFY(dialog.Activate());
-    QSignalSpy spy(&dialog, &QDialog::finished);
-    QTest::keyClick(&dialog, key);
-    QVERIFY(dialog.isVisible());
-    QCOMPARE(spy.count(), 0);
+    QFETCH(Qt::Key, enKey);
+    QVERIFY(Activate());
+    const QSignalSpy spy(m_pDialog.get(), &QDialog::finished);
     // Swallowed also means that nobody behind the dialog gets it.
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-    dialog.keyPressEvent(&event);
-    QVERIFY(event.isAccepted());
+    QVERIFY(TakesKey(m_pDialog.get(), enKey));
+    QTest::keyClick(m_pDialog.get(), enKey);
+    QVERIFY(m_pDialog->isVisible());
+    QCOMPARE(spy.count(), 0);
 }
 
 void tst_KvStyleDialog::keyIsPassedOn_data()
 {
-    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::Key>("enKey");
     QTest::newRow("letter") << Qt::Key_A;
     QTest::newRow("F1") << Qt::Key_F1;
     QTest::newRow("Space") << Qt::Key_Space;
@@ -144,74 +214,62 @@ void tst_KvStyleDialog::keyIsPassedOn_data()
 
 void tst_KvStyleDialog::keyIsPassedOn()
 {
-    QFETCH(Qt::Key, key);
-    CDialog dialog;
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-    dialog.keyPressEvent(&event);
+    QFETCH(Qt::Key, enKey);
     // QDialog leaves the keys that it has no use for.
-    QVERIFY(!event.isAccepted());
+    QVERIFY(!TakesKey(m_pDialog.get(), enKey));
 }
 
 void tst_KvStyleDialog::tabAndSpaceReachAButton()
 {
-    CDialog dialog;
-    QPushButton button(&dialog);
-    QSignalSpy spy(&button, &QPushButton::clicked);
-    QVERIFY(dialog.Activate());
-    QTest::keyClick(&dialog, Qt::Key_Tab);
+    QPushButton button(m_pDialog.get());
+    const QSignalSpy spy(&button, &QPushButton::clicked);
+    QVERIFY(Activate());
+    // The box has a button of its own before this one.
+    for (int n = 0; n < 1 + int(IsBox()); ++n) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
     QVERIFY(button.hasFocus());
     QTest::keyClick(&button, Qt::Key_Space);
     QCOMPARE(spy.count(), 1);
 }
 
-void tst_KvStyleDialog::returnPressesNoDefaultButton()
+void tst_KvStyleDialog::noButtonAnswersReturn_data()
 {
-    CDialog dialog;
-    QPushButton button(&dialog);
-    button.setDefault(true);
-    QSignalSpy spy(&button, &QPushButton::clicked);
-    QVERIFY(dialog.Activate());
-    dialog.setFocus();
-    QTest::keyClick(&dialog, Qt::Key_Return);
-    QTest::keyClick(&dialog, Qt::Key_Enter);
-    QCOMPARE(spy.count(), 0);
-}
-
-void tst_KvStyleDialog::returnPressesNoFocusedButton_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<bool>("asDefault");
-    for (const bool asDefault : {false, true}) {
-        const char* pKind = asDefault ? "default button" : "plain button";
-        QTest::addRow("Return, %s", pKind) << Qt::Key_Return << asDefault;
-        QTest::addRow("Enter, %s", pKind) << Qt::Key_Enter << asDefault;
-        QTest::addRow("Escape, %s", pKind) << Qt::Key_Escape << asDefault;
+    QTest::addColumn<Qt::Key>("enKey");
+    QTest::addColumn<bool>("bDefault");
+    QTest::addColumn<bool>("bFocused");
+    for (const Qt::Key enKey : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
+        const QByteArray baKey = QKeySequence(enKey).toString().toLatin1();
+        QTest::addRow("%s, plain button", baKey.constData()) << enKey << false << true;
+        QTest::addRow("%s, default button", baKey.constData()) << enKey << true << true;
+        QTest::addRow("%s, default button without focus", baKey.constData()) << enKey << true << false;
     }
 }
 
-void tst_KvStyleDialog::returnPressesNoFocusedButton()
+void tst_KvStyleDialog::noButtonAnswersReturn()
 {
-    QFETCH(Qt::Key, key);
-    QFETCH(bool, asDefault);
-    CDialog dialog;
-    QWidget panel(&dialog);
+    QFETCH(Qt::Key, enKey);
+    QFETCH(bool, bDefault);
+    QFETCH(bool, bFocused);
+    QWidget panel(m_pDialog.get());
     QPushButton button(&panel);
     QVERIFY(button.autoDefault());
-    button.setDefault(asDefault);
-    QSignalSpy spy(&button, &QPushButton::clicked);
-    QVERIFY(dialog.Activate());
-    button.setFocus();
-    QVERIFY(button.hasFocus());
-    QTest::keyClick(&button, key);
-    QTest::keyClick(&button, key, Qt::KeypadModifier);
+    button.setDefault(bDefault);
+    const QSignalSpy spy(&button, &QPushButton::clicked);
+    QVERIFY(Activate());
+    QWidget* pFocus = bFocused ? &button : static_cast<QWidget*>(m_pDialog.get());
+    pFocus->setFocus();
+    QVERIFY(pFocus->hasFocus());
+    QTest::keyClick(pFocus, enKey);
+    QTest::keyClick(pFocus, enKey, Qt::KeypadModifier);
     QCOMPARE(spy.count(), 0);
-    QVERIFY(dialog.isVisible());
+    QVERIFY(m_pDialog->isVisible());
 }
 
 void tst_KvStyleDialog::drag_data()
 {
-    QTest::addColumn<QPoint>("wanted");
-    QTest::addColumn<bool>("moves");
+    QTest::addColumn<QPoint>("ptWanted");
+    QTest::addColumn<bool>("bMoves");
     QTest::newRow("far") << QPoint(300, 200) << true;
     QTest::newRow("one pixel") << START + QPoint(1, 0) << true;
     QTest::newRow("off the screen to the left and top") << QPoint(-5000, -5000) << true;
@@ -222,52 +280,55 @@ void tst_KvStyleDialog::drag_data()
     QTest::newRow("corner past the threshold") << QPoint(6, 5) << true;
     QTest::newRow("corner at the threshold, negative") << QPoint(-6, -4) << false;
     QTest::newRow("corner past the threshold, negative") << QPoint(-6, -5) << true;
+    QTest::newRow("corner at the threshold, mixed") << QPoint(6, -4) << false;
     QTest::newRow("corner past the threshold, mixed") << QPoint(-6, 5) << true;
 }
 
 void tst_KvStyleDialog::drag()
 {
-    QFETCH(QPoint, wanted);
-    QFETCH(bool, moves);
-    CDialog dialog;
-    QVERIFY(dialog.Activate());
-    SendPress(&dialog, PRESS);
-    dialog.DragTo(wanted);
-    QCOMPARE(dialog.pos(), moves ? wanted : START);
+    QFETCH(QPoint, ptWanted);
+    QFETCH(bool, bMoves);
+    QVERIFY(Activate());
+    SendPress(m_pDialog.get(), PRESS);
+    DragTo(ptWanted);
+    QCOMPARE(m_pDialog->pos(), bMoves ? ptWanted : START);
+    DragTo({300, 200});
+    QCOMPARE(m_pDialog->pos(), QPoint(300, 200));
+    SendRelease(m_pDialog.get(), QPoint(300, 200) + PRESS);
+    DragTo({400, 300});
+    QCOMPARE(m_pDialog->pos(), QPoint(300, 200));
 }
 
 void tst_KvStyleDialog::dragGoesOnFromTheActualPlace()
 {
-    CDialog dialog;
-    QVERIFY(dialog.Activate());
-    dialog.m_nWall = 250;
-    SendPress(&dialog, PRESS);
-    dialog.DragTo({300, 200});
-    QCOMPARE(dialog.pos(), QPoint(250, 200));
+    QVERIFY(Activate());
+    m_screen.nWall = 250;
+    SendPress(m_pDialog.get(), PRESS);
+    DragTo({300, 200});
+    QCOMPARE(m_pDialog->pos(), QPoint(250, 200));
     // The cursor is now held 50 pixels further right in the dialog, so going
     // left by 10 takes the dialog along at once.
-    dialog.DragTo({290, 200});
-    QCOMPARE(dialog.pos(), QPoint(240, 200));
+    DragTo({290, 200});
+    QCOMPARE(m_pDialog->pos(), QPoint(240, 200));
 }
 
 void tst_KvStyleDialog::dragRepaints()
 {
-    CDialog dialog;
-    QVERIFY(dialog.Activate());
-    QTRY_VERIFY(dialog.m_nPaints > 0);
-    SendPress(&dialog, PRESS);
-    const int nBefore = dialog.m_nPaints;
-    dialog.DragTo({0, 0});
-    QCOMPARE(dialog.m_nPaints, nBefore);
-    dialog.DragTo({300, 200});
-    QCOMPARE(dialog.m_nPaints, nBefore + 1);
+    QVERIFY(Activate());
+    QTRY_VERIFY(m_screen.nPaints > 0);
+    SendPress(m_pDialog.get(), PRESS);
+    const int nBefore = m_screen.nPaints;
+    DragTo({0, 0});
+    QCOMPARE(m_screen.nPaints, nBefore);
+    DragTo({300, 200});
+    QCOMPARE(m_screen.nPaints, nBefore + 1);
 }
 
 void tst_KvStyleDialog::noDrag_data()
 {
-    QTest::addColumn<Qt::MouseButton>("pressed");
+    QTest::addColumn<Qt::MouseButton>("enPressed");
     QTest::addColumn<Qt::MouseButtons>("held");
-    QTest::addColumn<bool>("moves");
+    QTest::addColumn<bool>("bMoves");
     QTest::newRow("left") << Qt::LeftButton << Qt::MouseButtons(Qt::LeftButton) << true;
     QTest::newRow("any button held") << Qt::LeftButton << Qt::MouseButtons(Qt::MiddleButton) << true;
     QTest::newRow("no button held") << Qt::LeftButton << Qt::MouseButtons(Qt::NoButton) << false;
@@ -277,90 +338,47 @@ void tst_KvStyleDialog::noDrag_data()
 
 void tst_KvStyleDialog::noDrag()
 {
-    QFETCH(Qt::MouseButton, pressed);
+    QFETCH(Qt::MouseButton, enPressed);
     QFETCH(Qt::MouseButtons, held);
-    QFETCH(bool, moves);
-    CDialog dialog;
-    QVERIFY(dialog.Activate());
+    QFETCH(bool, bMoves);
+    QVERIFY(Activate());
     // Without tracking a move with no button held would not get there at all.
-    dialog.setMouseTracking(true);
-    if (pressed != Qt::NoButton) {
-        SendPress(&dialog, PRESS, pressed);
+    m_pDialog->setMouseTracking(true);
+    if (enPressed != Qt::NoButton) {
+        SendPress(m_pDialog.get(), PRESS, enPressed);
     }
-    dialog.DragTo({300, 200}, held);
-    QCOMPARE(dialog.pos(), moves ? QPoint(300, 200) : START);
-}
-
-void tst_KvStyleDialog::noDragAfterRelease()
-{
-    CDialog dialog;
-    QVERIFY(dialog.Activate());
-    SendPress(&dialog, PRESS);
-    SendRelease(&dialog, START + PRESS);
-    dialog.DragTo({300, 200});
-    QCOMPARE(dialog.pos(), START);
+    DragTo({300, 200}, held);
+    QCOMPARE(m_pDialog->pos(), bMoves ? QPoint(300, 200) : START);
 }
 
 void tst_KvStyleDialog::pressTakesFocus()
 {
-    CDialog dialog;
-    QLineEdit edit(&dialog);
-    QVERIFY(dialog.Activate());
+    QLineEdit edit(m_pDialog.get());
+    QVERIFY(Activate());
     edit.setFocus();
     QVERIFY(edit.hasFocus());
-    SendPress(&dialog, PRESS, Qt::RightButton);
+    SendPress(m_pDialog.get(), PRESS, Qt::RightButton);
     QVERIFY(edit.hasFocus());
-    SendPress(&dialog, PRESS);
-    QVERIFY(dialog.hasFocus());
+    SendPress(m_pDialog.get(), PRESS);
+    QVERIFY(m_pDialog->hasFocus());
 }
 
+// The dialog accepts the events of a drag and each release, the box everything.
 void tst_KvStyleDialog::eventsAccepted()
 {
-    CDialog dialog;
-    QMouseEvent press(QEvent::MouseButtonPress, PRESS, START + PRESS, Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QMouseEvent move(QEvent::MouseMove, PRESS, START + PRESS, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QMouseEvent release(QEvent::MouseButtonRelease, PRESS, START + PRESS, Qt::LeftButton, Qt::NoButton,
-                        Qt::NoModifier);
-    for (QMouseEvent* pEvent : {&press, &move, &release}) {
-        pEvent->ignore();
-    }
-    dialog.mousePressEvent(&press);
-    QVERIFY(press.isAccepted());
-    dialog.mouseMoveEvent(&move);
-    QVERIFY(move.isAccepted());
-    dialog.mouseReleaseEvent(&release);
-    QVERIFY(release.isAccepted());
+    QVERIFY(Accepts(m_pDialog.get(), QEvent::MouseButtonPress, Qt::LeftButton));
+    QVERIFY(Accepts(m_pDialog.get(), QEvent::MouseMove, Qt::LeftButton));
+    QVERIFY(Accepts(m_pDialog.get(), QEvent::MouseButtonRelease, Qt::LeftButton));
+    QCOMPARE(Accepts(m_pDialog.get(), QEvent::MouseButtonPress, Qt::RightButton), IsBox());
+    QCOMPARE(Accepts(m_pDialog.get(), QEvent::MouseMove, Qt::RightButton), IsBox());
+    QVERIFY(Accepts(m_pDialog.get(), QEvent::MouseButtonRelease, Qt::RightButton));
 }
 
-void tst_KvStyleDialog::panelIsPainted()
+void tst_KvStyleDialog::panelIsPaintedOnce()
 {
-    CDialog dialog;
-    QImage image(dialog.size(), QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    dialog.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    QCOMPARE(image.pixelColor(0, 0).alpha(), 0);
-    const int nShadow = image.pixelColor(2, 50).alpha();
-    QVERIFY2(nShadow > 0 && nShadow < 255, qPrintable(QString::number(nShadow)));
-    QCOMPARE(image.pixel(100, 50), qRgba(255, 255, 255, 255));
-}
-
-void tst_KvStyleDialog::comesUpInTheMiddleOfItsParentsWindow()
-{
-    QWidget window;
-    window.setGeometry(100, 120, 600, 400);
-    QWidget page(&window);
-    window.show();
-    KvStyleDialog dialog(&page);
-    dialog.setFixedSize(200, 100);
-    dialog.show();
-    QCOMPARE(dialog.geometry().center(), window.geometry().center());
-    // Dragged away and asked again, it is in the middle again.
-    dialog.hide();
-    dialog.move(5, 5);
-    window.move(200, 220);
-    dialog.show();
-    QCOMPARE(dialog.geometry().center(), window.geometry().center());
+    CPanel panel;
+    panel.resize(m_pDialog->size());
+    QCOMPARE(Painted(m_pDialog.get()), Painted(&panel));
 }
 
 QTEST_MAIN(tst_KvStyleDialog)
