@@ -1,9 +1,9 @@
 #include "kit/CClickableLabel.h"
 #include "support/SendMouse.h"
+#include "support/Widgets.h"
 
 #include <QPainter>
 #include <QSignalSpy>
-#include <QTest>
 
 namespace {
 
@@ -29,8 +29,7 @@ private slots:
     void movingAwayAndBackIsAClick();
     void eachClickCountsOnce();
     void pressIsKept();
-    void tracksTheMouse();
-    void flagsMakeNoWindow();
+    void isAChildThatTracksTheMouse();
     void key_data();
     void key();
     void heldKeyClicksOnce();
@@ -39,46 +38,46 @@ private slots:
 
 void tst_CClickableLabel::click_data()
 {
-    QTest::addColumn<QPointF>("press");
-    QTest::addColumn<QPointF>("release");
-    QTest::addColumn<Qt::MouseButton>("button");
-    QTest::addColumn<int>("clicks");
-    QTest::newRow("same point") << QPointF(20, 10) << QPointF(20, 10) << Qt::LeftButton << 1;
-    QTest::newRow("right button") << QPointF(20, 10) << QPointF(20, 10) << Qt::RightButton << 1;
-    QTest::newRow("middle button") << QPointF(20, 10) << QPointF(20, 10) << Qt::MiddleButton << 1;
-    QTest::newRow("one pixel right") << QPointF(20, 10) << QPointF(21, 10) << Qt::LeftButton << 0;
-    QTest::newRow("one pixel left") << QPointF(20, 10) << QPointF(19, 10) << Qt::LeftButton << 0;
-    QTest::newRow("one pixel down") << QPointF(20, 10) << QPointF(20, 11) << Qt::LeftButton << 0;
-    QTest::newRow("one pixel up") << QPointF(20, 10) << QPointF(20, 9) << Qt::LeftButton << 0;
-    QTest::newRow("both axes") << QPointF(20, 10) << QPointF(21, 11) << Qt::LeftButton << 0;
-    QTest::newRow("outside") << QPointF(20, 10) << QPointF(-5, 200) << Qt::LeftButton << 0;
-    QTest::newRow("rounded to the same pixel")
-        << QPointF(20.4, 9.6) << QPointF(19.6, 10.4) << Qt::LeftButton << 1;
-    QTest::newRow("rounded to two pixels") << QPointF(20.4, 10) << QPointF(20.6, 10) << Qt::LeftButton << 0;
+    QTest::addColumn<Qt::MouseButton>("enButton");
+    QTest::addColumn<QPointF>("ptPress");
+    QTest::addColumn<QPointF>("ptRelease");
+    QTest::addColumn<int>("nClicks");
+    const QPointF ptPress(20, 10);
+    QTest::newRow("same point") << Qt::LeftButton << ptPress << ptPress << 1;
+    QTest::newRow("right button") << Qt::RightButton << ptPress << ptPress << 1;
+    QTest::newRow("middle button") << Qt::MiddleButton << ptPress << ptPress << 1;
+    QTest::newRow("one pixel right") << Qt::LeftButton << ptPress << QPointF(21, 10) << 0;
+    QTest::newRow("one pixel left") << Qt::LeftButton << ptPress << QPointF(19, 10) << 0;
+    QTest::newRow("one pixel down") << Qt::LeftButton << ptPress << QPointF(20, 11) << 0;
+    QTest::newRow("one pixel up") << Qt::LeftButton << ptPress << QPointF(20, 9) << 0;
+    QTest::newRow("both axes") << Qt::LeftButton << ptPress << QPointF(21, 11) << 0;
+    QTest::newRow("outside") << Qt::LeftButton << ptPress << QPointF(-5, 200) << 0;
+    QTest::newRow("rounded to one pixel") << Qt::LeftButton << QPointF(20.4, 9.6) << QPointF(19.6, 10.4) << 1;
+    QTest::newRow("rounded to two pixels") << Qt::LeftButton << QPointF(20.4, 10) << QPointF(20.6, 10) << 0;
 }
 
 void tst_CClickableLabel::click()
 {
-    QFETCH(QPointF, press);
-    QFETCH(QPointF, release);
-    QFETCH(Qt::MouseButton, button);
+    QFETCH(Qt::MouseButton, enButton);
+    QFETCH(QPointF, ptPress);
+    QFETCH(QPointF, ptRelease);
     CClickableLabel label;
     label.resize(100, 30);
-    QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
+    const QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
 
-    SendMouse(&label, QEvent::MouseButtonPress, press, press, button, button);
+    SendMouse(&label, QEvent::MouseButtonPress, ptPress, ptPress, enButton, enButton);
     QCOMPARE(spy.count(), 0);
-    SendMouse(&label, QEvent::MouseButtonRelease, release, release, button, Qt::NoButton);
-    QTEST(spy.count(), "clicks");
+    SendMouse(&label, QEvent::MouseButtonRelease, ptRelease, ptRelease, enButton, Qt::NoButton);
+    QTEST(spy.count(), "nClicks");
 }
 
 void tst_CClickableLabel::movingAwayAndBackIsAClick()
 {
     CClickableLabel label;
-    QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
-    SendMouse(&label, QEvent::MouseButtonPress, {20, 10}, {20, 10}, Qt::LeftButton, Qt::LeftButton);
-    SendMouse(&label, QEvent::MouseMove, {50, 20}, {50, 20}, Qt::NoButton, Qt::LeftButton);
-    SendMouse(&label, QEvent::MouseButtonRelease, {20, 10}, {20, 10}, Qt::LeftButton, Qt::NoButton);
+    const QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
+    SendPress(&label, {20, 10});
+    SendMove(&label, {50, 20});
+    SendRelease(&label, {20, 10});
     QCOMPARE(spy.count(), 1);
 }
 
@@ -86,7 +85,7 @@ void tst_CClickableLabel::eachClickCountsOnce()
 {
     CClickableLabel label;
     label.resize(100, 30);
-    QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
+    const QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
     QTest::mouseClick(&label, Qt::LeftButton, {}, {10, 10});
     QTest::mouseClick(&label, Qt::LeftButton, {}, {60, 20});
     QCOMPARE(spy.count(), 2);
@@ -96,26 +95,25 @@ void tst_CClickableLabel::eachClickCountsOnce()
 void tst_CClickableLabel::pressIsKept()
 {
     CCountingParent parent;
-    auto* pLabel = new CClickableLabel(&parent);
-    pLabel->resize(100, 30);
-    QVERIFY(SendPress(pLabel, {20, 10}));
+    CClickableLabel label(&parent);
+    label.resize(100, 30);
+    QVERIFY(SendPress(&label, {20, 10}));
     QCOMPARE(parent.m_nPresses, 0);
 }
 
-void tst_CClickableLabel::tracksTheMouse() { QVERIFY(CClickableLabel().testAttribute(Qt::WA_MouseTracking)); }
-
-void tst_CClickableLabel::flagsMakeNoWindow()
+void tst_CClickableLabel::isAChildThatTracksTheMouse()
 {
     QWidget parent;
-    const auto* pLabel = new CClickableLabel(&parent, Qt::Window);
-    QCOMPARE(pLabel->parentWidget(), &parent);
-    QVERIFY(!pLabel->isWindow());
+    const CClickableLabel label(&parent, Qt::Window);
+    QCOMPARE(label.parentWidget(), &parent);
+    QVERIFY(!label.isWindow());
+    QVERIFY(label.testAttribute(Qt::WA_MouseTracking));
 }
 
 void tst_CClickableLabel::key_data()
 {
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<int>("clicks");
+    QTest::addColumn<Qt::Key>("enKey");
+    QTest::addColumn<int>("nClicks");
     QTest::newRow("Space") << Qt::Key_Space << 1;
     QTest::newRow("Return") << Qt::Key_Return << 1;
     QTest::newRow("Enter") << Qt::Key_Enter << 1;
@@ -125,22 +123,22 @@ void tst_CClickableLabel::key_data()
 
 void tst_CClickableLabel::key()
 {
-    QFETCH(Qt::Key, key);
-    QFETCH(int, clicks);
+    QFETCH(Qt::Key, enKey);
+    QFETCH(int, nClicks);
     CClickableLabel label;
-    QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    const QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
+    QKeyEvent event(QEvent::KeyPress, enKey, Qt::NoModifier);
     QCoreApplication::sendEvent(&label, &event);
-    QCOMPARE(spy.count(), clicks);
-    QCOMPARE(event.isAccepted(), clicks == 1);
+    QCOMPARE(spy.count(), nClicks);
+    QCOMPARE(event.isAccepted(), nClicks == 1);
 }
 
 void tst_CClickableLabel::heldKeyClicksOnce()
 {
     CClickableLabel label;
-    QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
-    for (const bool repeated : {false, true, true}) {
-        QKeyEvent event(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), repeated);
+    const QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
+    for (const bool bRepeated : {false, true, true}) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", bRepeated);
         QCoreApplication::sendEvent(&label, &event);
     }
     QCOMPARE(spy.count(), 1);
@@ -156,14 +154,13 @@ void tst_CClickableLabel::focusIsVisible()
     QPainter(&picture).fillRect(8, 8, 4, 4, Qt::black);
     label.setPixmap(picture);
     label.resize(20, 20);
-    window.show();
-    window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(ShowActive(&window));
     label.clearFocus();
     QCOMPARE(label.grab().toImage().pixelColor(4, 10), QColor(Qt::white));
     label.setFocus();
     const QImage focused = label.grab().toImage();
-    QCOMPARE(focused.pixelColor(4, 10), QColor(QStringLiteral("#fff2e7")));
+    QCOMPARE(focused.pixelColor(0, 10), QColor("#d95a00")); // the ring, multiplied by the tint below it
+    QCOMPARE(focused.pixelColor(4, 10), QColor("#fff2e7"));
     QCOMPARE(focused.pixelColor(9, 9), QColor(Qt::black));
 }
 

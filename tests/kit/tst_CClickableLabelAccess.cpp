@@ -1,66 +1,64 @@
 #include "kit/CClickableLabel.h"
+#include "support/Widgets.h"
 
-#include <QAccessible>
 #include <QSignalSpy>
-#include <QTest>
 
 class tst_CClickableLabelAccess : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void labelOfTheKeyboardIsAButton();
-    void labelOfTheMouseIsAText();
+    void role_data();
+    void role();
+    void pressingIsAClick_data();
     void pressingIsAClick();
-    void disabledIsNotPressed();
 };
 
-void tst_CClickableLabelAccess::labelOfTheKeyboardIsAButton()
+void tst_CClickableLabelAccess::role_data()
 {
-    CClickableLabel label;
-    label.setFocusPolicy(Qt::TabFocus);
-    label.setAccessibleName(QStringLiteral("Refresh"));
-    const QAccessibleInterface* pInterface = QAccessible::queryAccessibleInterface(&label);
-    QCOMPARE(pInterface->role(), QAccessible::PushButton);
-    QCOMPARE(pInterface->text(QAccessible::Name), QStringLiteral("Refresh"));
-    QVERIFY(pInterface->state().focusable);
+    QTest::addColumn<Qt::FocusPolicy>("enPolicy");
+    QTest::addColumn<QAccessible::Role>("enRole");
+    QTest::addColumn<QString>("strName");
+    QTest::newRow("of the keyboard") << Qt::TabFocus << QAccessible::PushButton << "Refresh";
+    QTest::newRow("of the mouse") << Qt::NoFocus << QAccessible::StaticText << "STICK";
 }
 
-void tst_CClickableLabelAccess::labelOfTheMouseIsAText()
+void tst_CClickableLabelAccess::role()
 {
+    QFETCH(Qt::FocusPolicy, enPolicy);
     CClickableLabel label;
-    label.setText(QStringLiteral("STICK"));
-    const QAccessibleInterface* pInterface = QAccessible::queryAccessibleInterface(&label);
-    QCOMPARE(pInterface->role(), QAccessible::StaticText);
-    QCOMPARE(pInterface->text(QAccessible::Name), QStringLiteral("STICK"));
-    QVERIFY(!pInterface->state().focusable);
+    label.setFocusPolicy(enPolicy);
+    if (enPolicy == Qt::NoFocus) {
+        label.setText("STICK");
+    } else {
+        label.setAccessibleName("Refresh");
+    }
+    QTEST(Heard(&label)->role(), "enRole");
+    QTEST(NameHeard(&label), "strName");
+    QCOMPARE(bool(Heard(&label)->state().focusable), enPolicy == Qt::TabFocus);
+}
+
+void tst_CClickableLabelAccess::pressingIsAClick_data()
+{
+    QTest::addColumn<bool>("bEnabled");
+    QTest::newRow("enabled") << true;
+    QTest::newRow("disabled") << false;
 }
 
 void tst_CClickableLabelAccess::pressingIsAClick()
 {
+    QFETCH(bool, bEnabled);
     CClickableLabel label;
     label.setFocusPolicy(Qt::TabFocus);
-    QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
-    QAccessibleActionInterface* pActions = QAccessible::queryAccessibleInterface(&label)->actionInterface();
-    QCOMPARE(pActions->actionNames(),
-             QStringList(
-                 {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::setFocusAction()}));
-    pActions->doAction(QAccessibleActionInterface::pressAction());
-    QCOMPARE(spy.count(), 1);
-    pActions->doAction(QAccessibleActionInterface::setFocusAction());
-    QCOMPARE(spy.count(), 1);
-}
-
-void tst_CClickableLabelAccess::disabledIsNotPressed()
-{
-    CClickableLabel label;
-    label.setFocusPolicy(Qt::TabFocus);
-    label.setEnabled(false);
-    QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
-    QAccessibleActionInterface* pActions = QAccessible::queryAccessibleInterface(&label)->actionInterface();
-    QVERIFY(!pActions->actionNames().contains(QAccessibleActionInterface::pressAction()));
-    pActions->doAction(QAccessibleActionInterface::pressAction());
-    QVERIFY(spy.isEmpty());
+    label.setEnabled(bEnabled);
+    const QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
+    QAccessibleActionInterface* pActions = Heard(&label)->actionInterface();
+    const QString strPress = QAccessibleActionInterface::pressAction();
+    const QString strFocus = QAccessibleActionInterface::setFocusAction();
+    QCOMPARE(pActions->actionNames(), bEnabled ? QStringList({strPress, strFocus}) : QStringList());
+    pActions->doAction(strPress);
+    pActions->doAction(strFocus);
+    QCOMPARE(spy.count(), int(bEnabled));
 }
 
 QTEST_MAIN(tst_CClickableLabelAccess)

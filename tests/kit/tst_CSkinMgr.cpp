@@ -1,9 +1,8 @@
 #include "kit/CSkinMgr.h"
 #include "kit/SkinColor.h"
+#include "support/Widgets.h"
 
 #include <QColor>
-#include <QFile>
-#include <QTest>
 
 class tst_CSkinMgr : public QObject
 {
@@ -12,7 +11,6 @@ class tst_CSkinMgr : public QObject
 private slots:
     void font_data();
     void font();
-    void fontKeepsFamily();
     void color_data();
     void color();
     void sharedColorIsTheSheets_data();
@@ -27,12 +25,10 @@ static void FontRow(int nStyle, int nPoints, int nPixels, int nWeight)
 
 void tst_CSkinMgr::font_data()
 {
-    QTest::addColumn<int>("style");
-    QTest::addColumn<int>("points");
-    QTest::addColumn<int>("pixels");
-    QTest::addColumn<int>("weight");
-    FontRow(-1000, 11, -1, 50);
-    FontRow(-1, 11, -1, 50);
+    QTest::addColumn<int>("nStyle");
+    QTest::addColumn<int>("nPoints");
+    QTest::addColumn<int>("nPixels");
+    QTest::addColumn<int>("nWeight");
     FontRow(0, 9, -1, 50);
     FontRow(1, 9, -1, 50);
     FontRow(2, 11, -1, 62);
@@ -40,75 +36,35 @@ void tst_CSkinMgr::font_data()
     FontRow(4, -1, 8, 50);
     FontRow(5, -1, 9, 50);
     FontRow(6, -1, 9, 75);
-    FontRow(7, -1, 10, 50);
-    FontRow(8, -1, 10, 75);
-    FontRow(9, -1, 11, 50);
-    FontRow(10, -1, 11, 75);
-    FontRow(11, -1, 12, 50);
-    FontRow(12, -1, 12, 75);
-    FontRow(13, -1, 13, 50);
-    FontRow(14, -1, 13, 75);
-    FontRow(15, -1, 14, 50);
-    FontRow(16, -1, 14, 75);
-    FontRow(17, -1, 15, 50);
-    FontRow(18, -1, 15, 75);
-    FontRow(19, -1, 16, 50);
-    FontRow(20, -1, 16, 75);
-    FontRow(21, -1, 17, 50);
-    FontRow(22, -1, 17, 75);
-    FontRow(23, -1, 18, 50);
-    FontRow(24, -1, 18, 75);
-    FontRow(25, -1, 19, 50);
-    FontRow(26, -1, 19, 75);
-    FontRow(27, -1, 20, 50);
-    FontRow(28, -1, 20, 75);
-    FontRow(29, -1, 21, 50);
-    FontRow(30, -1, 21, 75);
-    FontRow(31, -1, 22, 50);
-    FontRow(32, -1, 22, 75);
-    FontRow(33, -1, 23, 50);
-    FontRow(34, -1, 23, 75);
-    FontRow(35, -1, 24, 50);
-    FontRow(36, -1, 24, 75);
-    FontRow(37, -1, 25, 50);
-    FontRow(38, -1, 25, 75);
-    FontRow(39, -1, 26, 50);
-    FontRow(40, -1, 26, 75);
+    int nStyle = 7;
+    for (int nPixels = 10; nPixels <= 26; ++nPixels) {
+        FontRow(nStyle++, -1, nPixels, 50);
+        FontRow(nStyle++, -1, nPixels, 75);
+    }
     FontRow(41, -1, 27, 50);
-    FontRow(42, 11, -1, 50);
-    FontRow(43, 11, -1, 50);
-    FontRow(1000, 11, -1, 50);
+    for (const int nOther : {-1000, -1, 42, 43, 1000}) {
+        FontRow(nOther, 11, -1, 50);
+    }
 }
 
 void tst_CSkinMgr::font()
 {
-    QFETCH(int, style);
-    const QFont font
-        = CSkinMgr::GetFontStyle(static_cast<CSkinMgr::FontStyle>(style), QStringLiteral("Avenir"));
-    QTEST(font.pointSize(), "points");
-    QTEST(font.pixelSize(), "pixels");
-    QTEST(font.weight(), "weight");
-    QCOMPARE(font.family(), QStringLiteral("Avenir"));
-}
-
-void tst_CSkinMgr::fontKeepsFamily()
-{
-    for (const int nStyle : {0, 2, 3, 4, 6, 15, 16, 42}) {
-        const auto enStyle = static_cast<CSkinMgr::FontStyle>(nStyle);
-        QCOMPARE(CSkinMgr::GetFontStyle(enStyle, QStringLiteral("Some Family")).family(),
-                 QStringLiteral("Some Family"));
+    QFETCH(int, nStyle);
+    for (const char* pFamily : {"Avenir", "Some Family"}) {
+        const QFont font = CSkinMgr::GetFontStyle(static_cast<CSkinMgr::FontStyle>(nStyle), pFamily);
+        QTEST(font.pointSize(), "nPoints");
+        QTEST(font.pixelSize(), "nPixels");
+        QTEST(font.weight(), "nWeight");
+        QCOMPARE(font.family(), QString(pFamily));
     }
 }
 
-static void ColorRow(int nStyle, const char* pszRule)
-{
-    QTest::addRow("style %d", nStyle) << nStyle << QString::fromLatin1(pszRule);
-}
+static void ColorRow(int nStyle, const char* pRule) { QTest::addRow("style %d", nStyle) << nStyle << pRule; }
 
 void tst_CSkinMgr::color_data()
 {
-    QTest::addColumn<int>("style");
-    QTest::addColumn<QString>("rule");
+    QTest::addColumn<int>("nStyle");
+    QTest::addColumn<QString>("strRule");
     ColorRow(-1, "color:rgb(255, 255, 255);");
     ColorRow(0, "color:rgb(255, 255, 255);");
     ColorRow(1, "color:rgb(97, 108, 114);");
@@ -136,8 +92,8 @@ void tst_CSkinMgr::color_data()
 
 void tst_CSkinMgr::color()
 {
-    QFETCH(int, style);
-    QTEST(CSkinMgr::GetColorStyle(static_cast<CSkinMgr::ColorStyle>(style)), "rule");
+    QFETCH(int, nStyle);
+    QTEST(CSkinMgr::GetColorStyle(static_cast<CSkinMgr::ColorStyle>(nStyle)), "strRule");
 }
 
 void tst_CSkinMgr::sharedColorIsTheSheets_data()
@@ -155,9 +111,7 @@ void tst_CSkinMgr::sharedColorIsTheSheets()
 {
     QFETCH(QRgb, nColor);
     QFETCH(QString, strRule);
-    QFile sheet(":/res/TarnwickMacPE.qss");
-    QVERIFY(sheet.open(QIODevice::ReadOnly));
-    QVERIFY(QString(sheet.readAll()).contains(strRule));
+    QVERIFY(ProgramSheet().contains(strRule));
     const QString strDecimal
         = QString::asprintf("rgb(%d, %d, %d)", qRed(nColor), qGreen(nColor), qBlue(nColor));
     QVERIFY(strRule.contains(QColor(nColor).name()) || strRule.contains(strDecimal));

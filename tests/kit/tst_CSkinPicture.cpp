@@ -10,37 +10,32 @@ class tst_CSkinPicture : public QObject
     Q_OBJECT
 
 private slots:
-    void PixmapHasThePixelsOfTheScreen();
-    void MissingPictureIsNull();
-    void MovieHasThePixelsOfTheScreen();
-    void MovieWithoutDoubleStays();
+    void pixmapHasThePixelsOfTheScreen();
+    void movieHasThePixelsOfTheScreen();
+    void whatIsMissingHasNoPixels();
 };
 
 static int Ratio() { return qEnvironmentVariableIntValue("QT_SCALE_FACTOR"); }
 
-void tst_CSkinPicture::PixmapHasThePixelsOfTheScreen()
+void tst_CSkinPicture::pixmapHasThePixelsOfTheScreen()
 {
-    const QPixmap pixmap = CSkinPicture::Pixmap(QStringLiteral(":/res/Tip/tips_mark.png"));
+    const QPixmap pixmap = CSkinPicture::Pixmap(":/res/Tip/tips_mark.png");
     QCOMPARE(pixmap.size(), QSize(40, 40) * Ratio());
     QCOMPARE(pixmap.devicePixelRatio(), qreal(Ratio()));
 }
 
-void tst_CSkinPicture::MissingPictureIsNull()
+void tst_CSkinPicture::movieHasThePixelsOfTheScreen()
 {
-    QVERIFY(CSkinPicture::Pixmap(QStringLiteral(":/res/Tip/none.png")).isNull());
-}
-
-void tst_CSkinPicture::MovieHasThePixelsOfTheScreen()
-{
-    QMovie movie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/searching.gif")));
+    QMovie movie(CSkinPicture::MoviePath(":/res/Gif/searching.gif"));
     QVERIFY(movie.jumpToFrame(0));
     QCOMPARE(movie.currentPixmap().size(), QSize(40, 40) * Ratio());
 }
 
-void tst_CSkinPicture::MovieWithoutDoubleStays()
+void tst_CSkinPicture::whatIsMissingHasNoPixels()
 {
-    const QString strPath = QStringLiteral(":/res/Gif/none.gif");
-    QCOMPARE(CSkinPicture::MoviePath(strPath), strPath);
+    QVERIFY(CSkinPicture::Pixmap(":/res/Tip/none.png").isNull());
+    // There is no double to be shown instead.
+    QCOMPARE(CSkinPicture::MoviePath(":/res/Gif/none.gif"), QString(":/res/Gif/none.gif"));
 }
 
 int main(int argc, char** argv)

@@ -30,7 +30,7 @@ void tst_Compositor::edgeIsNeverBlack()
     ground.setGeometry(100, 100, 900, 600);
     ground.show();
     QVERIFY(QTest::qWaitForWindowExposed(&ground));
-    KvMessageBox box(QStringLiteral("Text"), Style_Ok, &ground);
+    KvMessageBox box("Text", Style_Ok, &ground);
     box.setWindowFlag(Qt::X11BypassWindowManagerHint);
     box.show();
     QVERIFY(QTest::qWaitForWindowExposed(&box));

@@ -1,9 +1,6 @@
 #include "kit/KvStyleShadow.h"
 #include "support/CLogCapture.h"
-
-#include <QImage>
-#include <QTest>
-#include <QWidget>
+#include "support/Widgets.h"
 
 namespace {
 
@@ -13,26 +10,12 @@ const int HEIGHT = 40;
 class CPanel : public QWidget
 {
 public:
-    CPanel(int nWidth, int nHeight) { resize(nWidth, nHeight); }
+    explicit CPanel(const QSize& size = {WIDTH, HEIGHT}) { resize(size); }
 
 protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        KvStyleShadow shadow;
-        shadow.Paint(this);
-    }
+    void paintEvent(QPaintEvent*) override { KvStyleShadow().Paint(this); }
 };
 
-}
-
-// What the widget itself paints, without any window background below it.
-static QImage Picture(int nWidth, int nHeight)
-{
-    CPanel panel(nWidth, nHeight);
-    QImage image(nWidth, nHeight, QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    panel.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    return image;
 }
 
 class tst_KvStyleShadow : public QObject
@@ -43,7 +26,6 @@ private slots:
     void edge_data();
     void edge();
     void panelIsWhite();
-    void cornersAreRound_data();
     void cornersAreRound();
     void smallWidget_data();
     void smallWidget();
@@ -58,7 +40,7 @@ private slots:
 //   4: 50 over the white panel    5: white
 void tst_KvStyleShadow::edge_data()
 {
-    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("nDepth");
     QTest::addColumn<QColor>("color");
     QTest::newRow("outermost") << 0 << QColor(10, 10, 10, 7);
     QTest::newRow("second") << 1 << QColor(10, 10, 10, 21);
@@ -79,26 +61,24 @@ static bool IsNear(const QColor& color, const QColor& expected)
 
 void tst_KvStyleShadow::edge()
 {
-    QFETCH(int, depth);
+    QFETCH(int, nDepth);
     QFETCH(QColor, color);
-    const QImage image = Picture(WIDTH, HEIGHT);
-    const QPoint listPoint[] = {{depth, HEIGHT / 2},
-                                {WIDTH - 1 - depth, HEIGHT / 2},
-                                {WIDTH / 2, depth},
-                                {WIDTH / 2, HEIGHT - 1 - depth}};
-    for (const QPoint& point : listPoint) {
-        const QColor actual = image.pixelColor(point);
-        QVERIFY2(IsNear(actual, color),
-                 qPrintable(QStringLiteral("%1,%2 is %3, not %4")
-                                .arg(point.x())
-                                .arg(point.y())
-                                .arg(actual.name(QColor::HexArgb), color.name(QColor::HexArgb))));
+    CPanel panel;
+    const QImage image = Painted(&panel);
+    const QPoint listPoint[] = {{nDepth, HEIGHT / 2},
+                                {WIDTH - 1 - nDepth, HEIGHT / 2},
+                                {WIDTH / 2, nDepth},
+                                {WIDTH / 2, HEIGHT - 1 - nDepth}};
+    for (const QPoint& pt : listPoint) {
+        const QColor actual = image.pixelColor(pt);
+        QVERIFY2(IsNear(actual, color), qPrintable(actual.name(QColor::HexArgb)));
     }
 }
 
 void tst_KvStyleShadow::panelIsWhite()
 {
-    const QImage image = Picture(WIDTH, HEIGHT);
+    CPanel panel;
+    const QImage image = Painted(&panel);
     for (int y = 8; y < HEIGHT - 8; ++y) {
         for (int x = 5; x < WIDTH - 5; ++x) {
             QCOMPARE(image.pixel(x, y), qRgba(255, 255, 255, 255));
@@ -106,32 +86,19 @@ void tst_KvStyleShadow::panelIsWhite()
     }
 }
 
-void tst_KvStyleShadow::cornersAreRound_data()
-{
-    QTest::addColumn<bool>("right");
-    QTest::addColumn<bool>("bottom");
-    QTest::newRow("top left") << false << false;
-    QTest::newRow("top right") << true << false;
-    QTest::newRow("bottom left") << false << true;
-    QTest::newRow("bottom right") << true << true;
-}
-
+// A radius of 4 leaves the outermost pixel of the diagonal free, shows the
+// shadow through the panel's first pixel, and fills the third one.
 void tst_KvStyleShadow::cornersAreRound()
 {
-    QFETCH(bool, right);
-    QFETCH(bool, bottom);
-    const QImage image = Picture(WIDTH, HEIGHT);
-    const auto alphaAt = [&](int nDepth) {
-        const int x = right ? WIDTH - 1 - nDepth : nDepth;
-        const int y = bottom ? HEIGHT - 1 - nDepth : nDepth;
-        return image.pixelColor(x, y).alpha();
-    };
-    // A radius of 4 leaves the outermost pixel of the diagonal free, shows the
-    // shadow through the panel's first pixel, and fills the third one.
-    QCOMPARE(alphaAt(0), 0);
-    QVERIFY(alphaAt(4) > 0);
-    QVERIFY2(alphaAt(4) < 200, qPrintable(QString::number(alphaAt(4))));
-    QCOMPARE(alphaAt(6), 255);
+    CPanel panel;
+    const QImage image = Painted(&panel);
+    for (const QImage& turned :
+         {image, image.mirrored(true, false), image.mirrored(false, true), image.mirrored(true, true)}) {
+        QCOMPARE(turned.pixelColor(0, 0).alpha(), 0);
+        QVERIFY(turned.pixelColor(4, 4).alpha() > 0);
+        QVERIFY(turned.pixelColor(4, 4).alpha() < 200);
+        QCOMPARE(turned.pixelColor(6, 6).alpha(), 255);
+    }
 }
 
 void tst_KvStyleShadow::smallWidget_data()
@@ -147,21 +114,20 @@ void tst_KvStyleShadow::smallWidget_data()
 void tst_KvStyleShadow::smallWidget()
 {
     QFETCH(QSize, size);
-    CLogCapture capture;
+    const CLogCapture capture;
+    CPanel panel(size);
+    // A widget without any pixel gets no paint event; paint it all the same.
     if (size.isEmpty()) {
-        // A widget without any pixel gets no paint event; paint it all the same.
-        QWidget widget;
-        widget.resize(size);
-        KvStyleShadow().Paint(&widget);
+        KvStyleShadow().Paint(&panel);
     } else {
-        QCOMPARE(Picture(size.width(), size.height()).size(), size);
+        QCOMPARE(Painted(&panel).size(), size);
     }
     QCOMPARE(capture.Lines(), QStringList());
 }
 
 void tst_KvStyleShadow::nullWidget()
 {
-    CLogCapture capture;
+    const CLogCapture capture;
     KvStyleShadow().Paint(nullptr);
     QCOMPARE(capture.Lines(), QStringList());
 }

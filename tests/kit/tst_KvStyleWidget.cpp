@@ -1,13 +1,14 @@
 #include "kit/KvStyleWidget.h"
 #include "support/SendMouse.h"
+#include "support/Widgets.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QImage>
 #include <QLineEdit>
 #include <QScreen>
 #include <QTemporaryDir>
-#include <QTest>
+
+#include <memory>
 
 namespace {
 
@@ -26,291 +27,188 @@ protected:
     void closeEvent(QCloseEvent* pEvent) override { pEvent->setAccepted(!m_bRefuseClose); }
 };
 
-// The strip with its handlers in reach, to see what becomes of an event that nobody had accepted yet.
-class CStrip : public KvStyleWidget
-{
-public:
-    using KvStyleWidget::KvStyleWidget;
-    using KvStyleWidget::mouseMoveEvent;
-    using KvStyleWidget::mousePressEvent;
-    using KvStyleWidget::mouseReleaseEvent;
-};
-
-struct STScene
-{
-    CTarget m_target;
-    CStrip m_strip{&m_target};
-
-    STScene()
-    {
-        m_target.setWindowFlag(Qt::FramelessWindowHint);
-        m_target.setGeometry(QRect(START, QSize(300, 200)));
-        m_strip.setGeometry(0, 0, 300, 40);
-        m_strip.setEnabledMouseDrag(&m_target, QPoint(0, 0), true);
-    }
-
-    bool Activate()
-    {
-        m_target.show();
-        m_target.activateWindow();
-        return QTest::qWaitForWindowActive(&m_target);
-    }
-
-    // Moves the cursor to where the target's corner should come to lie at ptNew.
-    void DragTo(const QPoint& ptNew, Qt::MouseButtons held = Qt::LeftButton)
-    {
-        SendMove(&m_strip, ptNew + PRESS, held);
-    }
-};
-
 }
-
-static QSize ScreenSize() { return QGuiApplication::primaryScreen()->availableGeometry().size(); }
 
 class tst_KvStyleWidget : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void init();
+
     void bounds_data();
     void bounds();
-    void boundsStandAfterInitData();
     void outOfBoundsWaitsThenFollows();
     void offsetIsTakenOff();
-    void anyHeldButtonDrags();
     void movedTargetIsRepainted();
-    void noMoveWithoutAPress();
-    void noMoveWithoutAButtonHeld();
-    void noMoveAfterRelease();
-    void noMoveWhenDragIsDisabled();
-    void noMoveAfterARightPress();
-    void noMoveWithoutFocus();
-    void noTargetIsHarmless();
-    void pressGivesTheTargetFocus();
-    void pressThatIsNotOursIsLeft_data();
-    void pressThatIsNotOursIsLeft();
-    void ownEventsAreAccepted();
+    void drag_data();
+    void drag();
+    void dragNeedsTheTargetsFocus();
+    void eventsAccepted();
     void dragSetsMouseTracking();
     void closeClosesTheTarget();
-    void closeMayBeRefused();
-    void closeWithoutTargetIsHarmless();
+    void withoutTargetNothingHappens();
     void backgroundIsStretched();
     void backgroundCanChange();
     void noBackground_data();
     void noBackground();
-    void keepsPlainWindowFlags();
-    void classNameIsTheStyleSheetSelector();
+    void isAPlainWidgetOfItsName();
+
+private:
+    bool Activate() { return ShowActive(m_pTarget.get()); }
+
+    void Press(Qt::MouseButton enButton = Qt::LeftButton) { SendPress(m_pStrip, PRESS, enButton); }
+
+    // Moves the cursor to where the target's corner should come to lie at ptNew.
+    void DragTo(const QPoint& ptNew, Qt::MouseButtons held = Qt::LeftButton)
+    {
+        SendMove(m_pStrip, ptNew + PRESS, held);
+    }
+
+    std::unique_ptr<CTarget> m_pTarget;
+    KvStyleWidget* m_pStrip = nullptr;
 };
+
+void tst_KvStyleWidget::init()
+{
+    m_pTarget = std::make_unique<CTarget>();
+    m_pTarget->setWindowFlag(Qt::FramelessWindowHint);
+    m_pTarget->setGeometry(QRect(START, QSize(300, 200)));
+    m_pStrip = new KvStyleWidget(m_pTarget.get());
+    m_pStrip->setGeometry(0, 0, 300, 40);
+    m_pStrip->setEnabledMouseDrag(m_pTarget.get(), QPoint(0, 0), true);
+}
 
 void tst_KvStyleWidget::bounds_data()
 {
-    QTest::addColumn<QPoint>("wanted");
-    QTest::addColumn<bool>("moves");
-    const int nWidth = ScreenSize().width();
-    const int nHeight = ScreenSize().height();
+    QTest::addColumn<QPoint>("ptWanted");
+    QTest::addColumn<bool>("bMoves");
+    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
+    const int nRight = screen.width() - 200;
+    const int nBottom = screen.height() - 100;
     QTest::newRow("inside") << QPoint(200, 150) << true;
     QTest::newRow("left, last inside") << QPoint(-799, 150) << true;
     QTest::newRow("left, first outside") << QPoint(-800, 150) << false;
     QTest::newRow("top, last inside") << QPoint(200, 23) << true;
     QTest::newRow("top, first outside") << QPoint(200, 22) << false;
-    QTest::newRow("right, last inside") << QPoint(nWidth - 200, 150) << true;
-    QTest::newRow("right, first outside") << QPoint(nWidth - 199, 150) << false;
-    QTest::newRow("bottom, last inside") << QPoint(200, nHeight - 100) << true;
-    QTest::newRow("bottom, first outside") << QPoint(200, nHeight - 99) << false;
+    QTest::newRow("right, last inside") << QPoint(nRight, 150) << true;
+    QTest::newRow("right, first outside") << QPoint(nRight + 1, 150) << false;
+    QTest::newRow("bottom, last inside") << QPoint(200, nBottom) << true;
+    QTest::newRow("bottom, first outside") << QPoint(200, nBottom + 1) << false;
 }
 
 void tst_KvStyleWidget::bounds()
 {
-    QFETCH(QPoint, wanted);
-    QFETCH(bool, moves);
-    STScene scene;
-    QVERIFY(scene.Activate());
-    SendPress(&scene.m_strip, PRESS);
-    scene.DragTo(wanted);
-    QCOMPARE(scene.m_target.pos(), moves ? wanted : START);
-}
-
-void tst_KvStyleWidget::boundsStandAfterInitData()
-{
-    STScene scene;
-    QVERIFY(scene.Activate());
-    scene.m_strip.initData();
-    SendPress(&scene.m_strip, PRESS);
-    const QPoint ptLast(ScreenSize().width() - 200, ScreenSize().height() - 100);
-    scene.DragTo(ptLast);
-    QCOMPARE(scene.m_target.pos(), ptLast);
-    scene.DragTo(ptLast + QPoint(1, 0));
-    QCOMPARE(scene.m_target.pos(), ptLast);
+    QFETCH(QPoint, ptWanted);
+    QFETCH(bool, bMoves);
+    QVERIFY(Activate());
+    Press();
+    DragTo(ptWanted);
+    QCOMPARE(m_pTarget->pos(), bMoves ? ptWanted : START);
+    // They are the same when they are taken again.
+    m_pTarget->move(START);
+    m_pStrip->initData();
+    DragTo(ptWanted);
+    QCOMPARE(m_pTarget->pos(), bMoves ? ptWanted : START);
 }
 
 void tst_KvStyleWidget::outOfBoundsWaitsThenFollows()
 {
-    STScene scene;
-    QVERIFY(scene.Activate());
-    SendPress(&scene.m_strip, PRESS);
-    scene.DragTo({200, 60});
-    scene.DragTo({210, 10});
-    QCOMPARE(scene.m_target.pos(), QPoint(200, 60));
-    scene.DragTo({220, 23});
-    QCOMPARE(scene.m_target.pos(), QPoint(220, 23));
+    QVERIFY(Activate());
+    Press();
+    DragTo({200, 60});
+    DragTo({210, 10});
+    QCOMPARE(m_pTarget->pos(), QPoint(200, 60));
+    DragTo({220, 23});
+    QCOMPARE(m_pTarget->pos(), QPoint(220, 23));
 }
 
 void tst_KvStyleWidget::offsetIsTakenOff()
 {
-    STScene scene;
-    QVERIFY(scene.Activate());
-    scene.m_strip.setEnabledMouseDrag(&scene.m_target, QPoint(30, 20), true);
-    SendPress(&scene.m_strip, PRESS);
-    scene.DragTo({230, 170});
-    QCOMPARE(scene.m_target.pos(), QPoint(200, 150));
-}
-
-// The button that started the drag need not be the one still held.
-void tst_KvStyleWidget::anyHeldButtonDrags()
-{
-    STScene scene;
-    QVERIFY(scene.Activate());
-    SendPress(&scene.m_strip, PRESS);
-    scene.DragTo({200, 150}, Qt::RightButton);
-    QCOMPARE(scene.m_target.pos(), QPoint(200, 150));
+    QVERIFY(Activate());
+    m_pStrip->setEnabledMouseDrag(m_pTarget.get(), QPoint(30, 20), true);
+    Press();
+    DragTo({230, 170});
+    QCOMPARE(m_pTarget->pos(), QPoint(200, 150));
 }
 
 void tst_KvStyleWidget::movedTargetIsRepainted()
 {
-    STScene scene;
-    QVERIFY(scene.Activate());
-    QVERIFY(QTest::qWaitForWindowExposed(&scene.m_target));
-    QTRY_VERIFY(scene.m_target.m_nPaints > 0);
-    SendPress(&scene.m_strip, PRESS);
-    const int nBefore = scene.m_target.m_nPaints;
-    scene.DragTo({200, 10});
-    QCOMPARE(scene.m_target.m_nPaints, nBefore);
-    scene.DragTo({200, 150});
-    QCOMPARE(scene.m_target.m_nPaints, nBefore + 1);
+    QVERIFY(Activate());
+    QVERIFY(QTest::qWaitForWindowExposed(m_pTarget.get()));
+    QTRY_VERIFY(m_pTarget->m_nPaints > 0);
+    Press();
+    const int nBefore = m_pTarget->m_nPaints;
+    DragTo({200, 10});
+    QCOMPARE(m_pTarget->m_nPaints, nBefore);
+    DragTo({200, 150});
+    QCOMPARE(m_pTarget->m_nPaints, nBefore + 1);
 }
 
-void tst_KvStyleWidget::noMoveWithoutAPress()
+void tst_KvStyleWidget::drag_data()
 {
-    STScene scene;
-    QVERIFY(scene.Activate());
-    scene.m_target.setFocus();
-    scene.DragTo({200, 150});
-    QCOMPARE(scene.m_target.pos(), START);
+    QTest::addColumn<bool>("bEnabled");
+    QTest::addColumn<Qt::MouseButton>("enPressed");
+    QTest::addColumn<Qt::MouseButtons>("held");
+    QTest::addColumn<bool>("bMoves");
+    const Qt::MouseButtons left = Qt::LeftButton;
+    const Qt::MouseButtons right = Qt::RightButton;
+    QTest::newRow("left") << true << Qt::LeftButton << left << true;
+    QTest::newRow("another button held") << true << Qt::LeftButton << right << true;
+    QTest::newRow("no button held") << true << Qt::LeftButton << Qt::MouseButtons() << false;
+    QTest::newRow("right press") << true << Qt::RightButton << right << false;
+    QTest::newRow("no press") << true << Qt::NoButton << left << false;
+    QTest::newRow("disabled") << false << Qt::LeftButton << left << false;
 }
 
-void tst_KvStyleWidget::noMoveWithoutAButtonHeld()
+void tst_KvStyleWidget::drag()
 {
-    STScene scene;
-    QVERIFY(scene.Activate());
-    SendPress(&scene.m_strip, PRESS);
-    scene.DragTo({200, 150}, Qt::NoButton);
-    QCOMPARE(scene.m_target.pos(), START);
+    QFETCH(bool, bEnabled);
+    QFETCH(Qt::MouseButton, enPressed);
+    QFETCH(Qt::MouseButtons, held);
+    QFETCH(bool, bMoves);
+    m_pStrip->setEnabledMouseDrag(m_pTarget.get(), QPoint(0, 0), bEnabled);
+    QVERIFY(Activate());
+    m_pTarget->setFocus();
+    // Without tracking a move with no button held would not get there at all.
+    m_pStrip->setMouseTracking(true);
+    if (enPressed != Qt::NoButton) {
+        Press(enPressed);
+    }
+    DragTo({200, 150}, held);
+    QCOMPARE(m_pTarget->pos(), bMoves ? QPoint(200, 150) : START);
+    SendRelease(m_pStrip, m_pTarget->pos() + PRESS);
+    DragTo({300, 250}, held);
+    QCOMPARE(m_pTarget->pos(), bMoves ? QPoint(200, 150) : START);
 }
 
-void tst_KvStyleWidget::noMoveAfterRelease()
+void tst_KvStyleWidget::dragNeedsTheTargetsFocus()
 {
-    STScene scene;
-    QVERIFY(scene.Activate());
-    SendPress(&scene.m_strip, PRESS);
-    SendRelease(&scene.m_strip, START + PRESS);
-    scene.DragTo({200, 150});
-    QCOMPARE(scene.m_target.pos(), START);
-}
-
-void tst_KvStyleWidget::noMoveWhenDragIsDisabled()
-{
-    STScene scene;
-    QVERIFY(scene.Activate());
-    scene.m_target.setFocus();
-    scene.m_strip.setEnabledMouseDrag(&scene.m_target, QPoint(0, 0), false);
-    SendPress(&scene.m_strip, PRESS);
-    scene.DragTo({200, 150});
-    QCOMPARE(scene.m_target.pos(), START);
-}
-
-void tst_KvStyleWidget::noMoveAfterARightPress()
-{
-    STScene scene;
-    QVERIFY(scene.Activate());
-    scene.m_target.setFocus();
-    SendPress(&scene.m_strip, PRESS, Qt::RightButton);
-    scene.DragTo({200, 150}, Qt::RightButton);
-    QCOMPARE(scene.m_target.pos(), START);
-}
-
-void tst_KvStyleWidget::noMoveWithoutFocus()
-{
-    STScene scene;
-    QLineEdit edit(&scene.m_target);
-    QVERIFY(scene.Activate());
-    SendPress(&scene.m_strip, PRESS);
-    edit.setFocus();
-    QVERIFY(!scene.m_target.hasFocus());
-    scene.DragTo({200, 150});
-    QCOMPARE(scene.m_target.pos(), START);
-    scene.m_target.setFocus();
-    scene.DragTo({200, 150});
-    QCOMPARE(scene.m_target.pos(), QPoint(200, 150));
-}
-
-void tst_KvStyleWidget::noTargetIsHarmless()
-{
-    STScene scene;
-    QVERIFY(scene.Activate());
-    scene.m_strip.setEnabledMouseDrag(nullptr, QPoint(0, 0), true);
-    QVERIFY(SendPress(&scene.m_strip, PRESS));
-    scene.DragTo({200, 150});
-    QCOMPARE(scene.m_target.pos(), START);
-}
-
-void tst_KvStyleWidget::pressGivesTheTargetFocus()
-{
-    STScene scene;
-    QLineEdit edit(&scene.m_target);
-    QVERIFY(scene.Activate());
+    QLineEdit edit(m_pTarget.get());
+    QVERIFY(Activate());
     edit.setFocus();
     QVERIFY(edit.hasFocus());
-    SendPress(&scene.m_strip, PRESS);
-    QVERIFY(scene.m_target.hasFocus());
+    Press();
+    QVERIFY(m_pTarget->hasFocus());
+    edit.setFocus();
+    QVERIFY(!m_pTarget->hasFocus());
+    DragTo({200, 150});
+    QCOMPARE(m_pTarget->pos(), START);
+    m_pTarget->setFocus();
+    DragTo({200, 150});
+    QCOMPARE(m_pTarget->pos(), QPoint(200, 150));
 }
 
-void tst_KvStyleWidget::pressThatIsNotOursIsLeft_data()
+// A press that starts no drag is left to the window, everything else is taken.
+void tst_KvStyleWidget::eventsAccepted()
 {
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<Qt::MouseButton>("button");
-    QTest::addColumn<bool>("accepted");
-    QTest::newRow("left, enabled") << true << Qt::LeftButton << true;
-    QTest::newRow("right, enabled") << true << Qt::RightButton << false;
-    QTest::newRow("left, disabled") << false << Qt::LeftButton << false;
-}
-
-static QMouseEvent IgnoredEvent(QEvent::Type type, Qt::MouseButton button)
-{
-    QMouseEvent event(type, PRESS, START + PRESS, button, button, Qt::NoModifier);
-    event.ignore();
-    return event;
-}
-
-void tst_KvStyleWidget::pressThatIsNotOursIsLeft()
-{
-    QFETCH(bool, enabled);
-    QFETCH(Qt::MouseButton, button);
-    STScene scene;
-    scene.m_strip.setEnabledMouseDrag(&scene.m_target, QPoint(0, 0), enabled);
-    QMouseEvent event = IgnoredEvent(QEvent::MouseButtonPress, button);
-    scene.m_strip.mousePressEvent(&event);
-    QTEST(event.isAccepted(), "accepted");
-}
-
-void tst_KvStyleWidget::ownEventsAreAccepted()
-{
-    STScene scene;
-    QMouseEvent move = IgnoredEvent(QEvent::MouseMove, Qt::LeftButton);
-    scene.m_strip.mouseMoveEvent(&move);
-    QVERIFY(move.isAccepted());
-    QMouseEvent release = IgnoredEvent(QEvent::MouseButtonRelease, Qt::LeftButton);
-    scene.m_strip.mouseReleaseEvent(&release);
-    QVERIFY(release.isAccepted());
+    QVERIFY(Accepts(m_pStrip, QEvent::MouseButtonPress, Qt::LeftButton));
+    QVERIFY(!Accepts(m_pStrip, QEvent::MouseButtonPress, Qt::RightButton));
+    QVERIFY(Accepts(m_pStrip, QEvent::MouseMove, Qt::LeftButton));
+    QVERIFY(Accepts(m_pStrip, QEvent::MouseButtonRelease, Qt::LeftButton));
+    QVERIFY(Accepts(m_pStrip, QEvent::MouseMove, Qt::LeftButton));
+    m_pStrip->setEnabledMouseDrag(m_pTarget.get(), QPoint(0, 0), false);
+    QVERIFY(!Accepts(m_pStrip, QEvent::MouseButtonPress, Qt::LeftButton));
 }
 
 void tst_KvStyleWidget::dragSetsMouseTracking()
@@ -325,56 +223,43 @@ void tst_KvStyleWidget::dragSetsMouseTracking()
 
 void tst_KvStyleWidget::closeClosesTheTarget()
 {
-    STScene scene;
-    scene.m_target.show();
-    scene.m_strip.slotClosePWidget();
-    QVERIFY(!scene.m_target.isVisible());
+    m_pTarget->show();
+    m_pTarget->m_bRefuseClose = true;
+    m_pStrip->slotClosePWidget();
+    QVERIFY(m_pTarget->isVisible());
+    m_pTarget->m_bRefuseClose = false;
+    m_pStrip->slotClosePWidget();
+    QVERIFY(!m_pTarget->isVisible());
 }
 
-void tst_KvStyleWidget::closeMayBeRefused()
+void tst_KvStyleWidget::withoutTargetNothingHappens()
 {
-    STScene scene;
-    scene.m_target.m_bRefuseClose = true;
-    scene.m_target.show();
-    scene.m_strip.slotClosePWidget();
-    QVERIFY(scene.m_target.isVisible());
-}
-
-void tst_KvStyleWidget::closeWithoutTargetIsHarmless()
-{
-    KvStyleWidget strip;
-    strip.show();
-    strip.slotClosePWidget();
-    QVERIFY(strip.isVisible());
+    QVERIFY(Activate());
+    m_pStrip->setEnabledMouseDrag(nullptr, QPoint(0, 0), true);
+    QVERIFY(SendPress(m_pStrip, PRESS));
+    DragTo({200, 150});
+    QCOMPARE(m_pTarget->pos(), START);
+    m_pStrip->slotClosePWidget();
+    QVERIFY(m_pStrip->isVisible());
 }
 
 // Two pixels side by side, so that a stretch shows as two halves.
-static QString WriteImage(const QTemporaryDir& dir, const QString& strName, const QColor& left,
-                          const QColor& right)
+static QString WriteImage(const QTemporaryDir& dir, const QColor& left, const QColor& right)
 {
     QImage image(2, 1, QImage::Format_ARGB32);
     image.setPixelColor(0, 0, left);
     image.setPixelColor(1, 0, right);
-    const QString strPath = dir.filePath(strName);
+    const QString strPath = dir.filePath(left.name() + right.name() + ".png");
     return image.save(strPath) ? strPath : QString();
 }
 
-// Paints the strip onto green, which stays wherever the strip paints nothing.
-static QImage Picture(KvStyleWidget& strip)
-{
-    QImage image(strip.size(), QImage::Format_ARGB32);
-    image.fill(Qt::green);
-    strip.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    return image;
-}
-
+// On green, which stays wherever the strip paints nothing.
 void tst_KvStyleWidget::backgroundIsStretched()
 {
     const QTemporaryDir dir;
-    KvStyleWidget strip;
-    strip.resize(40, 10);
-    strip.setBackgroundImage(WriteImage(dir, QStringLiteral("a.png"), Qt::red, Qt::blue));
-    const QImage image = Picture(strip);
+    m_pStrip->resize(40, 10);
+    m_pStrip->setBackgroundImage(WriteImage(dir, Qt::red, Qt::blue));
+    const QImage image = Painted(m_pStrip, Qt::green);
     for (int y = 0; y < 10; ++y) {
         for (int x = 0; x < 40; ++x) {
             QCOMPARE(image.pixelColor(x, y), QColor(x < 20 ? Qt::red : Qt::blue));
@@ -385,48 +270,41 @@ void tst_KvStyleWidget::backgroundIsStretched()
 void tst_KvStyleWidget::backgroundCanChange()
 {
     const QTemporaryDir dir;
-    KvStyleWidget strip;
-    strip.resize(40, 10);
-    strip.setBackgroundImage(WriteImage(dir, QStringLiteral("a.png"), Qt::red, Qt::red));
-    QCOMPARE(Picture(strip).pixelColor(5, 5), QColor(Qt::red));
-    strip.setBackgroundImage(WriteImage(dir, QStringLiteral("b.png"), Qt::blue, Qt::blue));
-    QCOMPARE(Picture(strip).pixelColor(5, 5), QColor(Qt::blue));
-    strip.setBackgroundImage(QString());
-    QCOMPARE(Picture(strip).pixelColor(5, 5), QColor(Qt::green));
+    m_pStrip->setBackgroundImage(WriteImage(dir, Qt::red, Qt::red));
+    QCOMPARE(Painted(m_pStrip, Qt::green).pixelColor(5, 5), QColor(Qt::red));
+    m_pStrip->setBackgroundImage(WriteImage(dir, Qt::blue, Qt::blue));
+    QCOMPARE(Painted(m_pStrip, Qt::green).pixelColor(5, 5), QColor(Qt::blue));
+    m_pStrip->setBackgroundImage(QString());
+    QCOMPARE(Painted(m_pStrip, Qt::green).pixelColor(5, 5), QColor(Qt::green));
 }
 
 void tst_KvStyleWidget::noBackground_data()
 {
-    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("strPath");
     QTest::newRow("never set") << QString();
-    QTest::newRow("empty") << QStringLiteral("");
-    QTest::newRow("missing file") << QStringLiteral("/no/such/file.png");
-    QTest::newRow("missing resource") << QStringLiteral(":/no/such/file.png");
+    QTest::newRow("empty") << "";
+    QTest::newRow("missing file") << "/no/such/file.png";
+    QTest::newRow("missing resource") << ":/no/such/file.png";
 }
 
 void tst_KvStyleWidget::noBackground()
 {
-    QFETCH(QString, path);
-    KvStyleWidget strip;
-    strip.resize(40, 10);
-    if (!path.isNull()) {
-        strip.setBackgroundImage(path);
+    QFETCH(QString, strPath);
+    if (!strPath.isNull()) {
+        m_pStrip->setBackgroundImage(strPath);
     }
-    QImage untouched(strip.size(), QImage::Format_ARGB32);
+    QImage untouched(m_pStrip->size(), QImage::Format_ARGB32);
     untouched.fill(Qt::green);
-    QCOMPARE(Picture(strip), untouched);
+    QCOMPARE(Painted(m_pStrip, Qt::green), untouched);
 }
 
-void tst_KvStyleWidget::keepsPlainWindowFlags()
+// The name is the strip's selector in the style sheet.
+void tst_KvStyleWidget::isAPlainWidgetOfItsName()
 {
-    QWidget plainParent;
-    QCOMPARE(KvStyleWidget(&plainParent).windowFlags(), QWidget(&plainParent).windowFlags());
+    QWidget parent;
+    QCOMPARE(KvStyleWidget(&parent).windowFlags(), QWidget(&parent).windowFlags());
     QCOMPARE(KvStyleWidget().windowFlags(), QWidget().windowFlags());
-}
-
-void tst_KvStyleWidget::classNameIsTheStyleSheetSelector()
-{
-    QCOMPARE(QByteArray(KvStyleWidget().metaObject()->className()), QByteArray("KvStyleWidget"));
+    QCOMPARE(QByteArray(m_pStrip->metaObject()->className()), QByteArray("KvStyleWidget"));
 }
 
 QTEST_MAIN(tst_KvStyleWidget)
