@@ -13,27 +13,11 @@
 #include <QDir>
 #include <QProcess>
 #include <QStyleHints>
-#include <QTextCodec>
 
 static const int PAGE_SELECT = 0;
 static const int PAGE_COPY = 1;
 static const int AWAKE_SECONDS = 2592000;
 static const int START_TIMEOUT_MS = 30000;
-
-// The listener hands over the bytes of a path one by one as Latin-1 characters.
-// Names beyond ASCII are UTF-8 on the disk and have to be put together again,
-// else no entry of the volumes' folder would ever equal them.
-static QString VolumePath(const QString& strDevicePath)
-{
-    const QByteArray baPath = strDevicePath.toLatin1();
-    if (QString::fromLatin1(baPath) != strDevicePath) {
-        return strDevicePath;
-    }
-    QTextCodec::ConverterState state;
-    const QString strPath
-        = QTextCodec::codecForName("UTF-8")->toUnicode(baPath.constData(), baPath.size(), &state);
-    return state.invalidChars == 0 && state.remainingChars == 0 ? strPath : strDevicePath;
-}
 
 CTarnwickMacPE::CTarnwickMacPE(QWidget* pParent)
     : QMainWindow(pParent)
@@ -52,7 +36,7 @@ CTarnwickMacPE::~CTarnwickMacPE() = default;
 void CTarnwickMacPE::InitData()
 {
     if (!m_pDiskEvent) {
-        m_pDiskEvent = std::make_unique<STPendingDiskEvent>();
+        m_pDiskEvent = std::make_unique<STDiskNotication>();
     }
     CDiskListener::GetInstance().StartListener(&CTarnwickMacPE::DiskChange, this);
 }
@@ -108,8 +92,7 @@ void CTarnwickMacPE::DiskChange(STDiskNotication* pNotication, void* pUser)
 
 void CTarnwickMacPE::OnDiskChange(STDiskNotication* pNotication)
 {
-    m_pDiskEvent->strPath = VolumePath(pNotication->strDevicePath);
-    m_pDiskEvent->enType = pNotication->enType;
+    *m_pDiskEvent = *pNotication;
     emit SignalDiskChange();
 }
 
@@ -117,22 +100,23 @@ void CTarnwickMacPE::SlotDiskChange()
 {
     // A message box below runs an event loop, in which the next disk event may
     // overwrite the pending one: work on what this call was made for.
-    const STPendingDiskEvent event = *m_pDiskEvent;
+    const ENDiskEventType enType = m_pDiskEvent->enType;
+    const QString strPath = DiskEventPath(*m_pDiskEvent);
     const QString strVolumes = CDestinationDiscovery::VolumesFolder();
     const QFileInfoList listEntry = QDir(strVolumes).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
     // A removal is told once for every volume that is left; both receivers bear the repetition.
     for (const QFileInfo& entry : listEntry) {
-        if (event.enType != DISK_EVENT_DISAPPEARED) {
-            if (entry.filePath() == event.strPath) {
+        if (enType != DISK_EVENT_DISAPPEARED) {
+            if (entry.filePath() == strPath) {
                 m_pUi->m_pSelFilePage->AddDisk(entry);
             }
             continue;
         }
         if (IsCopyPageShown()
-            && strVolumes + QLatin1Char('/') + m_pUi->m_pCopyFilePage->GetCopyUsbName() == event.strPath) {
+            && strVolumes + QLatin1Char('/') + m_pUi->m_pCopyFilePage->GetCopyUsbName() == strPath) {
             m_pUi->m_pCopyFilePage->USBExtract();
         }
-        m_pUi->m_pSelFilePage->RemoveDisk(event.strPath);
+        m_pUi->m_pSelFilePage->RemoveDisk(strPath);
     }
     m_pUi->m_pSelFilePage->OnRefreshUSB();
 }

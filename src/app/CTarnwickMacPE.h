@@ -10,13 +10,6 @@ namespace Ui {
 class CTarnwickMacPE;
 }
 
-/** The disk event that is being handled: what of the notification outlives its callback. */
-struct STPendingDiskEvent
-{
-    QString strPath;
-    ENDiskEventType enType = ENDiskEventType(0);
-};
-
 /**
  * The program's one window: title strip, selection page and copy page.
  *
@@ -74,5 +67,5 @@ private:
     bool IsCopyPageShown() const;
 
     std::unique_ptr<Ui::CTarnwickMacPE> m_pUi;
-    std::unique_ptr<STPendingDiskEvent> m_pDiskEvent;
+    std::unique_ptr<STDiskNotication> m_pDiskEvent; // the one that is being handled
 };

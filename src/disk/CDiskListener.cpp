@@ -1,8 +1,11 @@
 #include "disk/CDiskListener.h"
 
+#include "disk/CDestinationDiscovery.h"
 #include "disk/platform/IDiskEventSource.h"
 
 #include <QDebug>
+#include <QFile>
+#include <QFileInfo>
 
 #include <cstring>
 #include <memory>
@@ -13,6 +16,15 @@ static const char* const NO_PATH = "USB";
 static bool NamesNoDisk(ENDiskEventType enType, const char* pDevicePath)
 {
     return enType == DISK_EVENT_DISAPPEARED && std::strcmp(pDevicePath, NO_PATH) == 0;
+}
+
+QString DiskEventPath(const STDiskNotication& stNotication)
+{
+    const QString strPath = QFile::decodeName(stNotication.strDevicePath.toLatin1());
+    const QString strVolumes = CDestinationDiscovery::VolumesFolder();
+    const int nSlash = strPath.lastIndexOf(QLatin1Char('/'));
+    const bool bReal = nSlash > 0 && strPath.left(nSlash) == QFileInfo(strVolumes).canonicalFilePath();
+    return bReal ? strVolumes + strPath.mid(nSlash) : strPath;
 }
 
 CDiskListener& CDiskListener::GetInstance()

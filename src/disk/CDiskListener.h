@@ -15,12 +15,18 @@ enum ENDiskEventType : qint32
  */
 struct STDiskNotication
 {
-    /** Device path or mount point, the source's bytes taken as Latin-1. */
-    QString strDevicePath;
+    QString strDevicePath; ///< device path or mount point, the source's bytes taken as Latin-1
     ENDiskEventType enType = DISK_EVENT_APPEARED;
-    /** 1, but 0 for a disappearance that names no disk (path "USB"). */
-    qint32 nHasPath = 1;
+    qint32 nHasPath = 1; ///< 1, but 0 for a disappearance that names no disk (path "USB")
 };
+
+/**
+ * The path of an event as names of files are read everywhere in the program, so
+ * that it compares with an entry of a folder whatever its bytes are. The path of
+ * a volume leads through CDestinationDiscovery::VolumesFolder(), also where that
+ * is a link and the event names the real folder.
+ */
+QString DiskEventPath(const STDiskNotication& stNotication);
 
 /** Receives each disk event, with the context given at registration. */
 using PFNDiskCallback = void (*)(STDiskNotication*, void*);

@@ -1,4 +1,5 @@
 #include "app/CTarnwickMacPE.h"
+#include "files/CFileNameCodec.h"
 #include "pages/CCopyFileWidget.h"
 #include "pages/CSelFileWidget.h"
 #include "support/CFakeCommands.h"
@@ -55,6 +56,9 @@ private slots:
     void ArrivalOfAnUnknownPathAddsNothing();
     void TwoArrivalsListTwiceAndOneRemovalDropsBoth();
     void NameBeyondAsciiArrivesAsBytes();
+    void pulledVolumeLeavesTheList_data();
+    void pulledVolumeLeavesTheList();
+    void pulledVolumeLeavesTheListWhereTheFolderIsALink();
     void RemovalWithoutAnyVolumeChangesNothing();
     void RemovalOfTheDestinationTellsBeforeTheDiskIsDropped();
     void RemovalOfAnotherDiskOnlyUpdatesTheList();
@@ -80,6 +84,7 @@ private:
 
 void tst_CTarnwickMacPE::initTestCase()
 {
+    CFileNameCodec::Install();
     m_pCommands = std::make_unique<CFakeCommands>();
     m_pCommands->Add(QStringLiteral("bash"), QStringLiteral("cat >\"$CALLS/stdin\""));
     m_pCommands->Add(QStringLiteral("rm"));
@@ -351,6 +356,51 @@ void tst_CTarnwickMacPE::NameBeyondAsciiArrivesAsBytes()
     QCOMPARE(Destinations(), QStringList({QStringLiteral("STICK"), strName}));
     Event(QString::fromLatin1(baPath), DISK_EVENT_DISAPPEARED);
     QCOMPARE(Destinations(), QStringList{QStringLiteral("STICK")});
+}
+
+void tst_CTarnwickMacPE::pulledVolumeLeavesTheList_data()
+{
+    QTest::addColumn<QByteArray>("baName");
+    QTest::newRow("plain") << QByteArray("RESCUE");
+    QTest::newRow("UTF-8") << QByteArray("M\xc3\xbcller");
+    QTest::newRow("not UTF-8") << QByteArray("caf\xe9 \xff");
+    QTest::newRow("what a volume is called whose UTF-8 was taken for Latin-1")
+        << QByteArray("M\xc3\x83\xc2\xbcller");
+}
+
+/** Real mounts, through the listener. What they leave behind would take the next copy. */
+void tst_CTarnwickMacPE::pulledVolumeLeavesTheList()
+{
+    QFETCH(QByteArray, baName);
+    const QString strName = QFile::decodeName(baName);
+    CVolume volume(strName, "/dev/sdc1", 10);
+    QTRY_COMPARE(Destinations(), QStringList({"STICK", strName}));
+    volume.Pull();
+    QVERIFY(QFileInfo::exists(volume.Path()));
+    QTRY_COMPARE(Destinations(), QStringList{"STICK"});
+}
+
+void tst_CTarnwickMacPE::pulledVolumeLeavesTheListWhereTheFolderIsALink()
+{
+    m_pStick.reset();
+    m_pSource.reset();
+    QVERIFY(CVolume::ClearAndLink("/run/media"));
+    m_pSource = std::make_unique<CVolume>("Macintosh HD", "/dev/nvme0n1p1", 10);
+    CVolume volume("RESCUE", "/dev/sdc1", 10);
+    QCoreApplication::processEvents();
+    SelectPage()->SlotRefreshUSB();
+    QCOMPARE(Destinations(), QStringList{"RESCUE"});
+    volume.Pull();
+    QTRY_COMPARE(Destinations(), QStringList());
+
+    QVERIFY(CVolume::Mount("/dev/sdc1", "/run/media/LATER"));
+    QTRY_COMPARE(Destinations(), QStringList{"LATER"});
+    m_pSource.reset();
+    QVERIFY(CVolume::Clear());
+    m_pSource = std::make_unique<CVolume>("Macintosh HD", "/dev/nvme0n1p1", 10);
+    m_pStick = std::make_unique<CVolume>("STICK", "/dev/sdb1", 10);
+    m_pEvents->clear();
+    QTRY_VERIFY(m_pEvents->count() > 0);
 }
 
 void tst_CTarnwickMacPE::RemovalWithoutAnyVolumeChangesNothing()

@@ -1,5 +1,6 @@
 #include "disk/CDiskListener.h"
 #include "disk/CForbiddenCall.h"
+#include "disk/VolumeNames.h"
 #include "disk/platform/IDiskEventSource.h"
 #include "files/CFileNameCodec.h"
 #include "support/CLogCapture.h"
@@ -29,9 +30,14 @@ private slots:
     void WritesOneDebugLine_data();
     void WritesOneDebugLine();
     void TakesTheBytesAsLatin1();
+    void pathOfAnEvent_data();
+    void pathOfAnEvent();
+    void pathOfAnEventThatNamesTheRealFolder_data();
+    void pathOfAnEventThatNamesTheRealFolder();
     void DestroysTheRecordAfterTheCallback();
     void SurvivesAnEventWithinAnEvent();
-    void DeliversRealMountsOnTheThreadThatStarted();
+    void deliversRealMountsOnTheThreadThatStarted_data() { AddVolumeNames(); }
+    void deliversRealMountsOnTheThreadThatStarted();
     void TheSourcesStayAliveWithoutDeviceEvents();
 };
 
@@ -184,6 +190,45 @@ void tst_CDiskListener::TakesTheBytesAsLatin1()
     QCOMPARE(s_listSeen[0].strDevicePath.size(), 12);
 }
 
+void tst_CDiskListener::pathOfAnEvent_data()
+{
+    QTest::addColumn<QByteArray>("baPath");
+    for (const char* pszPath : {"USB", "", "/", "/STICK", "/Volumes", "/Volumes/STICK",
+                                "/Volumes/B\xc3\xbc"
+                                "cher",
+                                "/Volumes/caf\xe9\xff", "/Volumes/%1", "/sys/devices/usb1/block/sdb"}) {
+        QTest::newRow(pszPath) << QByteArray(pszPath);
+    }
+}
+
+void tst_CDiskListener::pathOfAnEvent()
+{
+    QFETCH(QByteArray, baPath);
+    QCOMPARE(DiskEventPath({QString::fromLatin1(baPath), DISK_EVENT_APPEARED, 1}), QFile::decodeName(baPath));
+}
+
+void tst_CDiskListener::pathOfAnEventThatNamesTheRealFolder_data()
+{
+    QTest::addColumn<QByteArray>("baPath");
+    QTest::addColumn<QByteArray>("baExpected");
+    QTest::newRow("volume") << QByteArray("/run/media/STICK") << QByteArray("/Volumes/STICK");
+    QTest::newRow("name that is not UTF-8") << QByteArray("/run/media/\xe9") << QByteArray("/Volumes/\xe9");
+    QTest::newRow("through the link") << QByteArray("/Volumes/STICK") << QByteArray("/Volumes/STICK");
+    QTest::newRow("inside a volume") << QByteArray("/run/media/STICK/a") << QByteArray("/run/media/STICK/a");
+    QTest::newRow("folder itself") << QByteArray("/run/media") << QByteArray("/run/media");
+    QTest::newRow("folder of similar name") << QByteArray("/run/media2/S") << QByteArray("/run/media2/S");
+}
+
+void tst_CDiskListener::pathOfAnEventThatNamesTheRealFolder()
+{
+    QFETCH(QByteArray, baPath);
+    QFETCH(QByteArray, baExpected);
+    NEEDS_VOLUMES();
+    QVERIFY(CVolume::ClearAndLink("/run/media"));
+    const STDiskNotication stNotication{QString::fromLatin1(baPath), DISK_EVENT_DISAPPEARED, 1};
+    QCOMPARE(DiskEventPath(stNotication), QFile::decodeName(baExpected));
+}
+
 void tst_CDiskListener::DestroysTheRecordAfterTheCallback()
 {
     bool bSharedInside = false;
@@ -207,19 +252,23 @@ void tst_CDiskListener::SurvivesAnEventWithinAnEvent()
     QCOMPARE(int(s_listSeen[1].enType), 1);
 }
 
-void tst_CDiskListener::DeliversRealMountsOnTheThreadThatStarted()
+void tst_CDiskListener::deliversRealMountsOnTheThreadThatStarted()
 {
     NEEDS_VOLUMES();
-    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK A"));
+    QFETCH(QByteArray, baName);
+    const QByteArray baPath = "/Volumes/" + baName;
+    QVERIFY(CVolume::Mount("/dev/disk7s1", baPath));
     QTRY_COMPARE(s_listSeen.size(), 1);
-    QCOMPARE(s_listSeen[0].strDevicePath, QStringLiteral("/Volumes/STICK A"));
+    QCOMPARE(s_listSeen[0].strDevicePath, QString::fromLatin1(baPath));
+    QCOMPARE(DiskEventPath(s_listSeen[0]),
+             QDir("/Volumes").entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot).at(0).filePath());
     QCOMPARE(int(s_listSeen[0].enType), 0);
     QCOMPARE(int(s_listSeen[0].nHasPath), 1);
     QCOMPARE(s_hThread, QThread::currentThreadId());
 
-    QVERIFY(CVolume::Unmount("/Volumes/STICK A"));
+    QVERIFY(CVolume::Unmount(baPath));
     QTRY_COMPARE(s_listSeen.size(), 2);
-    QCOMPARE(s_listSeen[1].strDevicePath, QStringLiteral("/Volumes/STICK A"));
+    QCOMPARE(s_listSeen[1].strDevicePath, QString::fromLatin1(baPath));
     QCOMPARE(int(s_listSeen[1].enType), 1);
     QCOMPARE(int(s_listSeen[1].nHasPath), 1);
 }

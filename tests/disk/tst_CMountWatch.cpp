@@ -20,6 +20,8 @@ private slots:
     void init();
     void ReportsMountAndUnmount_data();
     void ReportsMountAndUnmount();
+    void reportsEntriesOfAFolderThatIsALink_data() { AddVolumeNames(); }
+    void reportsEntriesOfAFolderThatIsALink();
     void SaysNothingOfWhatIsMountedAtTheStart();
     void SaysNothingOfMountsElsewhere();
     void SaysNothingOfOtherOptions();
@@ -54,6 +56,18 @@ void tst_CMountWatch::ReportsMountAndUnmount()
     QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/" + baName));
     QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/" + baName});
     QVERIFY(CVolume::Unmount("/Volumes/" + baName));
+    QTRY_COMPARE(m_listSeen, (QByteArrayList{"+/Volumes/" + baName, "-/Volumes/" + baName}));
+}
+
+void tst_CMountWatch::reportsEntriesOfAFolderThatIsALink()
+{
+    QFETCH(QByteArray, baName);
+    QVERIFY(CVolume::ClearAndLink("/run/media"));
+    CMountWatch watch("/Volumes", Recorder());
+    QVERIFY(watch.Start());
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/run/media/" + baName));
+    QTRY_COMPARE(m_listSeen, QByteArrayList{"+/Volumes/" + baName});
+    QVERIFY(CVolume::Unmount("/run/media/" + baName));
     QTRY_COMPARE(m_listSeen, (QByteArrayList{"+/Volumes/" + baName, "-/Volumes/" + baName}));
 }
 

@@ -1,5 +1,7 @@
 #include "disk/platform/linux/CMountWatch.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 CMountWatch::CMountWatch(QByteArray baFolder, FnDeliver fnDeliver)
@@ -24,6 +26,13 @@ bool CMountWatch::Start()
     return true;
 }
 
+/** Where the folder really is; the folder itself as long as it is not there. */
+QByteArray CMountWatch::RealFolder() const
+{
+    const QString strReal = QFileInfo(QFile::decodeName(m_baFolder)).canonicalFilePath();
+    return strReal.isEmpty() ? m_baFolder : QFile::encodeName(strReal);
+}
+
 void CMountWatch::OnTableChanged()
 {
     QByteArray baText;
@@ -31,7 +40,12 @@ void CMountWatch::OnTableChanged()
         return;
     }
     const QVector<STMount> listNow = CMountTable::Parse(baText);
-    m_listPending += CMountTable::Compare(m_listMount, listNow, m_baFolder);
+    const QByteArray baReal = RealFolder();
+    QVector<STDiskEvent> listEvent = CMountTable::Compare(m_listMount, listNow, baReal);
+    for (STDiskEvent& event : listEvent) {
+        event.baPath.replace(0, baReal.size(), m_baFolder);
+    }
+    m_listPending += listEvent;
     m_listMount = listNow;
     DeliverPending();
 }

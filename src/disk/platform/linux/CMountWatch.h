@@ -20,7 +20,11 @@ class CMountWatch
 public:
     using FnDeliver = std::function<void(const STDiskEvent&)>;
 
-    /** Watches baFolder, an absolute path without a closing slash. */
+    /**
+     * Watches baFolder, an absolute path without a closing slash. It may be a
+     * link: the table of mounts knows real paths only, but volumes are reported
+     * as entries of baFolder.
+     */
     CMountWatch(QByteArray baFolder, FnDeliver fnDeliver);
     CMountWatch(const CMountWatch&) = delete;
     CMountWatch& operator=(const CMountWatch&) = delete;
@@ -29,6 +33,7 @@ public:
     bool Start();
 
 private:
+    QByteArray RealFolder() const;
     void OnTableChanged();
     void DeliverPending();
 
