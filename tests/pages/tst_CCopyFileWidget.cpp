@@ -4,19 +4,23 @@
 #include "pages/CElidedLabel.h"
 #include "pages/CPageTree.h"
 #include "support/CFakeCommands.h"
+#include "support/CGate.h"
 #include "support/CLogCapture.h"
 #include "support/CModalAnswerer.h"
 #include "support/CVolume.h"
 #include "support/LogFile.h"
+#include "support/TestFiles.h"
+#include "support/Texts.h"
 #include "support/WaitAside.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QFrame>
 #include <QLabel>
 #include <QLayout>
+#include <QMap>
 #include <QMovie>
 #include <QProgressBar>
 #include <QPushButton>
@@ -27,15 +31,11 @@
 #include <functional>
 #include <memory>
 
-static const QString TEXT_QUESTION
-    = QStringLiteral("Your data might not be copied completely, are you sure to stop the copying process?");
-static const QString TEXT_COMPLETED = QStringLiteral("Copy file completed!");
-static const QString TEXT_REMOVED = QStringLiteral("The destination storage device has been removed! Please "
-                                                   "check and connect the storage device then try again.");
-static const QString PROGRESS_STYLE = QStringLiteral(
-    "QProgressBar::chunk{border-radius: 3px;background:qlineargradient(spread:pad,x1:0,y1:0,x2:1,y2:0,stop:0 "
-    "#ffaa17,stop:1 #ff7f17);}\nQProgressBar {color: transparent; border: 1px ; border-radius: 3px; "
-    "background-color: #d0d0d0; text-align: none;};\n");
+static const char PROGRESS_STYLE[]
+    = "QProgressBar::chunk{border-radius: "
+      "3px;background:qlineargradient(spread:pad,x1:0,y1:0,x2:1,y2:0,stop:0 "
+      "#ffaa17,stop:1 #ff7f17);}\nQProgressBar {color: transparent; border: 1px ; border-radius: 3px; "
+      "background-color: #d0d0d0; text-align: none;};\n";
 static const int LARGE_FILE = 12 * 1024 * 1024;
 
 /** The copy page with a real worker between two volumes mounted for each test. */
@@ -44,119 +44,87 @@ class tst_CCopyFileWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
     void cleanup();
 
-    void FormSizes_data();
-    void FormSizes();
-    void FormMargins();
-    void FormLook();
-    void ReadersHearEachPart();
-    void GroupIsCentred();
+    void formSizes_data();
+    void formSizes();
+    void formMargins();
+    void formLook();
+    void readersHearEachPart();
+    void groupIsCentred();
 
-    void RemainTimeText_data();
-    void RemainTimeText();
-    void RemainTimeIsShown();
-    void NothingKnownLeavesTheTime_data();
-    void NothingKnownLeavesTheTime();
-    void Percent_data();
-    void Percent();
-    void NamesAreText_data();
-    void NamesAreText();
-    void LongNameLeavesThePageAsItIs();
-    void FloodOfFilesIsPaintedNowAndThen();
+    void remainTimeText_data();
+    void remainTimeText();
+    void percent_data();
+    void percent();
+    void namesAreText_data();
+    void namesAreText();
+    void longNameLeavesThePageAsItIs();
+    void floodOfFilesIsPaintedNowAndThen();
 
-    void NewCopyStartsFromTheBeginning();
-    void CopyIsDoneAndTold();
-    void CompletionBoxIsKept();
-    void CancelAnswers_data();
-    void CancelAnswers();
-    void StopEndsInTheWordsOfCompletion();
-    void CopyEndsWhileTheQuestionIsOpen();
-    void StopIsNeverUndone_data();
-    void StopIsNeverUndone();
-    void CancelAfterAStopAsksNothing();
-    void CopyThatNeverBeganCanBeCancelled();
+    void stories_data();
+    void stories();
+    void newCopyStartsFromTheBeginning();
+    void copyIsDoneAndTold();
+    void completionBoxIsKept();
+    void cancelAnswers_data();
+    void cancelAnswers();
+    void copyEndsWhileTheQuestionIsOpen();
+    void questionGoesWithItsCopy();
+    void removalIsAllThatIsTold();
+    void removalTakesTheBoxAway_data();
+    void removalTakesTheBoxAway();
 
-    void RemovalIsAllThatIsTold();
-    void RemovalIsToldOnce();
-    void RemovalWhileTheQuestionIsOpen();
-    void RemovalWhileTheCompletionIsOpen();
-    void RemovalWithoutWorkerLeavesTheNextCopyAlone();
-    void RemovalAfterRemovalIsToldAgain();
+    void cleanUp_data();
+    void cleanUp();
 
-    void NextCopyWaitsForTheWorker();
-    void CancelWhileWaiting_data();
-    void CancelWhileWaiting();
-    void RemovalWhileWaiting();
-
-    void CleanUpKeepsItsHandsOffOtherVolumes();
-    void CleanUpKeepsItsHandsOffFiles();
-    void CleanUpOfEmptyFoldersIsStarted();
-    void CleanUpNeedsAMountPoint();
-
-    void PageGoesDuringACopy_data();
-    void PageGoesDuringACopy();
+    void pageGoesDuringACopy_data();
+    void pageGoesDuringACopy();
 
 private:
-    void StartCopy(const QString& strFolder = QStringLiteral("out"));
+    void StartCopy(const QString& strFolder = "out");
     void StartPausedCopy();
+    bool WorkerEnds();
+    void DoStep(const QString& strStep);
+    qint64 CopiedBytes(const QString& strFolder = "out") const;
     CCopyFileThread* Worker() const { return m_pPage->findChild<CCopyFileThread*>(); }
-    QLabel* Label(const char* pName) const { return m_pPage->findChild<QLabel*>(QLatin1String(pName)); }
+    CElidedLabel* Title() const { return m_pPage->findChild<CElidedLabel*>("m_pCopyTitleLab"); }
+    QLabel* TimeLab() const { return m_pPage->findChild<QLabel*>("m_pTimeLab"); }
+    QLabel* GifLab() const { return m_pPage->findChild<QLabel*>("m_pGifLab"); }
     QProgressBar* Progress() const { return m_pPage->findChild<QProgressBar*>(); }
-    QPushButton* CancelBtn() const { return m_pPage->findChild<QPushButton*>(QStringLiteral("toolBtn")); }
-    const QMovie* Movie() const { return Label("m_pGifLab")->movie(); }
+    QPushButton* CancelBtn() const { return m_pPage->findChild<QPushButton*>("toolBtn"); }
+    const QMovie* Movie() const { return GifLab()->movie(); }
 
     std::unique_ptr<CFakeCommands> m_pCommands;
     std::unique_ptr<CVolume> m_pSource;
     std::unique_ptr<CVolume> m_pStick;
     std::unique_ptr<CCopyFileWidget> m_pPage;
-    std::unique_ptr<QSignalSpy> m_pSpyFinish;
+    std::unique_ptr<QSignalSpy> m_pFinished;
 };
-
-#define NEEDS_VOLUMES()                                                                                      \
-    do {                                                                                                     \
-        if (!m_pSource->IsValid() || !m_pStick->IsValid()) {                                                 \
-            QSKIP("mounting is not permitted here");                                                         \
-        }                                                                                                    \
-    } while (false)
-
-static void WriteFile(const QString& strPath, int nBytes)
-{
-    QDir().mkpath(QFileInfo(strPath).path());
-    QFile file(strPath);
-    if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray(nBytes, 'x')) != nBytes) {
-        qFatal("fixture failed: %s", qPrintable(strPath));
-    }
-}
-
-void tst_CCopyFileWidget::initTestCase() { UseLogFile(); }
 
 void tst_CCopyFileWidget::init()
 {
-    CPageTree::Clear();
+    NEEDS_VOLUMES();
+    UseLogFile();
     m_pCommands = std::make_unique<CFakeCommands>();
-    m_pCommands->Add(QStringLiteral("rm"));
-    m_pSource
-        = std::make_unique<CVolume>(QStringLiteral("Macintosh HD"), QStringLiteral("/dev/nvme0n1p1"), 40);
-    m_pStick = std::make_unique<CVolume>(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 60);
-    if (m_pSource->IsValid()) {
-        WriteFile(m_pSource->Path(QStringLiteral("docs/a.txt")), 1000);
-        WriteFile(m_pSource->Path(QStringLiteral("docs/large.bin")), LARGE_FILE);
-        CPageTree::Add(m_pSource->Path());
-        CPageTree::Tick(m_pSource->Path(QStringLiteral("docs/a.txt")));
-        CPageTree::Tick(m_pSource->Path(QStringLiteral("docs/large.bin")));
-    }
+    m_pCommands->Add("rm");
+    m_pSource = std::make_unique<CVolume>("Macintosh HD", "/dev/nvme0n1p1", 40);
+    m_pStick = std::make_unique<CVolume>("STICK", "/dev/sdb1", 60);
+    WriteFile(m_pSource->Path("docs/a.txt"), QByteArray(1000, 'x'));
+    WriteFile(m_pSource->Path("docs/large.bin"), QByteArray(LARGE_FILE, 'x'));
+    CPageTree::Add(m_pSource->Path());
+    CPageTree::Tick(m_pSource->Path("docs/a.txt"));
+    CPageTree::Tick(m_pSource->Path("docs/large.bin"));
     m_pPage = std::make_unique<CCopyFileWidget>();
     m_pPage->resize(1120, 649);
     m_pPage->show();
-    m_pSpyFinish = std::make_unique<QSignalSpy>(m_pPage.get(), &CCopyFileWidget::SignalCopyFileFinish);
+    m_pFinished = std::make_unique<QSignalSpy>(m_pPage.get(), &CCopyFileWidget::SignalCopyFileFinish);
 }
 
 void tst_CCopyFileWidget::cleanup()
 {
-    m_pSpyFinish.reset();
+    m_pFinished.reset();
     m_pPage.reset();
     CPageTree::Clear();
     m_pStick.reset();
@@ -166,20 +134,46 @@ void tst_CCopyFileWidget::cleanup()
 
 void tst_CCopyFileWidget::StartCopy(const QString& strFolder)
 {
-    m_pPage->OnCopyFile(LARGE_FILE + 1000, m_pStick->Path(strFolder), QStringLiteral("STICK"));
+    m_pPage->OnCopyFile(LARGE_FILE + 1000, m_pStick->Path(strFolder), "STICK");
 }
 
-// A worker that runs until somebody lets it go on or end.
+// A worker that has copied nothing and runs until somebody lets it go on or end.
 void tst_CCopyFileWidget::StartPausedCopy()
 {
+    CGate begun;
+    const QMetaObject::Connection pause = connect(
+        Worker(), &QThread::started, Worker(),
+        [&] {
+            Worker()->SetCopyStatus(COPY_STATUS_PAUSE);
+            begun.Open();
+        },
+        Qt::DirectConnection);
     StartCopy();
+    QVERIFY(begun.Pass(10000));
+    disconnect(pause);
     m_pPage->SetCopyStatus(COPY_STATUS_PAUSE);
-    QVERIFY(Worker()->isRunning());
+}
+
+// Waits for the worker and lets the page hear what it had to say. A copy that has waited begins then.
+bool tst_CCopyFileWidget::WorkerEnds()
+{
+    for (int i = 0; i < 2; ++i) {
+        if (!QTest::qWaitFor([this] { return !Worker()->isRunning(); })) {
+            return false;
+        }
+        QCoreApplication::processEvents();
+    }
+    return true;
+}
+
+qint64 tst_CCopyFileWidget::CopiedBytes(const QString& strFolder) const
+{
+    return QFileInfo(m_pStick->Path(strFolder + "/Macintosh HD/docs/large.bin")).size();
 }
 
 // ---------------------------------------------------------------- the form
 
-void tst_CCopyFileWidget::FormSizes_data()
+void tst_CCopyFileWidget::formSizes_data()
 {
     QTest::addColumn<QSize>("sizeMin");
     QTest::addColumn<QSize>("sizeMax");
@@ -190,59 +184,56 @@ void tst_CCopyFileWidget::FormSizes_data()
     QTest::newRow("toolBtn") << QSize(120, 32) << sizeAny;
 }
 
-void tst_CCopyFileWidget::FormSizes()
+void tst_CCopyFileWidget::formSizes()
 {
-    const auto* pWidget = m_pPage->findChild<QWidget*>(QLatin1String(QTest::currentDataTag()));
+    const auto* pWidget = m_pPage->findChild<QWidget*>(QTest::currentDataTag());
     QVERIFY(pWidget);
     QTEST(pWidget->minimumSize(), "sizeMin");
     QTEST(pWidget->maximumSize(), "sizeMax");
 }
 
-void tst_CCopyFileWidget::FormMargins()
+void tst_CCopyFileWidget::formMargins()
 {
     QCOMPARE(m_pPage->layout()->contentsMargins(), QMargins(30, 69, 30, 14));
     QCOMPARE(m_pPage->layout()->spacing(), 20);
-    const auto* pFrame = m_pPage->findChild<QFrame*>(QStringLiteral("driveWidget"));
+    const auto* pFrame = m_pPage->findChild<QFrame*>("driveWidget");
     QCOMPARE(pFrame->layout()->contentsMargins(), QMargins(100, 100, 100, 90));
     QCOMPARE(pFrame->pos(), QPoint(30, 69));
 }
 
-void tst_CCopyFileWidget::FormLook()
+void tst_CCopyFileWidget::formLook()
 {
     QCOMPARE(Progress()->styleSheet(), PROGRESS_STYLE);
     QCOMPARE(Progress()->value(), 0);
     QCOMPARE(Progress()->minimum(), 0);
     QCOMPARE(Progress()->maximum(), 100);
-    QCOMPARE(CancelBtn()->text(), QStringLiteral("Cancel"));
-    QCOMPARE(Label("m_pTimeLab")->text(), QStringLiteral("Remaining Time: Calculating..."));
-    QCOMPARE(Movie()->fileName(), QStringLiteral(":/res/Gif/copy.gif"));
+    QCOMPARE(CancelBtn()->text(), "Cancel");
+    QCOMPARE(TimeLab()->text(), "Remaining Time: Calculating...");
+    QCOMPARE(Movie()->fileName(), ":/res/Gif/copy.gif");
     QVERIFY(Movie()->isValid());
-    for (const QWidget* pWidget :
-         {static_cast<QWidget*>(Label("m_pCopyTitleLab")), static_cast<QWidget*>(Label("m_pTimeLab")),
-          static_cast<QWidget*>(CancelBtn())}) {
-        QCOMPARE(pWidget->font().family(), QStringLiteral("Avenir"));
+    for (const QWidget* pWidget : std::initializer_list<QWidget*>{Title(), TimeLab(), CancelBtn()}) {
+        QCOMPARE(pWidget->font().family(), "Avenir");
     }
 }
 
-void tst_CCopyFileWidget::ReadersHearEachPart()
+void tst_CCopyFileWidget::readersHearEachPart()
 {
     const auto heard = [](QObject* pObject) { return QAccessible::queryAccessibleInterface(pObject); };
-    m_pPage->SlotGetCopyInfo(QStringLiteral("<b>a.txt"), 42);
-    QCOMPARE(heard(m_pPage.get())->text(QAccessible::Name), QStringLiteral("Copy Progress"));
-    QCOMPARE(heard(Progress())->text(QAccessible::Name), QStringLiteral("Copy Progress"));
+    m_pPage->SlotGetCopyInfo("<b>a.txt", 42);
+    QCOMPARE(heard(m_pPage.get())->text(QAccessible::Name), "Copy Progress");
+    QCOMPARE(heard(Progress())->text(QAccessible::Name), "Copy Progress");
     QCOMPARE(heard(Progress())->role(), QAccessible::ProgressBar);
     QCOMPARE(heard(Progress())->valueInterface()->currentValue().toInt(), 42);
-    QCOMPARE(heard(CancelBtn())->text(QAccessible::Name), QStringLiteral("Cancel"));
-    QVERIFY(heard(Label("m_pCopyTitleLab"))->text(QAccessible::Name).endsWith(QStringLiteral(": <b>a.txt")));
-    QVERIFY(heard(Label("m_pGifLab"))->state().invisible);
-    QVERIFY(Label("m_pGifLab")->isVisible());
-    QVERIFY(!heard(Label("m_pTimeLab"))->state().invisible);
+    QCOMPARE(heard(CancelBtn())->text(QAccessible::Name), "Cancel");
+    QVERIFY(heard(Title())->text(QAccessible::Name).endsWith(": <b>a.txt"));
+    QVERIFY(heard(GifLab())->state().invisible);
+    QVERIFY(GifLab()->isVisible());
+    QVERIFY(!heard(TimeLab())->state().invisible);
 }
 
-void tst_CCopyFileWidget::GroupIsCentred()
+void tst_CCopyFileWidget::groupIsCentred()
 {
-    for (const QWidget* pWidget :
-         {static_cast<QWidget*>(Label("m_pGifLab")), static_cast<QWidget*>(Progress())}) {
+    for (const QWidget* pWidget : std::initializer_list<QWidget*>{GifLab(), Progress()}) {
         const QRect rect(pWidget->mapTo(m_pPage.get(), QPoint()), pWidget->size());
         QVERIFY(qAbs(rect.center().x() - m_pPage->rect().center().x()) <= 1);
     }
@@ -253,52 +244,34 @@ void tst_CCopyFileWidget::GroupIsCentred()
 
 // ---------------------------------------------------------------- news of the worker
 
-void tst_CCopyFileWidget::RemainTimeText_data()
+void tst_CCopyFileWidget::remainTimeText_data()
 {
     QTest::addColumn<qint64>("nSeconds");
     QTest::addColumn<QString>("strText");
-    QTest::newRow("0") << qint64(0) << QStringLiteral("00:00:00");
-    QTest::newRow("1") << qint64(1) << QStringLiteral("00:00:01");
-    QTest::newRow("59") << qint64(59) << QStringLiteral("00:00:59");
-    QTest::newRow("60") << qint64(60) << QStringLiteral("00:01:00");
-    QTest::newRow("3599") << qint64(3599) << QStringLiteral("00:59:59");
-    QTest::newRow("3600") << qint64(3600) << QStringLiteral("01:00:00");
-    QTest::newRow("86399") << qint64(86399) << QStringLiteral("23:59:59");
-    QTest::newRow("86400, days are dropped") << qint64(86400) << QStringLiteral("00:00:00");
-    QTest::newRow("90061, a day, an hour, a minute, a second") << qint64(90061) << QStringLiteral("01:01:01");
-    QTest::newRow("a year less a second") << qint64(31535999) << QStringLiteral("23:59:59");
-    QTest::newRow("beyond 32 bits") << qint64(8640000045296) << QStringLiteral("12:34:56");
+    QTest::newRow("0") << qint64(0) << "00:00:00";
+    QTest::newRow("1") << qint64(1) << "00:00:01";
+    QTest::newRow("59") << qint64(59) << "00:00:59";
+    QTest::newRow("60") << qint64(60) << "00:01:00";
+    QTest::newRow("3599") << qint64(3599) << "00:59:59";
+    QTest::newRow("3600") << qint64(3600) << "01:00:00";
+    QTest::newRow("86399") << qint64(86399) << "23:59:59";
+    QTest::newRow("86400, days are dropped") << qint64(86400) << "00:00:00";
+    QTest::newRow("90061, a day, an hour, a minute, a second") << qint64(90061) << "01:01:01";
+    QTest::newRow("a year less a second") << qint64(31535999) << "23:59:59";
+    QTest::newRow("beyond 32 bits") << qint64(8640000045296) << "12:34:56";
 }
 
-void tst_CCopyFileWidget::RemainTimeText()
+void tst_CCopyFileWidget::remainTimeText()
 {
     QFETCH(qint64, nSeconds);
-    QTEST(CCopyFileWidget::RemainTimeText(nSeconds), "strText");
+    QFETCH(QString, strText);
+    QCOMPARE(CCopyFileWidget::RemainTimeText(nSeconds), strText);
+    m_pPage->SlotCopyRemainTime(nSeconds);
+    m_pPage->SlotCopyRemainTime(0); // nothing new is known
+    QCOMPARE(TimeLab()->text(), "Remaining Time: " + (nSeconds == 0 ? "Calculating..." : strText));
 }
 
-void tst_CCopyFileWidget::RemainTimeIsShown()
-{
-    m_pPage->SlotCopyRemainTime(90061);
-    QCOMPARE(Label("m_pTimeLab")->text(), QStringLiteral("Remaining Time: 01:01:01"));
-}
-
-void tst_CCopyFileWidget::NothingKnownLeavesTheTime_data()
-{
-    QTest::addColumn<qint64>("nBefore");
-    QTest::addColumn<QString>("strText");
-    QTest::newRow("at the start") << qint64(0) << QStringLiteral("Remaining Time: Calculating...");
-    QTest::newRow("later") << qint64(125) << QStringLiteral("Remaining Time: 00:02:05");
-}
-
-void tst_CCopyFileWidget::NothingKnownLeavesTheTime()
-{
-    QFETCH(qint64, nBefore);
-    m_pPage->SlotCopyRemainTime(nBefore);
-    m_pPage->SlotCopyRemainTime(0);
-    QTEST(Label("m_pTimeLab")->text(), "strText");
-}
-
-void tst_CCopyFileWidget::Percent_data()
+void tst_CCopyFileWidget::percent_data()
 {
     QTest::addColumn<int>("nPercent");
     QTest::addColumn<int>("nShown");
@@ -309,51 +282,53 @@ void tst_CCopyFileWidget::Percent_data()
     QTest::newRow("above") << 120 << 100;
 }
 
-void tst_CCopyFileWidget::Percent()
+void tst_CCopyFileWidget::percent()
 {
     QFETCH(int, nPercent);
-    m_pPage->SlotGetCopyInfo(QStringLiteral("a"), 30);
-    m_pPage->SlotGetCopyInfo(QStringLiteral("a"), nPercent);
+    m_pPage->SlotGetCopyInfo("a", 30);
+    m_pPage->SlotGetCopyInfo("a", nPercent);
     QTEST(Progress()->value(), "nShown");
 }
 
-void tst_CCopyFileWidget::NamesAreText_data()
+void tst_CCopyFileWidget::namesAreText_data()
 {
     QTest::addColumn<QString>("strDisk");
     QTest::addColumn<QString>("strFile");
-    QTest::newRow("plain") << QStringLiteral("STICK") << QStringLiteral("IMG_0042.JPG");
-    QTest::newRow("place markers") << QStringLiteral("%2") << QStringLiteral("%1 %2 %3");
-    QTest::newRow("marks") << QStringLiteral("<b>A</b>") << QStringLiteral("<img src=x>&amp;.txt");
-    QTest::newRow("line break") << QStringLiteral("A\nB") << QStringLiteral("two\nlines.txt");
+    QTest::newRow("plain") << "STICK"
+                           << "IMG_0042.JPG";
+    QTest::newRow("place markers") << "%2"
+                                   << "%1 %2 %3";
+    QTest::newRow("marks") << "<b>A</b>"
+                           << "<img src=x>&amp;.txt";
+    QTest::newRow("line break") << "A\nB"
+                                << "two\nlines.txt";
 }
 
-void tst_CCopyFileWidget::NamesAreText()
+void tst_CCopyFileWidget::namesAreText()
 {
     QFETCH(QString, strDisk);
     QFETCH(QString, strFile);
     m_pPage->OnCopyFile(1, QString(), strDisk);
     QCOMPARE(m_pPage->GetCopyUsbName(), strDisk);
     m_pPage->SlotGetCopyInfo(strFile, 1);
-    QCOMPARE(Label("m_pCopyTitleLab")->text(),
-             QStringLiteral("Copying files to (") + strDisk + QStringLiteral("): ") + strFile);
-    QCOMPARE(Label("m_pCopyTitleLab")->textFormat(), Qt::PlainText);
+    QCOMPARE(Title()->text(), "Copying files to (" + strDisk + "): " + strFile);
+    QCOMPARE(Title()->textFormat(), Qt::PlainText);
 }
 
-void tst_CCopyFileWidget::LongNameLeavesThePageAsItIs()
+void tst_CCopyFileWidget::longNameLeavesThePageAsItIs()
 {
     const QSize sizeLeast = m_pPage->minimumSizeHint();
-    const QRect rectTitle = Label("m_pCopyTitleLab")->geometry();
-    m_pPage->SlotGetCopyInfo(QString(255, QLatin1Char('W')) + QStringLiteral(".jpg"), 1);
+    const QRect rectTitle = Title()->geometry();
+    m_pPage->SlotGetCopyInfo(QString(255, 'W') + ".jpg", 1);
     QCoreApplication::sendPostedEvents();
     QCOMPARE(m_pPage->minimumSizeHint(), sizeLeast);
-    QCOMPARE(Label("m_pCopyTitleLab")->geometry(), rectTitle);
-    const auto* pTitle = m_pPage->findChild<CElidedLabel*>(QStringLiteral("m_pCopyTitleLab"));
-    QVERIFY(pTitle->ShownText().startsWith(QStringLiteral("Copying files to")));
-    QVERIFY(pTitle->ShownText().endsWith(QStringLiteral(".jpg")));
-    QVERIFY(pTitle->ShownText().size() < pTitle->text().size());
+    QCOMPARE(Title()->geometry(), rectTitle);
+    QVERIFY(Title()->ShownText().startsWith("Copying files to"));
+    QVERIFY(Title()->ShownText().endsWith(".jpg"));
+    QVERIFY(Title()->ShownText().size() < Title()->text().size());
 }
 
-void tst_CCopyFileWidget::FloodOfFilesIsPaintedNowAndThen()
+void tst_CCopyFileWidget::floodOfFilesIsPaintedNowAndThen()
 {
     struct CPaintCount : QObject
     {
@@ -369,74 +344,167 @@ void tst_CCopyFileWidget::FloodOfFilesIsPaintedNowAndThen()
         QString m_strPainted;
     } count;
     QVERIFY(QTest::qWaitForWindowExposed(m_pPage.get()));
-    QLabel* pTitle = Label("m_pCopyTitleLab");
-    auto* pTimer = m_pPage->findChild<QTimer*>(QStringLiteral("m_pFrameTimer"));
+    auto* pTimer = m_pPage->findChild<QTimer*>("m_pFrameTimer");
     QCOMPARE(pTimer->interval(), 16);
     pTimer->setInterval(3600000); // the screen's next picture comes when the test says so
-    m_pPage->SlotGetCopyInfo(QStringLiteral("first"), 0);
+    m_pPage->SlotGetCopyInfo("first", 0);
     QTRY_VERIFY(pTimer->isActive());
     QCoreApplication::processEvents();
-    pTitle->installEventFilter(&count);
+    Title()->installEventFilter(&count);
     for (int i = 1; i <= 100; ++i) {
         m_pPage->SlotGetCopyInfo(QString::number(i), i);
         // What is told is true at once, painted or not.
-        QVERIFY(pTitle->text().endsWith(QStringLiteral(": ") + QString::number(i)));
+        QVERIFY(Title()->text().endsWith(": " + QString::number(i)));
         QCOMPARE(Progress()->value(), i);
         QCoreApplication::processEvents();
     }
     QCOMPARE(count.m_nPaints, 0);
     pTimer->start(0);
     QTRY_COMPARE(count.m_nPaints, 1);
-    QVERIFY(count.m_strPainted.endsWith(QStringLiteral(": 100")));
-    QVERIFY(pTitle->updatesEnabled());
+    QVERIFY(count.m_strPainted.endsWith(": 100"));
+    QVERIFY(Title()->updatesEnabled());
 }
 
 // ---------------------------------------------------------------- a copy
 
-void tst_CCopyFileWidget::NewCopyStartsFromTheBeginning()
+// What happens, step by step, what the user reads meanwhile, how often the page says
+// that it is free again, and where a whole copy stands in the end.
+void tst_CCopyFileWidget::stories_data()
 {
-    NEEDS_VOLUMES();
-    m_pPage->SlotGetCopyInfo(QStringLiteral("old"), 77);
-    m_pPage->SlotCopyRemainTime(60);
-    StartPausedCopy();
-    m_pPage->SetCopyStatus(COPY_STATUS_PAUSE);
-    QCOMPARE(Progress()->value(), 0);
-    QCOMPARE(Label("m_pCopyTitleLab")->text(), QString());
-    QCOMPARE(Label("m_pTimeLab")->text(), QStringLiteral("Remaining Time: Calculating..."));
-    QCOMPARE(Movie()->state(), QMovie::Running);
-    QCOMPARE(m_pPage->GetCopyUsbName(), QStringLiteral("STICK"));
-    QCOMPARE(Worker()->priority(), QThread::TimeCriticalPriority);
+    QTest::addColumn<QString>("strSteps");
+    QTest::addColumn<QString>("strTold");
+    QTest::addColumn<int>("nFinished");
+    QTest::addColumn<QString>("strWhole");
+    const auto row
+        = [](const char* pName, const char* pSteps, const char* pTold, int nFinished, const char* pWhole) {
+              QTest::newRow(pName) << pSteps << pTold << nFinished << pWhole;
+          };
+    row("done", "copy ends", "completed", 1, "out");
+    row("paused and resumed", "hold run ends", "completed", 1, "out");
+    row("stopped, in the words of completion", "hold stop stopped ends", "completed", 1, "");
+    row("stopped, exit question opens", "hold stop pause stopped ends", "completed", 1, "");
+    row("stopped, exit question closes", "hold stop run stopped ends", "completed", 1, "");
+    row("stopped, button pressed", "hold stop Yes stopped ends", "completed", 1, "");
+    row("never began, cancelled", "nowhere ends Yes", "asked", 1, "");
+    row("removed", "hold remove stopped ends", "removed", 1, "");
+    row("removed, told once", "hold remove remove ends", "removed", 1, "");
+    row("removed without worker, next copy", "remove copy ends", "removed completed", 2, "out");
+    row("removed again", "hold remove ends hold remove ends", "removed removed", 2, "");
+    row("waits", "hold second paused release ends", "completed", 1, "second");
+    row("waits, paused", "hold second pause release begun paused run ends", "completed", 1, "second");
+    row("waits, cancelled", "hold second Yes paused release ends", "asked", 1, "");
+    row("waits, not cancelled", "hold second Cancel paused release ends", "asked completed", 1, "second");
+    row("waits, removed", "hold second remove paused release ends", "removed", 1, "");
+    row("waits, removed while the one before ends", "hold second release remove ends", "removed", 1, "");
 }
 
-void tst_CCopyFileWidget::CopyIsDoneAndTold()
+void tst_CCopyFileWidget::stories()
 {
-    NEEDS_VOLUMES();
-    CModalAnswerer answerer(QStringLiteral("OK"));
+    QFETCH(QString, strSteps);
+    QFETCH(QString, strWhole);
+    const QMap<QString, QString> mapTold{
+        {TEXT_COMPLETED, "completed"}, {TEXT_STOP, "asked"}, {TEXT_REMOVED, "removed"}};
+    QStringList listTold;
+    for (const QString& strStep : strSteps.split(' ')) {
+        const CModalAnswerer answerer(strStep[0].isUpper() ? strStep : "OK");
+        DoStep(strStep);
+        if (QTest::currentTestFailed()) {
+            return;
+        }
+        if (answerer.Answered()) {
+            listTold.append(mapTold.value(answerer.Text(), answerer.Text()));
+        }
+    }
+    QTEST(listTold.join(' '), "strTold");
+    QTEST(m_pFinished->count(), "nFinished");
+    QVERIFY(!QApplication::activeModalWidget());
+    // What no worker ends the page ends itself.
+    QCOMPARE(LogLines().contains("copy ended before it began"), listTold == QStringList{"asked"});
+    QCOMPARE(CopiedBytes("out") == LARGE_FILE, strWhole == "out");
+    QCOMPARE(CopiedBytes("second") == LARGE_FILE, strWhole == "second");
+    // A copy that did not begin has left nothing.
+    QCOMPARE(QFileInfo::exists(m_pStick->Path("second")), strWhole == "second");
+}
+
+void tst_CCopyFileWidget::DoStep(const QString& strStep)
+{
+    const QMap<QString, std::function<void()>> mapStep{
+        {"copy", [this] { StartCopy(); }},
+        {"hold", [this] { StartPausedCopy(); }},
+        {"second", [this] { StartCopy("second"); }},
+        // The worker ends at once and says nothing.
+        {"nowhere", [this] { m_pPage->OnCopyFile(1000, QString(), "STICK"); }},
+        {"run", [this] { m_pPage->SetCopyStatus(COPY_STATUS_RUN); }},
+        {"pause", [this] { m_pPage->SetCopyStatus(COPY_STATUS_PAUSE); }},
+        {"stop", [this] { m_pPage->SetCopyStatus(COPY_STATUS_STOP); }},
+        {"Yes", [this] { QVERIFY(m_pPage->SlotCancelBtnClick()); }},
+        {"Cancel", [this] { QVERIFY(!m_pPage->SlotCancelBtnClick()); }},
+        {"remove", [this] { m_pPage->USBExtract(); }},
+        // Past the page, as a disk that answers at last.
+        {"release", [this] { Worker()->SetCopyStatus(COPY_STATUS_STOP); }},
+        {"ends", [this] { QVERIFY(WorkerEnds()); }},
+        {"begun", [this] { QTRY_VERIFY(QFileInfo::exists(m_pStick->Path("second"))); }},
+        {"paused", [this] { QCOMPARE(Worker()->GetCopyStatus(), COPY_STATUS_PAUSE); }},
+        {"stopped",
+         [this] {
+             QCOMPARE(Worker()->GetCopyStatus(), COPY_STATUS_STOP);
+             QCOMPARE(m_pPage->GetCopyStatus(), COPY_STATUS_STOP);
+         }},
+    };
+    QVERIFY(mapStep.contains(strStep));
+    mapStep[strStep]();
+}
+
+void tst_CCopyFileWidget::newCopyStartsFromTheBeginning()
+{
+    m_pPage->SlotGetCopyInfo("old", 77);
+    m_pPage->SlotCopyRemainTime(60);
+    StartPausedCopy();
+    QCOMPARE(Movie()->state(), QMovie::Running);
+    QCOMPARE(m_pPage->GetCopyUsbName(), "STICK");
+    QCOMPARE(Worker()->priority(), QThread::TimeCriticalPriority);
+    for (int i = 1; i <= 2; ++i) {
+        QCOMPARE(Progress()->value(), 0);
+        QCOMPARE(Title()->text(), "");
+        QCOMPARE(TimeLab()->text(), "Remaining Time: Calculating...");
+        QElapsedTimer timer;
+        timer.start();
+        StartCopy("second");
+        QVERIFY(timer.elapsed() < 100);
+        // News of the one before are not shown under the name of the new one.
+        m_pPage->SlotGetCopyInfo("old", 99);
+        m_pPage->SlotCopyRemainTime(99);
+    }
+    QVERIFY(!QFileInfo::exists(m_pStick->Path("second")));
+}
+
+void tst_CCopyFileWidget::copyIsDoneAndTold()
+{
+    CModalAnswerer answerer("OK");
     QString strTime;
-    answerer.Meanwhile([this, &strTime]() { strTime = Label("m_pTimeLab")->text(); });
+    answerer.Meanwhile([&] { strTime = TimeLab()->text(); });
     QElapsedTimer timer;
     timer.start();
     StartCopy();
     QVERIFY(timer.elapsed() < 100);
-    QCOMPARE(m_pPage->GetCopyStatus(), int(COPY_STATUS_RUN));
-    QTRY_COMPARE(m_pSpyFinish->count(), 1);
+    QCOMPARE(m_pPage->GetCopyStatus(), COPY_STATUS_RUN);
+    QTRY_COMPARE(m_pFinished->count(), 1);
     QVERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_COMPLETED);
-    QCOMPARE(answerer.Buttons(), QStringList{QStringLiteral("OK")});
-    QCOMPARE(answerer.Icon().toImage(), QPixmap(QStringLiteral(":/res/Tip/tips_completed.png")).toImage());
-    QCOMPARE(strTime, QStringLiteral("Remaining Time: 00:00:00"));
+    QCOMPARE(answerer.Buttons(), QStringList{"OK"});
+    QCOMPARE(answerer.Icon().toImage(), QPixmap(":/res/Tip/tips_completed.png").toImage());
+    QCOMPARE(strTime, "Remaining Time: 00:00:00");
     QCOMPARE(Progress()->value(), 100);
-    QVERIFY(Label("m_pCopyTitleLab")->text().startsWith(QStringLiteral("Copying files to (STICK): ")));
-    QCOMPARE(QFileInfo(m_pStick->Path(QStringLiteral("out/Macintosh HD/docs/a.txt"))).size(), qint64(1000));
-    QCOMPARE(QFileInfo(m_pStick->Path(QStringLiteral("out/Macintosh HD/docs/large.bin"))).size(),
-             qint64(LARGE_FILE));
+    QVERIFY(Title()->text().startsWith("Copying files to (STICK): "));
+    QCOMPARE(QFileInfo(m_pStick->Path("out/Macintosh HD/docs/a.txt")).size(), 1000);
+    QCOMPARE(CopiedBytes(), LARGE_FILE);
 }
 
-void tst_CCopyFileWidget::CompletionBoxIsKept()
+void tst_CCopyFileWidget::completionBoxIsKept()
 {
     KvMessageBox* pFirst = nullptr;
-    for (int i = 0; i < 2; ++i) {
-        CModalAnswerer answerer(QStringLiteral("OK"));
+    for (int i = 1; i <= 2; ++i) {
+        const CModalAnswerer answerer("OK");
         m_pPage->SlotCopyFinish();
         QVERIFY(answerer.Answered());
         QCOMPARE(answerer.Text(), TEXT_COMPLETED);
@@ -444,22 +512,21 @@ void tst_CCopyFileWidget::CompletionBoxIsKept()
         QCOMPARE(listBox.size(), 1);
         QVERIFY(!pFirst || pFirst == listBox.at(0));
         pFirst = listBox.at(0);
+        QCOMPARE(m_pFinished->count(), i);
     }
-    QCOMPARE(m_pSpyFinish->count(), 2);
 }
 
-void tst_CCopyFileWidget::CancelAnswers_data()
+void tst_CCopyFileWidget::cancelAnswers_data()
 {
     QTest::addColumn<QString>("strButton");
     QTest::addColumn<bool>("bStops");
-    QTest::newRow("cancel resumes") << QStringLiteral("Cancel") << false;
+    QTest::newRow("cancel resumes") << "Cancel" << false;
     QTest::newRow("title button resumes") << CModalAnswerer::TitleButton() << false;
-    QTest::newRow("yes stops") << QStringLiteral("Yes") << true;
+    QTest::newRow("yes stops") << "Yes" << true;
 }
 
-void tst_CCopyFileWidget::CancelAnswers()
+void tst_CCopyFileWidget::cancelAnswers()
 {
-    NEEDS_VOLUMES();
     QFETCH(QString, strButton);
     QFETCH(bool, bStops);
     StartPausedCopy();
@@ -468,373 +535,168 @@ void tst_CCopyFileWidget::CancelAnswers()
     ENCopyStatus enWorker = COPY_STATUS_RUN;
     int nPage = COPY_STATUS_RUN;
     QMovie::MovieState enMovie = QMovie::Running;
-    answerer.Meanwhile([&]() {
+    answerer.Meanwhile([&] {
         enWorker = Worker()->GetCopyStatus();
         nPage = m_pPage->GetCopyStatus();
         enMovie = Movie()->state();
     });
     const bool bEnded = m_pPage->SlotCancelBtnClick();
     QVERIFY(answerer.Answered());
-    QCOMPARE(answerer.Text(), TEXT_QUESTION);
-    QCOMPARE(answerer.Buttons(), (QStringList{QStringLiteral("Cancel"), QStringLiteral("Yes")}));
-    QCOMPARE(answerer.Icon().toImage(), QPixmap(QStringLiteral(":/res/Tip/tips_mark.png")).toImage());
+    QCOMPARE(answerer.Text(), TEXT_STOP);
+    QCOMPARE(answerer.Buttons(), QStringList({"Cancel", "Yes"}));
+    QCOMPARE(answerer.Icon().toImage(), QPixmap(":/res/Tip/tips_mark.png").toImage());
     QCOMPARE(enWorker, COPY_STATUS_PAUSE);
-    QCOMPARE(nPage, int(COPY_STATUS_PAUSE));
+    QCOMPARE(nPage, COPY_STATUS_PAUSE);
     QCOMPARE(enMovie, QMovie::Paused);
 
     QCOMPARE(bEnded, bStops);
-    QCOMPARE(m_pPage->GetCopyStatus(), int(bStops ? COPY_STATUS_STOP : COPY_STATUS_RUN));
+    QCOMPARE(m_pPage->GetCopyStatus(), bStops ? COPY_STATUS_STOP : COPY_STATUS_RUN);
     QCOMPARE(Worker()->GetCopyStatus(), bStops ? COPY_STATUS_STOP : COPY_STATUS_RUN);
     QCOMPARE(Movie()->state(), bStops ? QMovie::Paused : QMovie::Running);
 
-    const CModalAnswerer end(QStringLiteral("OK"));
-    QTRY_COMPARE(m_pSpyFinish->count(), 1);
-    const qint64 nCopied
-        = QFileInfo(m_pStick->Path(QStringLiteral("out/Macintosh HD/docs/large.bin"))).size();
-    QCOMPARE(nCopied == LARGE_FILE, !bStops);
+    const CModalAnswerer end("OK");
+    QTRY_COMPARE(m_pFinished->count(), 1);
+    QCOMPARE(CopiedBytes() == LARGE_FILE, !bStops);
 }
 
-void tst_CCopyFileWidget::StopEndsInTheWordsOfCompletion()
+void tst_CCopyFileWidget::copyEndsWhileTheQuestionIsOpen()
 {
-    NEEDS_VOLUMES();
-    StartPausedCopy();
-    const CModalAnswerer answerer(QStringLiteral("OK"));
-    m_pPage->SetCopyStatus(COPY_STATUS_STOP);
-    QTRY_COMPARE(m_pSpyFinish->count(), 1);
-    QCOMPARE(answerer.Text(), TEXT_COMPLETED);
-}
-
-void tst_CCopyFileWidget::CopyEndsWhileTheQuestionIsOpen()
-{
-    NEEDS_VOLUMES();
     StartCopy();
-    QVERIFY(WaitAside([this]() { return Worker()->isFinished(); }));
+    QVERIFY(WaitAside([this] { return Worker()->isFinished(); }));
     // The worker is done and the page does not know it yet.
-    const CModalAnswerer answerer(QStringLiteral("OK"));
+    const CModalAnswerer answerer("OK");
     QVERIFY(m_pPage->SlotCancelBtnClick());
     QVERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_COMPLETED);
-    QCOMPARE(m_pSpyFinish->count(), 1);
+    QCOMPARE(m_pFinished->count(), 1);
     QVERIFY(Movie()->state() != QMovie::Running);
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-void tst_CCopyFileWidget::StopIsNeverUndone_data()
+void tst_CCopyFileWidget::questionGoesWithItsCopy()
 {
-    QTest::addColumn<int>("nStatus");
-    QTest::newRow("by the pause of the exit question") << int(COPY_STATUS_PAUSE);
-    QTest::newRow("by its resume") << int(COPY_STATUS_RUN);
-}
-
-void tst_CCopyFileWidget::StopIsNeverUndone()
-{
-    NEEDS_VOLUMES();
-    QFETCH(int, nStatus);
     StartPausedCopy();
-    m_pPage->SetCopyStatus(COPY_STATUS_STOP);
-    m_pPage->SetCopyStatus(nStatus);
-    QCOMPARE(m_pPage->GetCopyStatus(), int(COPY_STATUS_STOP));
-    QCOMPARE(Worker()->GetCopyStatus(), COPY_STATUS_STOP);
-    const CModalAnswerer answerer(QStringLiteral("OK"));
-    QTRY_COMPARE(m_pSpyFinish->count(), 1);
-    QVERIFY(QFileInfo(m_pStick->Path(QStringLiteral("out/Macintosh HD/docs/large.bin"))).size() < LARGE_FILE);
-}
-
-void tst_CCopyFileWidget::CancelAfterAStopAsksNothing()
-{
-    NEEDS_VOLUMES();
-    StartPausedCopy();
-    m_pPage->SetCopyStatus(COPY_STATUS_STOP);
+    CModalAnswerer question("Yes");
+    bool bQuestionGone = false;
+    question.Meanwhile([&] {
+        const QWidget* pQuestion = QApplication::activeModalWidget();
+        StartCopy("second");
+        bQuestionGone = !pQuestion->isVisible();
+    });
     QVERIFY(m_pPage->SlotCancelBtnClick());
-    QCOMPARE(Worker()->GetCopyStatus(), COPY_STATUS_STOP);
-    const CModalAnswerer answerer(QStringLiteral("OK"));
-    QTRY_COMPARE(m_pSpyFinish->count(), 1);
+    QVERIFY(bQuestionGone);
+    // It was about the first copy and does not reach the second.
+    QCOMPARE(m_pPage->GetCopyStatus(), COPY_STATUS_RUN);
+    QCOMPARE(m_pFinished->count(), 0);
 }
 
-void tst_CCopyFileWidget::CopyThatNeverBeganCanBeCancelled()
+void tst_CCopyFileWidget::removalIsAllThatIsTold()
 {
-    // Without a folder the worker ends at once and sends nothing.
-    m_pPage->OnCopyFile(1000, QString(), QStringLiteral("STICK"));
-    QTRY_VERIFY(!Worker()->isRunning());
-    QCoreApplication::processEvents();
-    QCOMPARE(m_pSpyFinish->count(), 0);
-    const CModalAnswerer answerer(QStringLiteral("Yes"));
-    QVERIFY(m_pPage->SlotCancelBtnClick());
-    QVERIFY(answerer.Answered());
-    QCOMPARE(m_pSpyFinish->count(), 1);
-    QVERIFY(LogLines().contains(QStringLiteral("copy ended before it began")));
-}
-
-// ---------------------------------------------------------------- the destination goes
-
-void tst_CCopyFileWidget::RemovalIsAllThatIsTold()
-{
-    NEEDS_VOLUMES();
     StartPausedCopy();
-    const CModalAnswerer answerer(QStringLiteral("OK"));
+    CModalAnswerer answerer("OK");
+    answerer.Meanwhile([this] { m_pPage->USBExtract(); }); // another event of the same removal
     m_pPage->USBExtract();
     QVERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_REMOVED);
-    QCOMPARE(answerer.Buttons(), QStringList{QStringLiteral("OK")});
-    QCOMPARE(answerer.Icon().toImage(), QPixmap(QStringLiteral(":/res/Tip/tips.png")).toImage());
-    QCOMPARE(m_pSpyFinish->count(), 1);
-    QCOMPARE(Worker()->GetCopyStatus(), COPY_STATUS_STOP);
-
-    const CModalAnswerer another(QStringLiteral("OK"));
-    QTRY_VERIFY(!Worker()->isRunning());
-    QCoreApplication::processEvents();
-    QVERIFY(!another.Answered());
-    QVERIFY(!QApplication::activeModalWidget());
-    QCOMPARE(m_pSpyFinish->count(), 1);
-    QVERIFY(Label("m_pTimeLab")->text() != QStringLiteral("Remaining Time: 00:00:00"));
+    QCOMPARE(answerer.Buttons(), QStringList{"OK"});
+    QCOMPARE(answerer.Icon().toImage(), QPixmap(":/res/Tip/tips.png").toImage());
+    QVERIFY(WorkerEnds());
+    QCOMPARE(m_pFinished->count(), 1);
+    QVERIFY(TimeLab()->text() != "Remaining Time: 00:00:00");
 }
 
-void tst_CCopyFileWidget::RemovalIsToldOnce()
+void tst_CCopyFileWidget::removalTakesTheBoxAway_data()
 {
-    NEEDS_VOLUMES();
-    StartPausedCopy();
-    CModalAnswerer answerer(QStringLiteral("OK"));
-    answerer.Meanwhile([this]() { m_pPage->USBExtract(); });
-    m_pPage->USBExtract();
-    QVERIFY(answerer.Answered());
-    // Another entry of the folder of volumes, another call.
-    m_pPage->USBExtract();
-    QCOMPARE(m_pSpyFinish->count(), 1);
+    QTest::addColumn<bool>("bQuestion");
+    QTest::newRow("the question") << true;
+    QTest::newRow("the completion") << false;
 }
 
-void tst_CCopyFileWidget::RemovalWhileTheQuestionIsOpen()
+void tst_CCopyFileWidget::removalTakesTheBoxAway()
 {
-    NEEDS_VOLUMES();
-    StartPausedCopy();
-    m_pPage->SetCopyStatus(COPY_STATUS_RUN);
-    CModalAnswerer question(QStringLiteral("Cancel"));
+    QFETCH(bool, bQuestion);
+    CModalAnswerer before(bQuestion ? "Cancel" : "OK");
     QString strTold;
-    bool bQuestionGone = false;
-    question.Meanwhile([&]() {
-        const QWidget* pQuestion = QApplication::activeModalWidget();
-        CModalAnswerer removal(QStringLiteral("OK"));
-        removal.Meanwhile([&]() { bQuestionGone = !pQuestion->isVisible(); });
+    bool bBoxGone = false;
+    before.Meanwhile([&] {
+        const QWidget* pBox = QApplication::activeModalWidget();
+        CModalAnswerer removal("OK");
+        removal.Meanwhile([&] { bBoxGone = !pBox->isVisible(); });
         m_pPage->USBExtract();
         strTold = removal.Text();
     });
-    QVERIFY(m_pPage->SlotCancelBtnClick());
-    QCOMPARE(question.Text(), TEXT_QUESTION);
-    QCOMPARE(strTold, TEXT_REMOVED);
-    QVERIFY(bQuestionGone);
-    QCOMPARE(m_pPage->GetCopyStatus(), int(COPY_STATUS_STOP));
-    QCOMPARE(Worker()->GetCopyStatus(), COPY_STATUS_STOP);
-    QVERIFY(Movie()->state() != QMovie::Running);
-    QTRY_VERIFY(!Worker()->isRunning());
-    QCoreApplication::processEvents();
-    QCOMPARE(m_pSpyFinish->count(), 1);
-}
-
-void tst_CCopyFileWidget::RemovalWhileTheCompletionIsOpen()
-{
-    NEEDS_VOLUMES();
-    CModalAnswerer completion(QStringLiteral("OK"));
-    QString strTold;
-    bool bCompletionGone = false;
-    completion.Meanwhile([&]() {
-        const QWidget* pCompletion = QApplication::activeModalWidget();
-        CModalAnswerer removal(QStringLiteral("OK"));
-        removal.Meanwhile([&]() { bCompletionGone = !pCompletion->isVisible(); });
-        m_pPage->USBExtract();
-        strTold = removal.Text();
-    });
-    StartCopy();
-    QTRY_COMPARE(m_pSpyFinish->count(), 1);
-    QCOMPARE(completion.Text(), TEXT_COMPLETED);
-    QCOMPARE(strTold, TEXT_REMOVED);
-    QVERIFY(bCompletionGone);
-    QTRY_VERIFY(!Worker()->isRunning());
-    QCoreApplication::processEvents();
-    QCOMPARE(m_pSpyFinish->count(), 1);
-    // The next one is told as usual.
-    const CModalAnswerer answerer(QStringLiteral("OK"));
-    StartCopy(QStringLiteral("second"));
-    QTRY_COMPARE(m_pSpyFinish->count(), 2);
-    QCOMPARE(answerer.Text(), TEXT_COMPLETED);
-}
-
-void tst_CCopyFileWidget::RemovalWithoutWorkerLeavesTheNextCopyAlone()
-{
-    NEEDS_VOLUMES();
-    const CModalAnswerer removal(QStringLiteral("OK"));
-    m_pPage->USBExtract();
-    QCOMPARE(removal.Text(), TEXT_REMOVED);
-    QCOMPARE(m_pSpyFinish->count(), 1);
-    const CModalAnswerer answerer(QStringLiteral("OK"));
-    StartCopy();
-    QTRY_COMPARE(m_pSpyFinish->count(), 2);
-    QCOMPARE(answerer.Text(), TEXT_COMPLETED);
-}
-
-void tst_CCopyFileWidget::RemovalAfterRemovalIsToldAgain()
-{
-    NEEDS_VOLUMES();
-    for (int i = 1; i <= 2; ++i) {
+    if (bQuestion) {
         StartPausedCopy();
-        const CModalAnswerer removal(QStringLiteral("OK"));
-        m_pPage->USBExtract();
-        QCOMPARE(removal.Text(), TEXT_REMOVED);
-        QCOMPARE(m_pSpyFinish->count(), i);
-        QTRY_VERIFY(!Worker()->isRunning());
-    }
-}
-
-// ---------------------------------------------------------------- a worker that takes its time to end
-
-void tst_CCopyFileWidget::NextCopyWaitsForTheWorker()
-{
-    NEEDS_VOLUMES();
-    StartPausedCopy();
-    QElapsedTimer timer;
-    timer.start();
-    StartCopy(QStringLiteral("second"));
-    QVERIFY(timer.elapsed() < 100);
-    // News of the one before are not shown under the name of the new one.
-    m_pPage->SlotGetCopyInfo(QStringLiteral("old"), 99);
-    m_pPage->SlotCopyRemainTime(99);
-    QCOMPARE(Progress()->value(), 0);
-    QCOMPARE(Label("m_pCopyTitleLab")->text(), QString());
-    QCOMPARE(Label("m_pTimeLab")->text(), QStringLiteral("Remaining Time: Calculating..."));
-    QVERIFY(!QFileInfo::exists(m_pStick->Path(QStringLiteral("second"))));
-
-    const CModalAnswerer answerer(QStringLiteral("OK"));
-    Worker()->SetCopyStatus(COPY_STATUS_STOP);
-    QTRY_COMPARE(m_pSpyFinish->count(), 1);
-    QCOMPARE(answerer.Text(), TEXT_COMPLETED);
-    QCOMPARE(QFileInfo(m_pStick->Path(QStringLiteral("second/Macintosh HD/docs/large.bin"))).size(),
-             qint64(LARGE_FILE));
-    QTRY_VERIFY(!Worker()->isRunning());
-    QCoreApplication::processEvents();
-    QCOMPARE(m_pSpyFinish->count(), 1);
-}
-
-void tst_CCopyFileWidget::CancelWhileWaiting_data()
-{
-    QTest::addColumn<bool>("bYes");
-    QTest::newRow("yes drops the new copy") << true;
-    QTest::newRow("cancel keeps it") << false;
-}
-
-void tst_CCopyFileWidget::CancelWhileWaiting()
-{
-    NEEDS_VOLUMES();
-    QFETCH(bool, bYes);
-    StartPausedCopy();
-    StartCopy(QStringLiteral("second"));
-    const CModalAnswerer question(bYes ? QStringLiteral("Yes") : QStringLiteral("Cancel"));
-    QCOMPARE(m_pPage->SlotCancelBtnClick(), bYes);
-    // The answer is about the new copy and does not reach the worker of the one before.
-    QCOMPARE(Worker()->GetCopyStatus(), COPY_STATUS_PAUSE);
-    QCOMPARE(m_pSpyFinish->count(), bYes ? 1 : 0);
-    const CModalAnswerer answerer(QStringLiteral("OK"));
-    Worker()->SetCopyStatus(COPY_STATUS_STOP);
-    if (bYes) {
-        QTRY_VERIFY(!Worker()->isRunning());
-        QCoreApplication::processEvents();
+        m_pPage->SetCopyStatus(COPY_STATUS_RUN);
+        QVERIFY(m_pPage->SlotCancelBtnClick());
+        QCOMPARE(Worker()->GetCopyStatus(), COPY_STATUS_STOP);
     } else {
-        QTRY_COMPARE(m_pSpyFinish->count(), 1);
+        StartCopy();
+        QTRY_COMPARE(m_pFinished->count(), 1);
     }
-    QCOMPARE(m_pSpyFinish->count(), 1);
-    QCOMPARE(QFileInfo::exists(m_pStick->Path(QStringLiteral("second"))), !bYes);
-}
-
-void tst_CCopyFileWidget::RemovalWhileWaiting()
-{
-    NEEDS_VOLUMES();
-    StartPausedCopy();
-    StartCopy(QStringLiteral("second"));
-    Worker()->SetCopyStatus(COPY_STATUS_STOP);
-    const CModalAnswerer removal(QStringLiteral("OK"));
-    m_pPage->USBExtract();
-    QCOMPARE(removal.Text(), TEXT_REMOVED);
-    QCOMPARE(m_pSpyFinish->count(), 1);
-    QTRY_VERIFY(!Worker()->isRunning());
-    QCoreApplication::processEvents();
-    QCOMPARE(m_pSpyFinish->count(), 1);
-    QVERIFY(!QFileInfo::exists(m_pStick->Path(QStringLiteral("second"))));
+    QCOMPARE(before.Text(), bQuestion ? TEXT_STOP : TEXT_COMPLETED);
+    QCOMPARE(strTold, TEXT_REMOVED);
+    QVERIFY(bBoxGone);
+    QCOMPARE(m_pPage->GetCopyStatus(), COPY_STATUS_STOP);
+    QVERIFY(Movie()->state() != QMovie::Running);
+    QVERIFY(WorkerEnds());
+    QCOMPARE(m_pFinished->count(), 1);
+    // The next one is told as usual.
+    const CModalAnswerer answerer("OK");
+    StartCopy("second");
+    QTRY_COMPARE(m_pFinished->count(), 2);
+    QCOMPARE(answerer.Text(), TEXT_COMPLETED);
 }
 
 // ---------------------------------------------------------------- the clean-up
 
-static bool CommandWasStarted(const CLogCapture& capture)
+void tst_CCopyFileWidget::cleanUp_data()
 {
-    return capture.HasPart(QStringLiteral("Destroyed while process (\"rm\")"));
+    QTest::addColumn<bool>("bSource"); // what is left below the folder of all volumes
+    QTest::addColumn<bool>("bFolder");
+    QTest::addColumn<bool>("bFile");
+    QTest::addColumn<QString>("strLog"); // the one line that speaks of it
+    const QString strKept = "left-over mount point kept, \"/Volumes\" is not empty: ";
+    QTest::newRow("another volume") << true << true << false << strKept + "\"/Volumes/Macintosh HD\" is";
+    QTest::newRow("a file") << false << true << true << strKept + "\"/Volumes/STICK/precious\" is a file";
+    QTest::newRow("empty folder") << false << true << false
+                                  << "cleaning left-over mount points in \"/Volumes\"";
+    QTest::newRow("nothing") << false << false << false << "";
 }
 
-void tst_CCopyFileWidget::CleanUpKeepsItsHandsOffOtherVolumes()
+void tst_CCopyFileWidget::cleanUp()
 {
-    NEEDS_VOLUMES();
-    StartPausedCopy();
-    QVERIFY(WaitAside([this]() { return QFileInfo::exists(m_pStick->Path(QStringLiteral("out"))); }));
-    m_pStick->Pull(); // its folder stays; the source is still mounted beside it
-    UseLogFile();
+    QFETCH(bool, bSource);
+    QFETCH(bool, bFolder);
+    QFETCH(bool, bFile);
+    QFETCH(QString, strLog);
+    m_pPage->OnCopyFile(1, QString(), "STICK");
+    QVERIFY(WorkerEnds());
+    if (!bSource) {
+        m_pSource->Pull(true);
+    }
+    m_pStick->Pull(!bFolder);
+    if (bFile) {
+        WriteFile("/Volumes/STICK/precious");
+    }
     const CLogCapture capture;
-    const CModalAnswerer removal(QStringLiteral("OK"));
+    const CModalAnswerer removal("OK");
     m_pPage->USBExtract();
     QVERIFY(removal.Answered());
-    QVERIFY(!CommandWasStarted(capture));
-    QCOMPARE(m_pCommands->Calls(QStringLiteral("rm")), QStringList());
-    QCOMPARE(
-        LogLines().filter(QStringLiteral("left-over mount point kept, \"/Volumes\" is not empty: ")).size(),
-        1);
-}
-
-void tst_CCopyFileWidget::CleanUpKeepsItsHandsOffFiles()
-{
-    NEEDS_VOLUMES();
-    m_pPage->OnCopyFile(1, QString(), QStringLiteral("STICK"));
-    m_pSource->Pull(true);
-    m_pStick->Pull();
-    WriteFile(QStringLiteral("/Volumes/STICK/precious"), 1);
-    UseLogFile();
-    const CLogCapture capture;
-    const CModalAnswerer removal(QStringLiteral("OK"));
-    m_pPage->USBExtract();
-    QVERIFY(!CommandWasStarted(capture));
-    QCOMPARE(LogLines().filter(QStringLiteral("precious")).size(), 1);
-    QVERIFY(QFile::remove(QStringLiteral("/Volumes/STICK/precious")));
-}
-
-void tst_CCopyFileWidget::CleanUpOfEmptyFoldersIsStarted()
-{
-    NEEDS_VOLUMES();
-    m_pPage->OnCopyFile(1, QString(), QStringLiteral("STICK"));
-    m_pSource->Pull(true);
-    m_pStick->Pull();
-    UseLogFile();
-    const CLogCapture capture;
-    const CModalAnswerer removal(QStringLiteral("OK"));
-    m_pPage->USBExtract();
-    QVERIFY(removal.Answered());
-    QVERIFY(CommandWasStarted(capture));
-    QVERIFY(LogLines().contains(QStringLiteral("cleaning left-over mount points in \"/Volumes\"")));
+    const QStringList listLine = LogLines().filter("mount point");
+    QCOMPARE(listLine.size(), strLog.isEmpty() ? 0 : 1);
+    QCOMPARE(listLine.filter(strLog), listLine);
+    const bool bStarts = strLog.startsWith("cleaning");
+    QCOMPARE(capture.HasPart("Destroyed while process (\"rm\")"), bStarts);
     // It is ended at once, so it seldom comes far enough to be recorded.
-    const QStringList listCall = m_pCommands->Calls(QStringLiteral("rm"));
-    QVERIFY(listCall.isEmpty() || listCall == QStringList{QStringLiteral("-rf /Volumes")});
-}
-
-void tst_CCopyFileWidget::CleanUpNeedsAMountPoint()
-{
-    NEEDS_VOLUMES();
-    m_pPage->OnCopyFile(1, QString(), QStringLiteral("STICK"));
-    m_pSource->Pull(true);
-    m_pStick->Pull(true);
-    UseLogFile();
-    const CLogCapture capture;
-    const CModalAnswerer removal(QStringLiteral("OK"));
-    m_pPage->USBExtract();
-    QVERIFY(removal.Answered());
-    QVERIFY(!CommandWasStarted(capture));
-    QCOMPARE(LogLines().filter(QStringLiteral("mount point")), QStringList());
+    const QStringList listCall = m_pCommands->Calls("rm");
+    QVERIFY(listCall.isEmpty() || (bStarts && listCall == QStringList{"-rf /Volumes"}));
+    QVERIFY(!bFile || QFile::remove("/Volumes/STICK/precious"));
 }
 
 // ---------------------------------------------------------------- the end
 
-void tst_CCopyFileWidget::PageGoesDuringACopy_data()
+void tst_CCopyFileWidget::pageGoesDuringACopy_data()
 {
     QTest::addColumn<int>("nStatus");
     QTest::addColumn<bool>("bAnotherWaits");
@@ -843,24 +705,22 @@ void tst_CCopyFileWidget::PageGoesDuringACopy_data()
     QTest::newRow("paused, another one waits") << int(COPY_STATUS_PAUSE) << true;
 }
 
-void tst_CCopyFileWidget::PageGoesDuringACopy()
+void tst_CCopyFileWidget::pageGoesDuringACopy()
 {
-    NEEDS_VOLUMES();
     QFETCH(int, nStatus);
     QFETCH(bool, bAnotherWaits);
     StartPausedCopy();
     m_pPage->SetCopyStatus(nStatus);
     if (bAnotherWaits) {
-        StartCopy(QStringLiteral("second"));
+        StartCopy("second");
     }
     QElapsedTimer timer;
     timer.start();
-    m_pSpyFinish.reset();
+    m_pFinished.reset();
     m_pPage.reset();
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-    const QFileInfo half(m_pStick->Path(QStringLiteral("out/Macintosh HD/docs/large.bin")));
-    QVERIFY(!half.exists() || half.size() < LARGE_FILE);
-    QVERIFY(!QFileInfo::exists(m_pStick->Path(QStringLiteral("second"))));
+    QVERIFY(CopiedBytes() < LARGE_FILE);
+    QVERIFY(!QFileInfo::exists(m_pStick->Path("second")));
 }
 
 QTEST_MAIN(tst_CCopyFileWidget)
