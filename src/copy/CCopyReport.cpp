@@ -1,5 +1,6 @@
 #include "copy/CCopyReport.h"
 
+#include "files/CUtf8.h"
 #include "log/CLogTarnwick.h"
 
 #include <QFile>
@@ -13,35 +14,26 @@ static QString BytesText(qint64 nCopied, qint64 nExpected)
 
 static QString HexEscape(const char* pszFormat, uint nCode) { return QString::asprintf(pszFormat, nCode); }
 
-/** Length of the UTF-8 sequence that begins at nPos, 0 when the byte there begins none. */
-static int SequenceLength(const QByteArray& baText, int nPos)
+static QString Escaped(uint nCode)
 {
-    const uchar nFirst = uchar(baText.at(nPos));
-    const int nLength = nFirst < 0x80 ? 1 : nFirst < 0xc2 ? 0 : nFirst < 0xe0 ? 2 : nFirst < 0xf0 ? 3 : 4;
-    if (nLength < 2) {
-        return nLength;
-    }
-    // Decoding and encoding again gives the same bytes for a valid sequence only.
-    const QByteArray baPart = baText.mid(nPos, nLength);
-    return QString::fromUtf8(baPart).toUtf8() == baPart ? nLength : 0;
-}
-
-static QString EscapedPart(const QString& strPart)
-{
-    const QChar character = strPart.at(0);
-    if (character == QLatin1Char('\n')) {
+    switch (nCode) {
+    case '\n':
         return QStringLiteral("\\n");
+    case '"':
+    case '\\':
+        return QLatin1Char('\\') + QChar(nCode);
+    case QChar::ByteOrderMark:
+        return HexEscape("\\u%04x", nCode);
+    default:
+        break;
     }
-    if (character == QLatin1Char('"') || character == QLatin1Char('\\')) {
-        return QLatin1Char('\\') + strPart;
-    }
-    switch (character.category()) {
+    switch (QChar::category(nCode)) {
     case QChar::Other_Control:
     case QChar::Separator_Line:
     case QChar::Separator_Paragraph:
-        return HexEscape("\\u%04x", character.unicode());
+        return HexEscape("\\u%04x", nCode);
     default:
-        return strPart;
+        return QString::fromUcs4(&nCode, 1);
     }
 }
 
@@ -90,14 +82,10 @@ QString CCopyReport::Quoted(const QString& strName)
     const QByteArray baName = QFile::encodeName(strName);
     QString strResult(QLatin1Char('"'));
     for (int nPos = 0; nPos < baName.size();) {
-        const int nLength = SequenceLength(baName, nPos);
-        if (nLength == 0) {
-            strResult += HexEscape("\\x%02x", uchar(baName.at(nPos)));
-            ++nPos;
-            continue;
-        }
-        strResult += EscapedPart(QString::fromUtf8(baName.constData() + nPos, nLength));
-        nPos += nLength;
+        const STUtf8Character stChar = CUtf8::First(baName.constData() + nPos, size_t(baName.size() - nPos));
+        strResult
+            += stChar.nLength == 0 ? HexEscape("\\x%02x", uchar(baName.at(nPos))) : Escaped(stChar.nCode);
+        nPos += qMax(stChar.nLength, 1);
     }
     return strResult + QLatin1Char('"');
 }

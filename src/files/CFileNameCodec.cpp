@@ -1,5 +1,7 @@
 #include "files/CFileNameCodec.h"
 
+#include "files/CUtf8.h"
+
 #include <QVarLengthArray>
 
 #include <algorithm>
@@ -17,11 +19,11 @@ static const ushort ESCAPE = 0xdc00;
 
 static bool IsEscape(ushort nChar) { return nChar >= ESCAPE + 0x80 && nChar <= ESCAPE + 0xff; }
 
-static bool IsAscii(const uchar* pBytes, int nLength)
+static bool IsAscii(const char* pBytes, int nLength)
 {
     uchar nAll = 0;
     for (int i = 0; i < nLength; ++i) {
-        nAll |= pBytes[i];
+        nAll |= uchar(pBytes[i]);
     }
     return nAll < 0x80;
 }
@@ -33,66 +35,6 @@ static bool IsAscii(const QChar* pChars, int nLength)
         nAll |= pChars[i].unicode();
     }
     return nAll < 0x80;
-}
-
-/** The bytes that a character takes by its first one; 0 when no character begins with it. */
-static int SequenceLength(uchar nFirst)
-{
-    if (nFirst < 0x80) {
-        return 1;
-    }
-    if (nFirst < 0xc2) {
-        return 0; // continuation bytes, and the overlong forms of ASCII
-    }
-    if (nFirst < 0xe0) {
-        return 2;
-    }
-    if (nFirst < 0xf0) {
-        return 3;
-    }
-    return nFirst < 0xf5 ? 4 : 0;
-}
-
-/** Whether `nSecond` may follow `nFirst`: bars overlong forms, surrogates and what lies above U+10FFFF. */
-static bool IsSecond(uchar nFirst, uchar nSecond)
-{
-    switch (nFirst) {
-    case 0xe0:
-        return nSecond >= 0xa0 && nSecond <= 0xbf;
-    case 0xed:
-        return nSecond >= 0x80 && nSecond <= 0x9f;
-    case 0xf0:
-        return nSecond >= 0x90 && nSecond <= 0xbf;
-    case 0xf4:
-        return nSecond >= 0x80 && nSecond <= 0x8f;
-    default:
-        return nSecond >= 0x80 && nSecond <= 0xbf;
-    }
-}
-
-/** Reads one character of `nLeft` bytes into `nChar` and returns its length; 0 when the bytes are not valid.
- */
-static int ReadCharacter(const uchar* pBytes, int nLeft, uint& nChar)
-{
-    const int nLength = SequenceLength(pBytes[0]);
-    if (nLength == 0 || nLength > nLeft) {
-        return 0;
-    }
-    if (nLength == 1) {
-        nChar = pBytes[0];
-        return 1;
-    }
-    if (!IsSecond(pBytes[0], pBytes[1])) {
-        return 0;
-    }
-    nChar = pBytes[0] & (0x7fu >> nLength);
-    for (int i = 1; i < nLength; ++i) {
-        if ((pBytes[i] & 0xc0) != 0x80) {
-            return 0;
-        }
-        nChar = (nChar << 6) | (pBytes[i] & 0x3fu);
-    }
-    return nLength;
 }
 
 /** Writes `nChar` as UTF-8 to the end of `bytes`. */
@@ -127,27 +69,23 @@ QString CFileNameCodec::convertToUnicode(const char* pBytes, int nLength, Conver
     if (pState) {
         pState->remainingChars = 0;
     }
-    const uchar* pNext = reinterpret_cast<const uchar*>(pBytes);
-    if (IsAscii(pNext, nLength)) {
+    if (IsAscii(pBytes, nLength)) {
         return QString::fromLatin1(pBytes, nLength);
     }
-    const uchar* const pEnd = pNext + nLength;
     QVarLengthArray<QChar, 512> chars;
-    while (pNext < pEnd) {
-        uint nChar = 0;
-        const int nBytes = ReadCharacter(pNext, int(pEnd - pNext), nChar);
-        if (nBytes == 0) {
-            chars.append(QChar(ushort(ESCAPE + *pNext)));
-            ++pNext;
+    for (int nAt = 0; nAt < nLength;) {
+        const STUtf8Character stChar = CUtf8::First(pBytes + nAt, size_t(nLength - nAt));
+        if (stChar.nLength == 0) {
+            chars.append(QChar(ushort(ESCAPE + uchar(pBytes[nAt++]))));
             continue;
         }
-        if (QChar::requiresSurrogates(nChar)) {
-            chars.append(QChar(QChar::highSurrogate(nChar)));
-            chars.append(QChar(QChar::lowSurrogate(nChar)));
+        if (QChar::requiresSurrogates(stChar.nCode)) {
+            chars.append(QChar(QChar::highSurrogate(stChar.nCode)));
+            chars.append(QChar(QChar::lowSurrogate(stChar.nCode)));
         } else {
-            chars.append(QChar(ushort(nChar)));
+            chars.append(QChar(ushort(stChar.nCode)));
         }
-        pNext += nBytes;
+        nAt += stChar.nLength;
     }
     return QString(chars.constData(), chars.size());
 }

@@ -48,6 +48,7 @@ void tst_CCopyReport::Quoted_data()
                                 << QString::fromUtf8("\"\xf0\x9f\x98\x80\"");
     QTest::newRow("replacement character")
         << QByteArray("\xef\xbf\xbd") << QString::fromUtf8("\"\xef\xbf\xbd\"");
+    QTest::newRow("byte order mark") << QByteArray("a\xef\xbb\xbf") << R"("a\ufeff")";
     QTest::newRow("not UTF-8") << QByteArray("a\xff\xfe.txt") << R"("a\xff\xfe.txt")";
     QTest::newRow("cut short") << QByteArray("a\xe3\x81") << R"("a\xe3\x81")";
 }
