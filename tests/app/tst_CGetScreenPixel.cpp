@@ -1,9 +1,8 @@
 #include "app/CGetScreenPixel.h"
+#include "support/TestFiles.h"
 
 #include <QApplication>
 #include <QDesktopServices>
-#include <QDir>
-#include <QFile>
 #include <QTest>
 #include <QUrl>
 #include <QWidget>
@@ -28,19 +27,19 @@ class tst_CGetScreenPixel : public QObject
     Q_OBJECT
 
 private slots:
-    void WidthOfTheXServer();
-    void WidthOfTheFrameBufferWithoutXServer();
-    void NoScreenAtAll();
-    void WholePoints_data();
-    void WholePoints();
-    void WindowHooksLeaveTheWidgetAlone();
-    void SecurityPaneIsAskedOfTheDesktop();
+    void widthOfTheXServer();
+    void widthOfTheFrameBufferWithoutXServer();
+    void noScreenAtAll();
+    void wholePoints_data();
+    void wholePoints();
+    void windowHooksLeaveTheWidgetAlone();
+    void securityPaneIsAskedOfTheDesktop();
 
 private:
     void WithoutXServer(const QByteArray& baFrameBufferSize, int nExpected);
 };
 
-void tst_CGetScreenPixel::WidthOfTheXServer() { QCOMPARE(CGetScreenPixel().GetScreen(), 1712); }
+void tst_CGetScreenPixel::widthOfTheXServer() { QCOMPARE(CGetScreenPixel().GetScreen(), 1712); }
 
 void tst_CGetScreenPixel::WithoutXServer(const QByteArray& baFrameBufferSize, int nExpected)
 {
@@ -48,10 +47,7 @@ void tst_CGetScreenPixel::WithoutXServer(const QByteArray& baFrameBufferSize, in
         QSKIP("nothing can be mounted here");
     }
     if (!baFrameBufferSize.isEmpty()) {
-        QVERIFY(QDir().mkpath(QStringLiteral("/sys/class/graphics/fb0")));
-        QFile file(QStringLiteral("/sys/class/graphics/fb0/virtual_size"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(baFrameBufferSize);
+        WriteFile("/sys/class/graphics/fb0/virtual_size", baFrameBufferSize);
     }
     const QByteArray baDisplay = qgetenv("DISPLAY");
     qunsetenv("DISPLAY");
@@ -61,11 +57,11 @@ void tst_CGetScreenPixel::WithoutXServer(const QByteArray& baFrameBufferSize, in
     QCOMPARE(nWidth, nExpected);
 }
 
-void tst_CGetScreenPixel::WidthOfTheFrameBufferWithoutXServer() { WithoutXServer("1280,1600\n", 1280); }
+void tst_CGetScreenPixel::widthOfTheFrameBufferWithoutXServer() { WithoutXServer("1280,1600\n", 1280); }
 
-void tst_CGetScreenPixel::NoScreenAtAll() { WithoutXServer(QByteArray(), 0); }
+void tst_CGetScreenPixel::noScreenAtAll() { WithoutXServer(QByteArray(), 0); }
 
-void tst_CGetScreenPixel::WholePoints_data()
+void tst_CGetScreenPixel::wholePoints_data()
 {
     QTest::addColumn<double>("fWidth");
     QTest::addColumn<int>("nPoints");
@@ -76,13 +72,13 @@ void tst_CGetScreenPixel::WholePoints_data()
     QTest::newRow("what single precision cannot hold") << 16777217.0 << 16777216;
 }
 
-void tst_CGetScreenPixel::WholePoints()
+void tst_CGetScreenPixel::wholePoints()
 {
     QFETCH(double, fWidth);
     QTEST(CGetScreenPixel::WholePoints(fWidth), "nPoints");
 }
 
-void tst_CGetScreenPixel::WindowHooksLeaveTheWidgetAlone()
+void tst_CGetScreenPixel::windowHooksLeaveTheWidgetAlone()
 {
     QWidget widget;
     const Qt::WindowFlags flags = widget.windowFlags();
@@ -95,14 +91,13 @@ void tst_CGetScreenPixel::WindowHooksLeaveTheWidgetAlone()
     QVERIFY(!widget.isVisible());
 }
 
-void tst_CGetScreenPixel::SecurityPaneIsAskedOfTheDesktop()
+void tst_CGetScreenPixel::securityPaneIsAskedOfTheDesktop()
 {
     CUrlReceiver receiver;
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), &receiver, "SlotUrl");
+    QDesktopServices::setUrlHandler("file", &receiver, "SlotUrl");
     CGetScreenPixel().OpenSysSecurity();
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-    QCOMPARE(receiver.m_url.toLocalFile(),
-             QStringLiteral("/System/Library/PreferencePanes/Security.prefPane"));
+    QDesktopServices::unsetUrlHandler("file");
+    QCOMPARE(receiver.m_url.toLocalFile(), "/System/Library/PreferencePanes/Security.prefPane");
 }
 
 int main(int argc, char** argv)

@@ -13,9 +13,9 @@ class tst_CMessageRelay : public QObject
 
 private slots:
     void initTestCase();
-    void LinesReachTheLogAndTheHandlerBefore();
-    void LineBreaksStayInOneLine();
-    void LinesComeFromAnyThread();
+    void linesReachTheLogAndTheHandlerBefore();
+    void lineBreaksStayInOneLine();
+    void linesComeFromAnyThread();
 
 private:
     std::unique_ptr<CLogCapture> m_pBefore;
@@ -28,24 +28,24 @@ void tst_CMessageRelay::initTestCase()
     CMessageRelay::Install();
 }
 
-void tst_CMessageRelay::LinesReachTheLogAndTheHandlerBefore()
+void tst_CMessageRelay::linesReachTheLogAndTheHandlerBefore()
 {
     qDebug("a diagnostic");
-    QVERIFY(LogLines().contains(QStringLiteral("a diagnostic")));
-    QVERIFY(m_pBefore->Has(QStringLiteral("a diagnostic")));
+    QVERIFY(LogLines().contains("a diagnostic"));
+    QVERIFY(m_pBefore->Has("a diagnostic"));
 }
 
-void tst_CMessageRelay::LineBreaksStayInOneLine()
+void tst_CMessageRelay::lineBreaksStayInOneLine()
 {
     qDebug().noquote() << "two\nlines";
-    QVERIFY(LogLines().contains(QStringLiteral("two\\nlines")));
+    QVERIFY(LogLines().contains("two\\nlines"));
 }
 
-void tst_CMessageRelay::LinesComeFromAnyThread()
+void tst_CMessageRelay::linesComeFromAnyThread()
 {
     std::thread worker([] { qWarning("from a worker"); });
     worker.join();
-    QVERIFY(LogLines().contains(QStringLiteral("from a worker")));
+    QVERIFY(LogLines().contains("from a worker"));
 }
 
 QTEST_GUILESS_MAIN(tst_CMessageRelay)

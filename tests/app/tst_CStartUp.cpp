@@ -3,21 +3,23 @@
 #include <QFile>
 #include <QTest>
 
+#include <climits>
+
 class tst_CStartUp : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void ChooseScale_data();
-    void ChooseScale();
-    void StyleSheetText_data();
-    void StyleSheetText();
-    void StyleSheetIsInTheBundle();
-    void CentredPosition_data();
-    void CentredPosition();
+    void chooseScale_data();
+    void chooseScale();
+    void styleSheetText_data();
+    void styleSheetText();
+    void styleSheetIsInTheBundle();
+    void centredPosition_data();
+    void centredPosition();
 };
 
-void tst_CStartUp::ChooseScale_data()
+void tst_CStartUp::chooseScale_data()
 {
     QTest::addColumn<int>("nWidth");
     QTest::addColumn<bool>("bAttribute");
@@ -33,9 +35,11 @@ void tst_CStartUp::ChooseScale_data()
     QTest::newRow("first of 2") << 3501 << false << QByteArray("2");
     QTest::newRow("far in 2") << 7680 << false << QByteArray("2");
     QTest::newRow("nonsense from the platform") << -1 << false << QByteArray();
+    QTest::newRow("the least number") << INT_MIN << false << QByteArray();
+    QTest::newRow("the greatest number") << INT_MAX << false << QByteArray("2");
 }
 
-void tst_CStartUp::ChooseScale()
+void tst_CStartUp::chooseScale()
 {
     QFETCH(int, nWidth);
     const STScale scale = CStartUp::ChooseScale(nWidth);
@@ -43,34 +47,34 @@ void tst_CStartUp::ChooseScale()
     QTEST(scale.baFactor, "baFactor");
 }
 
-void tst_CStartUp::StyleSheetText_data()
+void tst_CStartUp::styleSheetText_data()
 {
     QTest::addColumn<QByteArray>("baContent");
     QTest::addColumn<QString>("strText");
 
     QTest::newRow("nothing") << QByteArray() << QString();
-    QTest::newRow("plain") << QByteArray("QLabel{}") << QStringLiteral("QLabel{}");
-    QTest::newRow("cut at a zero byte") << QByteArray("QLabel{}\0QFrame{}", 17) << QStringLiteral("QLabel{}");
+    QTest::newRow("plain") << QByteArray("QLabel{}") << "QLabel{}";
+    QTest::newRow("cut at a zero byte") << QByteArray("QLabel{}\0QFrame{}", 17) << "QLabel{}";
     QTest::newRow("zero byte first") << QByteArray("\0QFrame{}", 9) << QString();
-    QTest::newRow("Latin-1") << QByteArray("/*\xe9*/") << QStringLiteral("/*%1*/").arg(QChar(0xe9));
+    QTest::newRow("Latin-1") << QByteArray("/*\xe9*/") << QString("/*%1*/").arg(QChar(0xe9));
 }
 
-void tst_CStartUp::StyleSheetText()
+void tst_CStartUp::styleSheetText()
 {
     QFETCH(QByteArray, baContent);
     QTEST(CStartUp::StyleSheetText(baContent), "strText");
 }
 
-void tst_CStartUp::StyleSheetIsInTheBundle()
+void tst_CStartUp::styleSheetIsInTheBundle()
 {
-    QFile file(QStringLiteral(":/res/TarnwickMacPE.qss"));
+    QFile file(":/res/TarnwickMacPE.qss");
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArray baContent = file.readAll();
     QCOMPARE(CStartUp::StyleSheetText(baContent).size(), baContent.size());
     QVERIFY(baContent.contains("QPushButton#toolBtn"));
 }
 
-void tst_CStartUp::CentredPosition_data()
+void tst_CStartUp::centredPosition_data()
 {
     QTest::addColumn<QSize>("sizeDesktop");
     QTest::addColumn<QPoint>("ptExpected");
@@ -83,7 +87,7 @@ void tst_CStartUp::CentredPosition_data()
     QTest::newRow("no desktop") << QSize() << QPoint(7, 9);
 }
 
-void tst_CStartUp::CentredPosition()
+void tst_CStartUp::centredPosition()
 {
     QFETCH(QSize, sizeDesktop);
     QTEST(CStartUp::CentredPosition(sizeDesktop, QSize(1120, 690), QPoint(7, 9)), "ptExpected");

@@ -5,8 +5,9 @@
 #include "support/CFakeCommands.h"
 #include "support/CModalAnswerer.h"
 #include "support/CVolume.h"
+#include "support/Texts.h"
+#include "support/Widgets.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
@@ -19,11 +20,6 @@
 #include <QTest>
 
 #include <memory>
-
-static const QString TEXT_EXIT
-    = QStringLiteral("Your computer will restart if you exit the program. Are you sure you want to exit?");
-static const QString TEXT_REMOVED = QStringLiteral("The destination storage device has been removed! Please "
-                                                   "check and connect the storage device then try again.");
 
 Q_DECLARE_METATYPE(QMargins)
 
@@ -38,42 +34,41 @@ private slots:
     void cleanup();
     void cleanupTestCase();
 
-    void FormHasItsFixedSizes_data();
-    void FormHasItsFixedSizes();
-    void FormLayouts_data();
-    void FormLayouts();
-    void WindowIsFramelessWithTitle();
-    void TitleStandsInTheMiddle();
-    void FirstKeyGoesToTheTree();
-    void ReadersHearTheProgram();
-    void TabReachesEveryControl();
-    void EachPageHasTheFocus();
-    void KeepAwakeIsAskedOfTheShell();
-    void SecondListenerKeepsTheFirst();
+    void formHasItsFixedSizes_data();
+    void formHasItsFixedSizes();
+    void formLayouts_data();
+    void formLayouts();
+    void windowIsFramelessWithTitle();
+    void titleStandsInTheMiddle();
+    void firstKeyGoesToTheTree();
+    void readersHearTheProgram();
+    void tabReachesEveryControl();
+    void eachPageHasTheFocus();
+    void keepAwakeIsAskedOfTheShell();
+    void secondListenerKeepsTheFirst();
 
-    void EventsWithoutSenseAreDropped();
-    void ArrivalAddsTheVolumeOfThatPath();
-    void ArrivalOfAnUnknownPathAddsNothing();
-    void TwoArrivalsListTwiceAndOneRemovalDropsBoth();
-    void NameBeyondAsciiArrivesAsBytes();
+    void eventsWithoutSenseAreDropped();
+    void arrivalAndRemoval_data();
+    void arrivalAndRemoval();
     void pulledVolumeLeavesTheList_data();
     void pulledVolumeLeavesTheList();
     void pulledVolumeLeavesTheListWhereTheFolderIsALink();
-    void RemovalWithoutAnyVolumeChangesNothing();
-    void RemovalOfTheDestinationTellsBeforeTheDiskIsDropped();
-    void RemovalOfAnotherDiskOnlyUpdatesTheList();
-    void EventDuringTheRemovalMessageDoesNotReplaceTheFirst();
+    void removalWithoutAnyVolumeChangesNothing();
+    void removalOfTheDestinationTellsBeforeTheDiskIsDropped();
+    void removalOfAnotherDiskOnlyUpdatesTheList();
 
-    void CopyRequestShowsTheCopyPageAndItsEndTheFirst();
-    void CloseAnswers_data();
-    void CloseAnswers();
+    void copyRequestShowsTheCopyPageAndItsEndTheFirst();
+    void closeAnswers_data();
+    void closeAnswers();
 
 private:
     void Event(const QString& strPath, ENDiskEventType enType);
     QStringList Destinations() const;
-    QStackedWidget* Stack() const;
-    CSelFileWidget* SelectPage() const;
-    CCopyFileWidget* CopyPage() const;
+    QWidget* Child(const char* pName) const { return m_pWindow->findChild<QWidget*>(pName); }
+    QLabel* Title() const { return m_pWindow->findChild<QLabel*>("m_pTitleLab"); }
+    QStackedWidget* Stack() const { return m_pWindow->findChild<QStackedWidget*>("m_pStackWidget"); }
+    CSelFileWidget* SelectPage() const { return m_pWindow->findChild<CSelFileWidget*>("m_pSelFilePage"); }
+    CCopyFileWidget* CopyPage() const { return m_pWindow->findChild<CCopyFileWidget*>("m_pCopyFilePage"); }
 
     std::unique_ptr<CFakeCommands> m_pCommands;
     std::unique_ptr<CVolume> m_pSource;
@@ -86,14 +81,13 @@ void tst_CTarnwickMacPE::initTestCase()
 {
     CFileNameCodec::Install();
     m_pCommands = std::make_unique<CFakeCommands>();
-    m_pCommands->Add(QStringLiteral("bash"), QStringLiteral("cat >\"$CALLS/stdin\""));
-    m_pCommands->Add(QStringLiteral("rm"));
-    m_pCommands->Add(QStringLiteral("diskutil"), QStringLiteral(R"(
+    m_pCommands->Add("bash", "cat >\"$CALLS/stdin\"");
+    m_pCommands->Add("rm");
+    m_pCommands->Add("diskutil", R"(
 bus=PCI-Express
 case $3 in */sd*) bus=USB ;; esac
-printf '<?xml version="1.0"?><plist version="1.0"><dict><key>BusProtocol</key><string>%s</string></dict></plist>' $bus)"));
-    m_pSource
-        = std::make_unique<CVolume>(QStringLiteral("Macintosh HD"), QStringLiteral("/dev/nvme0n1p1"), 10);
+printf '<?xml version="1.0"?><plist version="1.0"><dict><key>BusProtocol</key><string>%s</string></dict></plist>' $bus)");
+    m_pSource = std::make_unique<CVolume>("Macintosh HD", "/dev/nvme0n1p1", 10);
     if (!m_pSource->IsValid()) {
         QSKIP("volumes cannot be mounted here");
     }
@@ -107,9 +101,9 @@ void tst_CTarnwickMacPE::init()
 {
     // The window listens to the real mounts, too: a test begins when the events of its own are over.
     m_pEvents = std::make_unique<QSignalSpy>(m_pWindow.get(), &CTarnwickMacPE::SignalDiskChange);
-    m_pStick = std::make_unique<CVolume>(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
+    m_pStick = std::make_unique<CVolume>("STICK", "/dev/sdb1", 10);
     QTRY_COMPARE(m_pEvents->count(), 1);
-    QCOMPARE(Destinations(), QStringList{QStringLiteral("STICK")});
+    QCOMPARE(Destinations(), QStringList{"STICK"});
     m_pWindow->show();
 }
 
@@ -133,21 +127,6 @@ void tst_CTarnwickMacPE::cleanupTestCase()
     m_pCommands.reset();
 }
 
-QStackedWidget* tst_CTarnwickMacPE::Stack() const
-{
-    return m_pWindow->findChild<QStackedWidget*>(QStringLiteral("m_pStackWidget"));
-}
-
-CSelFileWidget* tst_CTarnwickMacPE::SelectPage() const
-{
-    return m_pWindow->findChild<CSelFileWidget*>(QStringLiteral("m_pSelFilePage"));
-}
-
-CCopyFileWidget* tst_CTarnwickMacPE::CopyPage() const
-{
-    return m_pWindow->findChild<CCopyFileWidget*>(QStringLiteral("m_pCopyFilePage"));
-}
-
 QStringList tst_CTarnwickMacPE::Destinations() const
 {
     QStringList listName;
@@ -167,195 +146,177 @@ void tst_CTarnwickMacPE::Event(const QString& strPath, ENDiskEventType enType)
     CTarnwickMacPE::DiskChange(&notication, m_pWindow.get());
 }
 
-void tst_CTarnwickMacPE::FormHasItsFixedSizes_data()
+void tst_CTarnwickMacPE::formHasItsFixedSizes_data()
 {
-    QTest::addColumn<QString>("strName");
     QTest::addColumn<QSize>("sizeMin");
     QTest::addColumn<QSize>("sizeMax");
 
-    QTest::newRow("content") << QStringLiteral("centralWidget") << QSize(1120, 690) << QSize(1120, 690);
-    QTest::newRow("title") << QStringLiteral("m_pTitleWidget") << QSize(0, 40) << QSize(16777215, 40);
-    QTest::newRow("close") << QStringLiteral("m_pCloseBtn") << QSize(12, 12) << QSize(12, 12);
-    QTest::newRow("minimise") << QStringLiteral("m_pMinBtn") << QSize(12, 12) << QSize(12, 12);
-    QTest::newRow("zoom") << QStringLiteral("m_pMaxBtn") << QSize(12, 12) << QSize(12, 12);
-    QTest::newRow("logo") << QStringLiteral("m_pLogoLab") << QSize(34, 34) << QSize(34, 34);
-    QTest::newRow("line") << QStringLiteral("m_pLineLab") << QSize(0, 1) << QSize(16777215, 1);
+    QTest::newRow("centralWidget") << QSize(1120, 690) << QSize(1120, 690);
+    QTest::newRow("m_pTitleWidget") << QSize(0, 40) << QSize(16777215, 40);
+    QTest::newRow("m_pCloseBtn") << QSize(12, 12) << QSize(12, 12);
+    QTest::newRow("m_pMinBtn") << QSize(12, 12) << QSize(12, 12);
+    QTest::newRow("m_pMaxBtn") << QSize(12, 12) << QSize(12, 12);
+    QTest::newRow("m_pLogoLab") << QSize(34, 34) << QSize(34, 34);
+    QTest::newRow("m_pLineLab") << QSize(0, 1) << QSize(16777215, 1);
 }
 
-void tst_CTarnwickMacPE::FormHasItsFixedSizes()
+void tst_CTarnwickMacPE::formHasItsFixedSizes()
 {
-    QFETCH(QString, strName);
-    const auto* pWidget = m_pWindow->findChild<QWidget*>(strName);
-    QVERIFY(pWidget);
-    QTEST(pWidget->minimumSize(), "sizeMin");
-    QTEST(pWidget->maximumSize(), "sizeMax");
+    QTEST(Child(QTest::currentDataTag())->minimumSize(), "sizeMin");
+    QTEST(Child(QTest::currentDataTag())->maximumSize(), "sizeMax");
 }
 
-void tst_CTarnwickMacPE::FormLayouts_data()
+void tst_CTarnwickMacPE::formLayouts_data()
 {
     QTest::addColumn<QString>("strName");
     QTest::addColumn<int>("nSpacing");
     QTest::addColumn<QMargins>("margins");
 
-    QTest::newRow("window") << QStringLiteral("verticalLayout") << 0 << QMargins(0, 0, 0, 0);
-    QTest::newRow("title strip") << QStringLiteral("horizontalLayout_3") << 15 << QMargins(5, 0, 75, 0);
-    QTest::newRow("logo and title") << QStringLiteral("horizontalLayout") << 8 << QMargins(0, 0, 0, 0);
+    QTest::newRow("window") << "verticalLayout" << 0 << QMargins(0, 0, 0, 0);
+    QTest::newRow("title strip") << "horizontalLayout_3" << 15 << QMargins(5, 0, 75, 0);
+    QTest::newRow("logo and title") << "horizontalLayout" << 8 << QMargins(0, 0, 0, 0);
 }
 
-void tst_CTarnwickMacPE::FormLayouts()
+void tst_CTarnwickMacPE::formLayouts()
 {
     QFETCH(QString, strName);
     // The pages have layouts of the same names; the window's own are found from its own widgets.
-    const QWidget* pCentral = m_pWindow->centralWidget();
-    const auto* pTitle = pCentral->findChild<QWidget*>(QStringLiteral("m_pTitleWidget"));
-    QLayout* pLayout = pCentral->layout()->objectName() == strName ? pCentral->layout() : nullptr;
-    if (!pLayout) {
-        pLayout = pTitle->layout()->objectName() == strName ? pTitle->layout()
-                                                            : pTitle->layout()->findChild<QLayout*>(strName);
+    QLayout* pLayout = nullptr;
+    for (QLayout* pOwn : {m_pWindow->centralWidget()->layout(), Child("m_pTitleWidget")->layout()}) {
+        if (!pLayout) {
+            pLayout = pOwn->objectName() == strName ? pOwn : pOwn->findChild<QLayout*>(strName);
+        }
     }
     QVERIFY(pLayout);
     QTEST(pLayout->spacing(), "nSpacing");
     QTEST(pLayout->contentsMargins(), "margins");
 }
 
-void tst_CTarnwickMacPE::WindowIsFramelessWithTitle()
+void tst_CTarnwickMacPE::windowIsFramelessWithTitle()
 {
     QVERIFY(m_pWindow->windowFlags() & Qt::FramelessWindowHint);
     QVERIFY(!m_pWindow->testAttribute(Qt::WA_TranslucentBackground));
     QCOMPARE(m_pWindow->minimumSize(), QSize(1120, 690));
     QCOMPARE(m_pWindow->maximumSize(), QSize(1120, 690));
-    QCOMPARE(m_pWindow->windowTitle(), QStringLiteral("CTarnwickMacPE"));
-    QCOMPARE(m_pWindow->findChild<QLabel*>(QStringLiteral("m_pTitleLab"))->text(),
-             QStringLiteral("Kelvane Tarnwick"));
-    QCOMPARE(m_pWindow->findChild<QLabel*>(QStringLiteral("m_pTitleLab"))->font().pixelSize(), 16);
-    QVERIFY(!m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pMinBtn"))->isEnabled());
-    QVERIFY(!m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pMaxBtn"))->isEnabled());
-    QVERIFY(m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pCloseBtn"))->isEnabled());
+    QCOMPARE(m_pWindow->windowTitle(), "CTarnwickMacPE");
+    QCOMPARE(Title()->text(), "Kelvane Tarnwick");
+    QCOMPARE(Title()->font().pixelSize(), 16);
+    QVERIFY(!Child("m_pMinBtn")->isEnabled());
+    QVERIFY(!Child("m_pMaxBtn")->isEnabled());
+    QVERIFY(Child("m_pCloseBtn")->isEnabled());
 }
 
-void tst_CTarnwickMacPE::TitleStandsInTheMiddle()
+void tst_CTarnwickMacPE::titleStandsInTheMiddle()
 {
     m_pWindow->ensurePolished();
     m_pWindow->layout()->activate();
     m_pWindow->grab();
-    const auto* pLogo = m_pWindow->findChild<QLabel*>(QStringLiteral("m_pLogoLab"));
-    const auto* pTitle = m_pWindow->findChild<QLabel*>(QStringLiteral("m_pTitleLab"));
-    const int nLeft = pLogo->mapTo(m_pWindow.get(), QPoint(0, 0)).x();
-    const int nRight = pTitle->mapTo(m_pWindow.get(), QPoint(0, 0)).x()
-        + pTitle->fontMetrics().horizontalAdvance(pTitle->text());
+    const int nLeft = PlaceIn(m_pWindow.get(), Child("m_pLogoLab")).left();
+    const int nRight = PlaceIn(m_pWindow.get(), Title()).left()
+        + Title()->fontMetrics().horizontalAdvance(Title()->text());
     QVERIFY2(qAbs((nLeft + nRight) / 2 - m_pWindow->width() / 2) <= 2,
-             qPrintable(QStringLiteral("%1 to %2").arg(QString::number(nLeft), QString::number(nRight))));
+             qPrintable(QString("%1 to %2").arg(nLeft).arg(nRight)));
 }
 
-void tst_CTarnwickMacPE::FirstKeyGoesToTheTree()
+void tst_CTarnwickMacPE::firstKeyGoesToTheTree() { QCOMPARE(m_pWindow->focusWidget(), Child("m_pFileTree")); }
+
+void tst_CTarnwickMacPE::readersHearTheProgram()
 {
-    QCOMPARE(m_pWindow->focusWidget(), m_pWindow->findChild<QWidget*>(QStringLiteral("m_pFileTree")));
+    QCOMPARE(NameHeard(m_pWindow.get()), "Kelvane Tarnwick");
+    QCOMPARE(NameHeard(Child("m_pCloseBtn")), "Close");
+    QCOMPARE(NameHeard(Child("m_pMinBtn")), "Minimize");
+    QCOMPARE(NameHeard(Child("m_pMaxBtn")), "Zoom");
+    QVERIFY(Heard(Child("m_pLogoLab"))->state().invisible);
+    const QWidget* pCentral = m_pWindow->centralWidget();
+    QVERIFY(Heard(pCentral->findChild<QLabel*>("m_pLineLab", Qt::FindDirectChildrenOnly))->state().invisible);
 }
 
-void tst_CTarnwickMacPE::ReadersHearTheProgram()
+void tst_CTarnwickMacPE::tabReachesEveryControl()
 {
-    const auto heard = [this](const char* pName) {
-        return QAccessible::queryAccessibleInterface(m_pWindow->findChild<QWidget*>(QLatin1String(pName)));
-    };
-    QCOMPARE(QAccessible::queryAccessibleInterface(m_pWindow.get())->text(QAccessible::Name),
-             QStringLiteral("Kelvane Tarnwick"));
-    QCOMPARE(heard("m_pCloseBtn")->text(QAccessible::Name), QStringLiteral("Close"));
-    QCOMPARE(heard("m_pMinBtn")->text(QAccessible::Name), QStringLiteral("Minimize"));
-    QCOMPARE(heard("m_pMaxBtn")->text(QAccessible::Name), QStringLiteral("Zoom"));
-    QVERIFY(heard("m_pLogoLab")->state().invisible);
-    QVERIFY(
-        QAccessible::queryAccessibleInterface(m_pWindow->centralWidget()->findChild<QLabel*>(
-                                                  QStringLiteral("m_pLineLab"), Qt::FindDirectChildrenOnly))
-            ->state()
-            .invisible);
-}
-
-void tst_CTarnwickMacPE::TabReachesEveryControl()
-{
-    m_pWindow->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
+    QVERIFY(ShowActive(m_pWindow.get()));
     SelectPage()->setFocus();
     // Copy is disabled, and so passed over; the window's own button comes last.
     for (const char* pName : {"m_pFileTree", "m_pDropBtn", "RefreshLab", "m_pCloseBtn", "m_pFileTree"}) {
-        QCOMPARE(QApplication::focusWidget()->objectName(), QLatin1String(pName));
+        QCOMPARE(QApplication::focusWidget()->objectName(), pName);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
 }
 
-void tst_CTarnwickMacPE::EachPageHasTheFocus()
+void tst_CTarnwickMacPE::eachPageHasTheFocus()
 {
-    m_pWindow->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
-    m_pWindow->findChild<QPushButton*>(QStringLiteral("m_pCloseBtn"))->setFocus();
+    QVERIFY(ShowActive(m_pWindow.get()));
+    Child("m_pCloseBtn")->setFocus();
     emit SelectPage()->SignalCopyFile();
     QCOMPARE(m_pWindow->focusWidget(), CopyPage());
     // The page takes no notice of the key that has pressed Copy, if it is still held.
     QTest::keyClick(CopyPage(), Qt::Key_Space);
     QVERIFY(!QApplication::activeModalWidget());
     QTest::keyClick(CopyPage(), Qt::Key_Tab);
-    QVERIFY(m_pWindow->focusWidget()->parentWidget() != nullptr);
-    QCOMPARE(qobject_cast<QPushButton*>(m_pWindow->focusWidget())->text(), QStringLiteral("Cancel"));
+    QCOMPARE(qobject_cast<QPushButton*>(m_pWindow->focusWidget())->text(), "Cancel");
     QVERIFY(CopyPage()->isAncestorOf(m_pWindow->focusWidget()));
     emit CopyPage()->SignalCopyFileFinish();
-    QCOMPARE(m_pWindow->focusWidget()->objectName(), QStringLiteral("m_pFileTree"));
+    QCOMPARE(m_pWindow->focusWidget()->objectName(), "m_pFileTree");
 }
 
-void tst_CTarnwickMacPE::KeepAwakeIsAskedOfTheShell()
+void tst_CTarnwickMacPE::keepAwakeIsAskedOfTheShell()
 {
-    QTRY_COMPARE(m_pCommands->Written(QStringLiteral("stdin")), QByteArray("caffeinate -u -t 2592000  \n"));
-    QCOMPARE(m_pCommands->Written(QStringLiteral("bash")), QByteArray("\n")); // one call, without arguments
+    QTRY_COMPARE(m_pCommands->Written("stdin"), QByteArray("caffeinate -u -t 2592000  \n"));
+    QCOMPARE(m_pCommands->Written("bash"), QByteArray("\n")); // one call, without arguments
 }
 
-void tst_CTarnwickMacPE::SecondListenerKeepsTheFirst()
+void tst_CTarnwickMacPE::secondListenerKeepsTheFirst()
 {
     QVERIFY(CDiskListener::GetInstance().StartListener(nullptr, nullptr));
     CDiskListener::GetInstance().OnDiskChanged(DISK_EVENT_DISAPPEARED, "/Volumes/STICK");
     QCOMPARE(Destinations(), QStringList());
 }
 
-void tst_CTarnwickMacPE::EventsWithoutSenseAreDropped()
+void tst_CTarnwickMacPE::eventsWithoutSenseAreDropped()
 {
     const QSignalSpy spy(m_pWindow.get(), &CTarnwickMacPE::SignalDiskChange);
     STDiskNotication notication{QString(), DISK_EVENT_DISAPPEARED, 1};
     CTarnwickMacPE::DiskChange(nullptr, m_pWindow.get());
     CTarnwickMacPE::DiskChange(&notication, m_pWindow.get());
-    notication.strDevicePath = QStringLiteral("/Volumes/STICK");
+    notication.strDevicePath = "/Volumes/STICK";
     CTarnwickMacPE::DiskChange(&notication, nullptr);
     QCOMPARE(spy.count(), 0);
     CTarnwickMacPE::DiskChange(&notication, m_pWindow.get());
     QCOMPARE(spy.count(), 1);
 }
 
-void tst_CTarnwickMacPE::ArrivalAddsTheVolumeOfThatPath()
+void tst_CTarnwickMacPE::arrivalAndRemoval_data()
 {
-    const CVolume volume(QStringLiteral("SECOND"), QStringLiteral("/dev/sdc1"), 10);
-    Event(QStringLiteral("/Volumes/SECOND"), DISK_EVENT_APPEARED);
-    QCOMPARE(Destinations(), QStringList({QStringLiteral("STICK"), QStringLiteral("SECOND")}));
+    QTest::addColumn<QString>("strMounted");
+    QTest::addColumn<QString>("strPath");
+    QTest::addColumn<QStringList>("listArrived");
+    QTest::addColumn<QStringList>("listRemoved");
+    const QString strName = "Müller 写真";
+    QTest::newRow("a volume of that path")
+        << "SECOND"
+        << "/Volumes/SECOND" << QStringList{"STICK", "SECOND"} << QStringList{"STICK"};
+    QTest::newRow("a name beyond ASCII arrives as bytes")
+        << strName << QString::fromLatin1("/Volumes/" + strName.toUtf8()) << QStringList{"STICK", strName}
+        << QStringList{"STICK"};
+    QTest::newRow("two arrivals list twice, one removal drops both")
+        << ""
+        << "/Volumes/STICK" << QStringList{"STICK", "STICK"} << QStringList();
+    QTest::newRow("no volume of that path")
+        << ""
+        << "IOUSB:/Root/Stick@1" << QStringList{"STICK"} << QStringList{"STICK"};
 }
 
-void tst_CTarnwickMacPE::ArrivalOfAnUnknownPathAddsNothing()
+void tst_CTarnwickMacPE::arrivalAndRemoval()
 {
-    Event(QStringLiteral("IOUSB:/Root/Stick@1"), DISK_EVENT_APPEARED);
-    QCOMPARE(Destinations(), QStringList{QStringLiteral("STICK")});
-}
-
-void tst_CTarnwickMacPE::TwoArrivalsListTwiceAndOneRemovalDropsBoth()
-{
-    Event(QStringLiteral("/Volumes/STICK"), DISK_EVENT_APPEARED); // the second one
-    QCOMPARE(Destinations(), QStringList({QStringLiteral("STICK"), QStringLiteral("STICK")}));
-    Event(QStringLiteral("/Volumes/STICK"), DISK_EVENT_DISAPPEARED);
-    QCOMPARE(Destinations(), QStringList());
-}
-
-void tst_CTarnwickMacPE::NameBeyondAsciiArrivesAsBytes()
-{
-    const QString strName = QStringLiteral("Müller 写真");
-    const CVolume volume(strName, QStringLiteral("/dev/sdc1"), 10);
-    const QByteArray baPath = volume.Path().toUtf8();
-    Event(QString::fromLatin1(baPath), DISK_EVENT_APPEARED);
-    QCOMPARE(Destinations(), QStringList({QStringLiteral("STICK"), strName}));
-    Event(QString::fromLatin1(baPath), DISK_EVENT_DISAPPEARED);
-    QCOMPARE(Destinations(), QStringList{QStringLiteral("STICK")});
+    QFETCH(QString, strMounted);
+    QFETCH(QString, strPath);
+    std::unique_ptr<CVolume> pVolume;
+    if (!strMounted.isEmpty()) {
+        pVolume = std::make_unique<CVolume>(strMounted, "/dev/sdc1", 10);
+    }
+    Event(strPath, DISK_EVENT_APPEARED);
+    QTEST(Destinations(), "listArrived");
+    Event(strPath, DISK_EVENT_DISAPPEARED);
+    QTEST(Destinations(), "listRemoved");
 }
 
 void tst_CTarnwickMacPE::pulledVolumeLeavesTheList_data()
@@ -403,71 +364,54 @@ void tst_CTarnwickMacPE::pulledVolumeLeavesTheListWhereTheFolderIsALink()
     QTRY_VERIFY(m_pEvents->count() > 0);
 }
 
-void tst_CTarnwickMacPE::RemovalWithoutAnyVolumeChangesNothing()
+void tst_CTarnwickMacPE::removalWithoutAnyVolumeChangesNothing()
 {
     m_pEvents->clear();
     m_pSource->Pull(true);
     m_pStick->Pull(true);
     QTRY_COMPARE(m_pEvents->count(), 2);
-    QVERIFY(QDir(QStringLiteral("/Volumes")).isEmpty());
-    Event(QStringLiteral("/Volumes/STICK"), DISK_EVENT_DISAPPEARED);
-    QCOMPARE(Destinations(), QStringList{QStringLiteral("STICK")});
-    m_pSource
-        = std::make_unique<CVolume>(QStringLiteral("Macintosh HD"), QStringLiteral("/dev/nvme0n1p1"), 10);
+    QVERIFY(QDir("/Volumes").isEmpty());
+    Event("/Volumes/STICK", DISK_EVENT_DISAPPEARED);
+    QCOMPARE(Destinations(), QStringList{"STICK"});
+    m_pSource = std::make_unique<CVolume>("Macintosh HD", "/dev/nvme0n1p1", 10);
     QTRY_COMPARE(m_pEvents->count(), 4);
 }
 
-void tst_CTarnwickMacPE::RemovalOfTheDestinationTellsBeforeTheDiskIsDropped()
+void tst_CTarnwickMacPE::removalOfTheDestinationTellsBeforeTheDiskIsDropped()
 {
     emit SelectPage()->SignalCopyFile();
     QCOMPARE(Stack()->currentIndex(), 1);
-    CModalAnswerer answerer(QStringLiteral("OK"));
-    QStringList listWhileTelling;
-    int nPageWhileTelling = -1;
-    QString strPathWhileTelling;
+    CModalAnswerer answerer("OK");
     answerer.Meanwhile([&] {
-        strPathWhileTelling = SelectPage()->GetUsbPath();
-        listWhileTelling = Destinations();
-        nPageWhileTelling = Stack()->currentIndex();
+        QCOMPARE(SelectPage()->GetUsbPath(), "/Volumes/STICK");
+        QCOMPARE(Destinations(), QStringList{"STICK"});
+        QCOMPARE(Stack()->currentIndex(), 1);
+        // One pulled stick is told several times, the later ones without a volume path.
+        Event("USB", DISK_EVENT_DISAPPEARED);
     });
-    Event(QStringLiteral("/Volumes/STICK"), DISK_EVENT_DISAPPEARED);
+    Event("/Volumes/STICK", DISK_EVENT_DISAPPEARED);
     QVERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_REMOVED);
-    QCOMPARE(listWhileTelling.join(QLatin1Char(',')), QStringLiteral("STICK"));
-    QCOMPARE(strPathWhileTelling, QStringLiteral("/Volumes/STICK"));
-    QCOMPARE(nPageWhileTelling, 1);
     QCOMPARE(Destinations(), QStringList());
     QCOMPARE(Stack()->currentIndex(), 0);
+    QVERIFY(!QApplication::activeModalWidget());
 }
 
-void tst_CTarnwickMacPE::RemovalOfAnotherDiskOnlyUpdatesTheList()
+void tst_CTarnwickMacPE::removalOfAnotherDiskOnlyUpdatesTheList()
 {
-    auto pOther = std::make_unique<CVolume>(QStringLiteral("OTHER"), QStringLiteral("/dev/sdc1"), 10);
-    Event(QStringLiteral("/Volumes/OTHER"), DISK_EVENT_APPEARED);
+    auto pOther = std::make_unique<CVolume>("OTHER", "/dev/sdc1", 10);
+    Event("/Volumes/OTHER", DISK_EVENT_APPEARED);
     emit SelectPage()->SignalCopyFile();
-    QCOMPARE(CopyPage()->GetCopyUsbName(), QStringLiteral("STICK"));
+    QCOMPARE(CopyPage()->GetCopyUsbName(), "STICK");
     pOther->Pull(true);
-    Event(QStringLiteral("/Volumes/OTHER"), DISK_EVENT_DISAPPEARED);
+    Event("/Volumes/OTHER", DISK_EVENT_DISAPPEARED);
     QVERIFY(!QApplication::activeModalWidget());
     QCOMPARE(Stack()->currentIndex(), 1);
     QCOMPARE(CopyPage()->GetCopyStatus(), 0);
-    QCOMPARE(Destinations(), QStringList{QStringLiteral("STICK")});
+    QCOMPARE(Destinations(), QStringList{"STICK"});
 }
 
-void tst_CTarnwickMacPE::EventDuringTheRemovalMessageDoesNotReplaceTheFirst()
-{
-    emit SelectPage()->SignalCopyFile();
-    CModalAnswerer answerer(QStringLiteral("OK"));
-    // One pulled stick is told several times, the later ones without a volume path.
-    answerer.Meanwhile([&] { Event(QStringLiteral("USB"), DISK_EVENT_DISAPPEARED); });
-    Event(QStringLiteral("/Volumes/STICK"), DISK_EVENT_DISAPPEARED);
-    QVERIFY(answerer.Answered());
-    QCOMPARE(Destinations(), QStringList());
-    QCOMPARE(Stack()->currentIndex(), 0);
-    QVERIFY(!QApplication::activeModalWidget());
-}
-
-void tst_CTarnwickMacPE::CopyRequestShowsTheCopyPageAndItsEndTheFirst()
+void tst_CTarnwickMacPE::copyRequestShowsTheCopyPageAndItsEndTheFirst()
 {
     emit SelectPage()->SignalCopyFile();
     QCOMPARE(Stack()->currentIndex(), 1);
@@ -478,23 +422,23 @@ void tst_CTarnwickMacPE::CopyRequestShowsTheCopyPageAndItsEndTheFirst()
     QCOMPARE(Stack()->currentIndex(), 0);
 }
 
-void tst_CTarnwickMacPE::CloseAnswers_data()
+void tst_CTarnwickMacPE::closeAnswers_data()
 {
     QTest::addColumn<bool>("bCopyPage");
     QTest::addColumn<QString>("strButton");
     QTest::addColumn<bool>("bCloses");
     QTest::addColumn<int>("nStatusAfter");
 
-    QTest::newRow("yes on the selection page") << false << QStringLiteral("Yes") << true << -1;
-    QTest::newRow("cancel on the selection page") << false << QStringLiteral("Cancel") << false << -1;
+    QTest::newRow("yes on the selection page") << false << "Yes" << true << -1;
+    QTest::newRow("cancel on the selection page") << false << "Cancel" << false << -1;
     QTest::newRow("title button on the selection page")
         << false << CModalAnswerer::TitleButton() << false << -1;
-    QTest::newRow("yes during a copy") << true << QStringLiteral("Yes") << true << 1;
-    QTest::newRow("cancel during a copy") << true << QStringLiteral("Cancel") << false << 0;
+    QTest::newRow("yes during a copy") << true << "Yes" << true << 1;
+    QTest::newRow("cancel during a copy") << true << "Cancel" << false << 0;
     QTest::newRow("title button during a copy") << true << CModalAnswerer::TitleButton() << false << 0;
 }
 
-void tst_CTarnwickMacPE::CloseAnswers()
+void tst_CTarnwickMacPE::closeAnswers()
 {
     QFETCH(bool, bCopyPage);
     QFETCH(QString, strButton);
@@ -509,7 +453,7 @@ void tst_CTarnwickMacPE::CloseAnswers()
     QTEST(m_pWindow->close(), "bCloses");
     QVERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_EXIT);
-    QCOMPARE(answerer.Buttons(), QStringList({QStringLiteral("Cancel"), QStringLiteral("Yes")}));
+    QCOMPARE(answerer.Buttons(), QStringList({"Cancel", "Yes"}));
     if (bCopyPage) {
         QCOMPARE(nStatusMeanwhile, 1);
         QCOMPARE(CopyPage()->GetCopyStatus(), nStatusAfter);

@@ -12,8 +12,8 @@
 #include "support/TestFiles.h"
 #include "support/Texts.h"
 #include "support/WaitAside.h"
+#include "support/Widgets.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -218,26 +218,25 @@ void tst_CCopyFileWidget::formLook()
 
 void tst_CCopyFileWidget::readersHearEachPart()
 {
-    const auto heard = [](QObject* pObject) { return QAccessible::queryAccessibleInterface(pObject); };
     m_pPage->SlotGetCopyInfo("<b>a.txt", 42);
-    QCOMPARE(heard(m_pPage.get())->text(QAccessible::Name), "Copy Progress");
-    QCOMPARE(heard(Progress())->text(QAccessible::Name), "Copy Progress");
-    QCOMPARE(heard(Progress())->role(), QAccessible::ProgressBar);
-    QCOMPARE(heard(Progress())->valueInterface()->currentValue().toInt(), 42);
-    QCOMPARE(heard(CancelBtn())->text(QAccessible::Name), "Cancel");
-    QVERIFY(heard(Title())->text(QAccessible::Name).endsWith(": <b>a.txt"));
-    QVERIFY(heard(GifLab())->state().invisible);
+    QCOMPARE(NameHeard(m_pPage.get()), "Copy Progress");
+    QCOMPARE(NameHeard(Progress()), "Copy Progress");
+    QCOMPARE(Heard(Progress())->role(), QAccessible::ProgressBar);
+    QCOMPARE(Heard(Progress())->valueInterface()->currentValue().toInt(), 42);
+    QCOMPARE(NameHeard(CancelBtn()), "Cancel");
+    QVERIFY(NameHeard(Title()).endsWith(": <b>a.txt"));
+    QVERIFY(Heard(GifLab())->state().invisible);
     QVERIFY(GifLab()->isVisible());
-    QVERIFY(!heard(TimeLab())->state().invisible);
+    QVERIFY(!Heard(TimeLab())->state().invisible);
 }
 
 void tst_CCopyFileWidget::groupIsCentred()
 {
     for (const QWidget* pWidget : std::initializer_list<QWidget*>{GifLab(), Progress()}) {
-        const QRect rect(pWidget->mapTo(m_pPage.get(), QPoint()), pWidget->size());
-        QVERIFY(qAbs(rect.center().x() - m_pPage->rect().center().x()) <= 1);
+        const int nCentre = PlaceIn(m_pPage.get(), pWidget).center().x();
+        QVERIFY(qAbs(nCentre - m_pPage->rect().center().x()) <= 1);
     }
-    const QPoint ptButton = CancelBtn()->mapTo(m_pPage.get(), CancelBtn()->rect().bottomRight());
+    const QPoint ptButton = PlaceIn(m_pPage.get(), CancelBtn()).bottomRight();
     QCOMPARE(ptButton.x(), 1120 - 30 - 1);
     QVERIFY(ptButton.y() < 649);
 }
