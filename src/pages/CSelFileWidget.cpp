@@ -2,26 +2,19 @@
 
 #include "copy/CGetFileSizeThread.h"
 #include "disk/CDestinationDiscovery.h"
-#include "kit/CDecorationAccess.h"
-#include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
-#include "kit/SkinFont.h"
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
-#include "pages/CDropDownAccess.h"
-#include "pages/CDropDownKeys.h"
-#include "pages/CElidedLabel.h"
-#include "pages/CEmptyHint.h"
-#include "pages/CPopupCloser.h"
+#include "pages/CDiskSpace.h"
+#include "pages/CDropDownList.h"
 #include "pages/CSearchWaitView.h"
-#include "tree/CDirModel.h"
-#include "ui_CSelFileWidget.h"
+#include "pages/CSelFileForm.h"
+#include "pages/CSelectionCount.h"
 
 #include <QDateTime>
 #include <QDebug>
 #include <QFileInfo>
-#include <QListWidget>
 #include <QLocale>
 #include <QMovie>
 #include <QSet>
@@ -32,22 +25,9 @@
 #include <algorithm>
 #include <utility>
 
-static const int LIST_WIDTH = 332;
-static const int LIST_HEIGHT = 180;
-
-// The open list covers the upper part of the disk's picture, so it needs an
-// edge below; its names stand under the name in the title line.
-static const char LIST_STYLE[] = "QListWidget { border-radius: 0px; border-bottom: 1px solid #e0e0e0; }"
-                                 "QListWidget::item { border: 0px; padding: 0px 12px; }";
-
-// The bytes that a user without special rights can still write. The file
-// system's own count of free blocks can be larger, and a copy that was admitted
-// by it would run full.
-static qint64 FreeBytes(const QString& strPath) { return QStorageInfo(strPath).bytesAvailable(); }
-
 CSelFileWidget::CSelFileWidget(QWidget* parent)
     : QWidget(parent)
-    , m_pForm(std::make_unique<Ui_CSelFileWidget>())
+    , m_pForm(std::make_unique<CSelFileForm>())
 {
     m_pForm->setupUi(this);
     InitData();
@@ -70,17 +50,8 @@ CSelFileWidget::~CSelFileWidget()
 
 void CSelFileWidget::InitData()
 {
-    // A child of its button, which is where screen readers look for it.
-    m_pListWidget = new QListWidget(m_pForm->m_pDropBtn);
-    m_pListWidget->setWindowFlags(Qt::Popup | Qt::FramelessWindowHint);
-    m_pListWidget->setFixedSize(LIST_WIDTH, LIST_HEIGHT);
-    m_pListWidget->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_14));
-    m_pListWidget->setStyleSheet(QLatin1String(LIST_STYLE));
-    m_pListWidget->setTextElideMode(Qt::ElideMiddle);
-    m_pListWidget->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    new CPopupCloser(m_pListWidget);
-    m_pDropDownKeys = new CDropDownKeys(m_pForm->m_pDropBtn, m_pListWidget);
-
+    m_pListWidget = new CDropDownList(tr("No USB disk was found.\nConnect one, and it appears here."),
+                                      m_pForm->m_pDropBtn);
     m_pRefreshMovie
         = new QMovie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/refalsh.gif")), QByteArray(), this);
     m_pForm->RefreshLab->setMovie(m_pRefreshMovie);
@@ -91,80 +62,23 @@ void CSelFileWidget::InitData()
     m_pSizeThread = new CGetFileSizeThread(this);
     // Not modal: the page takes no input while it counts, but the window can be closed.
     m_pWaitView = new CSearchWaitView(this);
+    m_pCount = std::make_unique<CSelectionCount>(m_pForm->m_pFileTree, m_pSizeThread, m_pWaitView);
 }
 
 void CSelFileWidget::InitView()
 {
-    InitNames();
-    InitTexts();
-    InitAccess();
-    ShowTicked(false);
-    m_pForm->m_pUSBPicLab->setPixmap(CSkinPicture::Pixmap(QStringLiteral(":/res/Label/usb_unselect.png")));
-    m_pForm->m_pCopyBtn->setEnabled(false);
+    m_pForm->Dress();
+    m_pListWidget->setAccessibleName(m_pForm->m_pDropBtn->accessibleName());
     setFocusProxy(m_pForm->m_pFileTree);
     SlotRefreshUSB();
-}
-
-// These names are the style sheet's: several widgets share one look.
-void CSelFileWidget::InitNames()
-{
-    m_pForm->m_pMacWidget->setObjectName(QStringLiteral("driveWidget"));
-    m_pForm->m_pUSBWidget->setObjectName(QStringLiteral("driveWidget"));
-    m_pForm->m_pLine1Lab->setObjectName(QStringLiteral("m_pLineLab"));
-    m_pForm->m_pLine2Lab->setObjectName(QStringLiteral("m_pLineLab"));
-    m_pForm->m_pUSBBottomLab->setObjectName(QStringLiteral("bottomLab"));
-    m_pForm->m_pCopyBtn->setObjectName(QStringLiteral("toolBtn"));
-}
-
-void CSelFileWidget::InitTexts()
-{
-    const QString strColor = CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_72);
-    const auto fnSet = [&strColor](QLabel* pLabel, const QString& strText, CSkinMgr::FontStyle enFont) {
-        pLabel->setText(strText);
-        pLabel->setFont(SkinFont(enFont));
-        pLabel->setStyleSheet(strColor);
-    };
-    fnSet(m_pForm->m_pSrcLab, tr("Source"), CSkinMgr::FONT_STYLE_PX_15_BOLD);
-    fnSet(m_pForm->m_pDstLab, tr("Destination"), CSkinMgr::FONT_STYLE_PX_15_BOLD);
-    fnSet(m_pForm->m_pMacTitleLab, tr("Select File to Copy:"), CSkinMgr::FONT_STYLE_PX_14);
-    fnSet(m_pForm->m_pUSBTitleLab, tr("Select Destination Disk:"), CSkinMgr::FONT_STYLE_PX_14);
-    fnSet(m_pForm->m_pUSBBottomLab, tr("Select Destination Disk:"), CSkinMgr::FONT_STYLE_PX_13);
-    m_pForm->m_pCopyBtn->setText(tr("Copy"));
-    m_pForm->m_pCopyBtn->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13_BOLD));
-    new CEmptyHint(tr("No disk to copy files from was found."), m_pForm->m_pFileTree);
-    new CEmptyHint(tr("No USB disk was found.\nConnect one, and it appears here."), m_pListWidget);
-}
-
-// A prompt as the name of what it stands at.
-static QString WithoutColon(QString strText)
-{
-    while (strText.endsWith(QLatin1Char(':')) || strText.endsWith(QChar(0xff1a))
-           || (!strText.isEmpty() && strText.at(strText.size() - 1).isSpace())) {
-        strText.chop(1);
-    }
-    return strText;
-}
-
-// What screen readers say of that which has no text of its own.
-void CSelFileWidget::InitAccess()
-{
-    const QString strDisk = WithoutColon(tr("Select Destination Disk:"));
-    m_pForm->m_pFileTree->setAccessibleName(WithoutColon(tr("Select File to Copy:")));
-    m_pForm->m_pDropBtn->setAccessibleName(strDisk);
-    m_pListWidget->setAccessibleName(strDisk);
-    CDropDownAccess::Install(m_pForm->m_pDropBtn);
-    m_pForm->RefreshLab->setAccessibleName(tr("Refresh List of Disks"));
-    // The picture of the disk says what the name above it says.
-    CDecorationAccess::Mark({m_pForm->m_pLine1Lab, m_pForm->m_pLine2Lab, m_pForm->m_pUSBPicLab});
 }
 
 void CSelFileWidget::InitConnect()
 {
     connect(m_pForm->m_pCopyBtn, &QPushButton::clicked, this, &CSelFileWidget::SlotCopyBtnClick);
     connect(m_pForm->m_pDropBtn, &QPushButton::clicked, this, &CSelFileWidget::SlotShowListWidget);
-    connect(m_pListWidget, &QListWidget::itemClicked, this, &CSelFileWidget::SlotListWidgetItemClick);
-    connect(m_pDropDownKeys, &CDropDownKeys::SignalOpen, this, &CSelFileWidget::SlotShowListWidget);
-    connect(m_pDropDownKeys, &CDropDownKeys::SignalChosen, this, &CSelFileWidget::SlotListWidgetItemClick);
+    connect(m_pListWidget, &CDropDownList::SignalOpen, this, &CSelFileWidget::SlotShowListWidget);
+    connect(m_pListWidget, &CDropDownList::SignalChosen, this, &CSelFileWidget::SlotListWidgetItemClick);
     connect(m_pForm->m_pUSBTitleLab, &CClickableLabel::SignalLabelClicked, this,
             &CSelFileWidget::SlotShowListWidget);
     connect(m_pSizeThread, &CGetFileSizeThread::SignalGetSizeFinish, this,
@@ -182,7 +96,7 @@ void CSelFileWidget::InitConnect()
 
 void CSelFileWidget::OnRefreshClicked()
 {
-    if (m_bCounting) {
+    if (m_pCount->IsRunning()) {
         return;
     }
     ++m_nMovieRuns;
@@ -324,9 +238,10 @@ void CSelFileWidget::RemoveDisk(const QString& strPath)
     }
 }
 
-QString CSelFileWidget::GetUsbPath() const
+QString CSelFileWidget::GetUsbPath() const { return PathOf(GetUsbName()); }
+
+QString CSelFileWidget::PathOf(const QString& strName) const
 {
-    const QString strName = GetUsbName();
     for (const QPair<QString, QString>& disk : m_listUsbDisk) {
         if (disk.second == strName) {
             return disk.first;
@@ -344,59 +259,50 @@ void CSelFileWidget::OnRefreshUSB()
         qDebug().noquote() << disk.second;
         listName.append(disk.second);
     }
-    m_pListWidget->clear();
-    m_pListWidget->insertItems(m_pListWidget->count(), listName);
-    for (int i = 0; i < listName.size(); ++i) {
-        m_pListWidget->item(i)->setToolTip(CElidedLabel::ToolTipText(listName.at(i)));
-    }
+    m_pListWidget->SetNames(listName);
     qDebug() << "FFFFFFFFFFFFFFFFFFF" << listName;
 
     // Every rebuild chooses the first disk again, whatever was chosen before:
     // after a change of disks the user is to look at the choice again.
-    ShowDisk(listName.isEmpty() ? tr("Select Destination Disk:") : m_pListWidget->item(0)->text());
+    ShowDisk(listName.isEmpty() ? tr("Select Destination Disk:") : listName.first());
 }
 
 void CSelFileWidget::ShowDisk(const QString& strName)
 {
-    m_pForm->m_pUSBTitleLab->setText(strName);
-    const QString strPath = GetUsbPath();
-    ShowSpace(strPath);
-    m_pForm->m_pUSBPicLab->setPixmap(
-        CSkinPicture::Pixmap(strPath.isEmpty() ? QStringLiteral(":/res/Label/usb_unselect.png")
-                                               : QStringLiteral(":/res/Label/usb_select.png")));
+    m_pForm->ShowDisk(strName, PathOf(strName));
     UpdateCopyBtn();
 }
 
-void CSelFileWidget::ShowSpace(const QString& strPath)
+// ---------------------------------------------------------------- the user's choices
+
+void CSelFileWidget::SlotShowListWidget()
 {
-    m_pForm->m_pDropBtn->setAccessibleDescription(strPath.isEmpty() ? QString() : GetUsbName());
-    if (strPath.isEmpty()) {
-        m_pForm->m_pUSBBottomLab->setText(tr("Select Destination Disk:"));
+    if (m_pCount->IsRunning()) {
         return;
     }
-    const QStorageInfo storage(strPath);
-    m_pForm->m_pUSBBottomLab->setText(
-        tr("<span style=\"color:#ff7e17;\">%1GB</span> Available, "
-           "<span style=\"color:#ff7e17;\">%2GB</span> Total")
-            .arg(GigabyteText(storage.bytesAvailable()), GigabyteText(storage.bytesTotal())));
+    const QPoint ptAnchor = m_pForm->m_pUSBWidget->mapToGlobal(m_pForm->m_pUSBPicFrame->pos());
+    m_pListWidget->Open(ptAnchor + QPoint(1, 0), GetUsbName());
 }
 
-QString CSelFileWidget::GigabyteText(qint64 nBytes)
+void CSelFileWidget::SlotListWidgetItemClick(QListWidgetItem* pItem)
 {
-    // Single precision is enough for two decimals and is what the figures have
-    // always been computed in; a wider type would round some of them otherwise.
-    const float fGigabytes = static_cast<float>(qMax<qint64>(0, nBytes)) / 1e9F;
-    return QString::number(static_cast<double>(fGigabytes), 'f', 2);
+    if (m_pCount->IsRunning() || !pItem) {
+        return;
+    }
+    const QString strName = pItem->text();
+    m_pListWidget->hide();
+    m_pForm->ShowSpace(strName, PathOf(strName));
 }
 
-bool CSelFileWidget::IsSomethingChecked() const
+void CSelFileWidget::SlotCheckFileSelected()
 {
-    return m_bCounting ? m_bCheckedAtClick : CDirModel::GetInstence()->HasCheckedEntry();
+    m_pForm->ShowTicked(m_pCount->IsSomethingTicked());
+    UpdateCopyBtn();
 }
 
 void CSelFileWidget::UpdateCopyBtn()
 {
-    EnableCopyBtn(!m_bCounting && !GetUsbPath().isEmpty() && IsSomethingChecked());
+    EnableCopyBtn(!m_pCount->IsRunning() && !GetUsbPath().isEmpty() && m_pCount->IsSomethingTicked());
 }
 
 // A button that is disabled while it has the focus hands it on to the next
@@ -408,62 +314,6 @@ void CSelFileWidget::EnableCopyBtn(bool bEnable)
         m_pForm->m_pFileTree->setFocus();
     }
     m_pForm->m_pCopyBtn->setEnabled(bEnable);
-}
-
-// ---------------------------------------------------------------- the user's choices
-
-void CSelFileWidget::SlotShowListWidget()
-{
-    if (m_bCounting) {
-        return;
-    }
-    const QList<QListWidgetItem*> listItem
-        = m_pListWidget->findItems(GetUsbName(), Qt::MatchExactly | Qt::MatchCaseSensitive);
-    m_pListWidget->setCurrentItem(listItem.isEmpty() ? nullptr : listItem.first());
-    MarkChosenDisk();
-    m_pListWidget->move(m_pForm->m_pUSBWidget->mapToGlobal(m_pForm->m_pUSBPicFrame->pos()) + QPoint(1, 0));
-    m_pListWidget->show();
-    // The list takes the pointer from the button without telling it.
-    m_pForm->m_pDropBtn->setAttribute(Qt::WA_UnderMouse, false);
-    m_pForm->m_pDropBtn->update();
-    // A popup gets the keys without the focus, but a screen reader follows the focus.
-    m_pListWidget->setFocus(Qt::PopupFocusReason);
-}
-
-// The entry under the pointer has the same ground as the current one, so the
-// chosen disk is told by its letters.
-void CSelFileWidget::MarkChosenDisk()
-{
-    for (int i = 0; i < m_pListWidget->count(); ++i) {
-        QListWidgetItem* pItem = m_pListWidget->item(i);
-        QFont font = m_pListWidget->font();
-        font.setBold(pItem == m_pListWidget->currentItem());
-        pItem->setFont(font);
-    }
-}
-
-void CSelFileWidget::SlotListWidgetItemClick(QListWidgetItem* pItem)
-{
-    if (m_bCounting || !pItem) {
-        return;
-    }
-    m_pForm->m_pUSBTitleLab->setText(pItem->text());
-    m_pListWidget->hide();
-    ShowSpace(GetUsbPath());
-}
-
-void CSelFileWidget::SlotCheckFileSelected()
-{
-    ShowTicked(IsSomethingChecked());
-    UpdateCopyBtn();
-}
-
-void CSelFileWidget::ShowTicked(bool bTicked)
-{
-    QLabel* pLabel = m_pForm->m_pCopyLab;
-    pLabel->setPixmap(CSkinPicture::Pixmap(bTicked ? QStringLiteral(":/res/Label/allow.png")
-                                                   : QStringLiteral(":/res/Label/allow_deft.png")));
-    pLabel->setAccessibleName(bTicked ? tr("Files selected") : tr("No files selected"));
 }
 
 // ---------------------------------------------------------------- from Copy to the start of the copy
@@ -492,38 +342,19 @@ void CSelFileWidget::SlotCopyBtnClick()
     BeginCounting();
 }
 
-// From here to EndCounting the nodes belong to the size worker: nothing on this
-// thread reads one.
 void CSelFileWidget::BeginCounting()
 {
-    CDirModel* pModel = CDirModel::GetInstence();
-    m_bCheckedAtClick = pModel->HasCheckedEntry();
-    m_bCounting = true;
     m_bFocusAtClick = window()->focusWidget() == m_pForm->m_pCopyBtn;
-    m_pForm->m_pFileTree->LendNodes(true);
-    EnableCopyBtn(false);
     m_pListWidget->hide();
-
-    m_pWaitView->SetText(tr("Calculating files size..."), QString());
-    m_pWaitView->ChangeGifStatus(true);
-    m_pWaitView->show();
-
-    m_pSizeThread->SetRootNode(pModel->GetRootNode());
-    m_pSizeThread->start();
+    m_pCount->Begin(tr("Calculating files size..."));
+    EnableCopyBtn(false);
 }
 
 void CSelFileWidget::EndCounting()
 {
-    // The worker sends its result before it ends; the next count must not find
-    // it still running.
-    m_pSizeThread->wait();
-    m_pWaitView->ChangeGifStatus(false);
-    m_pWaitView->hide();
-    if (!m_bCounting) {
+    if (!m_pCount->End()) {
         return;
     }
-    m_bCounting = false;
-    m_pForm->m_pFileTree->LendNodes(false);
     UpdateCopyBtn();
     if (m_bFocusAtClick && window()->focusWidget() == m_pForm->m_pFileTree) {
         m_pForm->m_pCopyBtn->setFocus();
@@ -554,7 +385,8 @@ void CSelFileWidget::SlotGetFileSizeFinish(qint64 nSize)
 
 bool CSelFileWidget::ShowUsbNoEnoughDlg(qint64 nSize)
 {
-    const qint64 nFree = IsTargetGone() ? -1 : FreeBytes(m_target ? m_target->strPath : GetUsbPath());
+    const qint64 nFree
+        = IsTargetGone() ? -1 : CDiskSpace::FreeBytes(m_target ? m_target->strPath : GetUsbPath());
     if (nFree >= nSize) {
         return false;
     }
@@ -580,9 +412,8 @@ bool CSelFileWidget::IsTargetGone() const
 
 QString CSelFileWidget::DestinationFolder(const QString& strUsbPath, const QDateTime& time)
 {
-    // " at " brings blanks of its own, so there are two on either side of it;
-    // people find their rescues by this name and it stays as it is. The C
-    // locale keeps the digits the same in every language.
+    // " at " brings blanks of its own, so there are two on either side of it
+    // (docs/behaviour.md). The C locale keeps the digits the same in every language.
     const QLocale locale = QLocale::c();
     return QStringLiteral("%1/%2 %3 %4 %5")
         .arg(strUsbPath, tr("Tarnwick"), locale.toString(time, QStringLiteral("yyyy-MM-dd")), tr(" at "),

@@ -14,15 +14,15 @@
 #include <memory>
 #include <optional>
 
-class CDropDownKeys;
+class CDropDownList;
 class CGetFileSizeThread;
 class CSearchWaitView;
+class CSelectionCount;
+class CSelFileForm;
 class QDateTime;
 class QFileInfo;
-class QListWidget;
 class QListWidgetItem;
 class QMovie;
-class Ui_CSelFileWidget;
 
 /**
  * The first page: the user ticks files on the left and chooses a destination
@@ -42,8 +42,7 @@ public:
     /** Ends a running count and a running search for disks and waits for both. */
     ~CSelFileWidget() override;
 
-    /** Rebuilds the drop-down and the labels from the list of disks; the first disk becomes the chosen one.
-     */
+    /** Rebuilds the drop-down and the labels from the list of disks and chooses the first one. */
     void OnRefreshUSB();
 
     /**
@@ -52,8 +51,7 @@ public:
      */
     void AddDisk(const QFileInfo& volume);
 
-    /** Takes every entry with this path out of the list; an unknown path changes nothing. Then OnRefreshUSB.
-     */
+    /** Takes every entry with this path out of the list, if there is any; call OnRefreshUSB afterwards. */
     void RemoveDisk(const QString& strPath);
 
     /** Path of the chosen disk; empty while none is chosen. */
@@ -70,12 +68,9 @@ public:
 
     /**
      * Tells the user when the destination has fewer free bytes than the
-     * selection needs (nSize, in bytes). True when it has told.
+     * selection needs (nSize, in bytes), or has gone. True when it has told.
      */
     bool ShowUsbNoEnoughDlg(qint64 nSize);
-
-    /** Decimal gigabytes with two decimals, computed in single precision; less than nothing counts as 0. */
-    static QString GigabyteText(qint64 nBytes);
 
     /** The folder for a copy begun at this time on the disk at strUsbPath. */
     static QString DestinationFolder(const QString& strUsbPath, const QDateTime& time);
@@ -138,9 +133,6 @@ private:
 
     void InitData();
     void InitView();
-    void InitNames();
-    void InitTexts();
-    void InitAccess();
     void InitConnect();
     void OnRefreshClicked();
     void OnStopMovie();
@@ -152,11 +144,8 @@ private:
     bool HasEventSince(const QString& strPath, quint64 nFirstEvent, bool bArrived) const;
     bool IsListed(const QString& strPath) const;
     void RemoveDuplicates();
-    bool IsSomethingChecked() const;
+    QString PathOf(const QString& strName) const;
     void ShowDisk(const QString& strName);
-    void MarkChosenDisk();
-    void ShowSpace(const QString& strPath);
-    void ShowTicked(bool bTicked);
     void UpdateCopyBtn();
     void EnableCopyBtn(bool bEnable);
     void BeginCounting();
@@ -164,26 +153,23 @@ private:
     bool IsTargetGone() const;
     void WarnUser(const QString& strText);
 
-    std::unique_ptr<Ui_CSelFileWidget> m_pForm;
+    std::unique_ptr<CSelFileForm> m_pForm;
     QList<QPair<QString, QString>> m_listUsbDisk; // path and display name of each candidate
-    QListWidget* m_pListWidget = nullptr;
-    CDropDownKeys* m_pDropDownKeys = nullptr;
+    CDropDownList* m_pListWidget = nullptr;
     QMovie* m_pRefreshMovie = nullptr;
-    CGetFileSizeThread* m_pSizeThread = nullptr;
-    CSearchWaitView* m_pWaitView = nullptr;
-    qint64 m_nTotalSize = 0;
-    QString m_strDstFolder;
-
-    bool m_bCounting = false; // the nodes belong to the size worker
-    bool m_bCheckedAtClick = false; // what the tree said before it was lent
-    bool m_bFocusAtClick = false; // Copy was pressed by key, and gets the focus back
-    std::optional<STTarget> m_target; // from the press of Copy until the answer to it
-
+    int m_nMovieRuns = 0; // searches that the refresh animation still turns for
     QHash<QString, STDiskEvent> m_hashLastEvent; // by path
     std::atomic<quint64> m_nDiskEvent{0};
     std::atomic<quint64> m_nRescan{0};
     std::shared_ptr<std::atomic<bool>> m_pCancelRescan; // of the latest search; read and written atomically
     std::atomic<bool> m_bEnding{false};
     QList<QFuture<void>> m_listRescan;
-    int m_nMovieRuns = 0; // searches that the refresh animation still turns for
+
+    CGetFileSizeThread* m_pSizeThread = nullptr;
+    CSearchWaitView* m_pWaitView = nullptr;
+    std::unique_ptr<CSelectionCount> m_pCount;
+    bool m_bFocusAtClick = false; // Copy was pressed by key, and gets the focus back
+    std::optional<STTarget> m_target; // from the press of Copy until the answer to it
+    qint64 m_nTotalSize = 0;
+    QString m_strDstFolder;
 };

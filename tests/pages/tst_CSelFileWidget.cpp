@@ -1,6 +1,7 @@
 #include "copy/CGetFileSizeThread.h"
 #include "kit/CClickableLabel.h"
 #include "log/CClock.h"
+#include "pages/CDiskSpace.h"
 #include "pages/CPageTree.h"
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileWidget.h"
@@ -523,7 +524,7 @@ void tst_CSelFileWidget::GigabyteText_data()
 void tst_CSelFileWidget::GigabyteText()
 {
     QFETCH(qint64, nBytes);
-    QTEST(CSelFileWidget::GigabyteText(nBytes), "strText");
+    QTEST(CDiskSpace::GigabyteText(nBytes), "strText");
 }
 
 void tst_CSelFileWidget::DestinationFolder_data()
