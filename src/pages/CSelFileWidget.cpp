@@ -2,6 +2,7 @@
 
 #include "copy/CGetFileSizeThread.h"
 #include "disk/CDestinationDiscovery.h"
+#include "disk/platform/CVolumeInfo.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
 #include "log/CClock.h"
@@ -17,7 +18,6 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QMovie>
-#include <QSet>
 #include <QStorageInfo>
 #include <QThread>
 #include <QtConcurrent>
@@ -37,10 +37,7 @@ CSelFileWidget::CSelFileWidget(QWidget* parent)
 
 CSelFileWidget::~CSelFileWidget()
 {
-    m_bEnding = true;
-    if (const auto pCancel = std::atomic_load(&m_pCancelRescan)) {
-        *pCancel = true;
-    }
+    m_disks.Close();
     for (QFuture<void>& rescan : m_listRescan) {
         rescan.waitForFinished();
     }
@@ -128,127 +125,50 @@ void CSelFileWidget::RunOnGui(std::function<void()> fnStep)
 
 void CSelFileWidget::SlotRefreshUSB()
 {
-    const STRescan stRescan{++m_nRescan, m_nDiskEvent.load()};
-    // A later search answers the same question with fresher news, so an earlier
-    // one that is still asking gives up.
-    const auto pCancel = std::make_shared<std::atomic<bool>>(false);
-    if (const auto pEarlier = std::atomic_exchange(&m_pCancelRescan, pCancel)) {
-        *pEarlier = true;
-    }
-    // Read after the exchange: the destructor sets it before it looks for the
-    // flag to cancel, so one of the two always notices the other.
-    if (m_bEnding) {
+    const std::optional<STDiskSearch> begun = m_disks.NewSearch();
+    if (!begun) {
         return;
     }
-    RunOnGui([this, stRescan]() { BeginRescan(stRescan); });
+    const STDiskSearch search = *begun;
+    RunOnGui([this, search]() {
+        // Until the end of the search the drop-down still shows the disks from
+        // before, which cannot be copied to meanwhile.
+        if (m_disks.Begin(search)) {
+            UpdateCopyBtn();
+        }
+    });
     QStringList listSource;
-    const auto fnFound = [this, stRescan, &listSource](const STVolume& stVolume) {
-        if (stVolume.enRole == VOLUME_ROLE_SOURCE) {
-            listSource.append(stVolume.strPath);
-        } else if (stVolume.enRole == VOLUME_ROLE_DESTINATION) {
-            RunOnGui(
-                [this, stRescan, stVolume]() { AddFoundDisk(stRescan, stVolume.strPath, stVolume.strName); });
+    const auto fnFound = [this, search, &listSource](const STVolume& volume) {
+        if (volume.enRole == VOLUME_ROLE_SOURCE) {
+            listSource.append(volume.strPath);
+        } else if (volume.enRole == VOLUME_ROLE_DESTINATION) {
+            RunOnGui([this, search, volume]() {
+                m_disks.Found(search, volume.strPath, volume.strName, volume.baDevice);
+            });
         }
     };
-    CDestinationDiscovery::Scan(fnFound, *pCancel);
-    RunOnGui([this, stRescan, listSource]() { EndRescan(stRescan, listSource); });
+    CDestinationDiscovery::Scan(fnFound, *search.pReplaced);
+    RunOnGui([this, search, listSource]() { EndSearch(search, listSource); });
 }
 
-// Forgets the disks, but for those that arrived after the search had begun:
-// whether it will come across them nobody knows.
-void CSelFileWidget::BeginRescan(const STRescan& stRescan)
+void CSelFileWidget::EndSearch(const STDiskSearch& search, const QStringList& listSource)
 {
-    if (stRescan.nNumber != m_nRescan) {
-        return;
-    }
-    for (int i = m_listUsbDisk.size() - 1; i >= 0; --i) {
-        if (!HasEventSince(m_listUsbDisk.at(i).first, stRescan.nFirstEvent, true)) {
-            m_listUsbDisk.removeAt(i);
-        }
-    }
-    // Until the end of the search the drop-down still shows the disks from
-    // before, which cannot be copied to meanwhile.
-    UpdateCopyBtn();
-}
-
-void CSelFileWidget::AddFoundDisk(const STRescan& stRescan, const QString& strPath, const QString& strName)
-{
-    const bool bOld = stRescan.nNumber != m_nRescan;
-    if (bOld || IsListed(strPath) || HasEventSince(strPath, stRescan.nFirstEvent, false)) {
-        return;
-    }
-    m_listUsbDisk.append(qMakePair(strPath, strName));
-}
-
-void CSelFileWidget::EndRescan(const STRescan& stRescan, const QStringList& listSource)
-{
-    if (stRescan.nNumber == m_nRescan) {
-        RemoveDuplicates();
+    if (m_disks.End(search)) {
         m_pForm->m_pFileTree->Parse(listSource);
         OnRefreshUSB();
     }
     emit SignalStopMovie();
 }
 
-void CSelFileWidget::NoteDiskEvent(const QString& strPath, bool bArrived)
-{
-    m_hashLastEvent.insert(strPath, STDiskEvent{++m_nDiskEvent, bArrived});
-}
-
-// True when the last thing that happened to the path after that event was an
-// arrival (bArrived) or a removal.
-bool CSelFileWidget::HasEventSince(const QString& strPath, quint64 nFirstEvent, bool bArrived) const
-{
-    const auto it = m_hashLastEvent.constFind(strPath);
-    return it != m_hashLastEvent.constEnd() && it->nNumber > nFirstEvent && it->bArrived == bArrived;
-}
-
-bool CSelFileWidget::IsListed(const QString& strPath) const
-{
-    return std::any_of(m_listUsbDisk.constBegin(), m_listUsbDisk.constEnd(),
-                       [&strPath](const QPair<QString, QString>& disk) { return disk.first == strPath; });
-}
-
-// A stick that arrives during a search is found by it and reported by an event.
-void CSelFileWidget::RemoveDuplicates()
-{
-    QSet<QString> setPath;
-    for (int i = 0; i < m_listUsbDisk.size(); ++i) {
-        const QString strPath = m_listUsbDisk.at(i).first;
-        if (setPath.contains(strPath)) {
-            m_listUsbDisk.removeAt(i--);
-        }
-        setPath.insert(strPath);
-    }
-}
-
 void CSelFileWidget::AddDisk(const QFileInfo& volume)
 {
-    m_listUsbDisk.append(qMakePair(volume.filePath(), volume.fileName()));
-    NoteDiskEvent(volume.filePath(), true);
+    const QString strPath = volume.filePath();
+    m_disks.Arrived(strPath, volume.fileName(), CVolumeInfo::DeviceOf(strPath));
 }
 
-void CSelFileWidget::RemoveDisk(const QString& strPath)
-{
-    NoteDiskEvent(strPath, false);
-    for (int i = 0; i < m_listUsbDisk.size(); ++i) {
-        if (m_listUsbDisk.at(i).first == strPath) {
-            m_listUsbDisk.removeAt(i--);
-        }
-    }
-}
+void CSelFileWidget::RemoveDisk(const QString& strPath) { m_disks.Removed(strPath); }
 
-QString CSelFileWidget::GetUsbPath() const { return PathOf(GetUsbName()); }
-
-QString CSelFileWidget::PathOf(const QString& strName) const
-{
-    for (const QPair<QString, QString>& disk : m_listUsbDisk) {
-        if (disk.second == strName) {
-            return disk.first;
-        }
-    }
-    return QString();
-}
+QString CSelFileWidget::GetUsbPath() const { return m_disks.PathOf(GetUsbName()); }
 
 QString CSelFileWidget::GetUsbName() const { return m_pForm->m_pUSBTitleLab->text(); }
 
@@ -269,7 +189,7 @@ void CSelFileWidget::OnRefreshUSB()
 
 void CSelFileWidget::ShowDisk(const QString& strName)
 {
-    m_pForm->ShowDisk(strName, PathOf(strName));
+    m_pForm->ShowDisk(strName, m_disks.PathOf(strName));
     UpdateCopyBtn();
 }
 
@@ -291,7 +211,7 @@ void CSelFileWidget::SlotListWidgetItemClick(QListWidgetItem* pItem)
     }
     const QString strName = pItem->text();
     m_pListWidget->hide();
-    m_pForm->ShowSpace(strName, PathOf(strName));
+    m_pForm->ShowSpace(strName, m_disks.PathOf(strName));
 }
 
 void CSelFileWidget::SlotCheckFileSelected()
@@ -327,10 +247,13 @@ void CSelFileWidget::SlotCopyBtnClick()
     if (m_target) {
         return; // the press before is still being dealt with
     }
-    const QString strPath = GetUsbPath();
-    const QStorageInfo storage(strPath);
-    m_target = STTarget{strPath, GetUsbName(), storage.device(), m_nDiskEvent.load()};
-    if (storage.isReadOnly()) {
+    m_target = ChosenDisk();
+    if (LoseTarget()) {
+        WarnOfSpace();
+        m_target.reset();
+        return;
+    }
+    if (QStorageInfo(m_target->strPath).isReadOnly()) {
         WarnUser(tr(
             "Your drive may be damaged and Tarnwick can not write to this drive, please change another one "
             "and retry."));
@@ -365,8 +288,7 @@ void CSelFileWidget::SlotGetFileSizeFinish(qint64 nSize)
 {
     EndCounting();
     if (!m_target) {
-        m_target
-            = STTarget{GetUsbPath(), GetUsbName(), QStorageInfo(GetUsbPath()).device(), m_nDiskEvent.load()};
+        m_target = ChosenDisk();
     }
     if (ShowUsbNoEnoughDlg(nSize)) {
         m_target.reset();
@@ -385,29 +307,34 @@ void CSelFileWidget::SlotGetFileSizeFinish(qint64 nSize)
 
 bool CSelFileWidget::ShowUsbNoEnoughDlg(qint64 nSize)
 {
-    const qint64 nFree
-        = IsTargetGone() ? -1 : CDiskSpace::FreeBytes(m_target ? m_target->strPath : GetUsbPath());
-    if (nFree >= nSize) {
+    if (!LoseTarget() && CDiskSpace::FreeBytes(m_target ? m_target->strPath : GetUsbPath()) >= nSize) {
         return false;
     }
-    WarnUser(tr("No enough space, please select other Hard Disk or USB flash drive."));
+    WarnOfSpace();
     return true;
 }
 
-// A disk that is pulled can leave its mount point behind as a plain folder of
-// the disk below, which would take the copy; another disk may also have come in
-// its place.
-bool CSelFileWidget::IsTargetGone() const
+STCopyTarget CSelFileWidget::ChosenDisk() const
 {
-    if (!m_target || m_target->strPath.isEmpty()) {
+    return m_disks.Target(GetUsbName(), CVolumeInfo::DeviceOf(GetUsbPath()));
+}
+
+// True when the target has gone. One that nobody has told to be removed leaves the list, too.
+bool CSelFileWidget::LoseTarget()
+{
+    if (!m_target) {
         return false;
     }
-    const bool bGone = HasEventSince(m_target->strPath, m_target->nFirstEvent, false)
-        || QStorageInfo(m_target->strPath).device() != m_target->baDevice;
-    if (bGone) {
-        g_TarnwickLog.LogExt(QStringLiteral("the chosen disk is gone: %1").arg(m_target->strPath));
+    const QString strPath = m_target->strPath;
+    const QByteArray baDevice = CVolumeInfo::DeviceOf(strPath);
+    if (!m_disks.IsGone(*m_target, baDevice)) {
+        return false;
     }
-    return bGone;
+    g_TarnwickLog.LogExt(QStringLiteral("the chosen disk is gone: %1").arg(strPath));
+    if (m_disks.RemoveIfMoved(strPath, baDevice)) {
+        OnRefreshUSB();
+    }
+    return true;
 }
 
 QString CSelFileWidget::DestinationFolder(const QString& strUsbPath, const QDateTime& time)
@@ -418,6 +345,11 @@ QString CSelFileWidget::DestinationFolder(const QString& strUsbPath, const QDate
     return QStringLiteral("%1/%2 %3 %4 %5")
         .arg(strUsbPath, tr("Tarnwick"), locale.toString(time, QStringLiteral("yyyy-MM-dd")), tr(" at "),
              locale.toString(time, QStringLiteral("hh.mm.ss")));
+}
+
+void CSelFileWidget::WarnOfSpace()
+{
+    WarnUser(tr("No enough space, please select other Hard Disk or USB flash drive."));
 }
 
 void CSelFileWidget::WarnUser(const QString& strText)

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QByteArray>
+#include "pages/CDiskList.h"
+
 #include <QFuture>
-#include <QHash>
 #include <QList>
 #include <QPair>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -109,67 +108,36 @@ signals:
     void SignalDiskChange();
 
 private:
-    /** What a search for disks has to know to tell old news from new. */
-    struct STRescan
-    {
-        quint64 nNumber = 0;
-        quint64 nFirstEvent = 0; // disk events with a higher number came after its start
-    };
-
-    struct STDiskEvent
-    {
-        quint64 nNumber = 0;
-        bool bArrived = false;
-    };
-
-    /** The disk that was chosen when Copy was pressed. */
-    struct STTarget
-    {
-        QString strPath;
-        QString strName;
-        QByteArray baDevice;
-        quint64 nFirstEvent = 0; // as in STRescan
-    };
-
     void InitData();
     void InitView();
     void InitConnect();
     void OnRefreshClicked();
     void OnStopMovie();
     void RunOnGui(std::function<void()> fnStep);
-    void BeginRescan(const STRescan& stRescan);
-    void AddFoundDisk(const STRescan& stRescan, const QString& strPath, const QString& strName);
-    void EndRescan(const STRescan& stRescan, const QStringList& listSource);
-    void NoteDiskEvent(const QString& strPath, bool bArrived);
-    bool HasEventSince(const QString& strPath, quint64 nFirstEvent, bool bArrived) const;
-    bool IsListed(const QString& strPath) const;
-    void RemoveDuplicates();
-    QString PathOf(const QString& strName) const;
+    void EndSearch(const STDiskSearch& search, const QStringList& listSource);
     void ShowDisk(const QString& strName);
     void UpdateCopyBtn();
     void EnableCopyBtn(bool bEnable);
     void BeginCounting();
     void EndCounting();
-    bool IsTargetGone() const;
+    STCopyTarget ChosenDisk() const;
+    bool LoseTarget();
+    void WarnOfSpace();
     void WarnUser(const QString& strText);
 
     std::unique_ptr<CSelFileForm> m_pForm;
     QList<QPair<QString, QString>> m_listUsbDisk; // path and display name of each candidate
+    CDiskList m_disks{m_listUsbDisk}; // all that changes the list
     CDropDownList* m_pListWidget = nullptr;
     QMovie* m_pRefreshMovie = nullptr;
     int m_nMovieRuns = 0; // searches that the refresh animation still turns for
-    QHash<QString, STDiskEvent> m_hashLastEvent; // by path
-    std::atomic<quint64> m_nDiskEvent{0};
-    std::atomic<quint64> m_nRescan{0};
-    std::shared_ptr<std::atomic<bool>> m_pCancelRescan; // of the latest search; read and written atomically
-    std::atomic<bool> m_bEnding{false};
     QList<QFuture<void>> m_listRescan;
 
     CGetFileSizeThread* m_pSizeThread = nullptr;
     CSearchWaitView* m_pWaitView = nullptr;
     std::unique_ptr<CSelectionCount> m_pCount;
     bool m_bFocusAtClick = false; // Copy was pressed by key, and gets the focus back
-    std::optional<STTarget> m_target; // from the press of Copy until the answer to it
+    std::optional<STCopyTarget> m_target; // from the press of Copy until the answer to it
     qint64 m_nTotalSize = 0;
     QString m_strDstFolder;
 };

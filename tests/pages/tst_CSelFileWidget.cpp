@@ -1,9 +1,9 @@
 #include "copy/CGetFileSizeThread.h"
 #include "kit/CClickableLabel.h"
 #include "log/CClock.h"
-#include "pages/CDiskSpace.h"
 #include "pages/CPageTree.h"
 #include "pages/CSearchWaitView.h"
+#include "pages/CDiskSpace.h"
 #include "pages/CSelFileWidget.h"
 #include "support/CFakeCommands.h"
 #include "support/CLogCapture.h"
@@ -200,6 +200,8 @@ private slots:
     void DiskRemovedDuringTheCountIsRefused();
     void DiskPulledDuringTheCountIsRefused();
     void DiskGoneBeforeTheClickIsRefused();
+    void diskPulledUnnoticedIsRefused_data();
+    void diskPulledUnnoticedIsRefused();
     void PageGoesDuringTheCount();
     void DiskChangeIsNeverTold();
 
@@ -229,7 +231,7 @@ private:
     CSelFileWidget* m_pPage = nullptr;
 };
 
-#define NEEDS_VOLUMES()                                                                                      \
+#define NEEDS_SOURCE()                                                                                      \
     do {                                                                                                     \
         if (!m_pSource->IsValid()) {                                                                         \
             QSKIP("mounting is not permitted here");                                                         \
@@ -452,7 +454,7 @@ void tst_CSelFileWidget::BothSidesStandOnOneGrid()
 
 void tst_CSelFileWidget::NothingMovesWhenADiskGoesOrHasALongName()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     MakePage();
     const QMap<QString, QRect> mapEmpty = Geometries();
     QVERIFY(mapEmpty.size() > 15);
@@ -572,7 +574,7 @@ void tst_CSelFileWidget::Bus_data()
 
 void tst_CSelFileWidget::Bus()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     QFETCH(QString, strBody);
     QFETCH(bool, bDestination);
     m_pCommands->Add(QStringLiteral("diskutil"), strBody);
@@ -584,7 +586,7 @@ void tst_CSelFileWidget::Bus()
 
 void tst_CSelFileWidget::OwnMediumIsNeitherSourceNorDestination()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const QByteArray baOwn = QStorageInfo(QCoreApplication::applicationDirPath()).device();
     const CVolume own(QStringLiteral("OWN"), QFile::decodeName(baOwn), 2);
     m_pCommands->Add(
@@ -603,7 +605,7 @@ void tst_CSelFileWidget::OwnMediumIsNeitherSourceNorDestination()
 
 void tst_CSelFileWidget::SourcesBecomeRootsOnce()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     QCOMPARE(CPageTree::Roots(), QStringList{m_pSource->Path()});
@@ -626,7 +628,7 @@ void tst_CSelFileWidget::WithoutDiskThePromptStands()
 
 void tst_CSelFileWidget::WithADiskItsSpaceStands()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 100);
     WriteFile(stick.Path(QStringLiteral("used")), 20 * 1024 * 1024);
     MakePage();
@@ -640,7 +642,7 @@ void tst_CSelFileWidget::WithADiskItsSpaceStands()
 
 void tst_CSelFileWidget::RebuildWritesItsNames()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     MakePage();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     const CLogCapture capture;
@@ -654,7 +656,7 @@ void tst_CSelFileWidget::RebuildWritesItsNames()
 
 void tst_CSelFileWidget::FirstDiskIsChosenAfterEachRebuild()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 2);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 50);
     MakePage();
@@ -672,7 +674,7 @@ void tst_CSelFileWidget::FirstDiskIsChosenAfterEachRebuild()
 
 void tst_CSelFileWidget::TwoAppearancesListTwiceAndOneRemovalTakesBoth()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     MakePage();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     m_pPage->AddDisk(QFileInfo(stick.Path()));
@@ -696,7 +698,7 @@ void tst_CSelFileWidget::RemovalOfAnUnknownPathChangesNothing_data()
 
 void tst_CSelFileWidget::RemovalOfAnUnknownPathChangesNothing()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     QFETCH(QString, strPath);
@@ -707,7 +709,7 @@ void tst_CSelFileWidget::RemovalOfAnUnknownPathChangesNothing()
 
 void tst_CSelFileWidget::RemovedChoiceGivesWayToTheNextDisk()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 2);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 2);
     MakePage();
@@ -723,7 +725,7 @@ void tst_CSelFileWidget::RemovedChoiceGivesWayToTheNextDisk()
 
 void tst_CSelFileWidget::PathFollowsTheTitle()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 2);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 2);
     MakePage();
@@ -749,7 +751,7 @@ void tst_CSelFileWidget::NamesAreText_data()
 
 void tst_CSelFileWidget::NamesAreText()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     QFETCH(QString, strName);
     const CVolume stick(strName, QStringLiteral("/dev/sdb1"), 2);
     QVERIFY(stick.IsValid());
@@ -766,7 +768,7 @@ void tst_CSelFileWidget::NamesAreText()
 
 void tst_CSelFileWidget::RescanOnThePoolWorksOnThisThread()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     MakePage();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     QStringList listSeen;
@@ -791,7 +793,7 @@ void tst_CSelFileWidget::RescanOnThePoolWorksOnThisThread()
 
 void tst_CSelFileWidget::RefreshClickTurnsTheAnimation()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     MakePage();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     QTest::mouseClick(RefreshLabel(), Qt::LeftButton);
@@ -803,7 +805,7 @@ void tst_CSelFileWidget::RefreshClickTurnsTheAnimation()
 
 void tst_CSelFileWidget::TwoClicksListOnce()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     CGate gate;
@@ -824,7 +826,7 @@ void tst_CSelFileWidget::TwoClicksListOnce()
 
 void tst_CSelFileWidget::RescanHereReplacesOneThatHangs()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     const CGate gate;
@@ -845,7 +847,7 @@ void tst_CSelFileWidget::RescanHereReplacesOneThatHangs()
 
 void tst_CSelFileWidget::ArrivalDuringARescanIsListedOnce()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     CGate gate;
@@ -871,7 +873,7 @@ void tst_CSelFileWidget::ArrivalDuringARescanIsListedOnce()
 
 void tst_CSelFileWidget::ArrivalBeforeTheFirstStepIsKept()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     MakePage();
     CGate gate;
     FakeDiskutil(gate.Wait());
@@ -892,7 +894,7 @@ void tst_CSelFileWidget::ArrivalBeforeTheFirstStepIsKept()
 
 void tst_CSelFileWidget::RemovalDuringARescanHolds()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     const QFuture<void> rescan = QtConcurrent::run(m_pPage, &CSelFileWidget::SlotRefreshUSB);
@@ -910,7 +912,7 @@ void tst_CSelFileWidget::RemovalDuringARescanHolds()
 
 void tst_CSelFileWidget::ReturnDuringARescanHolds()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     const QFuture<void> rescan = QtConcurrent::run(m_pPage, &CSelFileWidget::SlotRefreshUSB);
@@ -924,7 +926,7 @@ void tst_CSelFileWidget::ReturnDuringARescanHolds()
 
 void tst_CSelFileWidget::CopyWaitsForTheEndOfARescan()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     QVERIFY(TickFile());
@@ -941,7 +943,7 @@ void tst_CSelFileWidget::CopyWaitsForTheEndOfARescan()
 
 void tst_CSelFileWidget::PageGoesWhileTheCommandHangs()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     MakePage();
     const CGate gate;
     FakeDiskutil(QStringLiteral("echo $$ >\"$CALLS/pid\"\n") + gate.Wait());
@@ -970,7 +972,7 @@ void tst_CSelFileWidget::TickAndDiskEnableCopy_data()
 
 void tst_CSelFileWidget::TickAndDiskEnableCopy()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     QFETCH(bool, bTick);
     QFETCH(bool, bDisk);
     MakePage();
@@ -1044,7 +1046,7 @@ void tst_CSelFileWidget::ListOpensOverItsAnchor()
 
 void tst_CSelFileWidget::ListMarksTheChosenDisk()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 2);
     const CVolume two(QStringLiteral("one"), QStringLiteral("/dev/sdc1"), 2);
     MakePage();
@@ -1079,7 +1081,7 @@ void tst_CSelFileWidget::EitherClickOpensTheList()
 
 void tst_CSelFileWidget::ClickLeavesTheFocusWhereItIs()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     auto* pTree = m_pPage->findChild<QWidget*>(QStringLiteral("m_pFileTree"));
@@ -1121,7 +1123,7 @@ void tst_CSelFileWidget::ClickElsewhereClosesTheList()
 
 void tst_CSelFileWidget::ChoosingADiskLeavesPictureAndCopy()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume small(QStringLiteral("SMALL"), QStringLiteral("/dev/sdb1"), 10);
     const CVolume large(QStringLiteral("LARGE"), QStringLiteral("/dev/sdc1"), 1000);
     MakePage();
@@ -1141,7 +1143,7 @@ void tst_CSelFileWidget::ChoosingADiskLeavesPictureAndCopy()
 
 void tst_CSelFileWidget::ChoosingADiskThatIsGoneShowsThePrompt()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 2);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 2);
     MakePage();
@@ -1186,7 +1188,7 @@ void tst_CSelFileWidget::ReadersHearEachControl()
 
 void tst_CSelFileWidget::ReadersHearTheDisk()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("<b>ONE"), QStringLiteral("/dev/sdb1"), 10);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 1000);
     MakePage();
@@ -1207,7 +1209,7 @@ void tst_CSelFileWidget::ReadersHearTheDisk()
 
 void tst_CSelFileWidget::ReadersHearWhetherFilesAreTicked()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     MakePage();
     QVERIFY(TickFile());
     QCOMPARE(Heard(Label("m_pCopyLab")), QStringLiteral("Files selected"));
@@ -1236,7 +1238,7 @@ bool tst_CSelFileWidget::Activate() const
 
 void tst_CSelFileWidget::TabGoesByTheEye()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QVERIFY(Activate());
@@ -1258,7 +1260,7 @@ void tst_CSelFileWidget::TabGoesByTheEye()
 
 void tst_CSelFileWidget::SpaceInTheTreeEnablesCopy()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QVERIFY(Activate());
@@ -1295,7 +1297,7 @@ void tst_CSelFileWidget::RefreshAnswersKeys()
 
 void tst_CSelFileWidget::DiskIsChosenByKeys()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 10);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 1000);
     MakePage();
@@ -1325,7 +1327,7 @@ void tst_CSelFileWidget::DiskIsChosenByKeys()
 
 void tst_CSelFileWidget::EscapeLeavesTheDisk()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 10);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 10);
     MakePage();
@@ -1361,7 +1363,7 @@ void tst_CSelFileWidget::EmptyListOpensAndClosesByKeys()
 
 void tst_CSelFileWidget::CopyThatIsDisabledGivesTheFocusToTheTree()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QPushButton next(m_pHost.get()); // which the focus would go to by itself
@@ -1377,7 +1379,7 @@ void tst_CSelFileWidget::CopyThatIsDisabledGivesTheFocusToTheTree()
 
 void tst_CSelFileWidget::RefusedCopyHasTheFocusAgain()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 1);
     MakePage();
     QVERIFY(Activate());
@@ -1398,7 +1400,7 @@ void tst_CSelFileWidget::RefusedCopyHasTheFocusAgain()
 
 void tst_CSelFileWidget::ReadOnlyDiskNeverStartsTheCount()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     QVERIFY(stick.MakeReadOnly());
     MakePage();
@@ -1426,7 +1428,7 @@ void tst_CSelFileWidget::ReadOnlyDiskNeverStartsTheCount()
 
 void tst_CSelFileWidget::FreeBytesAreEnoughOneMoreIsNot()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     const qint64 nFree = QStorageInfo(stick.Path()).bytesAvailable();
@@ -1454,7 +1456,7 @@ void tst_CSelFileWidget::FreeBytesAreEnoughOneMoreIsNot()
 
 void tst_CSelFileWidget::AcceptedSelectionIsHandedOver()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QVERIFY(CPageTree::Tick(m_pSource->Path(QStringLiteral("docs"))));
@@ -1486,7 +1488,7 @@ void tst_CSelFileWidget::AcceptedSelectionIsHandedOver()
 
 void tst_CSelFileWidget::FolderTakesTheTimeOfTheClock()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     const QDateTime time(QDate(2026, 11, 16), QTime(14, 5, 9));
@@ -1497,7 +1499,7 @@ void tst_CSelFileWidget::FolderTakesTheTimeOfTheClock()
 
 void tst_CSelFileWidget::TooLargeSelectionIsRefusedAndKept()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 2);
     MakePage();
     QVERIFY(CPageTree::Tick(m_pSource->Path(QStringLiteral("pics"))));
@@ -1517,7 +1519,7 @@ void tst_CSelFileWidget::TooLargeSelectionIsRefusedAndKept()
 
 void tst_CSelFileWidget::WaitingDialogIsCentredAndLetsTheWindowClose()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QVERIFY(TickFile());
@@ -1530,7 +1532,7 @@ void tst_CSelFileWidget::WaitingDialogIsCentredAndLetsTheWindowClose()
 
 void tst_CSelFileWidget::SecondClickCountsNothing()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QVERIFY(TickFile());
@@ -1551,7 +1553,7 @@ void tst_CSelFileWidget::SecondClickCountsNothing()
 
 void tst_CSelFileWidget::NothingTakesInputDuringTheCount()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 10);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 10);
     MakePage();
@@ -1576,7 +1578,7 @@ void tst_CSelFileWidget::NothingTakesInputDuringTheCount()
 
 void tst_CSelFileWidget::RebuildDuringTheCountLeavesCopyOff()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QVERIFY(TickFile());
@@ -1593,7 +1595,7 @@ void tst_CSelFileWidget::RebuildDuringTheCountLeavesCopyOff()
 
 void tst_CSelFileWidget::CopyGoesToTheDiskChosenAtTheClick()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 10);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 10);
     MakePage();
@@ -1615,7 +1617,7 @@ void tst_CSelFileWidget::CopyGoesToTheDiskChosenAtTheClick()
 
 void tst_CSelFileWidget::DiskRemovedDuringTheCountIsRefused()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 10);
     const CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 10);
     MakePage();
@@ -1635,23 +1637,26 @@ void tst_CSelFileWidget::DiskRemovedDuringTheCountIsRefused()
 
 void tst_CSelFileWidget::DiskPulledDuringTheCountIsRefused()
 {
-    NEEDS_VOLUMES();
-    CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
+    NEEDS_SOURCE();
+    const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 10);
+    CVolume two(QStringLiteral("TWO"), QStringLiteral("/dev/sdc1"), 10);
     MakePage();
+    Choose(QStringLiteral("TWO"));
     QVERIFY(TickFile());
     QSignalSpy spyCopy(m_pPage, &CSelFileWidget::SignalCopyFile);
     const CAnswererAfterWait answerer(WaitView(), QStringLiteral("OK"));
     m_pPage->SlotCopyBtnClick();
-    stick.Pull(); // its empty folder stays, on the disk below
+    two.Pull(); // its empty folder stays, on the disk below
     QTRY_VERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_NO_SPACE);
     QTRY_VERIFY(CopyBtn()->isEnabled());
     QCOMPARE(spyCopy.count(), 0);
+    QCOMPARE(Listed(), QStringList{QStringLiteral("ONE")});
 }
 
 void tst_CSelFileWidget::DiskGoneBeforeTheClickIsRefused()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume one(QStringLiteral("ONE"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QVERIFY(TickFile());
@@ -1670,9 +1675,52 @@ void tst_CSelFileWidget::DiskGoneBeforeTheClickIsRefused()
     QCOMPARE(spyCopy.count(), 0);
 }
 
+void tst_CSelFileWidget::diskPulledUnnoticedIsRefused_data()
+{
+    QTest::addColumn<bool>("bByEvent");
+    QTest::addColumn<bool>("bAnother");
+    QTest::newRow("found by the search, its folder is left") << false << false;
+    QTest::newRow("arrived, its folder is left") << true << false;
+    QTest::newRow("found by the search, another in its place") << false << true;
+}
+
+void tst_CSelFileWidget::diskPulledUnnoticedIsRefused()
+{
+    NEEDS_SOURCE();
+    QFETCH(bool, bByEvent);
+    QFETCH(bool, bAnother);
+    if (bByEvent) {
+        MakePage();
+    }
+    CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
+    if (bByEvent) {
+        m_pPage->AddDisk(QFileInfo(stick.Path()));
+        m_pPage->OnRefreshUSB();
+    } else {
+        MakePage();
+    }
+    QVERIFY(TickFile());
+    stick.Pull();
+    std::unique_ptr<CVolume> pAnother;
+    if (bAnother) {
+        pAnother = std::make_unique<CVolume>(QStringLiteral("STICK"), QStringLiteral("/dev/sdc1"), 10);
+    }
+    QSignalSpy spyCopy(m_pPage, &CSelFileWidget::SignalCopyFile);
+    CModalAnswerer answerer(QStringLiteral("OK"));
+    m_pPage->SlotCopyBtnClick();
+    QTRY_VERIFY(!SizeThread()->isRunning());
+    QCoreApplication::processEvents();
+    QCOMPARE(spyCopy.count(), 0);
+    QVERIFY(answerer.Answered());
+    QCOMPARE(answerer.Text(), TEXT_NO_SPACE);
+    QCOMPARE(Listed(), QStringList());
+    QVERIFY(!CopyBtn()->isEnabled());
+    QVERIFY(LogLines().contains(QStringLiteral("the chosen disk is gone: ") + stick.Path()));
+}
+
 void tst_CSelFileWidget::PageGoesDuringTheCount()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     const CVolume stick(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 10);
     MakePage();
     QVERIFY(TickFile());
@@ -1696,7 +1744,7 @@ void tst_CSelFileWidget::PageGoesDuringTheCount()
 
 void tst_CSelFileWidget::DiskChangeIsNeverTold()
 {
-    NEEDS_VOLUMES();
+    NEEDS_SOURCE();
     MakePage();
     QSignalSpy spy(m_pPage, &CSelFileWidget::SignalDiskChange);
     QVERIFY(spy.isValid());
