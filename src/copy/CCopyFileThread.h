@@ -1,5 +1,8 @@
 #pragma once
 
+#include "copy/CCopyClock.h"
+#include "copy/CCopyControl.h"
+#include "copy/CCopyDestination.h"
 #include "copy/CCopyReport.h"
 #include "copy/ENCopyStatus.h"
 
@@ -8,21 +11,21 @@
 #include <QThread>
 
 #include <atomic>
-#include <optional>
 
 class CDirNode;
 class QFile;
 
 /**
  * Copies the ticked part of the source tree to the destination folder, one file
- * after another in chunks, on a thread of its own.
+ * after another in chunks, on a thread of its own. It walks the nodes and obeys
+ * the status; a CFileCopy does the work on each file.
  *
  * SetCopyParam comes before start(); SetCopyStatus and GetCopyStatus may be
  * called on any thread at any time; everything else belongs to the worker. The
  * worker reads the nodes until it has noticed a stop and not afterwards. The
  * owner tells it to stop and waits for it before destroying it.
  */
-class CCopyFileThread : public QThread
+class CCopyFileThread : public QThread, private CCopyControl
 {
     Q_OBJECT
 
@@ -88,34 +91,21 @@ signals:
     void SignalRemainTime(qint64 nSeconds);
 
 private:
-    struct STFileCopy;
-
     void CopyChild(CDirNode* pChild, const QString& strDest, qint64 nChunk);
-    QString MakeFolder(const QString& strFolder, const QString& strDest) const;
-    void ReportBranch(CDirNode* pNode, const QString& strReason);
-    void ReportUnlisted(CDirNode* pNode);
-    void ReportFolder(const QString& strFolder, const QString& strReason);
-    void ReportLeftOut(const QString& strPath);
-    bool OpenTarget(STFileCopy& stCopy, const QString& strTarget);
-    bool OpenSource(STFileCopy& stCopy);
-    void CopyBytes(STFileCopy& stCopy);
-    qint64 CopyChunk(STFileCopy& stCopy, qint64 nLen);
-    bool WaitWhilePaused();
-    void ReportProgress(const QString& strFileName);
-    void FinishFile(STFileCopy& stCopy);
-    void KeepTime(STFileCopy& stCopy);
+    void ReportUnlisted(const CDirNode& node);
+    void ReportBranch(CDirNode* pNode, const STCopyReason& stReason);
     void FlushDestination();
+    bool WaitWhilePaused() override;
+    void ChunkDone(const QString& strName, qint64 nBytes) override;
 
     std::atomic<ENCopyStatus> m_enStatus; // written by the GUI thread, polled by the worker
     qint64 m_nTotalSize = 0;
     qint64 m_nCopiedSize = 0;
-    qint64 m_nPauseTime = 0; // ms
-    qint64 m_nUsedTime = 0; // ms, pauses left out
-    qint64 m_nStartTime = 0; // ms since the epoch
-    qint64 m_nLastTime = 0; // ms since the epoch, of the last SignalRemainTime
+    qint64 m_nUsedTime = 0; // ms, pauses left out, as last computed
     QString m_strDestPath;
     CDirNode* m_pRootNode = nullptr;
 
+    CCopyClock m_clock;
+    CCopyDestination m_destination;
     CCopyReport m_report;
-    std::optional<quint64> m_nDestDevice; // file system of the destination when the copy began
 };

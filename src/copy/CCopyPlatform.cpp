@@ -15,35 +15,35 @@ static ENFileKind Kind(mode_t nMode)
     return S_ISDIR(nMode) ? ENFileKind::DIRECTORY : ENFileKind::SPECIAL;
 }
 
-void CCopyPlatform::Fill(const struct stat& stRaw, STFileState& stState)
+STFileState CCopyPlatform::State(const struct stat& stRaw)
 {
     const struct timespec stModified = ModifiedTime(stRaw);
-    stState.m_enKind = Kind(stRaw.st_mode);
-    stState.m_bRemoved = stRaw.st_nlink == 0;
-    stState.m_nDevice = quint64(stRaw.st_dev);
-    stState.m_nSize = stRaw.st_size;
-    stState.m_nModifiedSec = stModified.tv_sec;
-    stState.m_nModifiedNsec = stModified.tv_nsec;
+    STFileState stState;
+    stState.enKind = Kind(stRaw.st_mode);
+    stState.bRemoved = stRaw.st_nlink == 0;
+    stState.nDevice = quint64(stRaw.st_dev);
+    stState.nSize = stRaw.st_size;
+    stState.nModifiedSec = stModified.tv_sec;
+    stState.nModifiedNsec = stModified.tv_nsec;
+    return stState;
 }
 
-bool CCopyPlatform::GetPathState(const QString& strPath, STFileState& stState)
+std::optional<STFileState> CCopyPlatform::GetPathState(const QString& strPath)
 {
     struct stat stRaw;
     if (stat(QFile::encodeName(strPath).constData(), &stRaw) != 0) {
-        return false;
+        return std::nullopt;
     }
-    Fill(stRaw, stState);
-    return true;
+    return State(stRaw);
 }
 
-bool CCopyPlatform::GetOpenState(int nDescriptor, STFileState& stState)
+std::optional<STFileState> CCopyPlatform::GetOpenState(int nDescriptor)
 {
     struct stat stRaw;
     if (fstat(nDescriptor, &stRaw) != 0) {
-        return false;
+        return std::nullopt;
     }
-    Fill(stRaw, stState);
-    return true;
+    return State(stRaw);
 }
 
 int CCopyPlatform::OpenForRead(const QString& strPath)
@@ -57,7 +57,7 @@ bool CCopyPlatform::SetModifiedTime(int nDescriptor, const STFileState& stState)
 {
     const struct timespec listTime[2] = {
         {0, UTIME_OMIT},
-        {time_t(stState.m_nModifiedSec), long(stState.m_nModifiedNsec)},
+        {time_t(stState.nModifiedSec), long(stState.nModifiedNsec)},
     };
     return futimens(nDescriptor, listTime) == 0;
 }

@@ -4,6 +4,7 @@
 #include <QtGlobal>
 
 #include <ctime>
+#include <optional>
 
 struct stat;
 
@@ -18,18 +19,18 @@ enum class ENFileKind
 /** What the copy needs to know of a file before and after it moves the bytes. */
 struct STFileState
 {
-    ENFileKind m_enKind = ENFileKind::REGULAR;
-    bool m_bRemoved = false; ///< no name leads to the file any more
-    quint64 m_nDevice = 0; ///< identifies the file system while it is mounted
-    qint64 m_nSize = 0; ///< bytes
-    qint64 m_nModifiedSec = 0; ///< seconds since the epoch
-    qint64 m_nModifiedNsec = 0; ///< rest of the second, in ns
+    ENFileKind enKind = ENFileKind::REGULAR;
+    bool bRemoved = false; ///< no name leads to the file any more
+    quint64 nDevice = 0; ///< identifies the file system while it is mounted
+    qint64 nSize = 0; ///< bytes
+    qint64 nModifiedSec = 0; ///< seconds since the epoch
+    qint64 nModifiedNsec = 0; ///< rest of the second, in ns
 };
 
 /**
  * The system calls of the copy; those that differ between systems stand in one file each.
- * Every function may be called on any thread; those that return false leave the
- * reason in errno.
+ * Every function may be called on any thread; those that return false or nothing
+ * leave the reason in errno.
  */
 class CCopyPlatform
 {
@@ -38,10 +39,10 @@ public:
     static void SetLeastTimerSlack();
 
     /** State of what the path leads to, links followed, without opening it. */
-    static bool GetPathState(const QString& strPath, STFileState& stState);
+    static std::optional<STFileState> GetPathState(const QString& strPath);
 
     /** State of an open descriptor. */
-    static bool GetOpenState(int nDescriptor, STFileState& stState);
+    static std::optional<STFileState> GetOpenState(int nDescriptor);
 
     /** Opens a file for reading; never waits for a pipe's other end. -1 on failure. */
     static int OpenForRead(const QString& strPath);
@@ -61,5 +62,5 @@ public:
 private:
     static struct timespec ModifiedTime(const struct stat& stRaw);
     static bool FlushDescriptor(int nDescriptor);
-    static void Fill(const struct stat& stRaw, STFileState& stState);
+    static STFileState State(const struct stat& stRaw);
 };

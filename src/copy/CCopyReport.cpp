@@ -8,8 +8,20 @@
 static QString BytesText(qint64 nCopied, qint64 nExpected)
 {
     const QString strExpected
-        = nExpected == CCopyReport::UNKNOWN_SIZE ? QStringLiteral("unknown") : QString::number(nExpected);
+        = nExpected == STCopyOutcome::UNKNOWN_SIZE ? QStringLiteral("unknown") : QString::number(nExpected);
     return QString::number(nCopied) + QStringLiteral(" of ") + strExpected + QStringLiteral(" bytes copied");
+}
+
+static QString ReasonText(const STCopyReason& stReason)
+{
+    QString strText = stReason.strText;
+    if (stReason.nError != 0) {
+        strText += ": " + qt_error_string(stReason.nError);
+    }
+    if (!stReason.strTarget.isEmpty()) {
+        strText += ", " + CCopyReport::Quoted(stReason.strTarget);
+    }
+    return strText;
 }
 
 static QString HexEscape(const char* pszFormat, uint nCode) { return QString::asprintf(pszFormat, nCode); }
@@ -39,23 +51,25 @@ static QString Escaped(uint nCode)
 
 void CCopyReport::Reset() { *this = CCopyReport(); }
 
-void CCopyReport::AddBytes(qint64 nBytes) { m_nBytes += nBytes; }
-
-void CCopyReport::AddFile() { ++m_nFiles; }
-
-void CCopyReport::AddProblem(const QString& strPath, const QString& strReason, qint64 nCopied,
-                             qint64 nExpected)
+void CCopyReport::AddFile(const STCopyOutcome& stOutcome)
 {
-    ++m_nProblems;
-    g_TarnwickLog.LogExt(QStringLiteral("Not copied whole: ") + Quoted(strPath) + QStringLiteral(": ")
-                         + strReason + QStringLiteral(" (") + BytesText(nCopied, nExpected)
-                         + QLatin1Char(')'));
+    m_nBytes += stOutcome.nCopied;
+    if (stOutcome.enEnd == ENCopyEnd::WHOLE) {
+        ++m_nFiles;
+        return;
+    }
+    if (stOutcome.enEnd == ENCopyEnd::STOPPED) {
+        m_strHalfCopied = stOutcome.strPath;
+    }
+    AddProblem(stOutcome);
 }
 
-void CCopyReport::AddStopped(const QString& strPath, qint64 nCopied, qint64 nExpected)
+void CCopyReport::AddProblem(const STCopyOutcome& stOutcome)
 {
-    m_strHalfCopied = strPath;
-    AddProblem(strPath, QStringLiteral("the copy was stopped"), nCopied, nExpected);
+    ++m_nProblems;
+    g_TarnwickLog.LogExt("Not copied whole: " + Quoted(stOutcome.strPath) + ": "
+                         + ReasonText(stOutcome.stReason) + " ("
+                         + BytesText(stOutcome.nCopied, stOutcome.nExpected) + ')');
 }
 
 void CCopyReport::WriteSummary(bool bStopped, qint64 nMs) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "copy/STCopyOutcome.h"
+
 #include <QString>
 #include <QtGlobal>
 
@@ -10,23 +12,14 @@
 class CCopyReport
 {
 public:
-    /** For m_nExpected when nobody has measured the item. */
-    static constexpr qint64 UNKNOWN_SIZE = -1;
-
     /** Forgets the previous copy. */
     void Reset();
 
-    /** Counts bytes that reached the destination, whole file or not. */
-    void AddBytes(qint64 nBytes);
+    /** Books a file: its bytes, and whether it is whole, not whole or the one in which a stop was noticed. */
+    void AddFile(const STCopyOutcome& stOutcome);
 
-    /** Counts a file that was copied whole. */
-    void AddFile();
-
-    /** Logs an item that was not copied whole; nExpected may be UNKNOWN_SIZE. */
-    void AddProblem(const QString& strPath, const QString& strReason, qint64 nCopied, qint64 nExpected);
-
-    /** Like AddProblem for the file in which a stop was noticed; the summary names it. */
-    void AddStopped(const QString& strPath, qint64 nCopied, qint64 nExpected);
+    /** Logs an item that was not copied whole; its bytes are not counted. */
+    void AddProblem(const STCopyOutcome& stOutcome);
 
     /** Logs the one line that ends a copy; nMs is the time spent copying. */
     void WriteSummary(bool bStopped, qint64 nMs) const;
@@ -51,5 +44,5 @@ private:
     qint64 m_nFiles = 0;
     qint64 m_nBytes = 0;
     qint64 m_nProblems = 0;
-    QString m_strHalfCopied;
+    QString m_strHalfCopied; // the file in which a stop was noticed
 };

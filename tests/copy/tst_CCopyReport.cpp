@@ -67,7 +67,7 @@ void tst_CCopyReport::ProblemIsOneLine_data()
     QTest::addColumn<QString>("line");
     QTest::newRow("some of it") << qint64(5) << qint64(9)
                                 << R"(Not copied whole: "/a%1\nb": it broke (5 of 9 bytes copied))";
-    QTest::newRow("size unknown") << qint64(0) << CCopyReport::UNKNOWN_SIZE
+    QTest::newRow("size unknown") << qint64(0) << STCopyOutcome::UNKNOWN_SIZE
                                   << R"(Not copied whole: "/a%1\nb": it broke (0 of unknown bytes copied))";
 }
 
@@ -77,7 +77,7 @@ void tst_CCopyReport::ProblemIsOneLine()
     QFETCH(qint64, expected);
     QFETCH(QString, line);
     CCopyReport report;
-    report.AddProblem(QStringLiteral("/a%1\nb"), QStringLiteral("it broke"), copied, expected);
+    report.AddProblem({ENCopyEnd::NOT_WHOLE, "/a%1\nb", {"it broke"}, copied, expected});
     QCOMPARE(LogLines(), QStringList{line});
     QCOMPARE(report.Problems(), 1);
 }
@@ -85,10 +85,8 @@ void tst_CCopyReport::ProblemIsOneLine()
 void tst_CCopyReport::SummaryOfCompletedCopy()
 {
     CCopyReport report;
-    report.AddFile();
-    report.AddFile();
-    report.AddBytes(1000);
-    report.AddBytes(234);
+    report.AddFile({ENCopyEnd::WHOLE, "/a", {}, 1000, 1000});
+    report.AddFile({ENCopyEnd::WHOLE, "/b", {}, 234, 234});
     report.WriteSummary(false, 61005);
     QCOMPARE(LogLines(), QStringList{"Copy completed: files 2, bytes 1234, seconds 61.005, problems 0"});
 }
@@ -96,11 +94,10 @@ void tst_CCopyReport::SummaryOfCompletedCopy()
 void tst_CCopyReport::SummaryOfStoppedCopyNamesHalfCopiedFile()
 {
     CCopyReport report;
-    report.AddBytes(7);
-    report.AddStopped(QStringLiteral("/x\ny"), 7, 9);
+    report.AddFile({ENCopyEnd::STOPPED, "/x\ny", {"it was stopped"}, 7, 9});
     report.WriteSummary(true, 0);
     const QStringList listExpected{
-        R"(Not copied whole: "/x\ny": the copy was stopped (7 of 9 bytes copied))",
+        R"(Not copied whole: "/x\ny": it was stopped (7 of 9 bytes copied))",
         R"(Copy stopped: files 0, bytes 7, seconds 0.000, problems 1, half-copied "/x\ny")",
     };
     QCOMPARE(LogLines(), listExpected);
@@ -109,9 +106,8 @@ void tst_CCopyReport::SummaryOfStoppedCopyNamesHalfCopiedFile()
 void tst_CCopyReport::ResetForgets()
 {
     CCopyReport report;
-    report.AddFile();
-    report.AddBytes(3);
-    report.AddStopped(QStringLiteral("/x"), 1, 2);
+    report.AddFile({ENCopyEnd::WHOLE, "/a", {}, 3, 3});
+    report.AddFile({ENCopyEnd::STOPPED, "/x", {"it was stopped"}, 1, 2});
     report.Reset();
     report.WriteSummary(false, 0);
     QCOMPARE(LogLines().last(),

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QtGlobal>
+
+class QString;
+
+/** What a file's copy asks and tells while it goes on; called on the thread that copies. */
+class CCopyControl
+{
+public:
+    virtual ~CCopyControl() = default;
+
+    /** Before each chunk: returns when the copy goes on, true, or when it is to stop, false. */
+    virtual bool WaitWhilePaused() = 0;
+
+    /** After each chunk: nBytes more of the file of that name are dealt with. */
+    virtual void ChunkDone(const QString& strName, qint64 nBytes) = 0;
+};

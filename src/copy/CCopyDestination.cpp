@@ -1,0 +1,75 @@
+#include "copy/CCopyDestination.h"
+
+#include "copy/CCopyPlatform.h"
+
+#include <QDir>
+
+#include <cerrno>
+#include <unistd.h>
+#include <utility>
+
+/** The file system that holds the path, or would hold it once it is made. */
+static std::optional<quint64> NearestDevice(QString strPath)
+{
+    std::optional<STFileState> stState = CCopyPlatform::GetPathState(strPath);
+    while (!stState) {
+        const int nSlash = strPath.lastIndexOf('/');
+        if ((errno != ENOENT && errno != ENOTDIR) || nSlash < 0 || strPath.size() == 1) {
+            return std::nullopt;
+        }
+        strPath.truncate(qMax(nSlash, 1));
+        stState = CCopyPlatform::GetPathState(strPath);
+    }
+    return stState->nDevice;
+}
+
+/** True when fopen(…, "r") would succeed; a pipe of that name is not waited for. */
+static bool CanBeRead(const QString& strPath)
+{
+    const int nDescriptor = CCopyPlatform::OpenForRead(strPath);
+    if (nDescriptor == -1) {
+        return false;
+    }
+    close(nDescriptor);
+    return true;
+}
+
+CCopyDestination::CCopyDestination(QString strPath)
+    : m_strPath(std::move(strPath))
+    , m_nDevice(NearestDevice(m_strPath))
+{
+}
+
+std::optional<STCopyReason> CCopyDestination::MakeFolder(const QString& strFolder) const
+{
+    // Where the stick was mounted an empty folder may be left: making the path
+    // again would fill the disk that the machine runs from.
+    if (m_nDevice && NearestDevice(m_strPath).value_or(*m_nDevice) != *m_nDevice) {
+        return STCopyReason::DestinationGone();
+    }
+    errno = 0;
+    if (QDir().mkpath(strFolder)) {
+        return std::nullopt;
+    }
+    return STCopyReason{QStringLiteral("its target folder cannot be created"), errno};
+}
+
+QString CCopyDestination::FreeName(const QString& strTarget, const QString& strFolder,
+                                   const QFileInfo& source)
+{
+    // What cannot be read counts as free and is truncated later: it is most
+    // likely the broken remains of an earlier attempt.
+    if (!CanBeRead(strTarget)) {
+        return strTarget;
+    }
+    // No dot before the suffix: docs/behaviour.md.
+    const QString strSuffix = source.suffix();
+    const QString strStem
+        = strFolder + '/' + (strSuffix.isEmpty() ? source.fileName() : source.completeBaseName()) + '_';
+    for (qint64 nNumber = 1;; ++nNumber) {
+        QString strName = strStem + QString::number(nNumber) + strSuffix;
+        if (!CanBeRead(strName)) {
+            return strName;
+        }
+    }
+}

@@ -1,0 +1,208 @@
+#include "copy/CFileCopy.h"
+
+#include "copy/CCopyControl.h"
+
+#include <QDebug>
+#include <QThread>
+
+#include <cerrno>
+#include <new>
+#include <utility>
+
+// A chunk goes through the front of its buffer in pieces: what was read is then
+// still in the processor's cache when it is written.
+static const qint64 PIECE = qint64(256) * 1024;
+
+static const unsigned long CHUNK_SLEEP_US = 100; // keeps the machine responsive
+
+/** Whether opening the path may hang or set something off. */
+static bool IsSpecial(const QString& strPath)
+{
+    const std::optional<STFileState> stState = CCopyPlatform::GetPathState(strPath);
+    return stState && stState->enKind == ENFileKind::SPECIAL;
+}
+
+CFileCopy::CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control)
+    : m_control(control)
+    , m_strName(source.fileName())
+    , m_strFolder(std::move(strFolder))
+    , m_nChunk(qMax<qint64>(nChunk, 1))
+{
+    m_stOutcome.strPath = source.absoluteFilePath();
+    m_stOutcome.nExpected = source.size();
+}
+
+STCopyOutcome CFileCopy::Copy(const QString& strTarget)
+{
+    if (IsSpecial(m_stOutcome.strPath)) {
+        Fail(QStringLiteral("a pipe, socket or device"));
+    } else if (OpenTarget(strTarget) && OpenSource()) {
+        MoveBytes();
+    }
+    Finish();
+    return m_stOutcome;
+}
+
+qint64 CFileCopy::ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos)
+{
+    if (!file.seek(nPos)) {
+        return SEEK_FAILED;
+    }
+    const qint64 nRead = file.read(pBuf, nLen);
+    return nRead < 0 ? READ_FAILED : nRead;
+}
+
+bool CFileCopy::OpenTarget(const QString& strTarget)
+{
+    m_pTarget.reset(fopen(QFile::encodeName(strTarget).constData(), "wb"));
+    if (!m_pTarget) {
+        const int nError = errno;
+        if (QFileInfo::exists(m_strFolder)) {
+            Fail({QStringLiteral("its target cannot be created"), nError, strTarget});
+        } else {
+            Fail(STCopyReason::DestinationGone());
+        }
+        return false;
+    }
+    CCopyPlatform::KeepFromChildren(fileno(m_pTarget.get()));
+    // The pieces are large already; a buffer between would copy them once more.
+    setvbuf(m_pTarget.get(), nullptr, _IONBF, 0);
+    return true;
+}
+
+bool CFileCopy::OpenSource()
+{
+    const int nDescriptor = CCopyPlatform::OpenForRead(m_stOutcome.strPath);
+    const int nError = errno;
+    const QIODevice::OpenMode mode = QIODevice::ReadOnly | QIODevice::Unbuffered;
+    if (nDescriptor == -1 || !m_source.open(nDescriptor, mode, QFileDevice::AutoCloseHandle)) {
+        qDebug("open file failed");
+        Fail(QStringLiteral("open file failed"), nError);
+        return false;
+    }
+    const std::optional<STFileState> stState = CCopyPlatform::GetOpenState(nDescriptor);
+    if (!stState || stState->enKind != ENFileKind::REGULAR) {
+        Fail(QStringLiteral("no longer a file"));
+        return false;
+    }
+    m_stBegin = *stState;
+    // The size known so far may date from when the selection was counted.
+    m_stOutcome.nExpected = m_stBegin.nSize;
+    // Not zeroed: for a small file that would cost more than the copy itself.
+    m_pBuffer.reset(new (std::nothrow) char[size_t(m_nChunk)]);
+    if (!m_pBuffer) {
+        Fail(QStringLiteral("not enough memory"));
+    }
+    return bool(m_pBuffer);
+}
+
+void CFileCopy::MoveBytes()
+{
+    while (m_nOffset < m_stOutcome.nExpected) {
+        if (!m_control.WaitWhilePaused()) {
+            Fail(QStringLiteral("the copy was stopped"));
+            m_stOutcome.enEnd = ENCopyEnd::STOPPED;
+            return;
+        }
+        const qint64 nRemaining = m_stOutcome.nExpected - m_nOffset;
+        const std::optional<qint64> nMoved = MoveChunk(qMin(nRemaining, m_nChunk));
+        if (!nMoved) {
+            return;
+        }
+        if (!QFileInfo::exists(m_strFolder)) {
+            Fail(STCopyReason::DestinationGone());
+            return;
+        }
+        if (*nMoved == 0) {
+            Fail(QStringLiteral("became shorter while it was copied"));
+        }
+        // An empty read is the end of a file that became shorter; counting the
+        // rest as done keeps the percentage right for the files that follow.
+        const qint64 nStep = *nMoved > 0 ? *nMoved : nRemaining;
+        m_control.ChunkDone(m_strName, nStep);
+        QThread::usleep(CHUNK_SLEEP_US);
+        m_nOffset += nStep;
+    }
+}
+
+/** Moves up to nLen bytes and returns their number, or nothing when it failed. */
+std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
+{
+    qint64 nMoved = 0;
+    while (nMoved < nLen) {
+        const int nPiece = int(qMin(nLen - nMoved, PIECE));
+        errno = 0;
+        const qint64 nRead = ReadAt(m_source, m_pBuffer.get(), nPiece, m_nOffset + nMoved);
+        const int nError = errno;
+        if (nRead < 0 && nMoved > 0) {
+            // As with one large read, what came before the bad place is a short
+            // chunk of its own, and the next chunk meets the failure at its start.
+            return nMoved;
+        }
+        if (nRead < 0) {
+            const QString strLine = QStringLiteral("ReadFile ret = ") + QString::number(nRead);
+            qDebug().noquote() << strLine;
+            Fail(strLine, nError);
+            return std::nullopt;
+        }
+        if (!Write(nRead)) {
+            return std::nullopt;
+        }
+        nMoved += nRead;
+        if (nRead < nPiece) {
+            break;
+        }
+    }
+    return nMoved;
+}
+
+/** Writes the front of the buffer to the target. */
+bool CFileCopy::Write(qint64 nLen)
+{
+    const size_t nWritten = fwrite(m_pBuffer.get(), 1, size_t(nLen), m_pTarget.get());
+    m_stOutcome.nCopied += qint64(nWritten);
+    if (qint64(nWritten) != nLen) {
+        Fail(QStringLiteral("its target cannot be written"), errno);
+        return false;
+    }
+    return true;
+}
+
+/** Closes the target, with the source's time when it is whole. */
+void CFileCopy::Finish()
+{
+    if (m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
+        if (!CCopyPlatform::SetModifiedTime(fileno(m_pTarget.get()), m_stBegin)) {
+            Fail(QStringLiteral("its time cannot be kept"), errno);
+        }
+        CompareSource();
+    }
+    // Some file systems tell only now that the bytes found no room.
+    if (m_pTarget && fclose(m_pTarget.release()) != 0 && m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
+        Fail(QStringLiteral("its target cannot be closed"), errno);
+    }
+}
+
+/** Looks whether the source is still what was copied. */
+void CFileCopy::CompareSource()
+{
+    const std::optional<STFileState> stEnd = CCopyPlatform::GetOpenState(m_source.handle());
+    if (!stEnd) {
+        return;
+    }
+    if (stEnd->bRemoved) {
+        Fail(QStringLiteral("was removed while it was copied"));
+    } else if (stEnd->nSize != m_stBegin.nSize || stEnd->nModifiedSec != m_stBegin.nModifiedSec
+               || stEnd->nModifiedNsec != m_stBegin.nModifiedNsec) {
+        Fail(QStringLiteral("changed while it was copied, it has ") + QString::number(stEnd->nSize)
+             + QStringLiteral(" bytes now"));
+    }
+}
+
+void CFileCopy::Fail(const QString& strText, int nError) { Fail(STCopyReason{strText, nError}); }
+
+void CFileCopy::Fail(const STCopyReason& stReason)
+{
+    m_stOutcome.enEnd = ENCopyEnd::NOT_WHOLE;
+    m_stOutcome.stReason = stReason;
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "copy/CCopyPlatform.h"
+#include "copy/STCopyOutcome.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QString>
+
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+class CCopyControl;
+
+/**
+ * Copies one file: opens it, moves its bytes in chunks and finishes it.
+ *
+ * It knows no other file and nothing of the place where its end is booked: it
+ * asks the control before each chunk and returns what became of the file. One
+ * object copies once, on one thread.
+ */
+class CFileCopy
+{
+public:
+    static constexpr qint64 SEEK_FAILED = -1; ///< result of ReadAt
+    static constexpr qint64 READ_FAILED = -2; ///< result of ReadAt
+
+    /** Copies source into strFolder, which exists, in chunks of nChunk bytes; control outlives this. */
+    CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control);
+
+    /** Creates or truncates strTarget, copies into it and closes it; call it once. */
+    STCopyOutcome Copy(const QString& strTarget);
+
+    /** Reads up to nLen bytes from nPos into pBuf; returns their number, SEEK_FAILED or READ_FAILED. */
+    static qint64 ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos);
+
+private:
+    struct STCloseFile
+    {
+        void operator()(FILE* pFile) const { fclose(pFile); }
+    };
+
+    bool OpenTarget(const QString& strTarget);
+    bool OpenSource();
+    void MoveBytes();
+    std::optional<qint64> MoveChunk(qint64 nLen);
+    bool Write(qint64 nLen);
+    void Finish();
+    void CompareSource();
+    void Fail(const QString& strText, int nError = 0);
+    void Fail(const STCopyReason& stReason);
+
+    CCopyControl& m_control;
+    const QString m_strName; // as told to the control
+    const QString m_strFolder;
+    const qint64 m_nChunk;
+    qint64 m_nOffset = 0; // bytes dealt with
+    QFile m_source;
+    std::unique_ptr<FILE, STCloseFile> m_pTarget;
+    std::unique_ptr<char[]> m_pBuffer;
+    STFileState m_stBegin; // of the source when it was opened
+    STCopyOutcome m_stOutcome;
+};

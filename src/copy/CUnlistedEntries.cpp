@@ -1,0 +1,64 @@
+#include "copy/CUnlistedEntries.h"
+
+#include "copy/CCopyPlatform.h"
+#include "tree/CDirNode.h"
+
+#include <QFile>
+
+#include <cerrno>
+
+static QSet<QString> NamesOfChildren(const CDirNode& node)
+{
+    QSet<QString> setName;
+    setName.reserve(node.m_listChild.count());
+    for (const CDirNode* pChild : node.m_listChild) {
+        setName.insert(pChild->m_fileInfo.fileName());
+    }
+    return setName;
+}
+
+// The folder is opened last: a slow disk may take long for it, and the node may be gone.
+CUnlistedEntries::CUnlistedEntries(const CDirNode& node)
+    : m_strFolder(node.m_fileInfo.absoluteFilePath())
+    , m_bLeadsBack(node.m_nListError == ELOOP)
+    , m_setListed(NamesOfChildren(node))
+    , m_folder(QFile::encodeName(m_strFolder).constData())
+{
+}
+
+std::optional<STCopyOutcome> CUnlistedEntries::Next()
+{
+    while (!m_bEnded && m_folder.Next()) {
+        if (m_setListed.isEmpty()) {
+            return Folder({m_bLeadsBack ? QStringLiteral("a link to a folder that it lies in, not followed")
+                                        : QStringLiteral("its contents were never listed")});
+        }
+        const QString strName = QFile::decodeName(m_folder.Name());
+        if (!m_setListed.contains(strName)) {
+            return Entry(strName);
+        }
+    }
+    if (m_bEnded || m_folder.Error() == 0) {
+        return std::nullopt;
+    }
+    return Folder({m_folder.IsOpen() ? QStringLiteral("its contents cannot be listed to the end")
+                                     : QStringLiteral("its contents cannot be listed"),
+                   m_folder.Error()});
+}
+
+STCopyOutcome CUnlistedEntries::Entry(const QString& strName) const
+{
+    const QString strPath = m_strFolder + '/' + strName;
+    const std::optional<STFileState> stState = CCopyPlatform::GetPathState(strPath);
+    const bool bFile = stState && stState->enKind == ENFileKind::REGULAR;
+    return STCopyOutcome::Missing(
+        strPath, {QStringLiteral("not in the tree: left out for its name, or newer than the list")},
+        bFile ? stState->nSize : STCopyOutcome::UNKNOWN_SIZE);
+}
+
+/** The folder as a whole, which is the last that is told. */
+STCopyOutcome CUnlistedEntries::Folder(const STCopyReason& stReason)
+{
+    m_bEnded = true;
+    return STCopyOutcome::Missing(m_strFolder, stReason);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+/** How the copy of one item ended. */
+enum class ENCopyEnd
+{
+    WHOLE, ///< every byte and the time of the source
+    STOPPED, ///< left where it stood, because the copy was told to stop
+    NOT_WHOLE ///< something kept it from being whole
+};
+
+/** Why an item was not copied whole, in parts; CCopyReport makes a sentence of them. */
+struct STCopyReason
+{
+    QString strText = {}; ///< in plain words, to stand behind the item's path
+    int nError = 0; ///< errno value that goes with it, 0 when the system gave none
+    QString strTarget = {}; ///< the path at the destination that it is about, when its name matters
+
+    /** The destination is not reached any more, or another disk is in its place. */
+    static STCopyReason DestinationGone() { return {QStringLiteral("destination gone")}; }
+};
+
+/** What became of one item, a file or a folder. */
+struct STCopyOutcome
+{
+    /** For nExpected when nobody has measured the item. */
+    static constexpr qint64 UNKNOWN_SIZE = -1;
+
+    ENCopyEnd enEnd = ENCopyEnd::WHOLE;
+    QString strPath = {}; ///< at the source
+    STCopyReason stReason = {}; ///< empty when the item is whole
+    qint64 nCopied = 0; ///< bytes that reached the destination
+    qint64 nExpected = UNKNOWN_SIZE; ///< bytes at the source
+
+    /** For an item of which nothing was copied. */
+    static STCopyOutcome Missing(const QString& strPath, const STCopyReason& stReason,
+                                 qint64 nExpected = UNKNOWN_SIZE)
+    {
+        return {ENCopyEnd::NOT_WHOLE, strPath, stReason, 0, nExpected};
+    }
+};
