@@ -22,75 +22,73 @@
 // every level holds an open folder while the ones below are looked at.
 static const int MAX_DEPTH = 64;
 
-static bool Refuse(QString* pReason, const QByteArray& baPath, const QString& strWhat)
+static QString Told(const QByteArray& baPath, const QString& strWhat)
 {
-    if (pReason != nullptr) {
-        *pReason = QStringLiteral("\"%1\" %2").arg(QFile::decodeName(baPath), strWhat);
-    }
-    return false;
+    return QStringLiteral("\"%1\" %2").arg(QFile::decodeName(baPath), strWhat);
 }
 
-static bool RefuseUnknown(QString* pReason, const QByteArray& baPath, int nError)
+static QString ToldUnknown(const QByteArray& baPath, int nError)
 {
-    return Refuse(pReason, baPath,
-                  QStringLiteral("cannot be looked at: ") + QString::fromLocal8Bit(std::strerror(nError)));
+    return Told(baPath,
+                QStringLiteral("cannot be looked at: ") + QString::fromLocal8Bit(std::strerror(nError)));
 }
 
-static bool HoldsOnlyFolders(CFolderReader& folder, const QByteArray& baPath, dev_t nDevice, int nDepth,
-                             QString* pReason);
+static std::optional<QString> ObstacleIn(CFolderReader& folder, const QByteArray& baPath, dev_t nDevice,
+                                         int nDepth);
 
-static bool IsOnlyFolders(const CFolderReader& parent, const QByteArray& baPath, dev_t nDevice, int nDepth,
-                          QString* pReason)
+/** What stands in the way of removing the entry that the reader is at. */
+static std::optional<QString> ObstacleAt(const CFolderReader& parent, const QByteArray& baPath, dev_t nDevice,
+                                         int nDepth)
 {
     struct stat status;
     if (::fstatat(parent.Descriptor(), parent.Name(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
-        return RefuseUnknown(pReason, baPath, errno);
+        return ToldUnknown(baPath, errno);
     }
     if (S_ISLNK(status.st_mode)) {
-        return Refuse(pReason, baPath, QStringLiteral("is a link"));
+        return Told(baPath, QStringLiteral("is a link"));
     }
     if (!S_ISDIR(status.st_mode)) {
-        return Refuse(pReason, baPath, QStringLiteral("is a file"));
+        return Told(baPath, QStringLiteral("is a file"));
     }
     // Mounted after the table was read, or a part of the volume with a life of its own.
     if (status.st_dev != nDevice) {
-        return Refuse(pReason, baPath, QStringLiteral("is on another volume"));
+        return Told(baPath, QStringLiteral("is on another volume"));
     }
     if (nDepth >= MAX_DEPTH) {
-        return Refuse(pReason, baPath, QStringLiteral("is nested too deeply"));
+        return Told(baPath, QStringLiteral("is nested too deeply"));
     }
     CFolderReader folder(parent.Descriptor(), parent.Name());
-    return HoldsOnlyFolders(folder, baPath, nDevice, nDepth + 1, pReason);
+    return ObstacleIn(folder, baPath, nDevice, nDepth + 1);
 }
 
-static bool HoldsOnlyFolders(CFolderReader& folder, const QByteArray& baPath, dev_t nDevice, int nDepth,
-                             QString* pReason)
+static std::optional<QString> ObstacleIn(CFolderReader& folder, const QByteArray& baPath, dev_t nDevice,
+                                         int nDepth)
 {
     while (folder.Next()) {
-        if (!IsOnlyFolders(folder, baPath + '/' + folder.Name(), nDevice, nDepth, pReason)) {
-            return false;
+        if (auto strObstacle = ObstacleAt(folder, baPath + '/' + folder.Name(), nDevice, nDepth)) {
+            return strObstacle;
         }
     }
-    return folder.Error() == 0 || RefuseUnknown(pReason, baPath, folder.Error());
+    return folder.Error() == 0 ? std::nullopt : std::optional(ToldUnknown(baPath, folder.Error()));
 }
 
 /**
  * The table of mounts is asked as well as the devices of the folders: a volume
  * can be mounted a second time inside itself, with one device for both.
  */
-static bool HoldsNoMountPoint(const QByteArray& baFolder, QString* pReason)
+static std::optional<QString> MountPointIn(const QByteArray& baFolder)
 {
-    QList<QByteArray> listPoint;
-    if (!CVolumeInfo::MountPoints(&listPoint)) {
-        return Refuse(pReason, baFolder, QStringLiteral("may hold mount points: the table cannot be read"));
+    const std::optional<QByteArrayList> listPoint = CVolumeInfo::MountPoints();
+    if (!listPoint) {
+        return Told(baFolder, QStringLiteral("may hold mount points: the table cannot be read"));
     }
     const QByteArray baPrefix = baFolder == "/" ? baFolder : baFolder + '/';
-    for (const QByteArray& baPoint : listPoint) {
+    for (const QByteArray& baPoint : *listPoint) {
         if (baPoint.startsWith(baPrefix) && baPoint != baPrefix) {
-            return Refuse(pReason, baPoint, QStringLiteral("is a mount point"));
+            return Told(baPoint, QStringLiteral("is a mount point"));
         }
     }
-    return true;
+    return std::nullopt;
 }
 
 static QByteArray RealPath(const QByteArray& baPath)
@@ -100,23 +98,24 @@ static QByteArray RealPath(const QByteArray& baPath)
     return QByteArray(pReal.get());
 }
 
-bool CLeftoverFolder::IsHarmlessToRemove(const QString& strFolder, QString* pReason)
+std::optional<QString> CLeftoverFolder::Obstacle(const QString& strFolder)
 {
     // A trailing slash would make the system follow a link.
     const QByteArray baFolder = QFile::encodeName(QDir::cleanPath(strFolder));
     CFolderReader folder(AT_FDCWD, baFolder.constData());
     if (!folder.IsOpen()) {
-        return RefuseUnknown(pReason, baFolder, folder.Error());
+        return ToldUnknown(baFolder, folder.Error());
     }
     struct stat status;
     if (::fstat(folder.Descriptor(), &status) != 0) {
-        return RefuseUnknown(pReason, baFolder, errno);
+        return ToldUnknown(baFolder, errno);
     }
     const QByteArray baReal = RealPath(baFolder);
     if (baReal.isEmpty()) {
-        return RefuseUnknown(pReason, baFolder, errno);
+        return ToldUnknown(baFolder, errno);
     }
-    return HoldsNoMountPoint(baReal, pReason) && HoldsOnlyFolders(folder, baReal, status.st_dev, 0, pReason);
+    const std::optional<QString> strMountPoint = MountPointIn(baReal);
+    return strMountPoint ? strMountPoint : ObstacleIn(folder, baReal, status.st_dev, 0);
 }
 
 // The command is pointed at the folder of all volumes, not at the one mount
@@ -128,10 +127,9 @@ void CLeftoverFolder::CleanMountPoint(const QString& strVolume)
         return;
     }
     const QString strFolder = QFileInfo(strMountPoint).absolutePath();
-    QString strReason;
-    if (!IsHarmlessToRemove(strFolder, &strReason)) {
-        g_TarnwickLog.LogExt(
-            QStringLiteral("left-over mount point kept, \"%1\" is not empty: %2").arg(strFolder, strReason));
+    if (const std::optional<QString> strObstacle = Obstacle(strFolder)) {
+        g_TarnwickLog.LogExt(QStringLiteral("left-over mount point kept, \"%1\" is not empty: %2")
+                                 .arg(strFolder, *strObstacle));
         return;
     }
     g_TarnwickLog.LogExt(QStringLiteral("cleaning left-over mount points in \"%1\"").arg(strFolder));

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 /**
  * The clean-up of left-over mount points: a disk that is pulled can leave its
  * empty folder behind, which would be mistaken for a volume.
@@ -10,12 +12,12 @@ class CLeftoverFolder
 {
 public:
     /**
-     * True when everything below strFolder is empty plain folders: no mount
-     * point, no file, no link. Otherwise false, also when that cannot be found
-     * out, and *pReason (may be null) says what stands there. The folder itself
-     * may be a mount point, but not a link. Any thread.
+     * What stands in the way of removing strFolder, in words; nothing when all
+     * below it is empty plain folders: no mount point, no file, no link. What
+     * cannot be found out stands in the way. The folder itself may be a mount
+     * point, but not a link. Any thread.
      */
-    static bool IsHarmlessToRemove(const QString& strFolder, QString* pReason);
+    static std::optional<QString> Obstacle(const QString& strFolder);
 
     /**
      * Starts to clean away what the removed volume of this name has left; the

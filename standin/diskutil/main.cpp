@@ -17,7 +17,8 @@ int main(int argc, char* argv[])
     if (argc != 4 || std::strcmp(argv[1], "info") != 0 || std::strcmp(argv[2], "-plist") != 0) {
         return Fail("Usage: diskutil info -plist DEVICENODE", "");
     }
-    const CDiskQuery query(CSysBlock(), CMountList::OfProcess());
+    // Without a table the disk is described as one that is not mounted.
+    const CDiskQuery query(CSysBlock(), CMountList(CMountTable::Mounts().value_or(std::vector<STMount>())));
     const std::optional<STDiskInfo> info = query.Describe(argv[3]);
     if (!info) {
         return Fail("Could not find disk: ", argv[3]);

@@ -1,11 +1,11 @@
 #include "disk/CDiskListener.h"
 #include "disk/CForbiddenCall.h"
-#include "disk/VolumeNames.h"
 #include "disk/platform/IDiskEventSource.h"
 #include "files/CFileNameCodec.h"
 #include "support/CLogCapture.h"
 #include "support/CVolume.h"
 #include "support/LogFile.h"
+#include "support/VolumeNames.h"
 
 #include <QDir>
 #include <QThread>

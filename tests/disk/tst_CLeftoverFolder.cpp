@@ -45,15 +45,13 @@ private slots:
 /** The reason for which a folder must stay, empty when it may go. */
 static QString Reason(const QString& strFolder)
 {
-    QString strReason;
-    const bool bHarmless = CLeftoverFolder::IsHarmlessToRemove(strFolder, &strReason);
-    return bHarmless ? QString() : strReason;
+    return CLeftoverFolder::Obstacle(strFolder).value_or(QString());
 }
 
 void tst_CLeftoverFolder::EmptyFolder()
 {
     CTempTree tree;
-    QVERIFY(CLeftoverFolder::IsHarmlessToRemove(tree.MkDir(QStringLiteral("left")), nullptr));
+    QVERIFY(!CLeftoverFolder::Obstacle(tree.MkDir(QStringLiteral("left"))).has_value());
     QCOMPARE(Reason(tree.Path()), QString());
 }
 
@@ -63,8 +61,8 @@ void tst_CLeftoverFolder::EmptyFoldersInFolders()
     tree.MkDir(QStringLiteral("STICK/a/b/c"));
     tree.MkDir(QStringLiteral("STICK/.hidden"));
     tree.MkDir(QStringLiteral("OTHER"));
-    QVERIFY(CLeftoverFolder::IsHarmlessToRemove(tree.Path(), nullptr));
-    QVERIFY(CLeftoverFolder::IsHarmlessToRemove(tree.Path() + QLatin1Char('/'), nullptr));
+    QVERIFY(!CLeftoverFolder::Obstacle(tree.Path()).has_value());
+    QVERIFY(!CLeftoverFolder::Obstacle(tree.Path() + QLatin1Char('/')).has_value());
 }
 
 void tst_CLeftoverFolder::FolderThatIsAMountPointItself()
@@ -110,7 +108,7 @@ void tst_CLeftoverFolder::RefusesAnEntry()
     QFETCH(QString, strEnd);
     CTempTree tree;
     MakeEntry(&tree, strKind);
-    QVERIFY(!CLeftoverFolder::IsHarmlessToRemove(tree.Path(), nullptr));
+    QVERIFY(CLeftoverFolder::Obstacle(tree.Path()).has_value());
     QVERIFY2(Reason(tree.Path()).endsWith(strEnd), qPrintable(Reason(tree.Path())));
 }
 
@@ -164,7 +162,7 @@ void tst_CLeftoverFolder::RefusesAMountPointWhenGivenThroughALink()
     const QByteArray baPoint = QFile::encodeName(tree.MkDir(QStringLiteral("real/left/point")));
     tree.Link(QStringLiteral("alias"), QStringLiteral("real"));
     QVERIFY(CVolume::Bind(baFrom, baPoint));
-    QVERIFY(!CLeftoverFolder::IsHarmlessToRemove(tree.Path(QStringLiteral("alias/left")), nullptr));
+    QVERIFY(CLeftoverFolder::Obstacle(tree.Path(QStringLiteral("alias/left"))).has_value());
     QVERIFY(CVolume::Unmount(baPoint));
 }
 
@@ -183,7 +181,7 @@ void tst_CLeftoverFolder::RefusesALinkAsTheFolder()
     tree.MkDir(QStringLiteral("real"));
     tree.Link(QStringLiteral("link"), QStringLiteral("real"));
     const QString strLink = tree.Path(QStringLiteral("link")) + strSuffix;
-    QVERIFY(!CLeftoverFolder::IsHarmlessToRemove(strLink, nullptr));
+    QVERIFY(CLeftoverFolder::Obstacle(strLink).has_value());
     QVERIFY(Reason(strLink).startsWith(QStringLiteral("\"") + tree.Path(QStringLiteral("link"))));
 }
 
@@ -193,13 +191,13 @@ void tst_CLeftoverFolder::RefusesAMissingFolder()
     QCOMPARE(Reason(tree.Path(QStringLiteral("gone"))),
              QStringLiteral("\"%1\" cannot be looked at: No such file or directory")
                  .arg(tree.Path(QStringLiteral("gone"))));
-    QVERIFY(!CLeftoverFolder::IsHarmlessToRemove(QString(), nullptr));
+    QVERIFY(CLeftoverFolder::Obstacle(QString()).has_value());
 }
 
 void tst_CLeftoverFolder::RefusesAFile()
 {
     CTempTree tree;
-    QVERIFY(!CLeftoverFolder::IsHarmlessToRemove(tree.Write(QStringLiteral("file"), "x"), nullptr));
+    QVERIFY(CLeftoverFolder::Obstacle(tree.Write(QStringLiteral("file"), "x")).has_value());
 }
 
 /** Takes from this thread, for as long as it lives, the right to read what its permissions forbid. */
@@ -270,7 +268,7 @@ void tst_CLeftoverFolder::RefusesWhatIsNestedTooDeeply()
     CTempTree tree;
     const QString strTwenty = QStringLiteral("d/").repeated(20);
     tree.MkDir(strTwenty);
-    QVERIFY(CLeftoverFolder::IsHarmlessToRemove(tree.Path(), nullptr));
+    QVERIFY(!CLeftoverFolder::Obstacle(tree.Path()).has_value());
     tree.MkDir(strTwenty.repeated(5));
     QVERIFY(Reason(tree.Path()).endsWith(QStringLiteral("is nested too deeply")));
 }
@@ -279,7 +277,7 @@ void tst_CLeftoverFolder::LivesWithoutARequestForTheReason()
 {
     CTempTree tree;
     tree.Write(QStringLiteral("STICK/file"));
-    QVERIFY(!CLeftoverFolder::IsHarmlessToRemove(tree.Path(), nullptr));
+    QVERIFY(CLeftoverFolder::Obstacle(tree.Path()).has_value());
 }
 
 void tst_CLeftoverFolder::OtherVolumesMayStandBesideTheFolder()

@@ -1,7 +1,7 @@
-#include "disk/VolumeNames.h"
 #include "disk/platform/linux/CMountWatch.h"
 #include "files/CFileNameCodec.h"
 #include "support/CVolume.h"
+#include "support/VolumeNames.h"
 
 #include <QDir>
 #include <QEventLoop>

@@ -1,7 +1,7 @@
-#include "disk/VolumeNames.h"
 #include "disk/platform/CVolumeInfo.h"
 #include "files/CFileNameCodec.h"
 #include "support/CVolume.h"
+#include "support/VolumeNames.h"
 
 #include <QDir>
 #include <QtTest>
@@ -75,8 +75,7 @@ void tst_CVolumeInfo::NoDeviceForAPathThatIsNotThere()
 void tst_CVolumeInfo::MountPointsAreAbsolutePaths()
 {
     QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/line\nbreak"));
-    QList<QByteArray> listPoint;
-    QVERIFY(CVolumeInfo::MountPoints(&listPoint));
+    const QByteArrayList listPoint = CVolumeInfo::MountPoints().value_or(QByteArrayList());
     QVERIFY(listPoint.contains("/Volumes/line\nbreak"));
     QVERIFY(listPoint.contains("/proc"));
 }

@@ -86,22 +86,15 @@ void tst_MacVolumeInfo::MountPoints_data()
 void tst_MacVolumeInfo::MountPoints()
 {
     QFETCH(int, nCount);
-    QList<QByteArray> listExpected;
+    QByteArrayList listExpected;
     for (int i = 0; i < nCount; ++i) {
         s_listVolume.append({"/Volumes/V" + QByteArray::number(i), "/dev/disk" + QByteArray::number(i)});
         listExpected.append(s_listVolume.last().baPoint);
     }
-    QList<QByteArray> listPoint;
-    QVERIFY(CVolumeInfo::MountPoints(&listPoint));
-    QCOMPARE(listPoint, listExpected);
+    QCOMPARE(CVolumeInfo::MountPoints().value_or(QByteArrayList()), listExpected);
 }
 
-void tst_MacVolumeInfo::NoTable()
-{
-    QList<QByteArray> listPoint;
-    QVERIFY(!CVolumeInfo::MountPoints(&listPoint));
-    QCOMPARE(listPoint, QList<QByteArray>());
-}
+void tst_MacVolumeInfo::NoTable() { QVERIFY(!CVolumeInfo::MountPoints().has_value()); }
 
 QTEST_GUILESS_MAIN(tst_MacVolumeInfo)
 #include "tst_MacVolumeInfo.moc"

@@ -32,7 +32,8 @@ private:
     std::optional<STDiskInfo> Describe(const CFakeSys& fake, const QByteArray& baMounts,
                                        const QByteArray& baNode)
     {
-        const CDiskQuery query(CSysBlock(fake.Root().toStdString()), CMountList(baMounts.toStdString()));
+        const CDiskQuery query(CSysBlock(fake.Root().toStdString()),
+                               CMountList(CMountTable::Parse(baMounts.toStdString())));
         return query.Describe(baNode.toStdString());
     }
 };

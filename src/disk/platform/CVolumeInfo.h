@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QByteArray>
-#include <QList>
+#include <QByteArrayList>
 #include <QString>
+
+#include <optional>
 
 /** What the system's table of mounts says, read afresh by each call. Any thread. */
 class CVolumeInfo
@@ -15,9 +17,6 @@ public:
      */
     static QByteArray DeviceOf(const QString& strPath);
 
-    /**
-     * Fills in every mount point as absolute path, in the system's own bytes.
-     * False when the table cannot be read.
-     */
-    static bool MountPoints(QList<QByteArray>* pListPoints);
+    /** Every mount point as absolute path, in the system's own bytes; nothing when they cannot be read. */
+    static std::optional<QByteArrayList> MountPoints();
 };

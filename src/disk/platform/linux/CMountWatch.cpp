@@ -14,11 +14,14 @@ bool CMountWatch::Start()
 {
     // Opened before the first reading, so that no change can fall in between.
     m_fileSignal.setFileName(QFile::decodeName(CMountTable::FileName()));
-    QByteArray baText;
-    if (!m_fileSignal.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || !CMountTable::Read(&baText)) {
+    if (!m_fileSignal.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         return false;
     }
-    m_listMount = CMountTable::Parse(baText);
+    const std::optional<std::vector<STMount>> listVolume = Volumes();
+    if (!listVolume) {
+        return false;
+    }
+    m_listVolume = *listVolume;
     // The kernel signals a change as urgent data, and clears it with the poll that saw it.
     m_pNotifier = std::make_unique<QSocketNotifier>(m_fileSignal.handle(), QSocketNotifier::Exception);
     QObject::connect(m_pNotifier.get(), &QSocketNotifier::activated, m_pNotifier.get(),
@@ -26,27 +29,33 @@ bool CMountWatch::Start()
     return true;
 }
 
-/** Where the folder really is; the folder itself as long as it is not there. */
-QByteArray CMountWatch::RealFolder() const
+/** The volumes of the folder, as its entries. The table knows their real paths only. */
+std::optional<std::vector<STMount>> CMountWatch::Volumes() const
 {
+    const std::optional<std::vector<STMount>> listMount = CMountTable::Mounts();
+    if (!listMount) {
+        return std::nullopt;
+    }
     const QString strReal = QFileInfo(QFile::decodeName(m_baFolder)).canonicalFilePath();
-    return strReal.isEmpty() ? m_baFolder : QFile::encodeName(strReal);
+    if (strReal.isEmpty()) {
+        return std::vector<STMount>(); // the folder is not there, or its link leads nowhere
+    }
+    const std::string strFolder = QFile::encodeName(strReal).toStdString();
+    std::vector<STMount> listVolume = CMountChanges::VolumesIn(strFolder, *listMount);
+    for (STMount& volume : listVolume) {
+        volume.strPoint.replace(0, strFolder.size(), m_baFolder.constData());
+    }
+    return listVolume;
 }
 
 void CMountWatch::OnTableChanged()
 {
-    QByteArray baText;
-    if (!CMountTable::Read(&baText)) {
+    const std::optional<std::vector<STMount>> listNow = Volumes();
+    if (!listNow) {
         return;
     }
-    const QVector<STMount> listNow = CMountTable::Parse(baText);
-    const QByteArray baReal = RealFolder();
-    QVector<STDiskEvent> listEvent = CMountTable::Compare(m_listMount, listNow, baReal);
-    for (STDiskEvent& event : listEvent) {
-        event.baPath.replace(0, baReal.size(), m_baFolder);
-    }
-    m_listPending += listEvent;
-    m_listMount = listNow;
+    m_listPending += CMountChanges::Between(m_listVolume, *listNow);
+    m_listVolume = *listNow;
     DeliverPending();
 }
 

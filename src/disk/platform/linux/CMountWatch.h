@@ -1,12 +1,13 @@
 #pragma once
 
-#include "disk/platform/linux/CMountTable.h"
+#include "disk/platform/linux/CMountChanges.h"
 
 #include <QFile>
 #include <QSocketNotifier>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 /**
  * Reports volumes that are mounted in one folder or unmounted from it, with
@@ -33,7 +34,7 @@ public:
     bool Start();
 
 private:
-    QByteArray RealFolder() const;
+    std::optional<std::vector<STMount>> Volumes() const;
     void OnTableChanged();
     void DeliverPending();
 
@@ -41,6 +42,6 @@ private:
     const FnDeliver m_fnDeliver;
     QFile m_fileSignal;
     std::unique_ptr<QSocketNotifier> m_pNotifier;
-    QVector<STMount> m_listMount;
+    std::vector<STMount> m_listVolume; // as far as events were told or are pending
     QVector<STDiskEvent> m_listPending;
 };

@@ -1,8 +1,9 @@
 #include "disk/platform/CVolumeInfo.h"
-#include "disk/platform/linux/CMountTable.h"
+#include "files/CMountTable.h"
 
 #include <QFile>
 
+#include <algorithm>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -43,28 +44,24 @@ static qint64 MountIdOf(const QString& strPath)
 QByteArray CVolumeInfo::DeviceOf(const QString& strPath)
 {
     const qint64 nId = MountIdOf(strPath);
-    QByteArray baText;
-    if (nId == NO_MOUNT || !CMountTable::Read(&baText)) {
+    const auto listMount = nId == NO_MOUNT ? std::nullopt : CMountTable::Mounts();
+    if (!listMount) {
         return QByteArray();
     }
-    const QVector<STMount> listMount = CMountTable::Parse(baText);
-    for (const STMount& mount : listMount) {
-        if (mount.nId == nId) {
-            return mount.baSource;
-        }
-    }
-    return QByteArray();
+    const auto mount = std::find_if(listMount->begin(), listMount->end(),
+                                    [nId](const STMount& stMount) { return stMount.nId == nId; });
+    return mount == listMount->end() ? QByteArray() : QByteArray::fromStdString(mount->strSource);
 }
 
-bool CVolumeInfo::MountPoints(QList<QByteArray>* pListPoints)
+std::optional<QByteArrayList> CVolumeInfo::MountPoints()
 {
-    QByteArray baText;
-    if (!CMountTable::Read(&baText)) {
-        return false;
+    const auto listMount = CMountTable::Mounts();
+    if (!listMount) {
+        return std::nullopt;
     }
-    const QVector<STMount> listMount = CMountTable::Parse(baText);
-    for (const STMount& mount : listMount) {
-        pListPoints->append(mount.baPoint);
+    QByteArrayList listPoint;
+    for (const STMount& mount : *listMount) {
+        listPoint.append(QByteArray::fromStdString(mount.strPoint));
     }
-    return true;
+    return listPoint;
 }

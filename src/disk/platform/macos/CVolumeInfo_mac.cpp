@@ -19,7 +19,7 @@ QByteArray CVolumeInfo::DeviceOf(const QString& strPath)
  * Asked of the kernel: the system's own list of volumes leaves the hidden ones
  * out, and a clean-up must not run into one of those either.
  */
-bool CVolumeInfo::MountPoints(QList<QByteArray>* pListPoints)
+std::optional<QByteArrayList> CVolumeInfo::MountPoints()
 {
     // Volumes may be mounted between counting and reading: a list that fills its
     // room to the last entry may be cut short, and is read again with more.
@@ -29,8 +29,12 @@ bool CVolumeInfo::MountPoints(QList<QByteArray>* pListPoints)
            == listVolume.size()) {
         listVolume.resize(listVolume.size() * 2);
     }
-    for (int i = 0; i < nCount; ++i) {
-        pListPoints->append(QByteArray(listVolume[i].f_mntonname));
+    if (nCount <= 0) {
+        return std::nullopt;
     }
-    return nCount > 0;
+    QByteArrayList listPoint;
+    for (int i = 0; i < nCount; ++i) {
+        listPoint.append(QByteArray(listVolume[i].f_mntonname));
+    }
+    return listPoint;
 }
