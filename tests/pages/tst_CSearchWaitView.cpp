@@ -1,12 +1,11 @@
 #include "pages/CSearchWaitView.h"
+#include "support/Widgets.h"
 
-#include <QAccessible>
 #include <QFrame>
 #include <QLabel>
 #include <QLayout>
 #include <QMovie>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <memory>
 
@@ -20,63 +19,68 @@ class tst_CSearchWaitView : public QObject
 private slots:
     void init();
 
-    void FixedSizeAndTitle();
-    void FormTexts_data();
-    void FormTexts();
-    void FormSizes_data();
-    void FormSizes();
-    void FormLayouts_data();
-    void FormLayouts();
-    void WindowFlags();
-    void FontsComeFromTheSkin();
-    void TitleIsHidden();
-    void SetTextSetsBothLabels();
-    void MessageWidth_data();
-    void MessageWidth();
-    void WrappingStaysOn();
-    void NamesAreShownAsText();
-    void AnimationWaitsForTheStart();
-    void StoppingWhatNeverStartedDoesNothing();
-    void EscapeDoesNotCloseIt();
-    void ReadersHearTheMessage();
-    void ContentIsCentred();
-    void CornersAreTransparentAndPanelIsWhite();
+    void form();
+    void label_data();
+    void label();
+    void frame_data();
+    void frame();
+    void layout_data();
+    void layout();
+    void setTextSetsBothLabels();
+    void messageWidth_data();
+    void messageWidth();
+    void animationWaitsForTheStart();
+    void escapeDoesNotCloseIt();
+    void readersHearTheMessage();
+    void contentIsCentred();
+    void cornersAreTransparentAndPanelIsWhite();
 
 private:
-    QLabel* Label(const char* pName) const { return m_pView->findChild<QLabel*>(QLatin1String(pName)); }
+    QLabel* Label(const char* pName) const { return m_pView->findChild<QLabel*>(pName); }
 
     std::unique_ptr<CSearchWaitView> m_pView;
 };
 
 void tst_CSearchWaitView::init() { m_pView = std::make_unique<CSearchWaitView>(nullptr); }
 
-void tst_CSearchWaitView::FixedSizeAndTitle()
+void tst_CSearchWaitView::form()
 {
     QCOMPARE(m_pView->minimumSize(), QSize(400, 166));
     QCOMPARE(m_pView->maximumSize(), QSize(400, 166));
     QCOMPARE(m_pView->sizeIncrement(), QSize(488, 280));
-    QCOMPARE(m_pView->objectName(), QStringLiteral("CSearchWaitView"));
-    QCOMPARE(m_pView->windowTitle(), QStringLiteral("NotFoundOrNoItemView"));
+    QCOMPARE(m_pView->objectName(), QString("CSearchWaitView"));
+    QCOMPARE(m_pView->windowTitle(), QString("NotFoundOrNoItemView"));
     QCOMPARE(m_pView->styleSheet(), QString());
+    QCOMPARE(m_pView->layout()->contentsMargins(), QMargins());
+    QCOMPARE(int(m_pView->windowFlags()) & 0xE800, 0xE800);
+    QVERIFY(m_pView->testAttribute(Qt::WA_TranslucentBackground));
+    QCOMPARE(Label("label_text")->textFormat(), Qt::PlainText);
+    QVERIFY(ShowActive(m_pView.get()));
+    QVERIFY(m_pView->hasFocus());
+    QVERIFY(m_pView->findChild<QFrame*>("frame_title")->isHidden());
+    QVERIFY(Label("label_text")->isVisible());
 }
 
-void tst_CSearchWaitView::FormTexts_data()
+void tst_CSearchWaitView::label_data()
 {
     QTest::addColumn<QString>("strText");
-    QTest::newRow("label_title") << QStringLiteral("Searching");
-    QTest::newRow("label_text") << QStringLiteral("Searching, please wait...");
+    QTest::addColumn<bool>("bSkinned");
+    QTest::newRow("label_title") << "Searching" << true;
+    QTest::newRow("label_text") << "Searching, please wait..." << true;
     // The animation has replaced the form's own text.
-    QTest::newRow("label_gif") << QString();
+    QTest::newRow("label_gif") << QString() << false;
 }
 
-void tst_CSearchWaitView::FormTexts()
+void tst_CSearchWaitView::label()
 {
+    QFETCH(bool, bSkinned);
     const QLabel* pLabel = Label(QTest::currentDataTag());
     QVERIFY(pLabel);
     QTEST(pLabel->text(), "strText");
+    QVERIFY(!bSkinned || (pLabel->font().family() == "Avenir" && pLabel->font().pixelSize() == 14));
 }
 
-void tst_CSearchWaitView::FormSizes_data()
+void tst_CSearchWaitView::frame_data()
 {
     QTest::addColumn<QSize>("sizeMin");
     QTest::addColumn<QSize>("sizeMax");
@@ -85,15 +89,15 @@ void tst_CSearchWaitView::FormSizes_data()
     QTest::newRow("label_text") << QSize(0, 40) << QSize(250, 40);
 }
 
-void tst_CSearchWaitView::FormSizes()
+void tst_CSearchWaitView::frame()
 {
-    const auto* pWidget = m_pView->findChild<QFrame*>(QLatin1String(QTest::currentDataTag()));
-    QVERIFY(pWidget);
-    QTEST(pWidget->minimumSize(), "sizeMin");
-    QTEST(pWidget->maximumSize(), "sizeMax");
+    const auto* pFrame = m_pView->findChild<QFrame*>(QTest::currentDataTag());
+    QVERIFY(pFrame);
+    QTEST(pFrame->minimumSize(), "sizeMin");
+    QTEST(pFrame->maximumSize(), "sizeMax");
 }
 
-void tst_CSearchWaitView::FormLayouts_data()
+void tst_CSearchWaitView::layout_data()
 {
     QTest::addColumn<int>("nSpacing");
     QTest::newRow("verticalLayout") << 0;
@@ -102,45 +106,21 @@ void tst_CSearchWaitView::FormLayouts_data()
     QTest::newRow("horizontalLayout_2") << 20;
 }
 
-void tst_CSearchWaitView::FormLayouts()
+void tst_CSearchWaitView::layout()
 {
-    const auto* pLayout = m_pView->findChild<QLayout*>(QLatin1String(QTest::currentDataTag()));
+    const auto* pLayout = m_pView->findChild<QLayout*>(QTest::currentDataTag());
     QVERIFY(pLayout);
     QTEST(pLayout->spacing(), "nSpacing");
-    if (pLayout == m_pView->layout()) {
-        QCOMPARE(pLayout->contentsMargins(), QMargins());
-    }
 }
 
-void tst_CSearchWaitView::WindowFlags()
+void tst_CSearchWaitView::setTextSetsBothLabels()
 {
-    QCOMPARE(int(m_pView->windowFlags()) & 0xE800, 0xE800);
-    QVERIFY(m_pView->testAttribute(Qt::WA_TranslucentBackground));
+    m_pView->SetText("message", "title");
+    QCOMPARE(Label("label_text")->text(), QString("message"));
+    QCOMPARE(Label("label_title")->text(), QString("title"));
 }
 
-void tst_CSearchWaitView::FontsComeFromTheSkin()
-{
-    for (const char* pName : {"label_text", "label_title"}) {
-        QCOMPARE(Label(pName)->font().family(), QStringLiteral("Avenir"));
-        QCOMPARE(Label(pName)->font().pixelSize(), 14);
-    }
-}
-
-void tst_CSearchWaitView::TitleIsHidden()
-{
-    m_pView->show();
-    QVERIFY(m_pView->findChild<QFrame*>(QStringLiteral("frame_title"))->isHidden());
-    QVERIFY(!Label("label_text")->isHidden());
-}
-
-void tst_CSearchWaitView::SetTextSetsBothLabels()
-{
-    m_pView->SetText(QStringLiteral("message"), QStringLiteral("title"));
-    QCOMPARE(Label("label_text")->text(), QStringLiteral("message"));
-    QCOMPARE(Label("label_title")->text(), QStringLiteral("title"));
-}
-
-void tst_CSearchWaitView::MessageWidth_data()
+void tst_CSearchWaitView::messageWidth_data()
 {
     QTest::addColumn<int>("nWidth");
     QTest::addColumn<bool>("bWraps");
@@ -153,9 +133,8 @@ void tst_CSearchWaitView::MessageWidth_data()
 // A message of exactly that width in the label's font, made of glyphs of two widths.
 static QString MessageOfWidth(const QFontMetrics& metrics, int nWidth)
 {
-    const QList<QChar> listGlyph{QLatin1Char('i'), QLatin1Char('m'), QLatin1Char('o'), QLatin1Char('t')};
-    for (const QChar chFirst : listGlyph) {
-        for (const QChar chSecond : listGlyph) {
+    for (const QChar chFirst : QString("imot")) {
+        for (const QChar chSecond : QString("imot")) {
             for (int nFirst = 0; nFirst <= nWidth / 3; ++nFirst) {
                 QString strText(nFirst, chFirst);
                 while (metrics.horizontalAdvance(strText) < nWidth) {
@@ -170,7 +149,7 @@ static QString MessageOfWidth(const QFontMetrics& metrics, int nWidth)
     return QString();
 }
 
-void tst_CSearchWaitView::MessageWidth()
+void tst_CSearchWaitView::messageWidth()
 {
     QFETCH(int, nWidth);
     QFETCH(bool, bWraps);
@@ -184,29 +163,23 @@ void tst_CSearchWaitView::MessageWidth()
     QCOMPARE(pLabel->minimumWidth(), bWraps ? LINE_WIDTH : 0);
     QCOMPARE(pLabel->maximumWidth(), LINE_WIDTH);
     QCOMPARE(pLabel->width(), qMin(LINE_WIDTH, pLabel->sizeHint().width()));
+    // What has been turned on stays on.
+    m_pView->SetText("short", QString());
+    QCOMPARE(pLabel->wordWrap(), bWraps);
+    QCOMPARE(pLabel->minimumWidth(), bWraps ? LINE_WIDTH : 0);
 }
 
-void tst_CSearchWaitView::WrappingStaysOn()
-{
-    m_pView->SetText(QString(200, QLatin1Char('m')), QString());
-    m_pView->SetText(QStringLiteral("short"), QString());
-    QVERIFY(Label("label_text")->wordWrap());
-    QCOMPARE(Label("label_text")->minimumWidth(), LINE_WIDTH);
-}
-
-void tst_CSearchWaitView::NamesAreShownAsText()
-{
-    QCOMPARE(Label("label_text")->textFormat(), Qt::PlainText);
-}
-
-void tst_CSearchWaitView::AnimationWaitsForTheStart()
+void tst_CSearchWaitView::animationWaitsForTheStart()
 {
     const QMovie* pMovie = Label("label_gif")->movie();
     QVERIFY(pMovie);
     QVERIFY(pMovie->isValid());
-    QCOMPARE(pMovie->fileName(), QStringLiteral(":/res/Gif/searching.gif"));
+    QCOMPARE(pMovie->fileName(), QString(":/res/Gif/searching.gif"));
     QCOMPARE(pMovie->parent(), nullptr);
+    const QSignalSpy spyState(pMovie, &QMovie::stateChanged);
+    m_pView->ChangeGifStatus(false);
     QCOMPARE(pMovie->state(), QMovie::NotRunning);
+    QCOMPARE(spyState.count(), 0);
 
     const QSignalSpy spy(pMovie, &QMovie::frameChanged);
     m_pView->ChangeGifStatus(true);
@@ -216,52 +189,40 @@ void tst_CSearchWaitView::AnimationWaitsForTheStart()
     QCOMPARE(pMovie->state(), QMovie::NotRunning);
 }
 
-void tst_CSearchWaitView::StoppingWhatNeverStartedDoesNothing()
-{
-    const QMovie* pMovie = Label("label_gif")->movie();
-    const QSignalSpy spy(pMovie, &QMovie::stateChanged);
-    m_pView->ChangeGifStatus(false);
-    QCOMPARE(pMovie->state(), QMovie::NotRunning);
-    QCOMPARE(spy.count(), 0);
-}
-
-void tst_CSearchWaitView::EscapeDoesNotCloseIt()
+void tst_CSearchWaitView::escapeDoesNotCloseIt()
 {
     m_pView->show();
     QTest::keyClick(m_pView.get(), Qt::Key_Escape);
     QVERIFY(m_pView->isVisible());
 }
 
-void tst_CSearchWaitView::ReadersHearTheMessage()
+void tst_CSearchWaitView::readersHearTheMessage()
 {
-    const QAccessibleInterface* pInterface = QAccessible::queryAccessibleInterface(m_pView.get());
-    QCOMPARE(pInterface->role(), QAccessible::Dialog);
-    QCOMPARE(pInterface->text(QAccessible::Name), QStringLiteral("Searching, please wait..."));
-    m_pView->SetText(QStringLiteral("Counting"), QStringLiteral("Title"));
-    QCOMPARE(pInterface->text(QAccessible::Name), QStringLiteral("Counting"));
+    QCOMPARE(Heard(m_pView.get())->role(), QAccessible::Dialog);
+    QCOMPARE(NameHeard(m_pView.get()), QString("Searching, please wait..."));
+    m_pView->SetText("Counting", "Title");
+    QCOMPARE(NameHeard(m_pView.get()), QString("Counting"));
     m_pView->show();
-    QVERIFY(QAccessible::queryAccessibleInterface(Label("label_gif"))->state().invisible);
-    QVERIFY(!QAccessible::queryAccessibleInterface(Label("label_text"))->state().invisible);
+    QVERIFY(Heard(Label("label_gif"))->state().invisible);
+    QVERIFY(!Heard(Label("label_text"))->state().invisible);
 }
 
-void tst_CSearchWaitView::ContentIsCentred()
+void tst_CSearchWaitView::contentIsCentred()
 {
-    m_pView->SetText(QStringLiteral("Calculating files size..."), QString());
+    m_pView->SetText("Calculating files size...", QString());
     m_pView->show();
-    const QRect rectGif(Label("label_gif")->mapTo(m_pView.get(), QPoint()), Label("label_gif")->size());
-    const QRect rectText(Label("label_text")->mapTo(m_pView.get(), QPoint()), Label("label_text")->size());
+    const QRect rectGif = PlaceIn(m_pView.get(), Label("label_gif"));
+    const QRect rectText = PlaceIn(m_pView.get(), Label("label_text"));
     const QPoint ptOff = (rectGif | rectText).center() - m_pView->rect().center();
     QVERIFY2(qAbs(ptOff.x()) <= 1 && qAbs(ptOff.y()) <= 1,
-             qPrintable(QStringLiteral("off by %1, %2").arg(ptOff.x()).arg(ptOff.y())));
+             qPrintable(QString("off by %1, %2").arg(ptOff.x()).arg(ptOff.y())));
     QCOMPARE(rectText.left() - rectGif.right() - 1, 20);
 }
 
-void tst_CSearchWaitView::CornersAreTransparentAndPanelIsWhite()
+void tst_CSearchWaitView::cornersAreTransparentAndPanelIsWhite()
 {
-    QImage image(m_pView->size(), QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
     m_pView->show();
-    m_pView->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    const QImage image = Painted(m_pView.get(), Qt::transparent, QWidget::DrawChildren);
     QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
     QCOMPARE(image.pixel(200, 20), qRgb(255, 255, 255));
 }
