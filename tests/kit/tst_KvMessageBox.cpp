@@ -1,6 +1,7 @@
 #include "kit/KvMessageBox.h"
 #include "support/CModalAnswerer.h"
 #include "support/SendMouse.h"
+#include "support/Texts.h"
 #include "support/Widgets.h"
 
 #include <QApplication>
@@ -286,12 +287,9 @@ void tst_KvMessageBox::linesAreOfNearlyOneLength_data()
 {
     QTest::addColumn<int>("nLines");
     QTest::addColumn<QString>("strText");
-    QTest::newRow("one line") << 1 << "Copy file completed!";
-    QTest::newRow("one word too much")
-        << 2 << "No enough space, please select other Hard Disk or USB flash drive.";
-    QTest::newRow("three lines") << 3
-                                 << "Your drive may be damaged and Tarnwick can not write to this drive, "
-                                    "please change another one and retry. Your files are as they were.";
+    QTest::newRow("one line") << 1 << TEXT_COMPLETED;
+    QTest::newRow("one word too much") << 2 << TEXT_NO_SPACE;
+    QTest::newRow("three lines") << 3 << TEXT_READ_ONLY + " Your files are as they were.";
     QTest::newRow("one long word") << 1 << QString(30, 'W');
 }
 
@@ -351,12 +349,8 @@ void tst_KvMessageBox::linesAreOfNearlyOneLength()
 void tst_KvMessageBox::longMessageFits_data()
 {
     QTest::addColumn<QString>("strMessage");
-    QTest::newRow("English, removal")
-        << "The destination storage device has been removed! Please check and connect the storage device "
-           "then try again.";
-    QTest::newRow("English, read-only")
-        << "Your drive may be damaged and Tarnwick can not write to this drive, please change another one "
-           "and retry.";
+    QTest::newRow("English, removal") << TEXT_REMOVED;
+    QTest::newRow("English, read-only") << TEXT_READ_ONLY;
     QTest::newRow("German")
         << "Das Zielspeichergerät wurde entfernt! Bitte überprüfen Sie das Speichergerät, schließen Sie es "
            "wieder an und versuchen Sie es anschließend noch einmal. Bereits kopierte Dateien bleiben "
