@@ -10,7 +10,7 @@
 #include "copy/CCopyFileThread.h"
 #include "copy/CCopyPlatform.h"
 #include "files/CFileNameCodec.h"
-#include "tree/CDirNode.h"
+#include "support/CNodeTree.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -76,24 +76,6 @@ static void MakeTree(const QString& strFolder, int nFolders, int nFiles, qint64 
     }
 }
 
-static void List(CDirNode* pNode)
-{
-    pNode->LoadChild();
-    for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
-        if (pChild->m_bDir) {
-            List(pChild);
-        }
-    }
-}
-
-static void Empty(CDirNode* pNode)
-{
-    for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
-        Empty(pChild);
-    }
-    pNode->RemoveAll();
-}
-
 static STTime CopyWithEngine(CDirNode* pRoot, qint64 nTotal, const QString& strDest)
 {
     STTime stTime;
@@ -147,12 +129,9 @@ static void Compare(const char* pszWhat, const QString& strFolder, int nFolders,
     const QString strDest = dir.filePath(QStringLiteral("copy"));
     MakeTree(strSource, nFolders, nFiles, nSize);
 
-    CDirNode root;
-    root.m_bDir = true;
-    root.m_chkState = Qt::Checked;
-    root.AppendChild(new CDirNode(QFileInfo(strSource), &root));
-    root.Child(0)->m_chkState = Qt::Checked;
-    List(root.Child(0));
+    CNodeTree nodes;
+    nodes.Root()->m_chkState = Qt::Checked;
+    nodes.AddListed(strSource);
 
     std::vector<double> listEngineCopied;
     std::vector<double> listEngineOnDisk;
@@ -160,7 +139,7 @@ static void Compare(const char* pszWhat, const QString& strFolder, int nFolders,
     std::vector<double> listCpOnDisk;
     for (int nRun = 0; nRun < RUNS; ++nRun) {
         Clean(strDest);
-        const STTime stEngine = CopyWithEngine(&root, qint64(nFolders) * nFiles * nSize, strDest);
+        const STTime stEngine = CopyWithEngine(nodes.Root(), qint64(nFolders) * nFiles * nSize, strDest);
         listEngineCopied.push_back(stEngine.m_nCopied);
         listEngineOnDisk.push_back(stEngine.m_nOnDisk);
         Clean(strDest);
@@ -171,7 +150,6 @@ static void Compare(const char* pszWhat, const QString& strFolder, int nFolders,
     std::printf("%s: %d files of %lld bytes\n", pszWhat, nFolders * nFiles, static_cast<long long>(nSize));
     Print("copied", listEngineCopied, listCpCopied);
     Print("on the disk", listEngineOnDisk, listCpOnDisk);
-    Empty(&root);
 }
 
 static double SleepMicroseconds(bool bLeastSlack)

@@ -6,6 +6,7 @@
 
 #include "copy/CGetFileSizeThread.h"
 #include "files/CFileNameCodec.h"
+#include "support/CNodeTree.h"
 #include "tree/CDirModel.h"
 #include "tree/CDirNode.h"
 #include "tree/CFileTreeView.h"
@@ -66,44 +67,12 @@ static void RunDu(const QString& strFolder)
     }
 }
 
-/** An invisible root with one partially ticked volume that holds one ticked folder, not listed yet. */
-struct STTicked
+/** Adds a partially ticked volume that holds one ticked folder, not listed yet. */
+static void AddVolume(CNodeTree& nodes, const QString& strVolume)
 {
-    explicit STTicked(const QString& strVolume)
-    {
-        m_root.m_bDir = true;
-        m_root.AppendChild(new CDirNode(QFileInfo(strVolume), &m_root));
-        m_root.Child(0)->m_chkState = Qt::PartiallyChecked;
-        m_root.Child(0)->LoadChild();
-        m_root.Child(0)->Child(0)->m_chkState = Qt::Checked;
-    }
-
-    ~STTicked() { DeleteBelow(&m_root); }
-
-    static void DeleteBelow(CDirNode* pNode)
-    {
-        for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
-            DeleteBelow(pChild);
-        }
-        pNode->RemoveAll();
-    }
-
-    CDirNode m_root;
-};
-
-struct STCount
-{
-    qint64 m_nNodes = 0;
-    qint64 m_nNameBytes = 0;
-};
-
-static void Count(const CDirNode& node, STCount& stCount)
-{
-    for (const CDirNode* pChild : node.m_listChild) {
-        ++stCount.m_nNodes;
-        stCount.m_nNameBytes += 2 * pChild->m_strName.size();
-        Count(*pChild, stCount);
-    }
+    CDirNode* pVolume = nodes.Add(strVolume, Qt::PartiallyChecked);
+    pVolume->LoadChild();
+    pVolume->Child(0)->m_chkState = Qt::Checked;
 }
 
 static qint64 HeapBytes()
@@ -114,9 +83,10 @@ static qint64 HeapBytes()
 
 static double SizeTime(const QString& strVolume)
 {
-    STTicked ticked(strVolume);
+    CNodeTree nodes;
+    AddVolume(nodes, strVolume);
     CGetFileSizeThread thread;
-    thread.SetRootNode(&ticked.m_root);
+    thread.SetRootNode(nodes.Root());
     return Milliseconds([&thread] {
         thread.start();
         thread.wait();
@@ -140,17 +110,22 @@ static void PrintSizeAgainstDu(const QString& strVolume)
 static void PrintMemory(const QString& strVolume)
 {
     const qint64 nBefore = HeapBytes();
-    STTicked ticked(strVolume);
+    CNodeTree nodes;
+    AddVolume(nodes, strVolume);
     CGetFileSizeThread thread;
-    thread.SetRootNode(&ticked.m_root);
+    thread.SetRootNode(nodes.Root());
     thread.run();
     const qint64 nBytes = HeapBytes() - nBefore;
-    STCount stCount;
-    Count(ticked.m_root, stCount);
-    std::printf("nodes:                     %8lld\n", static_cast<long long>(stCount.m_nNodes));
-    std::printf("bytes a node, all in all:  %8.1f\n", double(nBytes) / double(stCount.m_nNodes));
+    qint64 nNodes = 0;
+    qint64 nNameBytes = 0;
+    CNodeTree::Walk(nodes.Root(), [&nNodes, &nNameBytes](const CDirNode* pNode) {
+        ++nNodes;
+        nNameBytes += 2 * pNode->m_strName.size();
+    });
+    std::printf("nodes:                     %8lld\n", static_cast<long long>(nNodes));
+    std::printf("bytes a node, all in all:  %8.1f\n", double(nBytes) / double(nNodes));
     std::printf("bytes beyond the name:     %8.1f   (at most 700)\n",
-                double(nBytes - stCount.m_nNameBytes) / double(stCount.m_nNodes));
+                double(nBytes - nNameBytes) / double(nNodes));
 }
 
 static void LoadAll(CDirModel& model, const QModelIndex& parent)

@@ -20,6 +20,9 @@ static const int TEXT_GAP = 31;
 // The part of a row, from its left edge, on which a press ticks.
 static const int CLICK_WIDTH = 16;
 
+static const QRgb GROUND_COLOUR = qRgb(0xff, 0xf2, 0xe7); // of a row that is selected or under the pointer
+static const QRgb NAME_COLOUR = qRgb(0x48, 0x48, 0x48);
+
 /** Where the box and the icon begin: in the middle of rows that are higher than the box. */
 static int VerticalOffset(int nBoxHeight, int nRowHeight)
 {
@@ -58,7 +61,7 @@ static QPixmap IconPixmap(const QIcon& icon, qreal rRatio)
 static void DrawName(QPainter* pPainter, const QRect& rect, const QString& strName)
 {
     pPainter->setFont(QFont(QStringLiteral("Avenir")));
-    pPainter->setPen(QColor(QStringLiteral("#484848")));
+    pPainter->setPen(QColor(NAME_COLOUR));
     const QString strShown = pPainter->fontMetrics().elidedText(strName, Qt::ElideMiddle, rect.width());
     pPainter->drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, strShown);
 }
@@ -94,7 +97,7 @@ void CDirDelegate::paint(QPainter* pPainter, const QStyleOptionViewItem& option,
     pPainter->setRenderHint(QPainter::SmoothPixmapTransform);
     if (option.state & (QStyle::State_Selected | QStyle::State_MouseOver)) {
         QBrush brush = option.palette.highlight();
-        brush.setColor(QColor(QStringLiteral("#fff2e7")));
+        brush.setColor(QColor(GROUND_COLOUR));
         pPainter->fillRect(rect, brush);
     }
     const int nCheckState = index.data(Qt::CheckStateRole).toInt();

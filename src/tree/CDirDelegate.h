@@ -19,8 +19,7 @@ public:
     explicit CDirDelegate(QObject* parent = nullptr);
     ~CDirDelegate() override;
 
-    /** What a press or a key makes of a tick (a Qt::CheckState): checked, and of checked unchecked. Any
-     * thread. */
+    /** What a press or a key makes of a tick, a Qt::CheckState: checked, and of checked unchecked. */
     static Qt::CheckState NextState(int nState);
 
     void paint(QPainter* pPainter, const QStyleOptionViewItem& option,
@@ -41,5 +40,5 @@ public:
     QString displayText(const QVariant& value, const QLocale& locale) const override;
 
 private:
-    QCheckBox* m_pCheckBox;
+    QCheckBox* m_pCheckBox; // never shown; what it looks like is drawn into the rows
 };

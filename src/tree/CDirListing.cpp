@@ -1,22 +1,24 @@
 #include "tree/CDirListing.h"
 
 #include "files/CFolderReader.h"
-#include "tree/CDirNode.h"
 
 #include <QFile>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
+
+namespace {
 
 /** A name with the kind of its entry and what it is sorted by. */
 struct STFoundName
 {
-    QString m_strName;
-    QString m_strKey;
-    bool m_bDir;
-    bool m_bLink;
+    QString strName;
+    QString strKey;
+    bool bDir = false;
+    bool bLink = false;
 };
+
+}
 
 static bool BeginsWithAny(const char* pszName, std::initializer_list<QLatin1String> listSkip)
 {
@@ -43,26 +45,11 @@ static QVector<STFoundName> ReadNames(CFolderReader& folder, std::initializer_li
 
 static bool ComesBefore(const STFoundName& stLeft, const STFoundName& stRight)
 {
-    if (stLeft.m_bDir != stRight.m_bDir) {
-        return stLeft.m_bDir;
+    if (stLeft.bDir != stRight.bDir) {
+        return stLeft.bDir;
     }
-    const int nOrder = stLeft.m_strKey.compare(stRight.m_strKey);
-    return nOrder != 0 ? nOrder < 0 : stLeft.m_strName < stRight.m_strName;
-}
-
-static bool Contains(const QString& strFolder, const QString& strPath)
-{
-    if (strFolder == QLatin1String("/") || strFolder == strPath) {
-        return true;
-    }
-    return strPath.startsWith(strFolder) && strPath.at(strFolder.size()) == QLatin1Char('/');
-}
-
-/** Where `node` really is, all links resolved; empty when it has no path or is gone. */
-static QString RealPath(const CDirNode& node)
-{
-    const QString strPath = node.m_fileInfo.filePath();
-    return strPath.isEmpty() ? QString() : QFileInfo(strPath).canonicalFilePath();
+    const int nOrder = stLeft.strKey.compare(stRight.strKey);
+    return nOrder != 0 ? nOrder < 0 : stLeft.strName < stRight.strName;
 }
 
 /** One path of exactly its length: the usual ways to join strings leave room for more in every node. */
@@ -74,42 +61,19 @@ static QString Joined(const QString& strPrefix, const QString& strName)
     return strPath;
 }
 
-STDirListing CDirListing::List(const CDirNode& node, std::initializer_list<QLatin1String> listSkip)
+STDirListing CDirListing::List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip)
 {
-    STDirListing stListing;
-    if (LeadsBack(node)) {
-        stListing.m_nError = ELOOP;
-        return stListing;
-    }
-    const QString strFolder = node.m_fileInfo.absoluteFilePath();
     CFolderReader folder(QFile::encodeName(strFolder).constData());
     QVector<STFoundName> listFound = ReadNames(folder, listSkip);
-    stListing.m_nError = folder.Error();
     std::sort(listFound.begin(), listFound.end(), ComesBefore);
 
+    STDirListing stListing;
+    stListing.nError = folder.Error();
     const QString strPrefix = strFolder.endsWith(QLatin1Char('/')) ? strFolder : strFolder + QLatin1Char('/');
-    stListing.m_listEntry.reserve(listFound.size());
+    stListing.listEntry.reserve(listFound.size());
     for (const STFoundName& stFound : qAsConst(listFound)) {
-        stListing.m_listEntry.append({QFileInfo(Joined(strPrefix, stFound.m_strName)), stFound.m_strName,
-                                      stFound.m_bDir, stFound.m_bLink});
+        stListing.listEntry.append(
+            {QFileInfo(Joined(strPrefix, stFound.strName)), stFound.strName, stFound.bDir, stFound.bLink});
     }
     return stListing;
-}
-
-bool CDirListing::LeadsBack(const CDirNode& node)
-{
-    if (!node.m_fileInfo.isSymLink()) {
-        return false;
-    }
-    const QString strTarget = RealPath(node);
-    if (strTarget.isEmpty()) {
-        return false;
-    }
-    for (const CDirNode* pAbove = node.m_pParent; pAbove; pAbove = pAbove->m_pParent) {
-        const QString strAbove = RealPath(*pAbove);
-        if (!strAbove.isEmpty() && Contains(strTarget, strAbove)) {
-            return true;
-        }
-    }
-    return false;
 }

@@ -6,28 +6,20 @@
 
 #include <initializer_list>
 
-class CDirNode;
-
 /** One entry of a listed folder. */
 struct STDirEntry
 {
-    /** Absolute path; nothing of the file has been read yet. */
-    QFileInfo m_fileInfo;
-    /** File name. */
-    QString m_strName;
-    /** A folder, or a link to one. */
-    bool m_bDir = false;
-    /** A symbolic link, of whatever target. */
-    bool m_bLink = false;
+    QFileInfo fileInfo; ///< absolute path; nothing of the file has been read yet
+    QString strName; ///< file name
+    bool bDir = false; ///< a folder, or a link to one
+    bool bLink = false; ///< a symbolic link, of whatever target
 };
 
 /** What a listing came to. */
 struct STDirListing
 {
-    /** The entries in the order in which they are shown. */
-    QVector<STDirEntry> m_listEntry;
-    /** The errno value that refused the listing or cut it short; ELOOP for a link that leads back; else 0. */
-    int m_nError = 0;
+    QVector<STDirEntry> listEntry; ///< in the order in which they are shown
+    int nError = 0; ///< the errno value that refused the listing or cut it short; 0 when all was well
 };
 
 /** Reads folders for the tree. Safe on any thread; puts nothing on the screen and opens no file. */
@@ -35,17 +27,10 @@ class CDirListing
 {
 public:
     /**
-     * The entries of the folder of `node`, hidden and special ones included, but
-     * not those whose name begins with one of `listSkip` (upper and lower case
-     * differ). Folders come first, then the rest, each by lower-cased name; names
-     * that differ only in case are in the order of their characters.
+     * The entries of a folder, hidden and special ones included, but not those whose
+     * name begins with one of `listSkip` (upper and lower case differ). Folders come
+     * first, then the rest, each by lower-cased name; names that differ only in case
+     * are in the order of their characters.
      */
-    static STDirListing List(const CDirNode& node, std::initializer_list<QLatin1String> listSkip);
-
-    /**
-     * Whether `node` is a symbolic link below another node whose target is, or
-     * contains, one of the folders that the node lies in: listing it would go
-     * round for ever. A top-level entry never leads back, since it lies in none.
-     */
-    static bool LeadsBack(const CDirNode& node);
+    static STDirListing List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip);
 };

@@ -29,14 +29,6 @@ static Qt::CheckState StateOfChildren(const CDirNode& node)
     return nChecked == node.m_listChild.size() ? Qt::Checked : Qt::PartiallyChecked;
 }
 
-static void DeleteBelow(CDirNode* pNode)
-{
-    for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
-        DeleteBelow(pChild);
-    }
-    pNode->RemoveAll();
-}
-
 CDirModel::CDirModel(QObject* parent)
     : QAbstractItemModel(parent)
     , m_pRoot(new CDirNode(QFileInfo(), nullptr))
@@ -47,7 +39,7 @@ CDirModel::CDirModel(QObject* parent)
 CDirModel::~CDirModel()
 {
     beginResetModel();
-    DeleteBelow(m_pRoot);
+    m_pRoot->RemoveAllBelow();
     delete m_pRoot;
     m_pRoot = nullptr;
     endResetModel();
@@ -170,16 +162,16 @@ void CDirModel::LoadChild(const QModelIndex& index)
 {
     const CDirNode* pNode = nodeFromIndex(index);
     if (pNode && pNode->m_listChild.isEmpty()) {
-        AppendListing(index, CDirListing::List(*pNode, SKIPPED));
+        AppendListing(index, pNode->List(SKIPPED));
     }
 }
 
 void CDirModel::AppendListing(const QModelIndex& index, const STDirListing& stListing)
 {
     CDirNode* pNode = nodeFromIndex(index);
-    pNode->m_nListError = stListing.m_nError;
-    for (int i = 0; i < stListing.m_listEntry.size(); ++i) {
-        auto* pChild = new CDirNode(stListing.m_listEntry.at(i), pNode);
+    pNode->m_nListError = stListing.nError;
+    for (int i = 0; i < stListing.listEntry.size(); ++i) {
+        auto* pChild = new CDirNode(stListing.listEntry.at(i), pNode);
         // Announces one row more than comes, which is what listeners rely on.
         // Nothing points at rows behind the new one, so no index is shifted;
         // the program's view takes the extra row off again.

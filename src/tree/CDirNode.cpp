@@ -5,6 +5,8 @@
 
 #include <QtAlgorithms>
 
+#include <cerrno>
+
 /** The model's invisible root, whose children are the volumes: a node without path and parent. */
 static bool IsInvisibleRoot(const CDirNode* pNode)
 {
@@ -14,12 +16,27 @@ static bool IsInvisibleRoot(const CDirNode* pNode)
 static ENEntryKind KindOf(const CDirNode* pParent, bool bDir, bool bLink)
 {
     if (IsInvisibleRoot(pParent)) {
-        return ENEntryKind::Volume;
+        return ENEntryKind::VOLUME;
     }
     if (bDir) {
-        return bLink ? ENEntryKind::FolderLink : ENEntryKind::Folder;
+        return bLink ? ENEntryKind::FOLDER_LINK : ENEntryKind::FOLDER;
     }
-    return bLink ? ENEntryKind::FileLink : ENEntryKind::File;
+    return bLink ? ENEntryKind::FILE_LINK : ENEntryKind::FILE;
+}
+
+static bool Contains(const QString& strFolder, const QString& strPath)
+{
+    if (strFolder == QLatin1String("/") || strFolder == strPath) {
+        return true;
+    }
+    return strPath.startsWith(strFolder) && strPath.at(strFolder.size()) == QLatin1Char('/');
+}
+
+/** Where `node` really is, all links resolved; empty when it has no path or is gone. */
+static QString RealPath(const CDirNode& node)
+{
+    const QString strPath = node.m_fileInfo.filePath();
+    return strPath.isEmpty() ? QString() : QFileInfo(strPath).canonicalFilePath();
 }
 
 CDirNode::CDirNode()
@@ -37,10 +54,10 @@ CDirNode::CDirNode(QFileInfo info, CDirNode* parent)
 }
 
 CDirNode::CDirNode(const STDirEntry& stEntry, CDirNode* parent)
-    : m_fileInfo(stEntry.m_fileInfo)
-    , m_icon(CEntryIcon::Of(KindOf(parent, stEntry.m_bDir, stEntry.m_bLink)))
-    , m_bDir(stEntry.m_bDir)
-    , m_strName(stEntry.m_strName)
+    : m_fileInfo(stEntry.fileInfo)
+    , m_icon(CEntryIcon::Of(KindOf(parent, stEntry.bDir, stEntry.bLink)))
+    , m_bDir(stEntry.bDir)
+    , m_strName(stEntry.strName)
     , m_pParent(parent)
 {
 }
@@ -64,6 +81,14 @@ void CDirNode::RemoveAll()
     m_listChild.clear();
 }
 
+void CDirNode::RemoveAllBelow()
+{
+    for (CDirNode* pChild : qAsConst(m_listChild)) {
+        pChild->RemoveAllBelow();
+    }
+    RemoveAll();
+}
+
 void CDirNode::RemoveAt(int row)
 {
     if (row < 0 || row >= m_listChild.size()) {
@@ -72,15 +97,43 @@ void CDirNode::RemoveAt(int row)
     delete m_listChild.takeAt(row);
 }
 
+bool CDirNode::LeadsBack() const
+{
+    if (!m_fileInfo.isSymLink()) {
+        return false;
+    }
+    const QString strTarget = RealPath(*this);
+    if (strTarget.isEmpty()) {
+        return false;
+    }
+    for (const CDirNode* pAbove = m_pParent; pAbove; pAbove = pAbove->m_pParent) {
+        const QString strAbove = RealPath(*pAbove);
+        if (!strAbove.isEmpty() && Contains(strTarget, strAbove)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+STDirListing CDirNode::List(std::initializer_list<QLatin1String> listSkip) const
+{
+    if (LeadsBack()) {
+        STDirListing stRefused;
+        stRefused.nError = ELOOP;
+        return stRefused;
+    }
+    return CDirListing::List(m_fileInfo.absoluteFilePath(), listSkip);
+}
+
 void CDirNode::LoadChild()
 {
     // At every depth, not only where a system keeps its device and home folders:
     // "development" and "homework" are left out too. The model's listing also
     // leaves out "Volumes"; this one does not.
-    const STDirListing stListing = CDirListing::List(*this, {QLatin1String("dev"), QLatin1String("home")});
-    m_nListError = stListing.m_nError;
-    m_listChild.reserve(stListing.m_listEntry.size());
-    for (const STDirEntry& stEntry : stListing.m_listEntry) {
+    const STDirListing stListing = List({QLatin1String("dev"), QLatin1String("home")});
+    m_nListError = stListing.nError;
+    m_listChild.reserve(stListing.listEntry.size());
+    for (const STDirEntry& stEntry : stListing.listEntry) {
         auto* pChild = new CDirNode(stEntry, this);
         if (m_chkState == Qt::Checked) {
             pChild->m_chkState = Qt::Checked;

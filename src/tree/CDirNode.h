@@ -5,7 +5,10 @@
 #include <QList>
 #include <QString>
 
+#include <initializer_list>
+
 struct STDirEntry;
+struct STDirListing;
 
 /**
  * One file or folder of the source tree: what the user sees in a row, its tick,
@@ -14,7 +17,13 @@ struct STDirEntry;
  * The ticks in the nodes are the user's selection; no other list of it exists.
  * Nothing in a node is locked or atomic: a tree belongs to one thread at a time.
  * The GUI thread owns it, and lends it to the size worker, and later to the copy
- * worker, while it keeps its own hands off.
+ * worker, while it keeps its own hands off (CDirModel::SetLent holds it to that).
+ *
+ * The icon is shared by all nodes of one kind of entry. It is null without a
+ * QApplication, and for nodes built outside the GUI thread before the GUI thread
+ * has built its first. A folder whose last listing was refused or cut short says
+ * why in m_nListError, by an errno value; ELOOP stands for a link that leads back
+ * to a folder that it lies in.
  */
 class CDirNode
 {
@@ -24,8 +33,8 @@ public:
 
     /**
      * The node of `info` below `parent` (null for a root), unchecked. Asks the
-     * file system once for what kind of entry it is; safe on any thread, but see
-     * m_icon. It is not added to the parent's children.
+     * file system once for what kind of entry it is; safe on any thread. It is not
+     * added to the parent's children.
      */
     CDirNode(QFileInfo info, CDirNode* parent);
 
@@ -50,8 +59,25 @@ public:
     /** Deletes all direct children. Theirs must have been removed before. */
     void RemoveAll();
 
+    /** Deletes everything below this node, from the bottom up. */
+    void RemoveAllBelow();
+
     /** Deletes the direct child at `row`; does nothing when there is none. */
     void RemoveAt(int row);
+
+    /**
+     * Whether this is a symbolic link below another node whose target is, or
+     * contains, one of the folders that the node lies in: listing it would go round
+     * for ever. A top-level entry never leads back, since it lies in none.
+     */
+    bool LeadsBack() const;
+
+    /**
+     * What CDirListing::List says of the folder; a link that leads back is refused
+     * with ELOOP. Changes nothing. Of different nodes it may be asked on several
+     * threads at once.
+     */
+    STDirListing List(std::initializer_list<QLatin1String> listSkip) const;
 
     /**
      * Lists the folder and appends its entries, folders first, then by name
@@ -62,34 +88,12 @@ public:
      */
     void LoadChild();
 
-    /** The entry; path, size and times come from it, read when first asked for. */
-    QFileInfo m_fileInfo;
-
-    /**
-     * Icon of the kind of entry, shared by all nodes of that kind. Null without a
-     * QApplication, and for nodes built outside the GUI thread before the GUI
-     * thread has built its first.
-     */
-    QIcon m_icon;
-
-    /** A Qt::CheckState: 0 unchecked, 1 partially checked, 2 checked. */
-    qint32 m_chkState = Qt::Unchecked;
-
-    /** Whether the entry was a folder, or a link to one, when the node was built. */
-    bool m_bDir = false;
-
-    /** What the row shows: the file name; for a top-level entry the path as it was given. */
-    QString m_strName;
-
-    /** The node that owns this one; null for a root. */
-    CDirNode* m_pParent = nullptr;
-
-    /** The children in the order of the rows; owned. Empty means not listed, or nothing to list. */
-    QList<CDirNode*> m_listChild;
-
-    /**
-     * Why the last listing of this folder was refused or cut short, as an errno
-     * value; ELOOP for a link that leads back to a folder that it lies in; 0 when all was well.
-     */
-    int m_nListError = 0;
+    QFileInfo m_fileInfo; ///< the entry; path, size and times come from it, read when first asked for
+    QIcon m_icon; ///< of the kind of entry; may be null
+    qint32 m_chkState = Qt::Unchecked; ///< a Qt::CheckState: 0 unchecked, 1 partially checked, 2 checked
+    bool m_bDir = false; ///< it was a folder, or a link to one, when the node was built
+    QString m_strName; ///< what the row shows: the file name; for a top-level entry the path as it was given
+    CDirNode* m_pParent = nullptr; ///< the node that owns this one; null for a root
+    QList<CDirNode*> m_listChild; ///< in the order of the rows; owned; empty: not listed, or nothing to list
+    int m_nListError = 0; ///< why the last listing failed; 0 when all was well
 };

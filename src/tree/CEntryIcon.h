@@ -5,11 +5,11 @@
 /** The kinds of entry that have an icon of their own. */
 enum class ENEntryKind
 {
-    File,
-    Folder,
-    Volume,
-    FileLink,
-    FolderLink
+    FILE,
+    FOLDER,
+    VOLUME,
+    FILE_LINK,
+    FOLDER_LINK
 };
 
 /**

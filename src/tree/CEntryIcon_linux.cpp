@@ -6,15 +6,15 @@ static void RegisterPictures() { Q_INIT_RESOURCE(tree_icons); }
 static QString PictureName(ENEntryKind enKind)
 {
     switch (enKind) {
-    case ENEntryKind::File:
+    case ENEntryKind::FILE:
         return QStringLiteral("file");
-    case ENEntryKind::Folder:
+    case ENEntryKind::FOLDER:
         return QStringLiteral("folder");
-    case ENEntryKind::Volume:
+    case ENEntryKind::VOLUME:
         return QStringLiteral("drive");
-    case ENEntryKind::FileLink:
+    case ENEntryKind::FILE_LINK:
         return QStringLiteral("file_link");
-    case ENEntryKind::FolderLink:
+    case ENEntryKind::FOLDER_LINK:
         return QStringLiteral("folder_link");
     }
     return QString();

@@ -8,15 +8,15 @@ QIcon CEntryIcon::Make(ENEntryKind enKind)
 {
     const QFileIconProvider provider;
     switch (enKind) {
-    case ENEntryKind::File:
+    case ENEntryKind::FILE:
         return provider.icon(QFileIconProvider::File);
-    case ENEntryKind::Folder:
+    case ENEntryKind::FOLDER:
         return provider.icon(QFileIconProvider::Folder);
-    case ENEntryKind::Volume:
+    case ENEntryKind::VOLUME:
         return provider.icon(QFileIconProvider::Drive);
-    case ENEntryKind::FileLink:
+    case ENEntryKind::FILE_LINK:
         return QApplication::style()->standardIcon(QStyle::SP_FileLinkIcon);
-    case ENEntryKind::FolderLink:
+    case ENEntryKind::FOLDER_LINK:
         return QApplication::style()->standardIcon(QStyle::SP_DirLinkIcon);
     }
     return QIcon();

@@ -1,5 +1,7 @@
 #include "tree/CListAhead.h"
 
+#include "tree/CDirNode.h"
+
 #include <algorithm>
 #include <system_error>
 #include <utility>
@@ -36,6 +38,7 @@ STDirListing CListAhead::Next()
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     const int nFolder = m_nTaken;
+    Q_ASSERT_X(nFolder < m_listNode.size(), "CListAhead", "there is no such folder");
     if (m_nClaimed == nFolder) {
         // Nobody has begun with it: listing it here is faster than waiting.
         ++m_nClaimed;
@@ -56,7 +59,7 @@ STDirListing CListAhead::Next()
 STDirListing CListAhead::ListHere(int nFolder)
 {
     const auto begin = std::chrono::steady_clock::now();
-    STDirListing stListing = CDirListing::List(*m_listNode.at(nFolder), m_listSkip);
+    STDirListing stListing = m_listNode.at(nFolder)->List(m_listSkip);
     if (m_listHelper.empty() && std::chrono::steady_clock::now() - begin >= m_longTime) {
         StartHelpers();
     }
@@ -87,7 +90,7 @@ void CListAhead::Help()
         }
         const int nFolder = m_nClaimed++;
         lock.unlock();
-        STDirListing stListing = CDirListing::List(*m_listNode.at(nFolder), m_listSkip);
+        STDirListing stListing = m_listNode.at(nFolder)->List(m_listSkip);
         lock.lock();
         m_listing[size_t(nFolder % AHEAD)] = std::move(stListing);
         m_bReady[size_t(nFolder % AHEAD)] = true;

@@ -12,6 +12,8 @@
 #include <thread>
 #include <vector>
 
+class CDirNode;
+
 /**
  * Lists many folders for a caller that takes the listings one after the other.
  *
@@ -30,8 +32,8 @@ public:
     static const std::chrono::milliseconds LONG;
 
     /**
-     * Will list the folders of `listNode`, leaving out names as
-     * CDirListing::List does. What `listSkip` refers to has to live longer than this object.
+     * Will list the folders of `listNode`, leaving out names as CDirNode::List does.
+     * What `listSkip` refers to has to live longer than this object.
      */
     CListAhead(QVector<const CDirNode*> listNode, std::initializer_list<QLatin1String> listSkip,
                std::chrono::milliseconds longTime = LONG);

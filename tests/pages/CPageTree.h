@@ -13,7 +13,7 @@ public:
     static void Clear()
     {
         CDirNode* pRoot = CDirModel::GetInstence()->GetRootNode();
-        Clear(pRoot);
+        pRoot->RemoveAllBelow();
         pRoot->m_chkState = Qt::Unchecked;
     }
 
@@ -49,14 +49,6 @@ public:
     }
 
 private:
-    static void Clear(CDirNode* pNode)
-    {
-        for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
-            Clear(pChild);
-        }
-        pNode->RemoveAll();
-    }
-
     static QModelIndex Find(const QModelIndex& parent, const QString& strPath)
     {
         CDirModel* pModel = CDirModel::GetInstence();

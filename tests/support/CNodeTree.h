@@ -14,7 +14,7 @@ public:
         m_root.m_chkState = Qt::PartiallyChecked;
     }
 
-    ~CNodeTree() { Clear(&m_root); }
+    ~CNodeTree() { m_root.RemoveAllBelow(); }
 
     CNodeTree(const CNodeTree&) = delete;
     CNodeTree& operator=(const CNodeTree&) = delete;
@@ -36,31 +36,38 @@ public:
     CDirNode* AddListed(const QString& strPath)
     {
         CDirNode* pNode = Add(strPath);
-        List(pNode);
+        ListAll(pNode);
         return pNode;
     }
 
     /** Frees every node but the root. */
-    void Clear() { Clear(&m_root); }
+    void Clear() { m_root.RemoveAllBelow(); }
+
+    /** Calls fnVisit with each node below pNode, a folder before what is in it by then. */
+    template <typename TVisit> static void Walk(const CDirNode* pNode, TVisit fnVisit)
+    {
+        for (CDirNode* pChild : pNode->m_listChild) {
+            fnVisit(pChild);
+            Walk(pChild, fnVisit);
+        }
+    }
+
+    /** Lists each unlisted folder at and below pNode, as the size worker does; returns how many nodes are
+     * below. */
+    static int ListAll(CDirNode* pNode)
+    {
+        int nNodes = -1;
+        const auto fnList = [&nNodes](CDirNode* pEach) {
+            ++nNodes;
+            if (pEach->m_bDir && pEach->m_listChild.isEmpty()) {
+                pEach->LoadChild();
+            }
+        };
+        fnList(pNode);
+        Walk(pNode, fnList);
+        return nNodes;
+    }
 
 private:
-    static void List(CDirNode* pNode)
-    {
-        pNode->LoadChild();
-        for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
-            if (pChild->m_bDir) {
-                List(pChild);
-            }
-        }
-    }
-
-    static void Clear(CDirNode* pNode)
-    {
-        for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
-            Clear(pChild);
-        }
-        pNode->RemoveAll();
-    }
-
     CDirNode m_root;
 };

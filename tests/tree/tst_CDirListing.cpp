@@ -19,15 +19,15 @@
 static QStringList Names(const STDirListing& stListing)
 {
     QStringList listName;
-    for (const STDirEntry& stEntry : stListing.m_listEntry) {
-        listName += stEntry.m_strName;
+    for (const STDirEntry& stEntry : stListing.listEntry) {
+        listName += stEntry.strName;
     }
     return listName;
 }
 
 static STDirListing ListOf(const QString& strFolder)
 {
-    return CDirListing::List(CDirNode(QFileInfo(strFolder), nullptr), {});
+    return CDirNode(QFileInfo(strFolder), nullptr).List({});
 }
 
 /** What Qt lists with the filter and the order that the tree is to have. */
@@ -129,12 +129,12 @@ void tst_CDirListing::kindOfEntry()
 
     QFETCH(QString, name);
     const STDirListing stListing = ListOf(tree.Path());
-    QCOMPARE(stListing.m_listEntry.size(), 9);
+    QCOMPARE(stListing.listEntry.size(), 9);
     const int nRow = Names(stListing).indexOf(name);
     QVERIFY(nRow >= 0);
-    QTEST(stListing.m_listEntry.at(nRow).m_bDir, "folder");
-    QTEST(stListing.m_listEntry.at(nRow).m_bLink, "link");
-    QTEST(stListing.m_listEntry.at(nRow).m_fileInfo.isDir(), "folder");
+    QTEST(stListing.listEntry.at(nRow).bDir, "folder");
+    QTEST(stListing.listEntry.at(nRow).bLink, "link");
+    QTEST(stListing.listEntry.at(nRow).fileInfo.isDir(), "folder");
 }
 
 void tst_CDirListing::sameAsQtOnRandomFolders_data()
@@ -197,16 +197,16 @@ void tst_CDirListing::sameAsQtOnRandomFolders()
     }
     const STDirListing stListing = ListOf(tree.Path());
     const QFileInfoList listQt = QtListing(tree.Path());
-    QCOMPARE(stListing.m_listEntry.size(), listQt.size());
+    QCOMPARE(stListing.listEntry.size(), listQt.size());
     QStringList listOurPaths;
     QStringList listQtPaths;
     for (int i = 0; i < listQt.size(); ++i) {
-        const STDirEntry& stEntry = stListing.m_listEntry.at(i);
+        const STDirEntry& stEntry = stListing.listEntry.at(i);
         // Among names that differ only in case Qt's order changes from call to
         // call, so the order is compared without regard to case and the names by themselves.
-        QCOMPARE(stEntry.m_strName.toLower(), listQt.at(i).fileName().toLower());
-        QCOMPARE(stEntry.m_bDir, listQt.at(i).isDir());
-        listOurPaths += stEntry.m_fileInfo.absoluteFilePath();
+        QCOMPARE(stEntry.strName.toLower(), listQt.at(i).fileName().toLower());
+        QCOMPARE(stEntry.bDir, listQt.at(i).isDir());
+        listOurPaths += stEntry.fileInfo.absoluteFilePath();
         listQtPaths += listQt.at(i).absoluteFilePath();
     }
     listOurPaths.sort();
@@ -229,13 +229,13 @@ void tst_CDirListing::hostileNameIsListed()
     CTempTree tree;
     tree.WriteBytesName(name, "four");
     const STDirListing stListing = ListOf(tree.Path());
-    QCOMPARE(stListing.m_listEntry.size(), 1);
-    const STDirEntry& stEntry = stListing.m_listEntry.first();
-    QCOMPARE(QFile::encodeName(stEntry.m_strName), name);
-    QCOMPARE(QFile::encodeName(stEntry.m_fileInfo.absoluteFilePath()),
+    QCOMPARE(stListing.listEntry.size(), 1);
+    const STDirEntry& stEntry = stListing.listEntry.first();
+    QCOMPARE(QFile::encodeName(stEntry.strName), name);
+    QCOMPARE(QFile::encodeName(stEntry.fileInfo.absoluteFilePath()),
              QFile::encodeName(tree.Path()) + '/' + name);
-    QCOMPARE(stEntry.m_fileInfo.fileName(), stEntry.m_strName);
-    QCOMPARE(stEntry.m_fileInfo.size(), qint64(4));
+    QCOMPARE(stEntry.fileInfo.fileName(), stEntry.strName);
+    QCOMPARE(stEntry.fileInfo.size(), qint64(4));
 }
 
 void tst_CDirListing::skipsByPrefix()
@@ -245,9 +245,9 @@ void tst_CDirListing::skipsByPrefix()
         tree.Write(pszName);
     }
     const CDirNode node(QFileInfo(tree.Path()), nullptr);
-    const STDirListing stListing = CDirListing::List(node, {QLatin1String("dev"), QLatin1String("home")});
+    const STDirListing stListing = node.List({QLatin1String("dev"), QLatin1String("home")});
     QCOMPARE(Names(stListing), QStringList({"Dev", "Home", "mydev"}));
-    QCOMPARE(Names(CDirListing::List(node, {})).size(), 6);
+    QCOMPARE(Names(node.List({})).size(), 6);
 }
 
 void tst_CDirListing::refused_data()
@@ -268,8 +268,8 @@ void tst_CDirListing::refused()
     tree.Link("itself", "itself");
     QFETCH(QString, entry);
     const STDirListing stListing = ListOf(tree.Path(entry));
-    QVERIFY(stListing.m_listEntry.isEmpty());
-    QTEST(stListing.m_nError, "error");
+    QVERIFY(stListing.listEntry.isEmpty());
+    QTEST(stListing.nError, "error");
 }
 
 void tst_CDirListing::refusedByPermission()
@@ -288,8 +288,8 @@ void tst_CDirListing::refusedByPermission()
         QSKIP("runs as root and cannot become another user here");
     }
     const STDirListing stListing = ListOf(tree.Path("closed"));
-    QVERIFY(stListing.m_listEntry.isEmpty());
-    QCOMPARE(stListing.m_nError, EACCES);
+    QVERIFY(stListing.listEntry.isEmpty());
+    QCOMPARE(stListing.nError, EACCES);
 }
 
 void tst_CDirListing::refusedForItsLength()
@@ -315,18 +315,18 @@ void tst_CDirListing::refusedForItsLength()
 
     // The last folder whose path the system takes is listed; the entry in it is too long to be.
     QCOMPARE(Names(stNear), QStringList(QString::fromLatin1(baPart)));
-    QCOMPARE(stNear.m_nError, 0);
-    QVERIFY(stBeyond.m_listEntry.isEmpty());
-    QCOMPARE(stBeyond.m_nError, ENAMETOOLONG);
+    QCOMPARE(stNear.nError, 0);
+    QVERIFY(stBeyond.listEntry.isEmpty());
+    QCOMPARE(stBeyond.nError, ENAMETOOLONG);
 }
 
 void tst_CDirListing::rootFolder()
 {
     const STDirListing stListing = ListOf("/");
-    QCOMPARE(stListing.m_nError, 0);
-    QVERIFY(!stListing.m_listEntry.isEmpty());
-    for (const STDirEntry& stEntry : stListing.m_listEntry) {
-        QCOMPARE(stEntry.m_fileInfo.absoluteFilePath(), "/" + stEntry.m_strName);
+    QCOMPARE(stListing.nError, 0);
+    QVERIFY(!stListing.listEntry.isEmpty());
+    for (const STDirEntry& stEntry : stListing.listEntry) {
+        QCOMPARE(stEntry.fileInfo.absoluteFilePath(), "/" + stEntry.strName);
     }
 }
 
@@ -335,8 +335,8 @@ void tst_CDirListing::pathsAreExact()
     CTempTree tree;
     tree.Write("inner/file");
     const STDirListing stListing = ListOf(tree.Path() + "//inner/");
-    QCOMPARE(stListing.m_listEntry.size(), 1);
-    QCOMPARE(stListing.m_listEntry.first().m_fileInfo.filePath(), tree.Path("inner/file"));
+    QCOMPARE(stListing.listEntry.size(), 1);
+    QCOMPARE(stListing.listEntry.first().fileInfo.filePath(), tree.Path("inner/file"));
 }
 
 void tst_CDirListing::leadsBack_data()
@@ -382,10 +382,10 @@ void tst_CDirListing::leadsBack()
     CDirNode top(QFileInfo(tree.Path("top")), nullptr);
     CDirNode folder(QFileInfo(QFileInfo(tree.Path(link)).path()), &top);
     const CDirNode node(QFileInfo(tree.Path(link)), &folder);
-    QCOMPARE(CDirListing::LeadsBack(node), back);
-    const STDirListing stListing = CDirListing::List(node, {});
-    QCOMPARE(stListing.m_nError == ELOOP, back);
-    QCOMPARE(stListing.m_listEntry.isEmpty(), back || target == "nowhere");
+    QCOMPARE(node.LeadsBack(), back);
+    const STDirListing stListing = node.List({});
+    QCOMPARE(stListing.nError == ELOOP, back);
+    QCOMPARE(stListing.listEntry.isEmpty(), back || target == "nowhere");
 }
 
 void tst_CDirListing::topLevelLinkIsListed()
@@ -396,11 +396,11 @@ void tst_CDirListing::topLevelLinkIsListed()
     tree.Link("volumes/start-up", "..");
     CDirNode root;
     CDirNode volume(QFileInfo(tree.Path("volumes/start-up")), &root);
-    QVERIFY(!CDirListing::LeadsBack(volume));
-    QCOMPARE(Names(CDirListing::List(volume, {})), QStringList("volumes"));
+    QVERIFY(!volume.LeadsBack());
+    QCOMPARE(Names(volume.List({})), QStringList("volumes"));
     CDirNode folder(QFileInfo(tree.Path("volumes/start-up/volumes")), &volume);
     const CDirNode again(QFileInfo(tree.Path("volumes/start-up/volumes/start-up")), &folder);
-    QVERIFY(CDirListing::LeadsBack(again));
+    QVERIFY(again.LeadsBack());
 }
 
 QTEST_GUILESS_MAIN(tst_CDirListing)

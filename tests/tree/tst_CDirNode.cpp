@@ -1,5 +1,6 @@
 #include "HostileNames.h"
 #include "files/CFileNameCodec.h"
+#include "support/CNodeTree.h"
 #include "support/CTempTree.h"
 #include "tree/CDirNode.h"
 
@@ -31,14 +32,6 @@ static QStringList ChildNames(const CDirNode& node)
     return listName;
 }
 
-static void DeleteBelow(CDirNode* pNode)
-{
-    for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
-        DeleteBelow(pChild);
-    }
-    pNode->RemoveAll();
-}
-
 /** A node that frees what was listed below it. */
 struct STOwnedNode
 {
@@ -46,7 +39,7 @@ struct STOwnedNode
         : m_node(QFileInfo(strPath), nullptr)
     {
     }
-    ~STOwnedNode() { DeleteBelow(&m_node); }
+    ~STOwnedNode() { m_node.RemoveAllBelow(); }
 
     CDirNode m_node;
 };
@@ -55,20 +48,6 @@ static CDirNode* ChildNamed(const CDirNode& node, const QString& strName)
 {
     const int nRow = ChildNames(node).indexOf(strName);
     return nRow < 0 ? nullptr : node.m_listChild.at(nRow);
-}
-
-/** Lists everything below `node`, as the size worker does with a ticked folder; returns the number of nodes.
- */
-static int LoadAll(CDirNode* pNode)
-{
-    int nNodes = 0;
-    if (pNode->m_bDir) {
-        pNode->LoadChild();
-    }
-    for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
-        nNodes += 1 + LoadAll(pChild);
-    }
-    return nNodes;
 }
 
 class tst_CDirNode : public QObject
@@ -394,7 +373,7 @@ void tst_CDirNode::linkToFolderIsAFolder()
     tree.Write("real/inside");
     tree.Link("link", "real");
     STOwnedNode owned(tree.Path());
-    QCOMPARE(LoadAll(&owned.m_node), 4);
+    QCOMPARE(CNodeTree::ListAll(&owned.m_node), 4);
     QCOMPARE(ChildNames(*ChildNamed(owned.m_node, "link")), QStringList("inside"));
 }
 
@@ -411,7 +390,7 @@ void tst_CDirNode::linksThatLeadBackEnd()
     // The top holds 3 entries, of which "everything" is not listed. In a there are 2,
     // of which x leads to the 3 of b, where self and y end; in b there are 3, of
     // which y leads to the 2 of a, where x ends.
-    QCOMPARE(LoadAll(&owned.m_node), 3 + (2 + 3) + (3 + 2));
+    QCOMPARE(CNodeTree::ListAll(&owned.m_node), 3 + (2 + 3) + (3 + 2));
     const CDirNode& through = *ChildNamed(*ChildNamed(owned.m_node, "a"), "x");
     QCOMPARE(ChildNames(through), QStringList({"self", "y", "file b"}));
     const CDirNode& back = *ChildNamed(through, "y");

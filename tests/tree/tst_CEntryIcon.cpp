@@ -7,8 +7,8 @@
 
 #include <thread>
 
-static const ENEntryKind ALL_KINDS[] = {ENEntryKind::File, ENEntryKind::Folder, ENEntryKind::Volume,
-                                        ENEntryKind::FileLink, ENEntryKind::FolderLink};
+static const ENEntryKind ALL_KINDS[] = {ENEntryKind::FILE, ENEntryKind::FOLDER, ENEntryKind::VOLUME,
+                                        ENEntryKind::FILE_LINK, ENEntryKind::FOLDER_LINK};
 
 /** Takes the icon of `enKind` on a thread of its own. */
 static QIcon IconFromWorker(ENEntryKind enKind)
@@ -40,15 +40,15 @@ private:
 
 void tst_CEntryIcon::nullWithoutApplication()
 {
-    QVERIFY(CEntryIcon::Of(ENEntryKind::File).isNull());
+    QVERIFY(CEntryIcon::Of(ENEntryKind::FILE).isNull());
     QVERIFY(CDirNode(QFileInfo("/"), nullptr).m_icon.isNull());
 }
 
 void tst_CEntryIcon::nullForAWorkerThatIsFirst()
 {
     QApplication app(m_nArgs, m_pArgs);
-    QVERIFY(IconFromWorker(ENEntryKind::Folder).isNull());
-    QVERIFY(!CEntryIcon::Of(ENEntryKind::Folder).isNull());
+    QVERIFY(IconFromWorker(ENEntryKind::FOLDER).isNull());
+    QVERIFY(!CEntryIcon::Of(ENEntryKind::FOLDER).isNull());
 }
 
 void tst_CEntryIcon::onePerKind()
@@ -71,17 +71,17 @@ void tst_CEntryIcon::onePerKind()
 void tst_CEntryIcon::workersTakeCopies()
 {
     QApplication app(m_nArgs, m_pArgs);
-    const QIcon icon = CEntryIcon::Of(ENEntryKind::FolderLink);
-    QCOMPARE(IconFromWorker(ENEntryKind::FolderLink).cacheKey(), icon.cacheKey());
+    const QIcon icon = CEntryIcon::Of(ENEntryKind::FOLDER_LINK);
+    QCOMPARE(IconFromWorker(ENEntryKind::FOLDER_LINK).cacheKey(), icon.cacheKey());
 }
 
 void tst_CEntryIcon::goneWithTheApplication()
 {
     {
         QApplication app(m_nArgs, m_pArgs);
-        QVERIFY(!CEntryIcon::Of(ENEntryKind::File).isNull());
+        QVERIFY(!CEntryIcon::Of(ENEntryKind::FILE).isNull());
     }
-    QVERIFY(CEntryIcon::Of(ENEntryKind::File).isNull());
+    QVERIFY(CEntryIcon::Of(ENEntryKind::FILE).isNull());
 }
 
 void tst_CEntryIcon::nodesShareThem()
@@ -92,10 +92,10 @@ void tst_CEntryIcon::nodesShareThem()
     CDirNode root;
     const CDirNode volume(QFileInfo("/usr"), &root);
     const CDirNode file(QFileInfo(QCoreApplication::applicationFilePath()), &first);
-    QCOMPARE(first.m_icon.cacheKey(), CEntryIcon::Of(ENEntryKind::Folder).cacheKey());
+    QCOMPARE(first.m_icon.cacheKey(), CEntryIcon::Of(ENEntryKind::FOLDER).cacheKey());
     QCOMPARE(second.m_icon.cacheKey(), first.m_icon.cacheKey());
-    QCOMPARE(volume.m_icon.cacheKey(), CEntryIcon::Of(ENEntryKind::Volume).cacheKey());
-    QCOMPARE(file.m_icon.cacheKey(), CEntryIcon::Of(ENEntryKind::File).cacheKey());
+    QCOMPARE(volume.m_icon.cacheKey(), CEntryIcon::Of(ENEntryKind::VOLUME).cacheKey());
+    QCOMPARE(file.m_icon.cacheKey(), CEntryIcon::Of(ENEntryKind::FILE).cacheKey());
 }
 
 QTEST_APPLESS_MAIN(tst_CEntryIcon)

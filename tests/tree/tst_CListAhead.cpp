@@ -148,8 +148,8 @@ QVector<const CDirNode*> tst_CListAhead::Folders(int nCount)
 QStringList tst_CListAhead::Names(const STDirListing& stListing)
 {
     QStringList listName;
-    for (const STDirEntry& stEntry : stListing.m_listEntry) {
-        listName.append(stEntry.m_fileInfo.absoluteFilePath());
+    for (const STDirEntry& stEntry : stListing.listEntry) {
+        listName.append(stEntry.fileInfo.absoluteFilePath());
     }
     return listName;
 }
@@ -172,9 +172,9 @@ void tst_CListAhead::listingsComeInOrder()
     CListAhead listAhead(listFolder, SKIP, std::chrono::milliseconds(longMs));
     for (int i = 0; i < count; ++i) {
         const STDirListing stListing = listAhead.Next();
-        QCOMPARE(Names(stListing), Names(CDirListing::List(*listFolder.at(i), SKIP)));
-        QCOMPARE(stListing.m_listEntry.size(), i % 11);
-        QCOMPARE(stListing.m_nError, 0);
+        QCOMPARE(Names(stListing), Names(listFolder.at(i)->List(SKIP)));
+        QCOMPARE(stListing.listEntry.size(), i % 11);
+        QCOMPARE(stListing.nError, 0);
     }
 }
 
@@ -186,7 +186,7 @@ void tst_CListAhead::refusalsComeInTheirPlace()
     CListAhead listAhead(listFolder, SKIP, 0ms);
     QList<int> listError;
     for (int i = 0; i < listFolder.size(); ++i) {
-        listError.append(listAhead.Next().m_nError);
+        listError.append(listAhead.Next().nError);
     }
     QCOMPARE(listError, QList<int>({0, 0, ENOENT, 0, 0, 0}));
 }
@@ -198,7 +198,7 @@ void tst_CListAhead::slowOnesAreAskedTogether()
     s_opened.Watch(m_pTree->Path(QStringLiteral("all")), 9);
     CListAhead listAhead(listFolder, SKIP, 0ms);
     for (int i = 0; i < listFolder.size(); ++i) {
-        QCOMPARE(listAhead.Next().m_listEntry.size(), i % 11);
+        QCOMPARE(listAhead.Next().listEntry.size(), i % 11);
     }
     QVERIFY(!s_opened.m_bMissed);
     QCOMPARE(s_opened.m_listPath.size(), size_t(9));
@@ -219,7 +219,7 @@ void tst_CListAhead::oneThatTakesLongerIsWaitedFor()
                 return s_opened.IsOpened("/00" + std::to_string(i));
             }());
         }
-        QCOMPARE(listAhead.Next().m_listEntry.size(), i % 11);
+        QCOMPARE(listAhead.Next().listEntry.size(), i % 11);
     }
     QVERIFY(!s_opened.m_bMissed);
 }
