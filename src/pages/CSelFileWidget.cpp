@@ -12,6 +12,7 @@
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileForm.h"
 #include "pages/CSelectionCount.h"
+#include "tree/CFileTreeAccess.h"
 
 #include <QDateTime>
 #include <QDebug>
@@ -29,6 +30,7 @@ CSelFileWidget::CSelFileWidget(QWidget* parent)
     : QWidget(parent)
     , m_pForm(std::make_unique<CSelFileForm>())
 {
+    CFileTreeAccess::Install();
     m_pForm->setupUi(this);
     InitData();
     InitView();

@@ -4,7 +4,7 @@
 #include "tree/CDirNode.h"
 #include "tree/CListAhead.h"
 
-#include <utility>
+#include <QThread>
 
 // "Volumes" too is left out here, so that a start-up volume, whose folder of
 // mount points leads to every other volume, does not show them all again.
@@ -38,6 +38,7 @@ CDirModel::CDirModel(QObject* parent)
 
 CDirModel::~CDirModel()
 {
+    AssertOwned();
     beginResetModel();
     m_pRoot->RemoveAllBelow();
     delete m_pRoot;
@@ -55,10 +56,24 @@ CDirModel* CDirModel::GetInstence()
 
 CDirNode* CDirModel::GetRootNode() const { return m_pRoot; }
 
-bool CDirModel::HasCheckedEntry() const { return m_pRoot->m_chkState != Qt::Unchecked; }
+bool CDirModel::HasCheckedEntry() const { return nodeFromIndex(QModelIndex())->m_chkState != Qt::Unchecked; }
+
+void CDirModel::SetLent(bool bLent)
+{
+    Q_ASSERT_X(!bLent || !m_bLent, "CDirModel", "the nodes are lent already");
+    m_bLent = bLent;
+}
+
+// Whatever reads, ticks or lists a node for the GUI thread comes through here.
+void CDirModel::AssertOwned() const
+{
+    Q_ASSERT_X(QThread::currentThread() == thread(), "CDirModel", "workers have no business with the model");
+    Q_ASSERT_X(!m_bLent, "CDirModel", "the nodes belong to a worker");
+}
 
 CDirNode* CDirModel::nodeFromIndex(const QModelIndex& index) const
 {
+    AssertOwned();
     return index.isValid() ? static_cast<CDirNode*>(index.internalPointer()) : m_pRoot;
 }
 
@@ -172,9 +187,8 @@ void CDirModel::AppendListing(const QModelIndex& index, const STDirListing& stLi
     pNode->m_nListError = stListing.nError;
     for (int i = 0; i < stListing.listEntry.size(); ++i) {
         auto* pChild = new CDirNode(stListing.listEntry.at(i), pNode);
-        // Announces one row more than comes, which is what listeners rely on.
-        // Nothing points at rows behind the new one, so no index is shifted;
-        // the program's view takes the extra row off again.
+        // Announces one row more than comes. Nothing points at rows behind the new
+        // one, so no index is shifted; the program's view takes the extra row off again.
         beginInsertRows(index, i, i + 1);
         pNode->AppendChild(pChild);
         endInsertRows();
@@ -232,6 +246,7 @@ void CDirModel::RemoveAllChild(const QModelIndex& index)
 
 void CDirModel::Parse(QString path)
 {
+    AssertOwned();
     // Rows 0 and 1 are announced whatever the count is. The roots are all added
     // before anything is shown or selected, so no view holds an index that the
     // wrong range could shift.

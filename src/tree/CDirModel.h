@@ -12,7 +12,8 @@ struct STDirListing;
  * three-state tick, listed two levels ahead of what is open.
  *
  * Everything here runs on the GUI thread. The workers read the nodes directly,
- * never through the model.
+ * never through the model. While the nodes are lent, nothing but GetRootNode() may
+ * be called; debug builds end the program where somebody does so all the same.
  */
 class CDirModel : public QAbstractItemModel
 {
@@ -33,6 +34,9 @@ public:
 
     /** Whether anything in the tree is checked or partially checked. */
     bool HasCheckedEntry() const;
+
+    /** Tells whether the nodes belong to a worker from now on. They can be lent to one at a time. */
+    void SetLent(bool bLent);
 
     /** The node of `index`; the root for an invalid index. */
     CDirNode* nodeFromIndex(const QModelIndex& index) const;
@@ -84,10 +88,12 @@ public slots:
     void SlotCollapsed(QModelIndex index);
 
 private:
+    void AssertOwned() const;
     void AppendListing(const QModelIndex& index, const STDirListing& stListing);
 
     QStringList m_listPath;
     CDirNode* m_pRoot;
+    bool m_bLent = false; // the nodes belong to a worker
     QFileSystemWatcher m_watcher;
 
     static CDirModel* s_pDirModel;

@@ -16,8 +16,8 @@ struct STDirListing;
  *
  * The ticks in the nodes are the user's selection; no other list of it exists.
  * Nothing in a node is locked or atomic: a tree belongs to one thread at a time.
- * The GUI thread owns it, and lends it to the size worker, and later to the copy
- * worker, while it keeps its own hands off (CDirModel::SetLent holds it to that).
+ * The GUI thread owns it. While it is lent to the size worker the GUI thread reads
+ * no node (CDirModel::SetLent); while the copy worker reads it, nobody changes one.
  *
  * The icon is shared by all nodes of one kind of entry. It is null without a
  * QApplication, and for nodes built outside the GUI thread before the GUI thread

@@ -109,7 +109,8 @@ void* CFileRowAccess::interface_cast(QAccessible::InterfaceType enType)
 
 QStringList CFileRowAccess::actionNames() const
 {
-    if (!isValid()) {
+    // While the tree is out of sight the copy worker may be reading the nodes.
+    if (!isValid() || !m_pView->isVisible()) {
         return {};
     }
     QStringList listName{toggleAction(), setFocusAction()};

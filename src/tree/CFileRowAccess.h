@@ -22,8 +22,7 @@ public:
     /** The row; invalid once its entry has gone. */
     QModelIndex Index() const;
 
-    /** Takes note of the row's present tick; true when it differs from the one noted before. Only while
-     * valid. */
+    /** Notes the row's tick; true when it is another than the one noted before. Only while valid. */
     bool NoteTick();
 
     bool isValid() const override;
@@ -43,7 +42,10 @@ public:
     QAccessible::State state() const override;
     void* interface_cast(QAccessible::InterfaceType enType) override;
 
-    /** Ticking; for a folder also pressing, which opens or closes it; and making it the current row. */
+    /**
+     * Ticking; for a folder also pressing, which opens or closes it; and making it the
+     * current row. Nothing while the tree is out of sight.
+     */
     QStringList actionNames() const override;
     void doAction(const QString& strAction) override;
     QStringList keyBindingsForAction(const QString& strAction) const override;
@@ -53,5 +55,5 @@ private:
 
     QPointer<CFileTreeView> m_pView;
     QPersistentModelIndex m_index;
-    int m_nTick;
+    int m_nTick; // as it was noted last
 };

@@ -4,6 +4,28 @@
 #include "tree/CFileRowAccess.h"
 #include "tree/CFileTreeView.h"
 
+#include <QApplication>
+#include <QScrollBar>
+
+namespace {
+
+/** Has a reader that comes late know of the trees at once: it may listen for long before it asks for one. */
+class CReaderWatch : public QAccessible::ActivationObserver
+{
+public:
+    void accessibilityActiveChanged(bool bActive) override
+    {
+        const QWidgetList listWidget = bActive ? QApplication::allWidgets() : QWidgetList();
+        for (QWidget* pWidget : listWidget) {
+            if (qobject_cast<CFileTreeView*>(pWidget)) {
+                QAccessible::queryAccessibleInterface(pWidget);
+            }
+        }
+    }
+};
+
+}
+
 static QAccessibleInterface* MakeInterface(const QString& strClass, QObject* pObject)
 {
     if (strClass != QLatin1String(CFileTreeView::staticMetaObject.className())) {
@@ -12,7 +34,24 @@ static QAccessibleInterface* MakeInterface(const QString& strClass, QObject* pOb
     return new CFileTreeAccess(static_cast<CFileTreeView*>(pObject));
 }
 
-void CFileTreeAccess::Install() { QAccessible::installFactory(MakeInterface); }
+static void TellState(QAccessibleInterface* pRow, QAccessible::State changed)
+{
+    QAccessibleStateChangeEvent event(pRow, changed);
+    QAccessible::updateAccessibility(&event);
+}
+
+static void Tell(QAccessibleInterface* pRow, QAccessible::Event enEvent)
+{
+    QAccessibleEvent event(pRow, enEvent);
+    QAccessible::updateAccessibility(&event);
+}
+
+void CFileTreeAccess::Install()
+{
+    static CReaderWatch s_watch;
+    QAccessible::installActivationObserver(&s_watch);
+    QAccessible::installFactory(MakeInterface);
+}
 
 CFileTreeAccess* CFileTreeAccess::Of(CFileTreeView* pView)
 {
@@ -22,10 +61,37 @@ CFileTreeAccess* CFileTreeAccess::Of(CFileTreeView* pView)
 CFileTreeAccess::CFileTreeAccess(CFileTreeView* pView)
     : QAccessibleWidget(pView, QAccessible::Tree)
 {
-    const auto fnDrop = [this] { DropGoneRows(); };
+    ListenToModel();
+    ListenToView();
+}
+
+void CFileTreeAccess::ListenToModel()
+{
     const CDirModel* pModel = CDirModel::GetInstence();
+    const auto fnDrop = [this] { DropGoneRows(); };
     QObject::connect(pModel, &QAbstractItemModel::rowsRemoved, &m_context, fnDrop);
     QObject::connect(pModel, &QAbstractItemModel::modelReset, &m_context, fnDrop);
+    QObject::connect(pModel, &QAbstractItemModel::dataChanged, &m_context, [this] { TellTicksSoon(); });
+}
+
+void CFileTreeAccess::ListenToView()
+{
+    const auto fnExpanded = [this](const QModelIndex& index) { TellExpanded(index); };
+    QObject::connect(View(), &QTreeView::expanded, &m_context, fnExpanded);
+    QObject::connect(View(), &QTreeView::collapsed, &m_context, fnExpanded);
+    QObject::connect(View()->verticalScrollBar(), &QScrollBar::valueChanged, &m_context,
+                     [this] { TellTicksSoon(); });
+    QObject::connect(View(), &CFileTreeView::SignalCurrentChanged, &m_context, [this] { TellFocus(); });
+    QObject::connect(View(), &CFileTreeView::SignalSelectionChanged, &m_context,
+                     [this](const QItemSelection& selected, const QItemSelection& deselected) {
+                         // One row at most is selected.
+                         TellSelected(deselected.indexes().value(0), false);
+                         TellSelected(selected.indexes().value(0), true);
+                     });
+    // Qt tells readers that the whole tree has the focus after this signal: the row
+    // is to be the last word, so it waits for its turn.
+    QObject::connect(
+        qApp, &QApplication::focusChanged, &m_context, [this] { TellFocus(); }, Qt::QueuedConnection);
 }
 
 CFileTreeAccess::~CFileTreeAccess()
@@ -75,44 +141,67 @@ CFileRowAccess* CFileTreeAccess::Row(const QModelIndex& index) const
     return pRow;
 }
 
-void CFileTreeAccess::TellFocus(const QModelIndex& index) const
+// Null also while nobody listens.
+CFileRowAccess* CFileTreeAccess::RowToTell(const QModelIndex& index) const
 {
-    if (CFileRowAccess* pRow = Row(index)) {
-        QAccessibleEvent event(pRow, QAccessible::Focus);
-        QAccessible::updateAccessibility(&event);
+    return QAccessible::isActive() ? Row(index) : nullptr;
+}
+
+void CFileTreeAccess::TellFocus() const
+{
+    CFileRowAccess* pRow = RowToTell(View()->currentIndex());
+    if (pRow && View()->hasFocus()) {
+        Tell(pRow, QAccessible::Focus);
     }
 }
 
 void CFileTreeAccess::TellExpanded(const QModelIndex& index) const
 {
-    if (CFileRowAccess* pRow = Row(index)) {
+    if (CFileRowAccess* pRow = RowToTell(index)) {
         QAccessible::State changed;
         changed.expanded = true;
         changed.collapsed = true;
-        QAccessibleStateChangeEvent event(pRow, changed);
-        QAccessible::updateAccessibility(&event);
+        TellState(pRow, changed);
     }
 }
 
 void CFileTreeAccess::TellSelected(const QModelIndex& index, bool bSelected) const
 {
-    if (CFileRowAccess* pRow = Row(index)) {
-        QAccessibleEvent event(pRow, bSelected ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
-        QAccessible::updateAccessibility(&event);
+    if (CFileRowAccess* pRow = RowToTell(index)) {
+        Tell(pRow, bSelected ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
     }
 }
 
+void CFileTreeAccess::TellTicksSoon()
+{
+    if (!m_bTicksToTell && QAccessible::isActive()) {
+        m_bTicksToTell = true;
+        QMetaObject::invokeMethod(
+            &m_context, [this] { TellTicks(); }, Qt::QueuedConnection);
+    }
+}
+
+void CFileTreeAccess::TellTicks()
+{
+    m_bTicksToTell = false;
+    const CFileTreeView* pView = View();
+    const int nBottom = pView->viewport()->rect().bottom();
+    for (QModelIndex index = pView->indexAt(QPoint(pView->columnViewportPosition(0), 0));
+         index.isValid() && pView->visualRect(index).top() <= nBottom; index = pView->indexBelow(index)) {
+        TellTick(index);
+    }
+}
+
+// Only of a row that a reader knows, and only what it has not been told of.
 void CFileTreeAccess::TellTick(const QModelIndex& index) const
 {
     CFileRowAccess* pRow = Known(index);
-    if (!pRow || !pRow->NoteTick()) {
-        return;
+    if (pRow && pRow->NoteTick()) {
+        QAccessible::State changed;
+        changed.checked = true;
+        changed.checkStateMixed = true;
+        TellState(pRow, changed);
     }
-    QAccessible::State changed;
-    changed.checked = true;
-    changed.checkStateMixed = true;
-    QAccessibleStateChangeEvent event(pRow, changed);
-    QAccessible::updateAccessibility(&event);
 }
 
 int CFileTreeAccess::childCount() const { return View()->ShownCount(); }

@@ -2,16 +2,13 @@
 
 #include "tree/CDirDelegate.h"
 #include "tree/CDirModel.h"
-#include "tree/CFileTreeAccess.h"
+#include "tree/CNodeLoan.h"
 
-#include <QAccessible>
 #include <QFocusEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QScrollBar>
-#include <QSignalBlocker>
 
 // Right of the rows, as much as the frame around the view leaves free on their left.
 static const int ROW_GAP = 9;
@@ -20,31 +17,9 @@ static const int MEASURED_ROWS = 1000;
 // The bar before the current row.
 static const int MARK_WIDTH = 3;
 static const int MARK_MARGIN = 6;
+static const QRgb MARK_COLOUR = qRgb(0xff, 0x7e, 0x17);
 
-/** Lies over the view while its nodes are lent, shows what it last looked like and swallows the mouse. */
-class CViewPicture : public QWidget
-{
-public:
-    CViewPicture(const QPixmap& pixmap, QWidget* parent)
-        : QWidget(parent)
-        , m_pixmap(pixmap)
-    {
-        setAttribute(Qt::WA_NoMousePropagation);
-        setAttribute(Qt::WA_OpaquePaintEvent);
-        setGeometry(parent->rect());
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        painter.fillRect(rect(), palette().base());
-        painter.drawPixmap(0, 0, m_pixmap);
-    }
-
-private:
-    const QPixmap m_pixmap;
-};
+namespace {
 
 /** Shows that the program is busy, from its making to its end. */
 class CWaitCursor
@@ -56,27 +31,11 @@ public:
     CWaitCursor& operator=(const CWaitCursor&) = delete;
 };
 
-static void CollectExpanded(const QTreeView& view, const QModelIndex& parent,
-                            QVector<QPersistentModelIndex>& listExpanded)
-{
-    const QAbstractItemModel& model = *view.model();
-    for (int i = 0; i < model.rowCount(parent); ++i) {
-        const QModelIndex index = model.index(i, 0, parent);
-        if (!model.hasChildren(index)) {
-            continue;
-        }
-        if (view.isExpanded(index)) {
-            listExpanded.append(index);
-        }
-        // Folders below a closed one may be open too, and are so again once it is opened.
-        CollectExpanded(view, index, listExpanded);
-    }
 }
 
 CFileTreeView::CFileTreeView(QWidget* parent)
     : QTreeView(parent)
 {
-    CFileTreeAccess::Install();
     InitData();
     InitConnect();
     InitView();
@@ -92,11 +51,11 @@ void CFileTreeView::InitData()
 
 void CFileTreeView::InitConnect()
 {
-    // The model lists on this thread, and a large folder or a slow disk takes its
-    // time: the pointer says so. Slots are called in the order of their connection.
-    connect(this, &QTreeView::expanded, this, [this] { m_pWaitCursor = std::make_unique<CWaitCursor>(); });
-    connect(this, &QTreeView::expanded, m_pDirModel, &CDirModel::SlotExpanded);
-    connect(this, &QTreeView::expanded, this, [this] { m_pWaitCursor.reset(); });
+    connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) {
+        // The model lists on this thread, and a large folder or a slow disk takes its time.
+        const CWaitCursor cursor;
+        m_pDirModel->SlotExpanded(index);
+    });
     connect(this, &QTreeView::collapsed, m_pDirModel, &CDirModel::SlotCollapsed);
     connect(
         this, &QTreeView::clicked, this,
@@ -105,13 +64,6 @@ void CFileTreeView::InitConnect()
             emit SignalItemClicked();
         },
         Qt::DirectConnection);
-    const auto fnTell = [this](const QModelIndex& index) {
-        if (const CFileTreeAccess* pAccess = Reader()) {
-            pAccess->TellExpanded(index);
-        }
-    };
-    connect(this, &QTreeView::expanded, this, fnTell);
-    connect(this, &QTreeView::collapsed, this, fnTell);
 }
 
 void CFileTreeView::InitView()
@@ -131,7 +83,7 @@ void CFileTreeView::InitView()
 
 void CFileTreeView::Parse(QStringList roots)
 {
-    if (m_bLent) {
+    if (m_pLoan) {
         m_listLateRoot = roots;
         return;
     }
@@ -151,15 +103,15 @@ void CFileTreeView::Parse(QStringList roots)
 
 void CFileTreeView::LendNodes(bool bLent)
 {
-    if (bLent == m_bLent) {
+    if (bLent == (m_pLoan != nullptr)) {
         return;
     }
-    m_bLent = bLent;
     if (bLent) {
-        DetachModel();
+        m_pLoan = std::make_unique<CNodeLoan>(this, m_pDirModel);
         return;
     }
-    AttachModel();
+    m_pLoan->Return();
+    m_pLoan.reset();
     if (!m_listLateRoot.isEmpty()) {
         Parse(m_listLateRoot);
         m_listLateRoot.clear();
@@ -168,7 +120,7 @@ void CFileTreeView::LendNodes(bool bLent)
 
 void CFileTreeView::ToggleTick(const QModelIndex& index)
 {
-    if (m_bLent || !index.isValid()) {
+    if (m_pLoan || !index.isValid()) {
         return;
     }
     scrollTo(index);
@@ -211,59 +163,9 @@ int CFileTreeView::ShownCount() const
 
 void CFileTreeView::EnsureCurrentRow()
 {
-    if (!m_bLent && !currentIndex().isValid()) {
+    if (!m_pLoan && !currentIndex().isValid()) {
         selectionModel()->setCurrentIndex(m_pDirModel->index(0, 0), QItemSelectionModel::NoUpdate);
     }
-}
-
-void CFileTreeView::DetachModel()
-{
-    m_pPicture = new CViewPicture(grab(), this);
-    m_pPicture->show();
-    m_nScrollX = horizontalScrollBar()->value();
-    m_nScrollY = verticalScrollBar()->value();
-    m_listExpanded.clear();
-    CollectExpanded(*this, QModelIndex(), m_listExpanded);
-    // A view without model can read no node, whatever makes it look: a repaint,
-    // a resize, a key, the pointer, a screen reader, a late layout.
-    m_pSelection = selectionModel();
-    ExchangeModel(nullptr);
-}
-
-void CFileTreeView::ExchangeModel(QAbstractItemModel* pModel)
-{
-    setModel(pModel);
-    // The header makes itself a selection model each time, takes the view's
-    // instead at once, and leaves its own lying about.
-    const auto listOwn = header()->findChildren<QItemSelectionModel*>(QString(), Qt::FindDirectChildrenOnly);
-    for (QItemSelectionModel* pOwn : listOwn) {
-        if (pOwn != header()->selectionModel()) {
-            delete pOwn;
-        }
-    }
-}
-
-void CFileTreeView::AttachModel()
-{
-    delete selectionModel();
-    ExchangeModel(m_pDirModel);
-    {
-        // The folders were listed and ticked when the user opened them. They are
-        // open before the current row is back: the view would open those above it.
-        const QSignalBlocker blocker(this);
-        for (const QPersistentModelIndex& index : qAsConst(m_listExpanded)) {
-            setExpanded(index, true);
-        }
-        if (m_pSelection) {
-            delete selectionModel();
-            setSelectionModel(m_pSelection);
-        }
-    }
-    m_listExpanded.clear();
-    doItemsLayout();
-    horizontalScrollBar()->setValue(m_nScrollX);
-    verticalScrollBar()->setValue(m_nScrollY);
-    delete m_pPicture;
 }
 
 int CFileTreeView::sizeHintForColumn(int nColumn) const
@@ -296,7 +198,7 @@ void CFileTreeView::drawRow(QPainter* pPainter, const QStyleOptionViewItem& opti
     pPainter->save();
     pPainter->setRenderHint(QPainter::Antialiasing);
     pPainter->setPen(Qt::NoPen);
-    pPainter->setBrush(QColor(QStringLiteral("#ff7e17")));
+    pPainter->setBrush(QColor(MARK_COLOUR));
     pPainter->drawRoundedRect(rect, MARK_WIDTH / 2.0, MARK_WIDTH / 2.0);
     pPainter->restore();
 }
@@ -304,11 +206,9 @@ void CFileTreeView::drawRow(QPainter* pPainter, const QStyleOptionViewItem& opti
 void CFileTreeView::dataChanged(const QModelIndex&, const QModelIndex&, const QVector<int>&)
 {
     // A tick on a folder tells of every row below it. Looking each up among the
-    // rows shown, as the base class does, would cost seconds, and so would an
-    // event for each to a screen reader; one repaint of what is on the screen
-    // shows them all, and one look at it later tells what has changed there.
+    // rows shown, as the base class does, would cost seconds; one repaint of what
+    // is on the screen shows them all.
     viewport()->update();
-    TellTicksSoon();
 }
 
 void CFileTreeView::rowsInserted(const QModelIndex& parent, int nStart, int nEnd)
@@ -360,14 +260,11 @@ void CFileTreeView::resizeEvent(QResizeEvent* pEvent)
 {
     QTreeView::resizeEvent(pEvent);
     resizeColumnToContents(0);
-    if (m_pPicture) {
-        m_pPicture->setGeometry(rect());
-    }
 }
 
 void CFileTreeView::keyPressEvent(QKeyEvent* pEvent)
 {
-    if (m_bLent) {
+    if (m_pLoan) {
         return;
     }
     switch (pEvent->key()) {
@@ -391,14 +288,6 @@ void CFileTreeView::focusInEvent(QFocusEvent* pEvent)
 {
     QTreeView::focusInEvent(pEvent);
     EnsureCurrentRow();
-    // Qt tells readers of the whole tree when this returns; the row is to be the last word.
-    QMetaObject::invokeMethod(this, &CFileTreeView::TellCurrentRow, Qt::QueuedConnection);
-}
-
-void CFileTreeView::scrollContentsBy(int nX, int nY)
-{
-    QTreeView::scrollContentsBy(nX, nY);
-    TellTicksSoon();
 }
 
 // The two below leave out QTreeView's own part, which tells readers of rows by
@@ -407,53 +296,11 @@ void CFileTreeView::scrollContentsBy(int nX, int nY)
 void CFileTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
-    TellCurrentRow();
+    emit SignalCurrentChanged(current);
 }
 
 void CFileTreeView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
 {
     QAbstractItemView::selectionChanged(selected, deselected); // NOLINT(bugprone-parent-virtual-call)
-    const CFileTreeAccess* pAccess = Reader();
-    if (!pAccess) {
-        return;
-    }
-    // One row at most is selected.
-    pAccess->TellSelected(deselected.indexes().value(0), false);
-    pAccess->TellSelected(selected.indexes().value(0), true);
-}
-
-// What screen readers are told through; null while there is none to listen.
-CFileTreeAccess* CFileTreeView::Reader()
-{
-    return QAccessible::isActive() ? CFileTreeAccess::Of(this) : nullptr;
-}
-
-void CFileTreeView::TellCurrentRow()
-{
-    const CFileTreeAccess* pAccess = Reader();
-    if (pAccess && hasFocus()) {
-        pAccess->TellFocus(currentIndex());
-    }
-}
-
-void CFileTreeView::TellTicksSoon()
-{
-    if (!m_bTicksToTell && QAccessible::isActive()) {
-        m_bTicksToTell = true;
-        QMetaObject::invokeMethod(this, &CFileTreeView::TellTicks, Qt::QueuedConnection);
-    }
-}
-
-void CFileTreeView::TellTicks()
-{
-    m_bTicksToTell = false;
-    const CFileTreeAccess* pAccess = model() ? CFileTreeAccess::Of(this) : nullptr;
-    if (!pAccess) {
-        return;
-    }
-    const QRect rect = viewport()->rect();
-    for (QModelIndex index = indexAt(QPoint(columnViewportPosition(0), 0));
-         index.isValid() && visualRect(index).top() <= rect.bottom(); index = indexBelow(index)) {
-        pAccess->TellTick(index);
-    }
+    emit SignalSelectionChanged(selected, deselected);
 }

@@ -1,16 +1,12 @@
 #pragma once
 
-#include <QPersistentModelIndex>
-#include <QPointer>
 #include <QStringList>
 #include <QTreeView>
-#include <QVector>
 
 #include <memory>
 
 class CDirModel;
-class CFileTreeAccess;
-class CWaitCursor;
+class CNodeLoan;
 
 /** The source tree on the selection page: one column without header over the one CDirModel. */
 class CFileTreeView : public QTreeView
@@ -38,9 +34,9 @@ public:
     /**
      * Lends the nodes to the size worker (true: call it before the worker starts)
      * and takes them back (false: call it after the worker's end). Meanwhile the
-     * view shows a picture of itself, takes no input and reads no node. Open
-     * folders, selection and scroll position are the same afterwards, and what
-     * the worker listed is shown. Saying the same twice changes nothing.
+     * view takes no input, and whoever reads a node through the model breaks the
+     * contract (see CNodeLoan). What the worker listed is shown afterwards. Saying
+     * the same twice changes nothing.
      */
     void LendNodes(bool bLent);
 
@@ -64,6 +60,12 @@ signals:
     /** A row was clicked, on its box or elsewhere, or ticked by key; its tick is already the new one. */
     void SignalItemClicked();
 
+    /** Another row is the current one; invalid when there is none any more. */
+    void SignalCurrentChanged(const QModelIndex& index);
+
+    /** The selection has changed by these rows. */
+    void SignalSelectionChanged(const QItemSelection& selected, const QItemSelection& deselected);
+
 public slots:
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                      const QVector<int>& roles = QVector<int>()) override;
@@ -78,7 +80,6 @@ protected:
     bool event(QEvent* pEvent) override;
     bool viewportEvent(QEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
-    void scrollContentsBy(int nX, int nY) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
@@ -92,27 +93,12 @@ protected:
 
 private:
     void EnsureCurrentRow();
-    CFileTreeAccess* Reader();
-    void TellCurrentRow();
-    void TellTicksSoon();
-    void TellTicks();
-    void DetachModel();
-    void AttachModel();
-    void ExchangeModel(QAbstractItemModel* pModel);
     void MarkCurrentRow(bool bMark);
     void KeysGoOnFrom(const QModelIndex& index);
 
     QStringList m_listRoot;
     CDirModel* m_pDirModel = nullptr;
-    std::unique_ptr<CWaitCursor> m_pWaitCursor; // while an opened folder is listed
-
+    QStringList m_listLateRoot; // given while the nodes were lent
+    std::unique_ptr<CNodeLoan> m_pLoan; // while the nodes are lent
     bool m_bKeysUsed = false; // the last input was a key
-    bool m_bTicksToTell = false;
-    bool m_bLent = false;
-    QStringList m_listLateRoot;
-    QPointer<QWidget> m_pPicture;
-    QPointer<QItemSelectionModel> m_pSelection;
-    QVector<QPersistentModelIndex> m_listExpanded;
-    int m_nScrollX = 0;
-    int m_nScrollY = 0;
 };

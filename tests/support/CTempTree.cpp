@@ -29,6 +29,20 @@ QString CTempTree::Write(const QString& strRelative, const QByteArray& baContent
     return strPath;
 }
 
+void CTempTree::Fill(const QStringList& listEntry)
+{
+    for (const QString& strEntry : listEntry) {
+        strEntry.endsWith(QLatin1Char('/')) ? MkDir(strEntry) : Write(strEntry);
+    }
+}
+
+void CTempTree::FillNumbered(const QString& strPattern, int nFirst, int nLast)
+{
+    for (int i = nFirst; i <= nLast; ++i) {
+        Write(strPattern.arg(i));
+    }
+}
+
 QString CTempTree::MkDir(const QString& strRelative)
 {
     const QString strPath = Path(strRelative);

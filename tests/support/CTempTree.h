@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 /**
@@ -19,6 +20,12 @@ public:
 
     /** Writes a file, its folders included; returns its absolute path. */
     QString Write(const QString& strRelative, const QByteArray& baContent = QByteArray());
+
+    /** Makes empty files with their folders; what ends in "/" is a folder. */
+    void Fill(const QStringList& listEntry);
+
+    /** Makes an empty file for each number from nFirst to nLast, which stands for the %1 of the pattern. */
+    void FillNumbered(const QString& strPattern, int nFirst, int nLast);
 
     /** Makes a folder with its parents; returns its absolute path. */
     QString MkDir(const QString& strRelative);

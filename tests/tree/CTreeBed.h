@@ -3,7 +3,9 @@
 #include "files/CFileNameCodec.h"
 #include "pages/CPageTree.h"
 #include "support/CTempTree.h"
+#include "tree/CFileTreeAccess.h"
 #include "tree/CFileTreeView.h"
+#include "tree/TreeRows.h"
 
 #include <QApplication>
 #include <QFile>
@@ -22,6 +24,7 @@ protected:
     void Prepare()
     {
         CFileNameCodec::Install();
+        CFileTreeAccess::Install();
         QFile file(":/res/TarnwickMacPE.qss");
         QVERIFY(file.open(QIODevice::ReadOnly));
         qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
@@ -44,23 +47,35 @@ protected:
         m_pTree.reset();
     }
 
+    /** Makes the entries the test's volume, shows the view and opens the volume. */
+    void Open(const QStringList& listEntry = {})
+    {
+        m_pTree->Fill(listEntry);
+        m_pView->Parse({m_pTree->Path()});
+        m_pView->show();
+        m_pView->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_pView.get()));
+        m_pView->expand(At("."));
+        m_pView->scrollTo(At("."), QAbstractItemView::PositionAtTop);
+    }
+
     /** The index of an entry below the test's own volume; "." is the volume. */
     QModelIndex At(const QString& strPath) const
     {
-        QModelIndex index = m_pModel->index(m_pModel->rowCount() - 1, 0);
-        if (strPath == ".") {
-            return index;
-        }
-        for (const QString& strPart : strPath.split('/')) {
-            const QModelIndexList listFound
-                = m_pModel->match(m_pModel->index(0, 0, index), Qt::DisplayRole, strPart, 1,
-                                  Qt::MatchExactly | Qt::MatchCaseSensitive);
-            index = listFound.value(0);
-        }
-        return index;
+        return RowBelow(m_pModel->index(m_pModel->rowCount() - 1, 0), strPath);
     }
 
     CDirNode* Node(const QString& strPath) const { return m_pModel->nodeFromIndex(At(strPath)); }
+
+    /** A click with the left button, nX pixels from the left edge of a row. */
+    void Click(const QString& strPath, int nX)
+    {
+        const QRect rect = m_pView->visualRect(At(strPath));
+        QTest::mouseClick(m_pView->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          QPoint(rect.left() + nX, rect.center().y()));
+    }
+
+    void Press(Qt::Key enKey) { QTest::keyClick(m_pView.get(), enKey); }
 
     CDirModel* m_pModel = nullptr;
     std::unique_ptr<CTempTree> m_pTree;
