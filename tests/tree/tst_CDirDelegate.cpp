@@ -1,7 +1,6 @@
 #include "support/CTempTree.h"
 #include "tree/CDirDelegate.h"
 #include "tree/CDirModel.h"
-#include "tree/CDirNode.h"
 
 #include <QApplication>
 #include <QFile>
@@ -16,9 +15,18 @@
 #include <QToolTip>
 #include <QTreeView>
 
+#include <memory>
+
 // Where a row has its left edge in these tests.
 static const int LEFT = 40;
 static const int TOP = 10;
+
+static QPixmap Filled(const QSize& size, const QColor& color)
+{
+    QPixmap pixmap(size);
+    pixmap.fill(color);
+    return pixmap;
+}
 
 /** One row with a tick, a red icon and a name; a second column to try what must not work there. */
 class COneRow
@@ -27,38 +35,25 @@ public:
     explicit COneRow(int nState, const QString& strName = QString())
         : m_model(1, 2)
     {
-        QPixmap pixmap(64, 64);
-        pixmap.fill(Qt::red);
         m_model.setData(Index(), nState, Qt::CheckStateRole);
         m_model.setData(Index(), strName, Qt::DisplayRole);
-        m_model.setData(Index(), QIcon(pixmap), Qt::DecorationRole);
+        SetIcon(Filled(QSize(64, 64), Qt::red));
     }
 
+    void SetIcon(const QPixmap& pixmap) { m_model.setData(Index(), QIcon(pixmap), Qt::DecorationRole); }
     QModelIndex Index(int nColumn = 0) const { return m_model.index(0, nColumn); }
     int State(int nColumn = 0) const { return Index(nColumn).data(Qt::CheckStateRole).toInt(); }
 
     QStandardItemModel m_model;
 };
 
-static QStyleOptionViewItem Option(int nHeight, QStyle::State state = QStyle::State_None, int nWidth = 300)
+static QStyleOptionViewItem Option(int nHeight = 30, QStyle::State state = QStyle::State_None)
 {
     QStyleOptionViewItem option;
-    option.rect = QRect(LEFT, TOP, nWidth, nHeight);
+    option.rect = QRect(LEFT, TOP, 300, nHeight);
     option.state = state;
     option.palette = QApplication::palette();
     return option;
-}
-
-/** Paints the row on white at `rRatio` pixels to the unit. */
-static QImage Painted(const CDirDelegate& delegate, const COneRow& row, const QStyleOptionViewItem& option,
-                      qreal rRatio = 1)
-{
-    QImage image(QSize(400, 100) * rRatio, QImage::Format_RGB32);
-    image.setDevicePixelRatio(rRatio);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    delegate.paint(&painter, option, row.Index());
-    return image;
 }
 
 /** The smallest rectangle round the pixels that `fnIs` holds for. */
@@ -75,17 +70,15 @@ template <typename Predicate> static QRect Bounds(const QImage& image, Predicate
     return rect;
 }
 
-static QRect RedBounds(const QImage& image)
+static QRect BoundsOf(const QImage& image, const QColor& color)
 {
-    return Bounds(image, [](const QColor& color) { return color == Qt::red; });
+    return Bounds(image, [&color](const QColor& pixel) { return pixel == color; });
 }
 
-/** Bounds of what is neither background nor icon, right of the icon. */
+/** Bounds of what is neither background nor icon. */
 static QRect TextBounds(const QImage& image)
 {
-    const QRect rect
-        = Bounds(image, [](const QColor& color) { return color.lightness() < 160 && color != Qt::red; });
-    return rect;
+    return Bounds(image, [](const QColor& color) { return color.lightness() < 160 && color != Qt::red; });
 }
 
 static QImage Resource(const QString& strName, const QColor& background)
@@ -97,386 +90,7 @@ static QImage Resource(const QString& strName, const QColor& background)
     return image;
 }
 
-class tst_CDirDelegate : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void init() { QPixmapCache::clear(); }
-
-    void clickBounds_data();
-    void clickBounds();
-    void clickEvents_data();
-    void clickEvents();
-    void stateAfterClick_data();
-    void stateAfterClick();
-    void doubleClickEndsWhereItBegan();
-    void secondColumnIsNotTicked();
-    void boxPicture_data();
-    void boxPicture();
-    void boxShowsTheRowBehindItself();
-    void boxIsCachedByKey_data();
-    void boxIsCachedByKey();
-    void boxComesFromTheCache();
-    void boxIsMadeAnewForAnotherResolution();
-    void verticalOffset_data();
-    void verticalOffset();
-    void iconPlace_data();
-    void iconPlace();
-    void iconIsSharpAtTwiceTheResolution();
-    void iconInOneSizeOnly_data();
-    void iconInOneSizeOnly();
-    void iconThatIsNone();
-    void textPlace();
-    void textColourAndFont();
-    void background_data();
-    void background();
-    void longNameIsElidedInTheMiddle();
-    void nameIsShownAsText_data();
-    void nameIsShownAsText();
-    void secondColumnIsPaintedByTheBase();
-    void painterIsLeftAsItWas();
-    void size();
-    void heightOfNamesWithLineBreaks();
-    void toolTip_data();
-    void toolTip();
-};
-
-void tst_CDirDelegate::initTestCase()
-{
-    QFile file(":/res/TarnwickMacPE.qss");
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
-}
-
-void tst_CDirDelegate::clickBounds_data()
-{
-    QTest::addColumn<qreal>("x");
-    QTest::addColumn<bool>("ticks");
-    QTest::newRow("left of the row") << LEFT - 1.0 << false;
-    QTest::newRow("on the left edge") << LEFT + 0.0 << false;
-    QTest::newRow("less than half a pixel in") << LEFT + 0.49 << false;
-    QTest::newRow("half a pixel in") << LEFT + 0.5 << true;
-    QTest::newRow("one in") << LEFT + 1.0 << true;
-    QTest::newRow("middle of the box") << LEFT + 7.0 << true;
-    QTest::newRow("right of the box") << LEFT + 14.0 << true;
-    QTest::newRow("fifteen in") << LEFT + 15.0 << true;
-    QTest::newRow("less than fifteen and a half in") << LEFT + 15.49 << true;
-    QTest::newRow("fifteen and a half in") << LEFT + 15.5 << false;
-    QTest::newRow("sixteen in") << LEFT + 16.0 << false;
-    QTest::newRow("on the icon") << LEFT + 25.0 << false;
-    QTest::newRow("on the name") << LEFT + 100.0 << false;
-}
-
-void tst_CDirDelegate::clickBounds()
-{
-    QFETCH(qreal, x);
-    QFETCH(bool, ticks);
-    CDirDelegate delegate;
-    for (const QEvent::Type enType : {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick}) {
-        COneRow row(Qt::Unchecked);
-        QMouseEvent event(enType, QPointF(x, TOP + 1), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-        QCOMPARE(delegate.editorEvent(&event, &row.m_model, Option(30), row.Index()), ticks);
-        QCOMPARE(row.State(), ticks ? 2 : 0);
-    }
-}
-
-void tst_CDirDelegate::clickEvents_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("button");
-    QTest::addColumn<bool>("ticks");
-    QTest::newRow("press") << int(QEvent::MouseButtonPress) << int(Qt::LeftButton) << true;
-    QTest::newRow("double click") << int(QEvent::MouseButtonDblClick) << int(Qt::LeftButton) << true;
-    QTest::newRow("press of the right button")
-        << int(QEvent::MouseButtonPress) << int(Qt::RightButton) << true;
-    QTest::newRow("release") << int(QEvent::MouseButtonRelease) << int(Qt::LeftButton) << false;
-    QTest::newRow("move") << int(QEvent::MouseMove) << int(Qt::NoButton) << false;
-}
-
-void tst_CDirDelegate::clickEvents()
-{
-    QFETCH(int, type);
-    QFETCH(int, button);
-    QFETCH(bool, ticks);
-    CDirDelegate delegate;
-    COneRow row(Qt::Unchecked);
-    const auto enButton = Qt::MouseButton(button);
-    QMouseEvent event(QEvent::Type(type), QPointF(LEFT + 7, TOP + 15), enButton, enButton, Qt::NoModifier);
-    QCOMPARE(delegate.editorEvent(&event, &row.m_model, Option(30), row.Index()), ticks);
-    QCOMPARE(row.State(), ticks ? 2 : 0);
-}
-
-void tst_CDirDelegate::stateAfterClick_data()
-{
-    QTest::addColumn<int>("before");
-    QTest::addColumn<int>("after");
-    QTest::newRow("unchecked") << 0 << 2;
-    QTest::newRow("partially checked") << 1 << 2;
-    QTest::newRow("checked") << 2 << 0;
-    QTest::newRow("no state at all") << 3 << 0;
-    QTest::newRow("negative") << -1 << 0;
-}
-
-void tst_CDirDelegate::stateAfterClick()
-{
-    QFETCH(int, before);
-    CDirDelegate delegate;
-    COneRow row(before);
-    QMouseEvent event(QEvent::MouseButtonPress, QPointF(LEFT + 7, TOP + 15), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QVERIFY(delegate.editorEvent(&event, &row.m_model, Option(30), row.Index()));
-    QTEST(row.State(), "after");
-}
-
-void tst_CDirDelegate::doubleClickEndsWhereItBegan()
-{
-    CDirDelegate delegate;
-    COneRow row(Qt::Unchecked);
-    QList<int> listState;
-    for (const QEvent::Type enType : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
-                                      QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
-        QMouseEvent event(enType, QPointF(LEFT + 7, TOP + 15), Qt::LeftButton, Qt::LeftButton,
-                          Qt::NoModifier);
-        delegate.editorEvent(&event, &row.m_model, Option(30), row.Index());
-        listState += row.State();
-    }
-    QCOMPARE(listState, QList<int>({2, 2, 0, 0}));
-}
-
-void tst_CDirDelegate::secondColumnIsNotTicked()
-{
-    CDirDelegate delegate;
-    COneRow row(Qt::Unchecked);
-    row.m_model.setData(row.Index(1), 0, Qt::CheckStateRole);
-    QMouseEvent event(QEvent::MouseButtonPress, QPointF(LEFT + 7, TOP + 15), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QVERIFY(!delegate.editorEvent(&event, &row.m_model, Option(30), row.Index(1)));
-    QCOMPARE(row.State(1), 0);
-}
-
-void tst_CDirDelegate::boxPicture_data()
-{
-    QTest::addColumn<int>("state");
-    QTest::addColumn<bool>("selected");
-    QTest::addColumn<QString>("picture");
-    QTest::newRow("unchecked") << 0 << false << "checkbox_normal.png";
-    QTest::newRow("partially checked") << 1 << false << "checkbox_half_selected.png";
-    QTest::newRow("checked") << 2 << false << "checkbox_selected.png";
-    QTest::newRow("unchecked, selected") << 0 << true << "checkbox_normal.png";
-    QTest::newRow("partially checked, selected") << 1 << true << "checkbox_half_selected.png";
-    QTest::newRow("checked, selected") << 2 << true << "checkbox_selected.png";
-}
-
-void tst_CDirDelegate::boxPicture()
-{
-    QFETCH(int, state);
-    QFETCH(bool, selected);
-    QFETCH(QString, picture);
-    CDirDelegate delegate;
-    const COneRow row(state);
-    const QStyle::State enState = selected ? QStyle::State_Selected : QStyle::State_None;
-    const QImage image = Painted(delegate, row, Option(30, enState));
-    const QImage expected = Resource(picture, selected ? QColor("#fff2e7") : QColor(Qt::white));
-    QCOMPARE(expected.size(), QSize(14, 14));
-    QCOMPARE(image.copy(LEFT, TOP + 8, 14, 14), expected);
-}
-
-void tst_CDirDelegate::boxShowsTheRowBehindItself()
-{
-    // Without the stylesheet, which sees to it too, the colour of windows would fill the corners.
-    const QString strSheet = qApp->styleSheet();
-    const QPalette palette = QApplication::palette();
-    const auto guard = qScopeGuard([&] {
-        QApplication::setPalette(palette);
-        qApp->setStyleSheet(strSheet);
-    });
-    qApp->setStyleSheet(QString());
-    QPalette coloured = palette;
-    coloured.setColor(QPalette::Window, Qt::magenta);
-    QApplication::setPalette(coloured);
-    CDirDelegate delegate;
-    const QImage image = Painted(delegate, COneRow(Qt::Unchecked), Option(30));
-    const QImage box = image.copy(LEFT, TOP + 8, 14, 14);
-    QCOMPARE(Bounds(box, [](const QColor& color) { return color.hsvSaturation() > 60; }), QRect());
-    QVERIFY(!Bounds(box, [](const QColor& color) { return color != Qt::white; }).isEmpty());
-}
-
-void tst_CDirDelegate::boxIsCachedByKey_data()
-{
-    QTest::addColumn<int>("state");
-    QTest::addColumn<int>("style");
-    QTest::addColumn<QString>("key");
-    QTest::newRow("unchecked") << 0 << int(QStyle::State_None) << "CHECKBOX:0.0";
-    QTest::newRow("partially checked") << 1 << int(QStyle::State_None) << "CHECKBOX:0.1";
-    QTest::newRow("checked") << 2 << int(QStyle::State_None) << "CHECKBOX:0.2";
-    QTest::newRow("selected") << 2 << int(QStyle::State_Selected) << "CHECKBOX:32768.2";
-    QTest::newRow("under the pointer") << 1 << int(QStyle::State_MouseOver) << "CHECKBOX:0.1";
-    QTest::newRow("selected and more")
-        << 0 << int(QStyle::State_Selected | QStyle::State_MouseOver | QStyle::State_Enabled)
-        << "CHECKBOX:32768.0";
-}
-
-void tst_CDirDelegate::boxIsCachedByKey()
-{
-    QFETCH(int, state);
-    QFETCH(int, style);
-    QFETCH(QString, key);
-    CDirDelegate delegate;
-    const COneRow row(state);
-    QPixmap pixmap;
-    QVERIFY(!QPixmapCache::find(key, &pixmap));
-    Painted(delegate, row, Option(30, QStyle::State(style)));
-    QVERIFY(QPixmapCache::find(key, &pixmap));
-    QCOMPARE(pixmap.size(), QSize(14, 14));
-}
-
-void tst_CDirDelegate::boxComesFromTheCache()
-{
-    QPixmap pixmap(14, 14);
-    pixmap.fill(Qt::green);
-    QPixmapCache::insert("CHECKBOX:0.2", pixmap);
-    CDirDelegate delegate;
-    const COneRow row(Qt::Checked);
-    const QImage image = Painted(delegate, row, Option(30));
-    QCOMPARE(Bounds(image, [](const QColor& color) { return color == Qt::green; }),
-             QRect(LEFT, TOP + 8, 14, 14));
-}
-
-void tst_CDirDelegate::boxIsMadeAnewForAnotherResolution()
-{
-    CDirDelegate delegate;
-    const COneRow row(Qt::Checked);
-    for (const qreal rRatio : {1.0, 2.0, 1.5, 1.0}) {
-        Painted(delegate, row, Option(30), rRatio);
-        QPixmap pixmap;
-        QVERIFY(QPixmapCache::find("CHECKBOX:0.2", &pixmap));
-        QCOMPARE(pixmap.devicePixelRatioF(), rRatio);
-        QCOMPARE(pixmap.size(), QSize(14, 14) * rRatio);
-    }
-}
-
-void tst_CDirDelegate::verticalOffset_data()
-{
-    QTest::addColumn<int>("height");
-    QTest::addColumn<int>("offset");
-    QTest::newRow("10") << 10 << 0;
-    QTest::newRow("13") << 13 << 0;
-    QTest::newRow("14") << 14 << 0;
-    QTest::newRow("15") << 15 << 0;
-    QTest::newRow("16") << 16 << 1;
-    QTest::newRow("17") << 17 << 1;
-    QTest::newRow("30") << 30 << 8;
-    QTest::newRow("31") << 31 << 8;
-}
-
-void tst_CDirDelegate::verticalOffset()
-{
-    QFETCH(int, height);
-    QFETCH(int, offset);
-    QPixmap pixmap(14, 14);
-    pixmap.fill(Qt::green);
-    QPixmapCache::insert("CHECKBOX:0.0", pixmap);
-    CDirDelegate delegate;
-    const COneRow row(Qt::Unchecked);
-    const QImage image = Painted(delegate, row, Option(height));
-    const QRect box = Bounds(image, [](const QColor& color) { return color == Qt::green; });
-    QCOMPARE(box, QRect(LEFT, TOP + offset, 14, 14));
-    QCOMPARE(RedBounds(image).top(), TOP + offset);
-}
-
-void tst_CDirDelegate::iconPlace_data()
-{
-    QTest::addColumn<qreal>("ratio");
-    QTest::newRow("1") << 1.0;
-    QTest::newRow("2") << 2.0;
-}
-
-void tst_CDirDelegate::iconPlace()
-{
-    QFETCH(qreal, ratio);
-    CDirDelegate delegate;
-    const COneRow row(Qt::Unchecked);
-    const QImage image = Painted(delegate, row, Option(30), ratio);
-    // The box's last pixel is 13 right of the edge, the icon begins 6 after it.
-    const QRect icon(LEFT + 13 + 6, TOP + 8, 16, 16);
-    QCOMPARE(RedBounds(image), QRect(icon.topLeft() * ratio, icon.size() * ratio));
-}
-
-void tst_CDirDelegate::iconIsSharpAtTwiceTheResolution()
-{
-    QImage stripes(32, 32, QImage::Format_RGB32);
-    for (int x = 0; x < 32; ++x) {
-        for (int y = 0; y < 32; ++y) {
-            stripes.setPixelColor(x, y, x % 2 ? Qt::red : Qt::blue);
-        }
-    }
-    COneRow row(Qt::Unchecked);
-    row.m_model.setData(row.Index(), QIcon(QPixmap::fromImage(stripes)), Qt::DecorationRole);
-    CDirDelegate delegate;
-    QImage image = Painted(delegate, row, Option(30), 2).copy(2 * (LEFT + 19), 2 * (TOP + 8), 32, 32);
-    image.setDevicePixelRatio(1);
-    QCOMPARE(image, stripes);
-}
-
-void tst_CDirDelegate::iconInOneSizeOnly_data()
-{
-    QTest::addColumn<int>("side");
-    QTest::addColumn<qreal>("ratio");
-    QTest::addColumn<int>("shown");
-    QTest::newRow("16 on a plain screen") << 16 << 1.0 << 16;
-    QTest::newRow("16 on twice the resolution") << 16 << 2.0 << 32;
-    QTest::newRow("16 on one and a half") << 16 << 1.5 << 24;
-    QTest::newRow("8 on a plain screen") << 8 << 1.0 << 8;
-    QTest::newRow("48 on a plain screen") << 48 << 1.0 << 16;
-    QTest::newRow("48 on twice the resolution") << 48 << 2.0 << 32;
-}
-
-void tst_CDirDelegate::iconInOneSizeOnly()
-{
-    QFETCH(int, side);
-    QFETCH(qreal, ratio);
-    CDirDelegate delegate;
-    COneRow row(Qt::Unchecked);
-    QPixmap pixmap(side, side);
-    pixmap.fill(Qt::red);
-    row.m_model.setData(row.Index(), QIcon(pixmap), Qt::DecorationRole);
-    const QImage image = Painted(delegate, row, Option(30), ratio);
-    // The edge of a picture that is drawn larger may be a little paler.
-    const QRect icon
-        = Bounds(image, [](const QColor& color) { return color.red() > 250 && color.green() < 130; });
-    QFETCH(int, shown);
-    QVERIFY2(qAbs(icon.width() - shown) <= 1, qPrintable(QString::number(icon.width())));
-    QVERIFY2(qAbs(icon.height() - shown) <= 1, qPrintable(QString::number(icon.height())));
-}
-
-void tst_CDirDelegate::iconThatIsNone()
-{
-    CDirDelegate delegate;
-    COneRow row(Qt::Unchecked, "name");
-    row.m_model.setData(row.Index(), QStringLiteral("no icon"), Qt::DecorationRole);
-    const QImage image = Painted(delegate, row, Option(30));
-    QCOMPARE(RedBounds(image), QRect());
-    QVERIFY(!TextBounds(image).isEmpty());
-}
-
-void tst_CDirDelegate::textPlace()
-{
-    CDirDelegate delegate;
-    const COneRow row(Qt::Unchecked, QString(60, 'H'));
-    const QRect text = TextBounds(Painted(delegate, row, Option(30)).copy(LEFT + 36, 0, 324, 100));
-    QVERIFY(text.isValid());
-    // 13 for the box's last pixel and 31 more, seen from the cut at 36; letters keep a pixel or two to their
-    // left.
-    QVERIFY2(text.left() >= 13 + 31 - 36, qPrintable(QString::number(text.left())));
-    QVERIFY2(text.left() <= 13 + 31 - 36 + 3, qPrintable(QString::number(text.left())));
-    QVERIFY2(text.right() < 300 - 36, qPrintable(QString::number(text.right())));
-    // In the middle of the row's height.
-    QVERIFY2(qAbs(text.center().y() - (TOP + 15)) <= 3, qPrintable(QString::number(text.center().y())));
-}
-
-/** Notes the font and the pen of the text that is drawn. */
+/** Notes the text that is drawn, with its font and colour. */
 class CTextWatch : public QPaintEngine
 {
 public:
@@ -506,191 +120,418 @@ private:
 };
 
 /** A device that draws nothing. */
-class CWatchedDevice : public QPaintDevice
+class CWatchedDevice : public QImage
 {
 public:
+    CWatchedDevice()
+        : QImage(400, 100, QImage::Format_RGB32)
+    {
+    }
     QPaintEngine* paintEngine() const override { return &m_engine; }
 
     mutable CTextWatch m_engine;
-
-protected:
-    int metric(PaintDeviceMetric enMetric) const override
-    {
-        switch (enMetric) {
-        case PdmWidth:
-        case PdmHeight:
-            return 400;
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return int(devicePixelRatioFScale());
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 96;
-        default:
-            return 1;
-        }
-    }
 };
 
-static CTextWatch* PaintWatched(CWatchedDevice& device, const COneRow& row, int nWidth)
+class tst_CDirDelegate : public QObject
 {
-    const CDirDelegate delegate;
-    QPainter painter(&device);
-    delegate.paint(&painter, Option(30, QStyle::State_None, nWidth), row.Index());
-    return &device.m_engine;
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+
+    void clickBounds_data();
+    void clickBounds();
+    void stateAfterClicks_data();
+    void stateAfterClicks();
+    void secondColumnIsNotTicked();
+    void boxAndGround_data();
+    void boxAndGround();
+    void boxShowsTheRowBehindItself();
+    void boxIsMadeAnewForAnotherResolution();
+    void verticalOffset_data();
+    void verticalOffset();
+    void iconPlaceAndSize_data();
+    void iconPlaceAndSize();
+    void iconIsSharpAtTwiceTheResolution();
+    void iconThatIsNone();
+    void textPlace();
+    void nameIsShownAsText_data();
+    void nameIsShownAsText();
+    void longNameIsElidedInTheMiddle();
+    void secondColumnIsPaintedByTheBase();
+    void painterIsLeftAsItWas();
+    void size();
+    void toolTip_data();
+    void toolTip();
+
+private:
+    bool Send(COneRow& row, QEvent::Type enType, qreal rX, Qt::MouseButton enButton = Qt::LeftButton,
+              int nColumn = 0);
+    QImage Painted(const COneRow& row, const QStyleOptionViewItem& option = Option(), qreal rRatio = 1,
+                   int nColumn = 0);
+    /** What the row draws of its name. */
+    std::unique_ptr<CWatchedDevice> Watched(const QString& strName);
+
+    std::unique_ptr<CDirDelegate> m_pDelegate;
+};
+
+void tst_CDirDelegate::initTestCase()
+{
+    QFile file(":/res/TarnwickMacPE.qss");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
 }
 
-void tst_CDirDelegate::textColourAndFont()
+void tst_CDirDelegate::init()
 {
-    CWatchedDevice device;
-    const COneRow row(Qt::Unchecked, "name");
-    const CTextWatch* pWatch = PaintWatched(device, row, 300);
-    QCOMPARE(pWatch->m_strText, QString("name"));
-    QCOMPARE(pWatch->m_font.family(), QString("Avenir"));
-    QCOMPARE(pWatch->m_colour, QColor("#484848"));
+    QPixmapCache::clear();
+    m_pDelegate = std::make_unique<CDirDelegate>();
 }
 
-void tst_CDirDelegate::background_data()
+bool tst_CDirDelegate::Send(COneRow& row, QEvent::Type enType, qreal rX, Qt::MouseButton enButton,
+                            int nColumn)
 {
-    QTest::addColumn<int>("style");
-    QTest::addColumn<QColor>("colour");
-    QTest::newRow("plain") << int(QStyle::State_Enabled) << QColor(Qt::white);
-    QTest::newRow("selected") << int(QStyle::State_Selected) << QColor("#fff2e7");
-    QTest::newRow("under the pointer") << int(QStyle::State_MouseOver) << QColor("#fff2e7");
-    QTest::newRow("both") << int(QStyle::State_Selected | QStyle::State_MouseOver) << QColor("#fff2e7");
+    QMouseEvent event(enType, QPointF(rX, TOP + 1), enButton, enButton, Qt::NoModifier);
+    return m_pDelegate->editorEvent(&event, &row.m_model, Option(), row.Index(nColumn));
 }
 
-void tst_CDirDelegate::background()
+/** Paints the row on white at `rRatio` pixels to the unit. */
+QImage tst_CDirDelegate::Painted(const COneRow& row, const QStyleOptionViewItem& option, qreal rRatio,
+                                 int nColumn)
 {
-    QFETCH(int, style);
-    QFETCH(QColor, colour);
-    CDirDelegate delegate;
-    const COneRow row(Qt::Unchecked);
-    const QImage image = Painted(delegate, row, Option(30, QStyle::State(style)));
-    const QRect filled = Bounds(image, [](const QColor& c) { return c == QColor("#fff2e7"); });
-    QCOMPARE(filled, colour == Qt::white ? QRect() : QRect(LEFT, TOP, 300, 30));
-    QCOMPARE(image.pixelColor(LEFT + 200, TOP + 2), colour);
+    QImage image(QSize(400, 100) * rRatio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(rRatio);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    m_pDelegate->paint(&painter, option, row.Index(nColumn));
+    return image;
+}
+
+std::unique_ptr<CWatchedDevice> tst_CDirDelegate::Watched(const QString& strName)
+{
+    auto pDevice = std::make_unique<CWatchedDevice>();
+    const COneRow row(Qt::Unchecked, strName);
+    QPainter painter(pDevice.get());
+    m_pDelegate->paint(&painter, Option(), row.Index());
+    return pDevice;
+}
+
+void tst_CDirDelegate::clickBounds_data()
+{
+    QTest::addColumn<qreal>("rX");
+    QTest::addColumn<bool>("bTicks");
+    QTest::newRow("left of the row") << LEFT - 1.0 << false;
+    QTest::newRow("on the left edge") << LEFT + 0.0 << false;
+    QTest::newRow("less than half a pixel in") << LEFT + 0.49 << false;
+    QTest::newRow("half a pixel in") << LEFT + 0.5 << true;
+    QTest::newRow("one in") << LEFT + 1.0 << true;
+    QTest::newRow("middle of the box") << LEFT + 7.0 << true;
+    QTest::newRow("right of the box") << LEFT + 14.0 << true;
+    QTest::newRow("fifteen in") << LEFT + 15.0 << true;
+    QTest::newRow("less than fifteen and a half in") << LEFT + 15.49 << true;
+    QTest::newRow("fifteen and a half in") << LEFT + 15.5 << false;
+    QTest::newRow("sixteen in") << LEFT + 16.0 << false;
+    QTest::newRow("on the icon") << LEFT + 25.0 << false;
+    QTest::newRow("on the name") << LEFT + 100.0 << false;
+}
+
+void tst_CDirDelegate::clickBounds()
+{
+    QFETCH(qreal, rX);
+    QFETCH(bool, bTicks);
+    for (const QEvent::Type enType : {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick}) {
+        for (const Qt::MouseButton enButton : {Qt::LeftButton, Qt::RightButton}) {
+            COneRow row(Qt::Unchecked);
+            QCOMPARE(Send(row, enType, rX, enButton), bTicks);
+            QCOMPARE(row.State(), bTicks ? 2 : 0);
+        }
+    }
+    COneRow row(Qt::Unchecked);
+    QVERIFY(!Send(row, QEvent::MouseButtonRelease, rX));
+    QVERIFY(!Send(row, QEvent::MouseMove, rX, Qt::NoButton));
+    QCOMPARE(row.State(), 0);
+}
+
+void tst_CDirDelegate::stateAfterClicks_data()
+{
+    QTest::addColumn<int>("nBefore");
+    QTest::addColumn<int>("nAfter");
+    QTest::newRow("unchecked") << 0 << 2;
+    QTest::newRow("partially checked") << 1 << 2;
+    QTest::newRow("checked") << 2 << 0;
+    QTest::newRow("no state at all") << 3 << 0;
+    QTest::newRow("negative") << -1 << 0;
+}
+
+void tst_CDirDelegate::stateAfterClicks()
+{
+    QFETCH(int, nBefore);
+    QFETCH(int, nAfter);
+    COneRow row(nBefore);
+    QVERIFY(Send(row, QEvent::MouseButtonPress, LEFT + 7));
+    QCOMPARE(row.State(), nAfter);
+    // A double click sends both and so ends where it began.
+    QVERIFY(Send(row, QEvent::MouseButtonDblClick, LEFT + 7));
+    QCOMPARE(row.State(), 2 - nAfter);
+}
+
+void tst_CDirDelegate::secondColumnIsNotTicked()
+{
+    COneRow row(Qt::Unchecked);
+    row.m_model.setData(row.Index(1), 0, Qt::CheckStateRole);
+    QVERIFY(!Send(row, QEvent::MouseButtonPress, LEFT + 7, Qt::LeftButton, 1));
+    QCOMPARE(row.State(1), 0);
+}
+
+void tst_CDirDelegate::boxAndGround_data()
+{
+    QTest::addColumn<int>("nState");
+    QTest::addColumn<int>("nStyle");
+    QTest::addColumn<QString>("strPicture");
+    QTest::addColumn<QString>("strKey");
+    const char* const pszPicture[] = {"normal", "half_selected", "selected"};
+    const auto fnRows = [&](const char* pszName, QStyle::State state, const char* pszSelected) {
+        for (int nState = 0; nState <= 2; ++nState) {
+            QTest::addRow("%s, %d", pszName, nState)
+                << nState << int(state) << QString("checkbox_%1.png").arg(pszPicture[nState])
+                << QString("CHECKBOX:%1.%2").arg(pszSelected).arg(nState);
+        }
+    };
+    fnRows("plain", QStyle::State_Enabled, "0");
+    fnRows("selected", QStyle::State_Selected, "32768");
+    fnRows("under the pointer", QStyle::State_MouseOver, "0");
+    fnRows("both", QStyle::State_Selected | QStyle::State_MouseOver | QStyle::State_Enabled, "32768");
+}
+
+void tst_CDirDelegate::boxAndGround()
+{
+    QFETCH(int, nState);
+    QFETCH(int, nStyle);
+    QFETCH(QString, strPicture);
+    QFETCH(QString, strKey);
+    const bool bPlain = nStyle == QStyle::State_Enabled;
+    QPixmap pixmap;
+    QVERIFY(!QPixmapCache::find(strKey, &pixmap));
+    const QImage image = Painted(COneRow(nState), Option(30, QStyle::State(nStyle)));
+    QCOMPARE(BoundsOf(image, "#fff2e7"), bPlain ? QRect() : QRect(LEFT, TOP, 300, 30));
+    QCOMPARE(image.pixelColor(LEFT + 200, TOP + 2), QColor(bPlain ? "#ffffff" : "#fff2e7"));
+    QCOMPARE(image.copy(LEFT, TOP + 8, 14, 14), Resource(strPicture, bPlain ? "#ffffff" : "#fff2e7"));
+    QVERIFY(QPixmapCache::find(strKey, &pixmap));
+    QCOMPARE(pixmap.size(), QSize(14, 14));
+}
+
+void tst_CDirDelegate::boxShowsTheRowBehindItself()
+{
+    // Without the stylesheet, which sees to it too, the colour of windows would fill the corners.
+    const QString strSheet = qApp->styleSheet();
+    const QPalette palette = QApplication::palette();
+    const auto guard = qScopeGuard([&] {
+        QApplication::setPalette(palette);
+        qApp->setStyleSheet(strSheet);
+    });
+    qApp->setStyleSheet(QString());
+    QPalette coloured = palette;
+    coloured.setColor(QPalette::Window, Qt::magenta);
+    QApplication::setPalette(coloured);
+    m_pDelegate = std::make_unique<CDirDelegate>();
+    const QImage box = Painted(COneRow(Qt::Unchecked)).copy(LEFT, TOP + 8, 14, 14);
+    QCOMPARE(Bounds(box, [](const QColor& color) { return color.hsvSaturation() > 60; }), QRect());
+    QVERIFY(!Bounds(box, [](const QColor& color) { return color != Qt::white; }).isEmpty());
+}
+
+void tst_CDirDelegate::boxIsMadeAnewForAnotherResolution()
+{
+    for (const qreal rRatio : {1.0, 2.0, 1.5, 1.0}) {
+        Painted(COneRow(Qt::Checked), Option(), rRatio);
+        QPixmap pixmap;
+        QVERIFY(QPixmapCache::find("CHECKBOX:0.2", &pixmap));
+        QCOMPARE(pixmap.devicePixelRatioF(), rRatio);
+        QCOMPARE(pixmap.size(), QSize(14, 14) * rRatio);
+    }
+}
+
+void tst_CDirDelegate::verticalOffset_data()
+{
+    QTest::addColumn<int>("nHeight");
+    QTest::addColumn<int>("nOffset");
+    using STPlace = std::pair<int, int>;
+    for (const auto& [nHeight, nOffset] : {STPlace(10, 0), STPlace(13, 0), STPlace(14, 0), STPlace(15, 0),
+                                           STPlace(16, 1), STPlace(17, 1), STPlace(30, 8), STPlace(31, 8)}) {
+        QTest::addRow("%d", nHeight) << nHeight << nOffset;
+    }
+}
+
+void tst_CDirDelegate::verticalOffset()
+{
+    QFETCH(int, nHeight);
+    QFETCH(int, nOffset);
+    // What is in the cache is drawn, not the box anew.
+    QPixmapCache::insert("CHECKBOX:0.0", Filled(QSize(14, 14), Qt::green));
+    const QImage image = Painted(COneRow(Qt::Unchecked), Option(nHeight));
+    QCOMPARE(BoundsOf(image, Qt::green), QRect(LEFT, TOP + nOffset, 14, 14));
+    QCOMPARE(BoundsOf(image, Qt::red).top(), TOP + nOffset);
+}
+
+void tst_CDirDelegate::iconPlaceAndSize_data()
+{
+    QTest::addColumn<int>("nSide");
+    QTest::addColumn<qreal>("rRatio");
+    QTest::addColumn<int>("nShown");
+    QTest::newRow("16 on a plain screen") << 16 << 1.0 << 16;
+    QTest::newRow("16 on twice the resolution") << 16 << 2.0 << 32;
+    QTest::newRow("16 on one and a half") << 16 << 1.5 << 24;
+    QTest::newRow("8 on a plain screen") << 8 << 1.0 << 8;
+    QTest::newRow("48 on a plain screen") << 48 << 1.0 << 16;
+    QTest::newRow("48 on twice the resolution") << 48 << 2.0 << 32;
+    QTest::newRow("64 on a plain screen") << 64 << 1.0 << 16;
+    QTest::newRow("64 on twice the resolution") << 64 << 2.0 << 32;
+}
+
+void tst_CDirDelegate::iconPlaceAndSize()
+{
+    QFETCH(int, nSide);
+    QFETCH(qreal, rRatio);
+    QFETCH(int, nShown);
+    COneRow row(Qt::Unchecked);
+    row.SetIcon(Filled(QSize(nSide, nSide), Qt::red));
+    const QRect icon = BoundsOf(Painted(row, Option(), rRatio), Qt::red);
+    // The box's last pixel is 13 right of the edge, the icon begins 6 after it.
+    const QRect expected(QPoint(LEFT + 13 + 6, TOP + 8) * rRatio, QSize(nShown, nShown));
+    // The edge of a picture that is drawn larger may be a little paler.
+    const int nPale = nShown > nSide ? 1 : 0;
+    const std::unique_ptr<char[]> pszIcon(QTest::toString(icon));
+    QVERIFY2(expected.adjusted(0, 0, nPale, nPale).contains(icon), pszIcon.get());
+    QVERIFY2(icon.contains(expected.adjusted(nPale, nPale, -nPale, -nPale)), pszIcon.get());
+}
+
+void tst_CDirDelegate::iconIsSharpAtTwiceTheResolution()
+{
+    QImage stripes(32, 32, QImage::Format_RGB32);
+    for (int x = 0; x < 32; ++x) {
+        for (int y = 0; y < 32; ++y) {
+            stripes.setPixelColor(x, y, x % 2 ? Qt::red : Qt::blue);
+        }
+    }
+    COneRow row(Qt::Unchecked);
+    row.SetIcon(QPixmap::fromImage(stripes));
+    QImage image = Painted(row, Option(), 2).copy(2 * (LEFT + 19), 2 * (TOP + 8), 32, 32);
+    image.setDevicePixelRatio(1);
+    QCOMPARE(image, stripes);
+}
+
+void tst_CDirDelegate::iconThatIsNone()
+{
+    COneRow row(Qt::Unchecked, "name");
+    row.m_model.setData(row.Index(), "no icon", Qt::DecorationRole);
+    const QImage image = Painted(row);
+    QCOMPARE(BoundsOf(image, Qt::red), QRect());
+    QVERIFY(!TextBounds(image).isEmpty());
+}
+
+void tst_CDirDelegate::textPlace()
+{
+    const COneRow row(Qt::Unchecked, QString(60, 'H'));
+    const QRect text = TextBounds(Painted(row).copy(LEFT + 36, 0, 324, 100)).translated(LEFT + 36, 0);
+    // 13 for the box's last pixel and 31 more; letters keep a pixel or two to their left.
+    const int nLeft = LEFT + 13 + 31;
+    QVERIFY2(text.left() >= nLeft && text.left() <= nLeft + 3, qPrintable(QString::number(text.left())));
+    QVERIFY2(text.right() < LEFT + 300, qPrintable(QString::number(text.right())));
+    // In the middle of the row's height.
+    QVERIFY2(qAbs(text.center().y() - (TOP + 15)) <= 3, qPrintable(QString::number(text.center().y())));
+}
+
+void tst_CDirDelegate::nameIsShownAsText_data()
+{
+    QTest::addColumn<QString>("strName");
+    QTest::addColumn<QString>("strShown");
+    for (const char* pszName : {"name", "<b>bold</b>", "%1 %2", "a & &b", "-rf"}) {
+        QTest::newRow(pszName) << QString(pszName) << QString(pszName);
+    }
+    for (const QChar cBreak : {QChar('\n'), QChar('\r'), QChar(QChar::LineSeparator)}) {
+        QTest::addRow("line break %d", cBreak.unicode())
+            << QString("two") + cBreak + "lines" << QString("two lines");
+    }
+}
+
+void tst_CDirDelegate::nameIsShownAsText()
+{
+    QFETCH(QString, strName);
+    const auto pDevice = Watched(strName);
+    QTEST(pDevice->m_engine.m_strText, "strShown");
+    QCOMPARE(pDevice->m_engine.m_font.family(), QString("Avenir"));
+    QCOMPARE(pDevice->m_engine.m_colour, QColor("#484848"));
 }
 
 void tst_CDirDelegate::longNameIsElidedInTheMiddle()
 {
     const QString strName = "Beginning " + QString(200, 'x') + " the end.txt";
-    CWatchedDevice device;
-    const COneRow row(Qt::Unchecked, strName);
-    const QString strShown = PaintWatched(device, row, 300)->m_strText;
+    const QString strShown = Watched(strName)->m_engine.m_strText;
     QVERIFY2(strShown.startsWith("Beg"), qPrintable(strShown));
     QVERIFY2(strShown.endsWith("end.txt"), qPrintable(strShown));
     QVERIFY2(strShown.contains(QChar(0x2026)), qPrintable(strShown));
     QVERIFY(strShown.size() < strName.size());
 }
 
-void tst_CDirDelegate::nameIsShownAsText_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("html") << "<b>bold</b>"
-                          << "<b>bold</b>";
-    QTest::newRow("percent") << "%1 %2"
-                             << "%1 %2";
-    QTest::newRow("ampersand") << "a & &b"
-                               << "a & &b";
-    QTest::newRow("line break") << "two\nlines"
-                                << "two lines";
-    QTest::newRow("carriage return") << "two\rlines"
-                                     << "two lines";
-    QTest::newRow("line separator") << "two" + QString(QChar::LineSeparator) + "lines"
-                                    << "two lines";
-    QTest::newRow("leading dash") << "-rf"
-                                  << "-rf";
-}
-
-void tst_CDirDelegate::nameIsShownAsText()
-{
-    QFETCH(QString, name);
-    CWatchedDevice device;
-    const COneRow row(Qt::Unchecked, name);
-    QTEST(PaintWatched(device, row, 300)->m_strText, "shown");
-}
-
 void tst_CDirDelegate::secondColumnIsPaintedByTheBase()
 {
     COneRow row(Qt::Unchecked);
     row.m_model.setData(row.Index(1), QBrush(Qt::blue), Qt::BackgroundRole);
-    CDirDelegate delegate;
-    QImage image(400, 100, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    QStyleOptionViewItem option = Option(30, QStyle::State_MouseOver);
-    delegate.paint(&painter, option, row.Index(1));
-    painter.end();
+    const QImage image = Painted(row, Option(30, QStyle::State_MouseOver), 1, 1);
     QPixmap pixmap;
     QVERIFY(!QPixmapCache::find("CHECKBOX:0.0", &pixmap));
-    QVERIFY(Bounds(image, [](const QColor& color) { return color == QColor("#fff2e7"); }).isEmpty());
+    QCOMPARE(BoundsOf(image, "#fff2e7"), QRect());
 }
 
 void tst_CDirDelegate::painterIsLeftAsItWas()
 {
-    CDirDelegate delegate;
     const COneRow row(Qt::Checked, "name");
     QImage image(400, 100, QImage::Format_RGB32);
     QPainter painter(&image);
     painter.setPen(Qt::cyan);
     painter.setFont(QFont("Monospace", 33));
-    delegate.paint(&painter, Option(30), row.Index());
+    m_pDelegate->paint(&painter, Option(), row.Index());
     QCOMPARE(painter.pen().color(), QColor(Qt::cyan));
     QCOMPARE(painter.font().pointSize(), 33);
 }
 
 void tst_CDirDelegate::size()
 {
-    CDirDelegate delegate;
-    QStyledItemDelegate base;
-    const COneRow small(Qt::Unchecked, "x");
-    const COneRow large(Qt::Unchecked, QString(200, 'W'));
-    const QStyleOptionViewItem option = Option(30);
-    QCOMPARE(delegate.sizeHint(option, small.Index()).width(), 450);
-    QCOMPARE(delegate.sizeHint(option, small.Index()).height(),
-             base.sizeHint(option, small.Index()).height());
-    QVERIFY(base.sizeHint(option, large.Index()).width() > 450);
-    QCOMPARE(delegate.sizeHint(option, large.Index()), base.sizeHint(option, large.Index()));
-}
-
-void tst_CDirDelegate::heightOfNamesWithLineBreaks()
-{
-    CDirDelegate delegate;
-    const COneRow plain(Qt::Unchecked, "one two three");
-    const COneRow broken(Qt::Unchecked, "one\ntwo\nthree");
-    QCOMPARE(delegate.sizeHint(Option(30), broken.Index()), delegate.sizeHint(Option(30), plain.Index()));
+    const auto fnSize = [](const QStyledItemDelegate& delegate, const QString& strName) {
+        return delegate.sizeHint(Option(), COneRow(Qt::Unchecked, strName).Index());
+    };
+    const QStyledItemDelegate base;
+    const QString strLarge(200, 'W');
+    QCOMPARE(fnSize(*m_pDelegate, "x"), QSize(450, fnSize(base, "x").height()));
+    QVERIFY(fnSize(base, strLarge).width() > 450);
+    QCOMPARE(fnSize(*m_pDelegate, strLarge), fnSize(base, strLarge));
+    // A name is one line high, whatever is in it.
+    QCOMPARE(fnSize(*m_pDelegate, "one\ntwo\nthree"), fnSize(*m_pDelegate, "one two three"));
 }
 
 void tst_CDirDelegate::toolTip_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("inTip");
-    QTest::newRow("plain") << "plain name"
-                           << "/plain name</p>";
-    QTest::newRow("html") << "<b>x<img src=y>"
-                          << "/&lt;b&gt;x&lt;img src=y&gt;</p>";
-    QTest::newRow("entity") << "a&amp;b"
-                            << "/a&amp;amp;b</p>";
-    QTest::newRow("line break") << "two\nlines"
-                                << "/two\nlines</p>";
+    QTest::addColumn<QString>("strName");
+    QTest::addColumn<QString>("strInTip");
+    const auto fnRow = [](const char* pszName, const QString& strName, const QString& strInTip) {
+        QTest::newRow(pszName) << strName << strInTip;
+    };
+    fnRow("plain", "plain name", "/plain name</p>");
+    fnRow("html", "<b>x<img src=y>", "/&lt;b&gt;x&lt;img src=y&gt;</p>");
+    fnRow("entity", "a&amp;b", "/a&amp;amp;b</p>");
+    fnRow("line break", "two\nlines", "/two\nlines</p>");
 }
 
 void tst_CDirDelegate::toolTip()
 {
-    QFETCH(QString, name);
-    QFETCH(QString, inTip);
+    QFETCH(QString, strName);
+    QFETCH(QString, strInTip);
     CTempTree tree;
-    tree.Write(name);
+    tree.Write(strName);
     CDirModel model;
     model.Parse(tree.Path());
     model.LoadGrandChild(QModelIndex());
     const QModelIndex index = model.index(0, 0, model.index(0, 0));
-    CDirDelegate delegate;
     QTreeView view;
     view.setModel(&model);
     view.expandAll();
@@ -699,8 +540,8 @@ void tst_CDirDelegate::toolTip()
     QVERIFY(QTest::qWaitForWindowExposed(&view));
     const QPoint pos = view.visualRect(index).center();
     QHelpEvent event(QEvent::ToolTip, pos, view.viewport()->mapToGlobal(pos));
-    QVERIFY(delegate.helpEvent(&event, &view, Option(30), index));
-    QCOMPARE(QToolTip::text(), "<p style='white-space:pre'>" + tree.Path().toHtmlEscaped() + inTip);
+    QVERIFY(m_pDelegate->helpEvent(&event, &view, Option(), index));
+    QCOMPARE(QToolTip::text(), "<p style='white-space:pre'>" + tree.Path().toHtmlEscaped() + strInTip);
     QToolTip::hideText();
 }
 

@@ -1,8 +1,7 @@
-#include "HostileNames.h"
 #include "files/CFileNameCodec.h"
 #include "support/CNodeTree.h"
 #include "support/CTempTree.h"
-#include "tree/CDirNode.h"
+#include "tree/CDirListing.h"
 
 #include <QApplication>
 #include <QTest>
@@ -32,18 +31,6 @@ static QStringList ChildNames(const CDirNode& node)
     return listName;
 }
 
-/** A node that frees what was listed below it. */
-struct STOwnedNode
-{
-    explicit STOwnedNode(const QString& strPath)
-        : m_node(QFileInfo(strPath), nullptr)
-    {
-    }
-    ~STOwnedNode() { m_node.RemoveAllBelow(); }
-
-    CDirNode m_node;
-};
-
 static CDirNode* ChildNamed(const CDirNode& node, const QString& strName)
 {
     const int nRow = ChildNames(node).indexOf(strName);
@@ -56,35 +43,69 @@ class tst_CDirNode : public QObject
 
 private slots:
     void initTestCase() { CFileNameCodec::Install(); }
+    void init();
+    void cleanup();
 
     void defaultNode();
     void nodeOfEntry_data();
     void nodeOfEntry();
-    void appendSetsParentAndOrder();
-    void childAtRow_data();
-    void childAtRow();
-    void indexOfChild();
+    void childrenByRow_data();
+    void childrenByRow();
     void removeAt_data();
     void removeAt();
     void removeAllEmpties();
     void destructorLeavesChildren();
-    void prefixes_data();
-    void prefixes();
-    void prefixesAtEveryDepth();
-    void onlySkippedEntriesStayUnloaded();
     void loadedChild();
     void loadAppendsToWhatIsThere();
+    void onlySkippedEntriesStayUnloaded();
     void stateOfNewChildren_data();
     void stateOfNewChildren();
     void folderThatCannotBeListed_data();
     void folderThatCannotBeListed();
     void errorIsForgottenOnSuccess();
+    void listedPathsAreExact();
+    void leadsBack_data();
+    void leadsBack();
+    void topLevelLinkIsListed();
     void linkToFolderIsAFolder();
     void linksThatLeadBackEnd();
-    void hostileNameIsShownAndRead_data() { AddHostileNames(); }
+    void hostileNameIsShownAndRead_data();
     void hostileNameIsShownAndRead();
     void memory();
+
+private:
+    /** The node of an entry of the test's folder, without parent; freed at the end with all below it. */
+    CDirNode& Top(const QString& strEntry = QString());
+    /** The same, listed. */
+    CDirNode& Listed(const QString& strEntry = QString());
+
+    std::unique_ptr<CTempTree> m_pTree;
+    std::unique_ptr<CDirNode> m_pTop;
 };
+
+void tst_CDirNode::init() { m_pTree = std::make_unique<CTempTree>(); }
+
+void tst_CDirNode::cleanup()
+{
+    if (m_pTop) {
+        m_pTop->RemoveAllBelow();
+    }
+    m_pTop.reset();
+    m_pTree.reset();
+}
+
+CDirNode& tst_CDirNode::Top(const QString& strEntry)
+{
+    m_pTop = std::make_unique<CDirNode>(QFileInfo(m_pTree->Path(strEntry)), nullptr);
+    return *m_pTop;
+}
+
+CDirNode& tst_CDirNode::Listed(const QString& strEntry)
+{
+    CDirNode& node = Top(strEntry);
+    node.LoadChild();
+    return node;
+}
 
 void tst_CDirNode::defaultNode()
 {
@@ -102,8 +123,8 @@ void tst_CDirNode::defaultNode()
 
 void tst_CDirNode::nodeOfEntry_data()
 {
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<bool>("folder");
+    QTest::addColumn<QString>("strEntry");
+    QTest::addColumn<bool>("bFolder");
     QTest::newRow("file") << "file.txt" << false;
     QTest::newRow("folder") << "folder" << true;
     QTest::newRow("link to a folder") << "to folder" << true;
@@ -114,41 +135,27 @@ void tst_CDirNode::nodeOfEntry_data()
 
 void tst_CDirNode::nodeOfEntry()
 {
-    CTempTree tree;
-    tree.Write("file.txt");
-    tree.MkDir("folder");
-    tree.Link("to folder", "folder");
-    tree.Link("to file", "file.txt");
-    tree.Link("broken", "nowhere");
+    m_pTree->Fill({"file.txt", "folder/"});
+    m_pTree->Link("to folder", "folder");
+    m_pTree->Link("to file", "file.txt");
+    m_pTree->Link("broken", "nowhere");
 
-    QFETCH(QString, entry);
+    QFETCH(QString, strEntry);
     CDirNode parent;
-    const CDirNode node(QFileInfo(tree.Path(entry)), &parent);
-    QCOMPARE(node.m_fileInfo.absoluteFilePath(), tree.Path(entry));
-    QCOMPARE(node.m_strName, entry);
-    QTEST(node.m_bDir, "folder");
+    const CDirNode node(QFileInfo(m_pTree->Path(strEntry)), &parent);
+    QCOMPARE(node.m_fileInfo.absoluteFilePath(), m_pTree->Path(strEntry));
+    QCOMPARE(node.m_strName, strEntry);
+    QTEST(node.m_bDir, "bFolder");
     QCOMPARE(node.m_chkState, 0);
     QCOMPARE(node.m_pParent, &parent);
     QVERIFY(parent.m_listChild.isEmpty());
     QVERIFY(!node.m_icon.isNull());
 }
 
-void tst_CDirNode::appendSetsParentAndOrder()
+void tst_CDirNode::childrenByRow_data()
 {
-    CDirNode parent;
-    auto* pFirst = new CDirNode;
-    auto* pSecond = new CDirNode;
-    parent.AppendChild(pFirst);
-    parent.AppendChild(pSecond);
-    QCOMPARE(pFirst->m_pParent, &parent);
-    QCOMPARE(parent.m_listChild, QList<CDirNode*>({pFirst, pSecond}));
-    parent.RemoveAll();
-}
-
-void tst_CDirNode::childAtRow_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<bool>("there");
+    QTest::addColumn<int>("nRow");
+    QTest::addColumn<bool>("bThere");
     QTest::newRow("least integer") << std::numeric_limits<int>::min() << false;
     QTest::newRow("-1") << -1 << false;
     QTest::newRow("first") << 0 << true;
@@ -157,36 +164,28 @@ void tst_CDirNode::childAtRow_data()
     QTest::newRow("greatest integer") << std::numeric_limits<int>::max() << false;
 }
 
-void tst_CDirNode::childAtRow()
+void tst_CDirNode::childrenByRow()
 {
-    QFETCH(int, row);
-    QFETCH(bool, there);
-    CDirNode parent;
+    QFETCH(int, nRow);
+    QFETCH(bool, bThere);
+    CDirNode& parent = Top();
+    QList<CDirNode*> listChild;
     for (int i = 0; i < 3; ++i) {
-        parent.AppendChild(new CDirNode);
+        listChild.append(new CDirNode);
+        parent.AppendChild(listChild.last());
+        QCOMPARE(listChild.last()->m_pParent, &parent);
     }
-    QCOMPARE(parent.Child(row), there ? parent.m_listChild.at(row) : nullptr);
-    parent.RemoveAll();
-}
-
-void tst_CDirNode::indexOfChild()
-{
-    CDirNode parent;
+    QCOMPARE(parent.m_listChild, listChild);
     CDirNode stranger;
-    for (int i = 0; i < 3; ++i) {
-        parent.AppendChild(new CDirNode);
-    }
-    QCOMPARE(parent.ChildIndex(parent.Child(0)), 0);
-    QCOMPARE(parent.ChildIndex(parent.Child(2)), 2);
-    QCOMPARE(parent.ChildIndex(&stranger), -1);
+    QCOMPARE(parent.Child(nRow), bThere ? listChild.at(nRow) : nullptr);
+    QCOMPARE(parent.ChildIndex(bThere ? listChild.at(nRow) : &stranger), bThere ? nRow : -1);
     QCOMPARE(parent.ChildIndex(nullptr), -1);
-    parent.RemoveAll();
 }
 
 void tst_CDirNode::removeAt_data()
 {
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QStringList>("left");
+    QTest::addColumn<int>("nRow");
+    QTest::addColumn<QStringList>("listLeft");
     QTest::newRow("-1") << -1 << QStringList({"a", "b", "c"});
     QTest::newRow("first") << 0 << QStringList({"b", "c"});
     QTest::newRow("middle") << 1 << QStringList({"a", "c"});
@@ -196,25 +195,25 @@ void tst_CDirNode::removeAt_data()
 
 void tst_CDirNode::removeAt()
 {
-    CTempTree tree;
-    for (const char* pszName : {"a", "b", "c"}) {
-        tree.Write(pszName);
-    }
-    STOwnedNode owned(tree.Path());
-    owned.m_node.LoadChild();
-    QFETCH(int, row);
-    owned.m_node.RemoveAt(row);
-    QTEST(ChildNames(owned.m_node), "left");
+    m_pTree->Fill({"a", "b", "c"});
+    CDirNode& node = Listed();
+    QFETCH(int, nRow);
+    node.RemoveAt(nRow);
+    QTEST(ChildNames(node), "listLeft");
 }
 
 void tst_CDirNode::removeAllEmpties()
 {
-    CDirNode parent;
-    parent.RemoveAll();
-    parent.AppendChild(new CDirNode);
-    parent.AppendChild(new CDirNode);
-    parent.RemoveAll();
-    QVERIFY(parent.m_listChild.isEmpty());
+    m_pTree->Fill({"a/b/c", "d"});
+    CDirNode& node = Top();
+    node.RemoveAll();
+    CNodeTree::ListAll(&node);
+    // A memory checker tells whether what lies deeper is freed.
+    node.RemoveAllBelow();
+    QVERIFY(node.m_listChild.isEmpty());
+    node.LoadChild();
+    node.RemoveAll();
+    QVERIFY(node.m_listChild.isEmpty());
 }
 
 void tst_CDirNode::destructorLeavesChildren()
@@ -229,91 +228,43 @@ void tst_CDirNode::destructorLeavesChildren()
     QCOMPARE(pChild->m_strName, QString("alive"));
 }
 
-void tst_CDirNode::prefixes_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("kept");
-    QTest::newRow("dev") << "dev" << false;
-    QTest::newRow("development") << "development" << false;
-    QTest::newRow("devices") << "devices" << false;
-    QTest::newRow("home") << "home" << false;
-    QTest::newRow("homework") << "homework" << false;
-    QTest::newRow("Dev") << "Dev" << true;
-    QTest::newRow("Home") << "Home" << true;
-    QTest::newRow("de") << "de" << true;
-    QTest::newRow("mydev") << "mydev" << true;
-    QTest::newRow(".home") << ".home" << true;
-    QTest::newRow("Volumes") << "Volumes" << true;
-    QTest::newRow("Volumes2") << "Volumes2" << true;
-}
-
-void tst_CDirNode::prefixes()
-{
-    QFETCH(QString, name);
-    QFETCH(bool, kept);
-    for (const bool bFolder : {false, true}) {
-        CTempTree tree;
-        bFolder ? tree.MkDir(name) : tree.Write(name);
-        STOwnedNode owned(tree.Path());
-        owned.m_node.LoadChild();
-        QCOMPARE(ChildNames(owned.m_node), kept ? QStringList(name) : QStringList());
-    }
-}
-
-void tst_CDirNode::prefixesAtEveryDepth()
-{
-    CTempTree tree;
-    tree.Write("a/b/development");
-    tree.Write("a/b/kept");
-    STOwnedNode owned(tree.Path("a/b"));
-    owned.m_node.LoadChild();
-    QCOMPARE(ChildNames(owned.m_node), QStringList("kept"));
-}
-
-void tst_CDirNode::onlySkippedEntriesStayUnloaded()
-{
-    CTempTree tree;
-    tree.Write("dev");
-    tree.MkDir("homework");
-    STOwnedNode owned(tree.Path());
-    owned.m_node.LoadChild();
-    QVERIFY(owned.m_node.m_listChild.isEmpty());
-    QCOMPARE(owned.m_node.m_nListError, 0);
-}
-
 void tst_CDirNode::loadedChild()
 {
-    CTempTree tree;
-    tree.Write("b.txt", "12345");
-    tree.MkDir("A");
-    STOwnedNode owned(tree.Path());
-    owned.m_node.LoadChild();
-    QCOMPARE(ChildNames(owned.m_node), QStringList({"A", "b.txt"}));
-    const CDirNode& folder = *owned.m_node.Child(0);
-    const CDirNode& file = *owned.m_node.Child(1);
-    QCOMPARE(folder.m_pParent, &owned.m_node);
+    m_pTree->Write("b.txt", "12345");
+    m_pTree->MkDir("A");
+    const CDirNode& node = Listed();
+    QCOMPARE(ChildNames(node), QStringList({"A", "b.txt"}));
+    const CDirNode& folder = *node.m_listChild.at(0);
+    const CDirNode& file = *node.m_listChild.at(1);
+    QCOMPARE(folder.m_pParent, &node);
     QVERIFY(folder.m_bDir);
     QVERIFY(folder.m_listChild.isEmpty());
     QVERIFY(!file.m_bDir);
-    QCOMPARE(file.m_fileInfo.absoluteFilePath(), tree.Path("b.txt"));
+    QCOMPARE(file.m_fileInfo.absoluteFilePath(), m_pTree->Path("b.txt"));
     QCOMPARE(file.m_fileInfo.size(), qint64(5));
     QVERIFY(folder.m_icon.cacheKey() != file.m_icon.cacheKey());
 }
 
 void tst_CDirNode::loadAppendsToWhatIsThere()
 {
-    CTempTree tree;
-    tree.Write("a");
-    STOwnedNode owned(tree.Path());
-    owned.m_node.LoadChild();
-    owned.m_node.LoadChild();
-    QCOMPARE(ChildNames(owned.m_node), QStringList({"a", "a"}));
+    m_pTree->Write("a");
+    CDirNode& node = Listed();
+    node.LoadChild();
+    QCOMPARE(ChildNames(node), QStringList({"a", "a"}));
+}
+
+void tst_CDirNode::onlySkippedEntriesStayUnloaded()
+{
+    m_pTree->Fill({"dev", "homework/"});
+    const CDirNode& node = Listed();
+    QVERIFY(node.m_listChild.isEmpty());
+    QCOMPARE(node.m_nListError, 0);
 }
 
 void tst_CDirNode::stateOfNewChildren_data()
 {
-    QTest::addColumn<int>("parent");
-    QTest::addColumn<int>("child");
+    QTest::addColumn<int>("nParent");
+    QTest::addColumn<int>("nChild");
     QTest::newRow("unchecked") << 0 << 0;
     QTest::newRow("partially checked") << 1 << 0;
     QTest::newRow("checked") << 2 << 2;
@@ -321,96 +272,177 @@ void tst_CDirNode::stateOfNewChildren_data()
 
 void tst_CDirNode::stateOfNewChildren()
 {
-    CTempTree tree;
-    tree.Write("file");
-    tree.MkDir("folder");
-    STOwnedNode owned(tree.Path());
-    QFETCH(int, parent);
-    owned.m_node.m_chkState = parent;
-    owned.m_node.LoadChild();
-    QCOMPARE(owned.m_node.m_listChild.size(), 2);
-    QTEST(owned.m_node.Child(0)->m_chkState, "child");
-    QTEST(owned.m_node.Child(1)->m_chkState, "child");
-    QCOMPARE(owned.m_node.m_chkState, parent);
+    m_pTree->Fill({"file", "folder/"});
+    CDirNode& node = Top();
+    QFETCH(int, nParent);
+    node.m_chkState = nParent;
+    node.LoadChild();
+    QCOMPARE(node.m_listChild.size(), 2);
+    QTEST(node.Child(0)->m_chkState, "nChild");
+    QTEST(node.Child(1)->m_chkState, "nChild");
+    QCOMPARE(node.m_chkState, nParent);
 }
 
 void tst_CDirNode::folderThatCannotBeListed_data()
 {
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<int>("error");
+    QTest::addColumn<QString>("strEntry");
+    QTest::addColumn<int>("nError");
     QTest::newRow("vanished") << "gone" << ENOENT;
     QTest::newRow("a file by now") << "file" << ENOTDIR;
 }
 
 void tst_CDirNode::folderThatCannotBeListed()
 {
-    CTempTree tree;
-    tree.Write("file");
-    QFETCH(QString, entry);
-    STOwnedNode owned(tree.Path(entry));
-    owned.m_node.m_bDir = true;
-    owned.m_node.m_chkState = Qt::Checked;
-    owned.m_node.LoadChild();
-    QVERIFY(owned.m_node.m_listChild.isEmpty());
-    QTEST(owned.m_node.m_nListError, "error");
+    m_pTree->Write("file");
+    QFETCH(QString, strEntry);
+    CDirNode& node = Top(strEntry);
+    node.m_bDir = true;
+    node.m_chkState = Qt::Checked;
+    node.LoadChild();
+    QVERIFY(node.m_listChild.isEmpty());
+    QTEST(node.m_nListError, "nError");
 }
 
 void tst_CDirNode::errorIsForgottenOnSuccess()
 {
-    CTempTree tree;
-    STOwnedNode owned(tree.Path("later"));
-    owned.m_node.LoadChild();
-    QCOMPARE(owned.m_node.m_nListError, ENOENT);
-    tree.Write("later/file");
-    owned.m_node.LoadChild();
-    QCOMPARE(ChildNames(owned.m_node), QStringList("file"));
-    QCOMPARE(owned.m_node.m_nListError, 0);
+    CDirNode& node = Listed("later");
+    QCOMPARE(node.m_nListError, ENOENT);
+    m_pTree->Write("later/file");
+    node.LoadChild();
+    QCOMPARE(ChildNames(node), QStringList("file"));
+    QCOMPARE(node.m_nListError, 0);
+}
+
+void tst_CDirNode::listedPathsAreExact()
+{
+    m_pTree->Write("inner/file");
+    const CDirNode& node = Listed("/inner/");
+    QCOMPARE(ChildNames(node), QStringList("file"));
+    QCOMPARE(node.m_listChild.first()->m_fileInfo.filePath(), m_pTree->Path("inner/file"));
+}
+
+void tst_CDirNode::leadsBack_data()
+{
+    QTest::addColumn<QString>("strLink");
+    QTest::addColumn<QString>("strTarget");
+    QTest::addColumn<bool>("bBack");
+    const auto fnRow = [](const char* pszName, const QString& strTarget, bool bBack) {
+        QTest::newRow(pszName) << "top/a/link" << strTarget << bBack;
+    };
+    fnRow("its own folder", ".", true);
+    fnRow("the folder above", "..", true);
+    fnRow("above the top", "../..", true);
+    fnRow("the whole system", "/", true);
+    fnRow("its folder through another link", "../to a", true);
+    fnRow("a folder beside it", "../b", false);
+    fnRow("a folder below it", "inner", false);
+    fnRow("a folder outside the tree", "../../outside", false);
+    fnRow("nothing", "nowhere", false);
+    QTest::newRow("a folder whose name begins alike") << "top/ab/link" << QString("../a") << false;
+}
+
+void tst_CDirNode::leadsBack()
+{
+    QFETCH(QString, strLink);
+    QFETCH(QString, strTarget);
+    QFETCH(bool, bBack);
+    m_pTree->Fill({"top/a/inner/file", "top/ab/file", "top/b/file", "outside/file"});
+    m_pTree->Link("top/to a", "a");
+    m_pTree->Link(strLink, strTarget);
+
+    CDirNode folder(QFileInfo(QFileInfo(m_pTree->Path(strLink)).path()), &Top("top"));
+    const CDirNode node(QFileInfo(m_pTree->Path(strLink)), &folder);
+    QCOMPARE(node.LeadsBack(), bBack);
+    const STDirListing stListing = node.List({});
+    QCOMPARE(stListing.nError == ELOOP, bBack);
+    QCOMPARE(stListing.listEntry.isEmpty(), bBack || strTarget == "nowhere");
+}
+
+void tst_CDirNode::topLevelLinkIsListed()
+{
+    // A start-up volume is a link to "/", and so to the folder that it lies in.
+    m_pTree->Write("volumes/other/file");
+    m_pTree->Link("volumes/start-up", "..");
+    CNodeTree nodes;
+    CDirNode* pVolume = nodes.Add(m_pTree->Path("volumes/start-up"));
+    QVERIFY(!pVolume->LeadsBack());
+    pVolume->LoadChild();
+    QCOMPARE(ChildNames(*pVolume), QStringList("volumes"));
+    pVolume->Child(0)->LoadChild();
+    QVERIFY(ChildNamed(*pVolume->Child(0), "start-up")->LeadsBack());
 }
 
 void tst_CDirNode::linkToFolderIsAFolder()
 {
-    CTempTree tree;
-    tree.Write("real/inside");
-    tree.Link("link", "real");
-    STOwnedNode owned(tree.Path());
-    QCOMPARE(CNodeTree::ListAll(&owned.m_node), 4);
-    QCOMPARE(ChildNames(*ChildNamed(owned.m_node, "link")), QStringList("inside"));
+    m_pTree->Write("real/inside");
+    m_pTree->Link("link", "real");
+    QCOMPARE(CNodeTree::ListAll(&Top()), 4);
+    QCOMPARE(ChildNames(*ChildNamed(*m_pTop, "link")), QStringList("inside"));
 }
 
 void tst_CDirNode::linksThatLeadBackEnd()
 {
-    CTempTree tree;
-    tree.Link("everything", "/");
-    tree.Write("a/file a");
-    tree.Write("b/file b");
-    tree.Link("a/x", "../b");
-    tree.Link("b/y", "../a");
-    tree.Link("b/self", ".");
-    STOwnedNode owned(tree.Path());
+    m_pTree->Fill({"a/file a", "b/file b"});
+    m_pTree->Link("everything", "/");
+    m_pTree->Link("a/x", "../b");
+    m_pTree->Link("b/y", "../a");
+    m_pTree->Link("b/self", ".");
+    const CDirNode& top = Top();
     // The top holds 3 entries, of which "everything" is not listed. In a there are 2,
     // of which x leads to the 3 of b, where self and y end; in b there are 3, of
     // which y leads to the 2 of a, where x ends.
-    QCOMPARE(CNodeTree::ListAll(&owned.m_node), 3 + (2 + 3) + (3 + 2));
-    const CDirNode& through = *ChildNamed(*ChildNamed(owned.m_node, "a"), "x");
+    QCOMPARE(CNodeTree::ListAll(m_pTop.get()), 3 + (2 + 3) + (3 + 2));
+    const CDirNode& through = *ChildNamed(*ChildNamed(top, "a"), "x");
     QCOMPARE(ChildNames(through), QStringList({"self", "y", "file b"}));
     const CDirNode& back = *ChildNamed(through, "y");
     QVERIFY(back.m_bDir);
     QVERIFY(back.m_listChild.isEmpty());
     QCOMPARE(back.m_nListError, ELOOP);
-    QCOMPARE(ChildNamed(owned.m_node, "everything")->m_nListError, ELOOP);
+    QCOMPARE(ChildNamed(top, "everything")->m_nListError, ELOOP);
+}
+
+void tst_CDirNode::hostileNameIsShownAndRead_data()
+{
+    QTest::addColumn<QByteArray>("baName");
+    QTest::newRow("255 bytes") << QByteArray(255, 'n');
+    QTest::newRow("255 bytes of three-byte characters") << QByteArray("\xe6\xbc\xa2").repeated(85);
+    QTest::newRow("line break") << QByteArray("two\nlines");
+    QTest::newRow("html") << QByteArray("<b>bold<img src=x>");
+    QTest::newRow("percent") << QByteArray("%1 %2 %s %n");
+    QTest::newRow("leading dash") << QByteArray("-rf");
+    QTest::newRow("trailing blank") << QByteArray("blank ");
+    QTest::newRow("leading blank") << QByteArray(" blank");
+    QTest::newRow("only a blank") << QByteArray(" ");
+    QTest::newRow("three dots") << QByteArray("...");
+    QTest::newRow("backslash") << QByteArray("back\\slash");
+    QTest::newRow("quotes") << QByteArray("\"'`$(x)");
+    QTest::newRow("wildcards") << QByteArray("*[a]?");
+    QTest::newRow("colon") << QByteArray(":resource:name");
+    QTest::newRow("control characters") << QByteArray("\x01\x1b[31m\x7f");
+    QTest::newRow("latin 1") << QByteArray("caf\xe9.txt");
+    QTest::newRow("cut-off character") << QByteArray("end\xe6\xbc");
+    QTest::newRow("overlong slash") << QByteArray("a\xc0\xaf"
+                                                  "b");
+    QTest::newRow("surrogate as utf-8") << QByteArray("\xed\xb2\x80");
+    QTest::newRow("no utf-8 at all") << QByteArray("\x80\xff\xfe\xa0");
+    QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbfname");
+    QTest::newRow("arabic") << QByteArray("\xd9\x85\xd9\x84\xd9\x81");
+    QTest::newRow("beyond 16 bits") << QByteArray("\xf0\x9f\x93\x81");
+    QTest::newRow("decomposed") << QByteArray("u\xcc\x88"
+                                              "ber");
 }
 
 void tst_CDirNode::hostileNameIsShownAndRead()
 {
-    QFETCH(QByteArray, name);
-    CTempTree tree;
-    tree.WriteBytesName(name, "content");
-    STOwnedNode owned(tree.Path());
-    owned.m_node.LoadChild();
-    QCOMPARE(owned.m_node.m_listChild.size(), 1);
-    const CDirNode& node = *owned.m_node.Child(0);
-    QCOMPARE(QFile::encodeName(node.m_strName), name);
-    QFile file(node.m_fileInfo.absoluteFilePath());
+    QFETCH(QByteArray, baName);
+    m_pTree->WriteBytesName(baName, "content");
+    const CDirNode& node = Listed();
+    QCOMPARE(node.m_listChild.size(), 1);
+    const CDirNode& child = *node.m_listChild.first();
+    QCOMPARE(QFile::encodeName(child.m_strName), baName);
+    QCOMPARE(child.m_fileInfo.fileName(), child.m_strName);
+    QCOMPARE(child.m_fileInfo.size(), qint64(7));
+    QFile file(child.m_fileInfo.absoluteFilePath());
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("content"));
 }
@@ -420,22 +452,17 @@ void tst_CDirNode::memory()
     if (HeapBytes() < 0) {
         QSKIP("the memory in use cannot be asked for here");
     }
-    CTempTree tree;
     const int nFiles = 3000;
-    qint64 nNameBytes = 0;
-    for (int i = 0; i < nFiles; ++i) {
-        const QString strName = QStringLiteral("document %1.txt").arg(i, 4, 10, QLatin1Char('0'));
-        tree.Write("folder/" + strName);
-        nNameBytes += 2 * strName.size();
-    }
-    STOwnedNode owned(tree.Path("folder"));
+    const int nNameBytes = 2 * QString("document 1000.txt").size();
+    m_pTree->FillNumbered("folder/document %1.txt", 1000, 1000 + nFiles - 1);
+    CDirNode& node = Top("folder");
     const qint64 nBefore = HeapBytes();
-    owned.m_node.LoadChild();
-    for (CDirNode* pChild : qAsConst(owned.m_node.m_listChild)) {
+    node.LoadChild();
+    for (CDirNode* pChild : qAsConst(node.m_listChild)) {
         QCOMPARE(pChild->m_fileInfo.size(), qint64(0));
     }
-    const qint64 nEach = (HeapBytes() - nBefore - nNameBytes) / nFiles;
-    QCOMPARE(owned.m_node.m_listChild.size(), nFiles);
+    const qint64 nEach = (HeapBytes() - nBefore) / nFiles - nNameBytes;
+    QCOMPARE(node.m_listChild.size(), nFiles);
     QVERIFY2(nEach <= 700, qPrintable(QString::number(nEach)));
 }
 
