@@ -2,7 +2,7 @@
 
 #include "kit/CClickableLabel.h"
 
-static QAccessibleInterface* MakeInterface(const QString& strClass, QObject* pObject)
+static QAccessibleInterface* MakeLabelAccess(const QString& strClass, QObject* pObject)
 {
     if (strClass != QLatin1String(CClickableLabel::staticMetaObject.className())) {
         return nullptr;
@@ -11,7 +11,7 @@ static QAccessibleInterface* MakeInterface(const QString& strClass, QObject* pOb
     return pLabel->focusPolicy() == Qt::NoFocus ? nullptr : new CClickableLabelAccess(pLabel);
 }
 
-void CClickableLabelAccess::Install() { QAccessible::installFactory(MakeInterface); }
+void CClickableLabelAccess::Install() { QAccessible::installFactory(MakeLabelAccess); }
 
 CClickableLabelAccess::CClickableLabelAccess(CClickableLabel* pLabel)
     : QAccessibleWidget(pLabel, QAccessible::PushButton)

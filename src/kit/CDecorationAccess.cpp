@@ -5,7 +5,7 @@
 
 static const char MARK[] = "decoration";
 
-static QAccessibleInterface* MakeInterface(const QString&, QObject* pObject)
+static QAccessibleInterface* MakeDecorationAccess(const QString&, QObject* pObject)
 {
     const bool bMarked = pObject->isWidgetType() && pObject->property(MARK).toBool();
     return bMarked ? new CDecorationAccess(static_cast<QWidget*>(pObject)) : nullptr;
@@ -13,7 +13,7 @@ static QAccessibleInterface* MakeInterface(const QString&, QObject* pObject)
 
 void CDecorationAccess::Mark(std::initializer_list<QWidget*> listWidget)
 {
-    QAccessible::installFactory(MakeInterface);
+    QAccessible::installFactory(MakeDecorationAccess);
     for (QWidget* pWidget : listWidget) {
         // A reader that is at work already may have made Qt think of it otherwise.
         QAccessibleInterface* pEarlier = QAccessible::queryAccessibleInterface(pWidget);

@@ -9,7 +9,7 @@
 
 static const int RING_COUNT = 4;
 static const qreal MARGIN = 4.0;
-static const qreal RADIUS = 4.0;
+static const qreal PANEL_RADIUS = 4.0;
 
 // The outline of the panel, grown by some pixels on every side.
 static QPainterPath Outline(const QSize& size, int nGrowth)
@@ -19,7 +19,7 @@ static QPainterPath Outline(const QSize& size, int nGrowth)
     const qreal lfHeight = size.height() - 2 * MARGIN + 2 * nGrowth;
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
-    path.addRoundedRect(lfTopLeft, lfTopLeft, lfWidth, lfHeight, RADIUS, RADIUS);
+    path.addRoundedRect(lfTopLeft, lfTopLeft, lfWidth, lfHeight, PANEL_RADIUS, PANEL_RADIUS);
     return path;
 }
 

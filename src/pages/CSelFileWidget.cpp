@@ -131,7 +131,7 @@ void CSelFileWidget::SlotRefreshUSB()
     if (!begun) {
         return;
     }
-    const STDiskSearch search = *begun;
+    const STDiskSearch& search = *begun;
     RunOnGui([this, search]() {
         // Until the end of the search the drop-down still shows the disks from
         // before, which cannot be copied to meanwhile.
