@@ -1,9 +1,9 @@
 #include "copy/CGetFileSizeThread.h"
 #include "kit/CClickableLabel.h"
 #include "log/CClock.h"
+#include "pages/CDiskSpace.h"
 #include "pages/CPageTree.h"
 #include "pages/CSearchWaitView.h"
-#include "pages/CDiskSpace.h"
 #include "pages/CSelFileWidget.h"
 #include "support/CFakeCommands.h"
 #include "support/CLogCapture.h"
@@ -231,7 +231,7 @@ private:
     CSelFileWidget* m_pPage = nullptr;
 };
 
-#define NEEDS_SOURCE()                                                                                      \
+#define NEEDS_SOURCE()                                                                                       \
     do {                                                                                                     \
         if (!m_pSource->IsValid()) {                                                                         \
             QSKIP("mounting is not permitted here");                                                         \
