@@ -1,6 +1,6 @@
 #include "pages/CDropDownAccess.h"
+#include "support/Widgets.h"
 
-#include <QAccessible>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -23,8 +23,6 @@ private slots:
     void otherButtonsStayButtons();
 
 private:
-    QAccessibleInterface* Box() const { return QAccessible::queryAccessibleInterface(m_pButton); }
-
     std::unique_ptr<QWidget> m_pWindow;
     QPushButton* m_pButton = nullptr;
     QListWidget* m_pList = nullptr;
@@ -34,10 +32,10 @@ void tst_CDropDownAccess::init()
 {
     m_pWindow = std::make_unique<QWidget>();
     m_pButton = new QPushButton(m_pWindow.get());
-    m_pButton->setAccessibleName(QStringLiteral("Disk"));
+    m_pButton->setAccessibleName("Disk");
     m_pList = new QListWidget(m_pButton);
     m_pList->setWindowFlags(Qt::Popup);
-    m_pList->addItems({QStringLiteral("one"), QStringLiteral("two")});
+    m_pList->addItems({"one", "two"});
     m_pWindow->show();
 }
 
@@ -45,54 +43,55 @@ void tst_CDropDownAccess::cleanup() { m_pWindow.reset(); }
 
 void tst_CDropDownAccess::isAComboBox_data()
 {
-    QTest::addColumn<bool>("read");
+    QTest::addColumn<bool>("bRead");
     QTest::newRow("before a reader comes") << false;
     QTest::newRow("after a reader has come") << true;
 }
 
 void tst_CDropDownAccess::isAComboBox()
 {
-    QFETCH(bool, read);
-    if (read) {
-        QVERIFY(Box());
+    QFETCH(bool, bRead);
+    if (bRead) {
+        QVERIFY(Heard(m_pButton));
     }
     CDropDownAccess::Install(m_pButton);
-    QCOMPARE(Box()->role(), QAccessible::ComboBox);
-    QCOMPARE(Box()->text(QAccessible::Name), QStringLiteral("Disk"));
-    QVERIFY(Box()->state().hasPopup);
-    QVERIFY(Box()->state().focusable);
+    QCOMPARE(Heard(m_pButton)->role(), QAccessible::ComboBox);
+    QCOMPARE(Heard(m_pButton)->text(QAccessible::Name), "Disk");
+    QVERIFY(Heard(m_pButton)->state().hasPopup);
+    QVERIFY(Heard(m_pButton)->state().focusable);
 }
 
 void tst_CDropDownAccess::valueIsTheDescription()
 {
     CDropDownAccess::Install(m_pButton);
-    m_pButton->setAccessibleDescription(QStringLiteral("STICK"));
-    QCOMPARE(Box()->text(QAccessible::Description), QStringLiteral("STICK"));
-    QCOMPARE(Box()->text(QAccessible::Value), QStringLiteral("STICK"));
+    m_pButton->setAccessibleDescription("STICK");
+    QCOMPARE(Heard(m_pButton)->text(QAccessible::Description), "STICK");
+    QCOMPARE(Heard(m_pButton)->text(QAccessible::Value), "STICK");
 }
 
 void tst_CDropDownAccess::openListIsItsChild()
 {
     CDropDownAccess::Install(m_pButton);
-    QAccessibleInterface* pList = QAccessible::queryAccessibleInterface(m_pList);
-    QCOMPARE(Box()->childCount(), 0);
-    QVERIFY(!Box()->child(0));
-    QCOMPARE(Box()->indexOfChild(pList), -1);
-    QVERIFY(Box()->state().expandable && Box()->state().collapsed && !Box()->state().expanded);
+    QAccessibleInterface* pList = Heard(m_pList);
+    QCOMPARE(Heard(m_pButton)->childCount(), 0);
+    QVERIFY(!Heard(m_pButton)->child(0));
+    QCOMPARE(Heard(m_pButton)->indexOfChild(pList), -1);
+    QVERIFY(Heard(m_pButton)->state().expandable && Heard(m_pButton)->state().collapsed
+            && !Heard(m_pButton)->state().expanded);
 
     m_pList->setGeometry(200, 200, 100, 100);
     m_pList->show();
-    QCOMPARE(Box()->childCount(), 1);
-    QCOMPARE(Box()->child(0), pList);
-    QVERIFY(!Box()->child(1));
-    QCOMPARE(Box()->indexOfChild(pList), 0);
-    QCOMPARE(Box()->indexOfChild(Box()), -1);
-    QCOMPARE(Box()->indexOfChild(nullptr), -1);
-    QCOMPARE(pList->parent(), Box());
-    QVERIFY(Box()->state().expanded && !Box()->state().collapsed);
+    QCOMPARE(Heard(m_pButton)->childCount(), 1);
+    QCOMPARE(Heard(m_pButton)->child(0), pList);
+    QVERIFY(!Heard(m_pButton)->child(1));
+    QCOMPARE(Heard(m_pButton)->indexOfChild(pList), 0);
+    QCOMPARE(Heard(m_pButton)->indexOfChild(Heard(m_pButton)), -1);
+    QCOMPARE(Heard(m_pButton)->indexOfChild(nullptr), -1);
+    QCOMPARE(pList->parent(), Heard(m_pButton));
+    QVERIFY(Heard(m_pButton)->state().expanded && !Heard(m_pButton)->state().collapsed);
     const QPoint pt = m_pList->geometry().center();
-    QCOMPARE(Box()->childAt(pt.x(), pt.y()), pList);
-    QVERIFY(!Box()->childAt(pt.x() + 500, pt.y()));
+    QCOMPARE(Heard(m_pButton)->childAt(pt.x(), pt.y()), pList);
+    QVERIFY(!Heard(m_pButton)->childAt(pt.x() + 500, pt.y()));
 }
 
 void tst_CDropDownAccess::pressing()
@@ -100,22 +99,22 @@ void tst_CDropDownAccess::pressing()
     CDropDownAccess::Install(m_pButton);
     QSignalSpy spy(m_pButton, &QPushButton::clicked);
     const QString strPress = QAccessibleActionInterface::pressAction();
-    QVERIFY(Box()->actionInterface()->actionNames().contains(strPress));
-    Box()->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    QVERIFY(Heard(m_pButton)->actionInterface()->actionNames().contains(strPress));
+    Heard(m_pButton)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
     QVERIFY(spy.isEmpty());
-    Box()->actionInterface()->doAction(strPress);
+    Heard(m_pButton)->actionInterface()->doAction(strPress);
     QCOMPARE(spy.count(), 1);
     m_pButton->setEnabled(false);
-    QVERIFY(!Box()->actionInterface()->actionNames().contains(strPress));
-    Box()->actionInterface()->doAction(strPress);
+    QVERIFY(!Heard(m_pButton)->actionInterface()->actionNames().contains(strPress));
+    Heard(m_pButton)->actionInterface()->doAction(strPress);
     QCOMPARE(spy.count(), 1);
 }
 
 void tst_CDropDownAccess::otherButtonsStayButtons()
 {
     CDropDownAccess::Install(m_pButton);
-    QPushButton other(QStringLiteral("Copy"));
-    QCOMPARE(QAccessible::queryAccessibleInterface(&other)->role(), QAccessible::PushButton);
+    QPushButton other("Copy");
+    QCOMPARE(Heard(&other)->role(), QAccessible::PushButton);
 }
 
 QTEST_MAIN(tst_CDropDownAccess)

@@ -1,4 +1,5 @@
 #include "pages/CDropDownKeys.h"
+#include "support/Widgets.h"
 
 #include <QApplication>
 #include <QListWidget>
@@ -17,21 +18,14 @@ private slots:
     void cleanup();
     void buttonKey_data();
     void buttonKey();
-    void heldKeyOpensNothing();
-    void chooses_data();
-    void chooses();
-    void heldKeyChoosesNothing();
-    void escapeClosesOnly();
-    void moves();
-    void emptyListBearsEveryKey_data();
-    void emptyListBearsEveryKey();
+    void listKey_data();
+    void listKey();
 
 private:
-    void Open(int nRow);
-    void Press(QWidget* pWidget, Qt::Key key, bool bHeld = false,
-               Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void Press(QWidget* pWidget, Qt::Key key, bool bHeld, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
     std::unique_ptr<QWidget> m_pWindow;
+    QPushButton* m_pOther = nullptr;
     QPushButton* m_pButton = nullptr;
     QListWidget* m_pList = nullptr;
     CDropDownKeys* m_pKeys = nullptr;
@@ -41,28 +35,15 @@ void tst_CDropDownKeys::init()
 {
     m_pWindow = std::make_unique<QWidget>();
     m_pWindow->resize(300, 200);
-    auto* pOther = new QPushButton(QStringLiteral("other"), m_pWindow.get());
-    m_pButton = new QPushButton(QStringLiteral("open"), m_pWindow.get());
+    m_pOther = new QPushButton("other", m_pWindow.get());
+    m_pButton = new QPushButton("open", m_pWindow.get());
     m_pList = new QListWidget(m_pWindow.get());
     m_pList->setWindowFlags(Qt::Popup | Qt::FramelessWindowHint);
     m_pKeys = new CDropDownKeys(m_pButton, m_pList);
-    m_pWindow->show();
-    m_pWindow->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
-    // The list can be opened in other ways, too, so the focus is elsewhere at first.
-    pOther->setFocus();
+    QVERIFY(ShowActive(m_pWindow.get()));
 }
 
 void tst_CDropDownKeys::cleanup() { m_pWindow.reset(); }
-
-void tst_CDropDownKeys::Open(int nRow)
-{
-    m_pList->addItems({QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")});
-    m_pList->setCurrentRow(nRow);
-    m_pList->show();
-    m_pList->setFocus(Qt::PopupFocusReason);
-    QVERIFY(m_pList->hasFocus());
-}
 
 void tst_CDropDownKeys::Press(QWidget* pWidget, Qt::Key key, bool bHeld, Qt::KeyboardModifiers modifiers)
 {
@@ -74,7 +55,7 @@ void tst_CDropDownKeys::buttonKey_data()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::addColumn<int>("opens");
+    QTest::addColumn<int>("nOpens");
     QTest::newRow("Down") << Qt::Key_Down << Qt::KeyboardModifiers() << 1;
     QTest::newRow("Alt+Down") << Qt::Key_Down << Qt::KeyboardModifiers(Qt::AltModifier) << 1;
     QTest::newRow("Return") << Qt::Key_Return << Qt::KeyboardModifiers() << 1;
@@ -87,12 +68,13 @@ void tst_CDropDownKeys::buttonKey()
 {
     QFETCH(Qt::Key, key);
     QFETCH(Qt::KeyboardModifiers, modifiers);
-    QFETCH(int, opens);
     QSignalSpy spyOpen(m_pKeys, &CDropDownKeys::SignalOpen);
     QSignalSpy spyClick(m_pButton, &QPushButton::clicked);
     m_pButton->setFocus();
+    Press(m_pButton, key, true, modifiers);
+    QCOMPARE(spyOpen.count(), 0); // it is still held from the list
     Press(m_pButton, key, false, modifiers);
-    QCOMPARE(spyOpen.count(), opens);
+    QTEST(spyOpen.count(), "nOpens");
     QVERIFY(spyClick.isEmpty());
     QVERIFY(m_pButton->hasFocus());
     // Space stays the button's own.
@@ -100,101 +82,57 @@ void tst_CDropDownKeys::buttonKey()
     QCOMPARE(spyClick.count(), 1);
 }
 
-void tst_CDropDownKeys::heldKeyOpensNothing()
-{
-    QSignalSpy spyOpen(m_pKeys, &CDropDownKeys::SignalOpen);
-    m_pButton->setFocus();
-    Press(m_pButton, Qt::Key_Return, true);
-    Press(m_pButton, Qt::Key_Down, true);
-    QVERIFY(spyOpen.isEmpty());
-    QVERIFY(m_pButton->hasFocus());
-}
-
-void tst_CDropDownKeys::chooses_data()
+void tst_CDropDownKeys::listKey_data()
 {
     QTest::addColumn<Qt::Key>("key");
-    QTest::newRow("Return") << Qt::Key_Return;
-    QTest::newRow("Enter") << Qt::Key_Enter;
-    QTest::newRow("Space") << Qt::Key_Space;
-}
-
-void tst_CDropDownKeys::chooses()
-{
-    QFETCH(Qt::Key, key);
-    Open(1);
-    QStringList listChosen;
-    connect(m_pKeys, &CDropDownKeys::SignalChosen, this,
-            [&](const QListWidgetItem* pItem) { listChosen += pItem->text(); });
-    QSignalSpy spyClick(m_pButton, &QPushButton::clicked);
-    QTest::keyClick(m_pList, key);
-    QCOMPARE(listChosen, QStringList{QStringLiteral("two")});
-    QVERIFY(!m_pList->isVisible());
-    QVERIFY(m_pButton->hasFocus());
-    // The rest of the same key stroke arrives at the button.
-    QTest::keyRelease(m_pButton, key);
-    QVERIFY(spyClick.isEmpty());
-}
-
-void tst_CDropDownKeys::heldKeyChoosesNothing()
-{
-    Open(1);
-    QSignalSpy spyChosen(m_pKeys, &CDropDownKeys::SignalChosen);
+    QTest::addColumn<bool>("bHeld");
+    QTest::addColumn<QStringList>("listChosen"); // from a list whose second row of three is current
+    QTest::addColumn<int>("nRow");
+    QTest::addColumn<bool>("bCloses");
+    const auto row = [](const char* pName, Qt::Key key, int nRow, bool bCloses) {
+        QTest::newRow(pName) << key << false << QStringList() << nRow << bCloses;
+    };
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
-        Press(m_pList, key, true);
+        const QByteArray baName = QKeySequence(key).toString().toUtf8();
+        QTest::newRow(baName) << key << false << QStringList{"two"} << 1 << true;
+        QTest::newRow(baName + ", held") << key << true << QStringList() << 1 << false;
     }
-    QVERIFY(spyChosen.isEmpty());
-    QVERIFY(m_pList->isVisible());
+    row("Escape", Qt::Key_Escape, 1, true);
+    row("Up", Qt::Key_Up, 0, false);
+    row("Down", Qt::Key_Down, 2, false);
+    row("Home", Qt::Key_Home, 0, false);
+    row("End", Qt::Key_End, 2, false);
+    row("Tab", Qt::Key_Tab, 1, false);
 }
 
-void tst_CDropDownKeys::escapeClosesOnly()
-{
-    Open(1);
-    QSignalSpy spyChosen(m_pKeys, &CDropDownKeys::SignalChosen);
-    QTest::keyClick(m_pList, Qt::Key_Escape);
-    QVERIFY(spyChosen.isEmpty());
-    QVERIFY(!m_pList->isVisible());
-    QVERIFY(m_pButton->hasFocus());
-    QVERIFY(m_pWindow->isVisible());
-}
-
-void tst_CDropDownKeys::moves()
-{
-    Open(1);
-    QTest::keyClick(m_pList, Qt::Key_Down);
-    QCOMPARE(m_pList->currentRow(), 2);
-    QTest::keyClick(m_pList, Qt::Key_Home);
-    QCOMPARE(m_pList->currentRow(), 0);
-    QTest::keyClick(m_pList, Qt::Key_End);
-    QCOMPARE(m_pList->currentRow(), 2);
-    QTest::keyClick(m_pList, Qt::Key_Up);
-    QCOMPARE(m_pList->currentRow(), 1);
-    QVERIFY(m_pList->isVisible());
-}
-
-void tst_CDropDownKeys::emptyListBearsEveryKey_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<bool>("closes");
-    QTest::newRow("Up") << Qt::Key_Up << false;
-    QTest::newRow("Down") << Qt::Key_Down << false;
-    QTest::newRow("Home") << Qt::Key_Home << false;
-    QTest::newRow("End") << Qt::Key_End << false;
-    QTest::newRow("Tab") << Qt::Key_Tab << false;
-    QTest::newRow("Return") << Qt::Key_Return << true;
-    QTest::newRow("Enter") << Qt::Key_Enter << true;
-    QTest::newRow("Space") << Qt::Key_Space << true;
-    QTest::newRow("Escape") << Qt::Key_Escape << true;
-}
-
-void tst_CDropDownKeys::emptyListBearsEveryKey()
+void tst_CDropDownKeys::listKey()
 {
     QFETCH(Qt::Key, key);
-    QSignalSpy spyChosen(m_pKeys, &CDropDownKeys::SignalChosen);
-    m_pList->show();
-    m_pList->setFocus(Qt::PopupFocusReason);
-    QTest::keyClick(m_pList, key);
-    QVERIFY(spyChosen.isEmpty());
-    QTEST(!m_pList->isVisible(), "closes");
+    QFETCH(bool, bHeld);
+    QFETCH(QStringList, listChosen);
+    QFETCH(int, nRow);
+    QFETCH(bool, bCloses);
+    QStringList listHeard;
+    connect(m_pKeys, &CDropDownKeys::SignalChosen, this,
+            [&](const QListWidgetItem* pItem) { listHeard += pItem->text(); });
+    QSignalSpy spyClick(m_pButton, &QPushButton::clicked);
+    for (const bool bEmpty : {true, false}) {
+        m_pList->addItems(bEmpty ? QStringList() : QStringList{"one", "two", "three"});
+        m_pList->setCurrentRow(bEmpty ? -1 : 1);
+        // The list can be opened in other ways, too, so the focus is elsewhere at first.
+        m_pOther->setFocus();
+        m_pList->show();
+        m_pList->setFocus(Qt::PopupFocusReason);
+        Press(m_pList, key, bHeld);
+        QCOMPARE(listHeard, bEmpty ? QStringList() : listChosen);
+        QCOMPARE(m_pList->currentRow(), bEmpty ? -1 : nRow);
+        QCOMPARE(m_pList->isVisible(), !bCloses);
+        QCOMPARE(m_pButton->hasFocus(), bCloses);
+        QVERIFY(m_pWindow->isVisible());
+        // The rest of the same key stroke arrives at the button.
+        QTest::keyRelease(m_pButton, key);
+        QVERIFY(spyClick.isEmpty());
+    }
 }
 
 QTEST_MAIN(tst_CDropDownKeys)

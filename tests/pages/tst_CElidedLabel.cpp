@@ -5,12 +5,10 @@
 #include <QTest>
 #include <QToolTip>
 
-static const int WIDTH = 200;
+#include <memory>
 
-static QString LongName()
-{
-    return QStringLiteral("start ") + QString(300, QLatin1Char('x')) + QStringLiteral(" end");
-}
+static const int WIDTH = 200;
+static const QString LONG_NAME = "start " + QString(300, 'x') + " end";
 
 /** A line of text in a label too narrow for it. */
 class tst_CElidedLabel : public QObject
@@ -18,76 +16,76 @@ class tst_CElidedLabel : public QObject
     Q_OBJECT
 
 private slots:
-    void ShownText_data();
-    void ShownText();
-    void LongTextStaysWholeButIsDrawnShort();
-    void TextNeverChangesTheSize();
-    void MarksAreDrawnAsTheyAre();
-    void ToolTipOnlyWhileShortened();
-    void ToolTipShowsMarks();
-    void ClickIsTold();
+    void init();
+    void shownText_data();
+    void shownText();
+    void textNeverChangesTheSize();
+    void marksAreDrawnAsTheyAre();
+    void toolTipOnlyWhileShortened();
+    void clickIsTold();
+
+private:
+    std::unique_ptr<CElidedLabel> m_pLabel;
 };
 
-void tst_CElidedLabel::ShownText_data()
+void tst_CElidedLabel::init()
+{
+    m_pLabel = std::make_unique<CElidedLabel>();
+    m_pLabel->resize(WIDTH, 30);
+}
+
+void tst_CElidedLabel::shownText_data()
 {
     QTest::addColumn<QString>("strText");
-    QTest::addColumn<QString>("strShown");
-    QTest::newRow("empty") << QString() << QString();
-    QTest::newRow("short") << QStringLiteral("STICK") << QStringLiteral("STICK");
-    QTest::newRow("line break") << QStringLiteral("a\nb") << QStringLiteral("a b");
-    QTest::newRow("tab and return") << QStringLiteral("a\tb\rc") << QStringLiteral("a b c");
-    QTest::newRow("line separator") << QString(QStringLiteral("a") + QChar(QChar::LineSeparator)
-                                               + QStringLiteral("b"))
-                                    << QStringLiteral("a b");
-    QTest::newRow("marks") << QStringLiteral("<b>1&lt;</b>") << QStringLiteral("<b>1&lt;</b>");
+    QTest::addColumn<QString>("strStart"); // of what is shown, which has strEnd for its end
+    QTest::addColumn<QString>("strEnd");
+    const auto whole = [](const char* pName, const char* pText, const QString& strShown) {
+        QTest::newRow(pName) << QString(pText) << strShown << strShown;
+    };
+    whole("empty", "", "");
+    whole("short", "STICK", "STICK");
+    whole("line break", "a\nb", "a b");
+    whole("tab and return", "a\tb\rc", "a b c");
+    whole("line separator", "a\u2028b", "a b");
+    whole("marks", "<b>1&lt;</b>", "<b>1&lt;</b>");
+    QTest::newRow("too long") << LONG_NAME << "start"
+                              << "end";
 }
 
-void tst_CElidedLabel::ShownText()
+void tst_CElidedLabel::shownText()
 {
     QFETCH(QString, strText);
-    CElidedLabel label;
-    label.resize(WIDTH, 30);
-    label.setText(strText);
-    QTEST(label.ShownText(), "strShown");
-    QCOMPARE(label.text(), strText);
+    QFETCH(QString, strStart);
+    QFETCH(QString, strEnd);
+    m_pLabel->setText(strText);
+    QCOMPARE(m_pLabel->text(), strText);
+    const QString strShown = m_pLabel->ShownText();
+    QVERIFY(strShown.startsWith(strStart) && strShown.endsWith(strEnd));
+    QVERIFY(strText.size() > WIDTH || strShown.size() == strText.size());
+    QVERIFY(m_pLabel->fontMetrics().horizontalAdvance(strShown) <= WIDTH);
 }
 
-void tst_CElidedLabel::LongTextStaysWholeButIsDrawnShort()
+void tst_CElidedLabel::textNeverChangesTheSize()
 {
-    CElidedLabel label;
-    label.resize(WIDTH, 30);
-    label.setText(LongName());
-    QCOMPARE(label.text(), LongName());
-    const QString strShown = label.ShownText();
-    QVERIFY(strShown.startsWith(QStringLiteral("start")));
-    QVERIFY(strShown.endsWith(QStringLiteral("end")));
-    QVERIFY(label.fontMetrics().horizontalAdvance(strShown) <= WIDTH);
-}
-
-void tst_CElidedLabel::TextNeverChangesTheSize()
-{
-    CElidedLabel label;
-    label.setText(QStringLiteral("a"));
-    const QSize sizeHint = label.sizeHint();
-    const QSize sizeLeast = label.minimumSizeHint();
-    for (const QString& strText : {LongName(), QStringLiteral("a\nb\nc\nd"), QString()}) {
-        label.setText(strText);
-        QCOMPARE(label.sizeHint(), sizeHint);
-        QCOMPARE(label.minimumSizeHint(), sizeLeast);
+    m_pLabel->setText("a");
+    const QSize sizeHint = m_pLabel->sizeHint();
+    const QSize sizeLeast = m_pLabel->minimumSizeHint();
+    for (const QString& strText : {LONG_NAME, QString("a\nb\nc\nd"), QString()}) {
+        m_pLabel->setText(strText);
+        QCOMPARE(m_pLabel->sizeHint(), sizeHint);
+        QCOMPARE(m_pLabel->minimumSizeHint(), sizeLeast);
     }
-    QVERIFY(sizeHint.height() >= label.fontMetrics().height());
+    QVERIFY(sizeHint.height() >= m_pLabel->fontMetrics().height());
 }
 
-void tst_CElidedLabel::MarksAreDrawnAsTheyAre()
+void tst_CElidedLabel::marksAreDrawnAsTheyAre()
 {
-    CElidedLabel label;
-    label.resize(WIDTH, 30);
-    label.setText(QStringLiteral("b"));
-    const QImage imgPlain = label.grab().toImage();
-    label.setText(QStringLiteral("<i></i>b"));
-    QVERIFY(label.grab().toImage() != imgPlain);
-    label.setText(QString());
-    QVERIFY(label.grab().toImage() != imgPlain);
+    m_pLabel->setText("b");
+    const QImage imgPlain = m_pLabel->grab().toImage();
+    for (const char* pText : {"<i></i>b", ""}) {
+        m_pLabel->setText(pText);
+        QVERIFY(m_pLabel->grab().toImage() != imgPlain);
+    }
 }
 
 static void AskForToolTip(QWidget* pWidget)
@@ -96,32 +94,23 @@ static void AskForToolTip(QWidget* pWidget)
     QCoreApplication::sendEvent(pWidget, &event);
 }
 
-void tst_CElidedLabel::ToolTipOnlyWhileShortened()
+void tst_CElidedLabel::toolTipOnlyWhileShortened()
 {
-    CElidedLabel label;
-    label.resize(WIDTH, 30);
-    label.setText(LongName());
-    label.show();
-    AskForToolTip(&label);
-    QVERIFY(QToolTip::text().contains(LongName()));
-    label.setText(QStringLiteral("STICK"));
-    AskForToolTip(&label);
-    QVERIFY(!QToolTip::text().contains(QStringLiteral("STICK")));
+    m_pLabel->setText(LONG_NAME);
+    m_pLabel->show();
+    AskForToolTip(m_pLabel.get());
+    QVERIFY(QToolTip::text().contains(LONG_NAME));
+    m_pLabel->setText("STICK");
+    AskForToolTip(m_pLabel.get());
+    QVERIFY(!QToolTip::text().contains("STICK"));
     QTRY_VERIFY(QToolTip::text().isEmpty());
+    QCOMPARE(CElidedLabel::ToolTipText("<b>%1 & co</b>"), "<p>&lt;b&gt;%1 &amp; co&lt;/b&gt;</p>");
 }
 
-void tst_CElidedLabel::ToolTipShowsMarks()
+void tst_CElidedLabel::clickIsTold()
 {
-    QCOMPARE(CElidedLabel::ToolTipText(QStringLiteral("<b>%1 & co</b>")),
-             QStringLiteral("<p>&lt;b&gt;%1 &amp; co&lt;/b&gt;</p>"));
-}
-
-void tst_CElidedLabel::ClickIsTold()
-{
-    CElidedLabel label;
-    label.resize(WIDTH, 30);
-    const QSignalSpy spy(&label, &CClickableLabel::SignalLabelClicked);
-    QTest::mouseClick(&label, Qt::LeftButton);
+    const QSignalSpy spy(m_pLabel.get(), &CClickableLabel::SignalLabelClicked);
+    QTest::mouseClick(m_pLabel.get(), Qt::LeftButton);
     QCOMPARE(spy.count(), 1);
 }
 

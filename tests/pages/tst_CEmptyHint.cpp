@@ -11,58 +11,42 @@ class tst_CEmptyHint : public QObject
 
 private slots:
     void shownWhileThereAreNoRows();
-    void shownAgainAfterAReset();
-    void fillsTheView();
-    void leavesThePointerToTheView();
+    void fillsTheViewAndLeavesItThePointer();
     void hiddenWhileTheModelIsAway();
     void namesAreNotRendered();
 };
 
-static const QString TEXT = QStringLiteral("Nothing is here.");
-
 void tst_CEmptyHint::shownWhileThereAreNoRows()
 {
     QListWidget list;
-    const CEmptyHint hint(TEXT, &list);
+    list.addItem("one");
+    const CEmptyHint hint("Nothing is here.", &list);
     list.show();
+    QVERIFY(!hint.isVisible());
+    list.clear(); // a reset
     QVERIFY(hint.isVisible());
-    list.addItem(QStringLiteral("one"));
+    list.addItem("one");
     QVERIFY(!hint.isVisible());
     delete list.takeItem(0);
     QVERIFY(hint.isVisible());
+    QListWidget empty;
+    const CEmptyHint hintAtOnce("Nothing is here.", &empty);
+    empty.show();
+    QVERIFY(hintAtOnce.isVisible());
 }
 
-void tst_CEmptyHint::shownAgainAfterAReset()
+void tst_CEmptyHint::fillsTheViewAndLeavesItThePointer()
 {
     QListWidget list;
-    list.addItem(QStringLiteral("one"));
-    const CEmptyHint hint(TEXT, &list);
+    const CEmptyHint hint("Nothing is here.", &list);
     list.show();
-    QVERIFY(!hint.isVisible());
-    list.clear();
     QVERIFY(hint.isVisible());
-}
-
-void tst_CEmptyHint::fillsTheView()
-{
-    QListWidget list;
-    const CEmptyHint hint(TEXT, &list);
-    list.show();
+    QVERIFY(hint.wordWrap());
     for (const QSize& size : {QSize(300, 200), QSize(500, 100)}) {
         list.resize(size);
         QCOMPARE(hint.geometry(), list.viewport()->rect());
+        QCOMPARE(list.childAt(list.viewport()->geometry().center()), list.viewport());
     }
-    QVERIFY(hint.wordWrap());
-}
-
-void tst_CEmptyHint::leavesThePointerToTheView()
-{
-    QListWidget list;
-    list.resize(300, 200);
-    const CEmptyHint hint(TEXT, &list);
-    list.show();
-    QVERIFY(hint.isVisible());
-    QCOMPARE(list.childAt(list.viewport()->geometry().center()), list.viewport());
 }
 
 void tst_CEmptyHint::hiddenWhileTheModelIsAway()
@@ -70,11 +54,11 @@ void tst_CEmptyHint::hiddenWhileTheModelIsAway()
     QStandardItemModel model;
     QTreeView view;
     view.setModel(&model);
-    const CEmptyHint hint(TEXT, &view);
+    const CEmptyHint hint("Nothing is here.", &view);
     view.show();
     QVERIFY(hint.isVisible());
     view.setModel(nullptr);
-    model.appendRow(new QStandardItem(QStringLiteral("one")));
+    model.appendRow(new QStandardItem("one"));
     QVERIFY(!hint.isVisible());
     view.setModel(&model);
     model.clear();
@@ -84,9 +68,9 @@ void tst_CEmptyHint::hiddenWhileTheModelIsAway()
 void tst_CEmptyHint::namesAreNotRendered()
 {
     QListWidget list;
-    const CEmptyHint hint(QStringLiteral("<b>x</b>"), &list);
+    const CEmptyHint hint("<b>x</b>", &list);
     QCOMPARE(hint.textFormat(), Qt::PlainText);
-    QCOMPARE(hint.text(), QStringLiteral("<b>x</b>"));
+    QCOMPARE(hint.text(), "<b>x</b>");
 }
 
 QTEST_MAIN(tst_CEmptyHint)

@@ -26,6 +26,14 @@ void CFakeCommands::Add(const QString& strName, const QString& strBody)
     }
 }
 
+void CFakeCommands::AddDiskutil(const QString& strBefore)
+{
+    Add("diskutil", strBefore + R"(
+bus=PCI-Express
+case $3 in */sd*) bus=USB ;; esac
+printf '<?xml version="1.0"?><plist version="1.0"><dict><key>BusProtocol</key><string>%s</string></dict></plist>' $bus)");
+}
+
 QStringList CFakeCommands::Calls(const QString& strName) const
 {
     const QString strRecord = QString::fromUtf8(Written(strName));

@@ -21,6 +21,12 @@ public:
      */
     void Add(const QString& strName, const QString& strBody = QString());
 
+    /**
+     * Makes "diskutil" tell the bus of a device node: USB for "/dev/sd…", PCI-Express
+     * for all others. strBefore is shell code that it goes through first.
+     */
+    void AddDiskutil(const QString& strBefore = QString());
+
     /** Arguments of each call so far, joined by one blank, in order. */
     QStringList Calls(const QString& strName) const;
 
