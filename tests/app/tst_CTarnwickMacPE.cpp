@@ -83,10 +83,7 @@ void tst_CTarnwickMacPE::initTestCase()
     m_pCommands = std::make_unique<CFakeCommands>();
     m_pCommands->Add("bash", "cat >\"$CALLS/stdin\"");
     m_pCommands->Add("rm");
-    m_pCommands->Add("diskutil", R"(
-bus=PCI-Express
-case $3 in */sd*) bus=USB ;; esac
-printf '<?xml version="1.0"?><plist version="1.0"><dict><key>BusProtocol</key><string>%s</string></dict></plist>' $bus)");
+    m_pCommands->AddDiskutil();
     m_pSource = std::make_unique<CVolume>("Macintosh HD", "/dev/nvme0n1p1", 10);
     if (!m_pSource->IsValid()) {
         QSKIP("volumes cannot be mounted here");
