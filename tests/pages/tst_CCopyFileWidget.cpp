@@ -388,6 +388,7 @@ void tst_CCopyFileWidget::stories_data()
     row("removed", "hold remove stopped ends", "removed", 1, "");
     row("removed, told once", "hold remove remove ends", "removed", 1, "");
     row("removed without worker, next copy", "remove copy ends", "removed completed", 2, "out");
+    row("removed, only the next finish is silent", "remove finish finish", "removed completed", 2, "");
     row("removed again", "hold remove ends hold remove ends", "removed removed", 2, "");
     row("waits", "hold second paused release ends", "completed", 1, "second");
     row("waits, paused", "hold second pause release begun paused run ends", "completed", 1, "second");
@@ -439,6 +440,7 @@ void tst_CCopyFileWidget::DoStep(const QString& strStep)
         {"Yes", [this] { QVERIFY(m_pPage->SlotCancelBtnClick()); }},
         {"Cancel", [this] { QVERIFY(!m_pPage->SlotCancelBtnClick()); }},
         {"remove", [this] { m_pPage->USBExtract(); }},
+        {"finish", [this] { m_pPage->SlotCopyFinish(); }},
         // Past the page, as a disk that answers at last.
         {"release", [this] { Worker()->SetCopyStatus(COPY_STATUS_STOP); }},
         {"ends", [this] { QVERIFY(WorkerEnds()); }},
