@@ -1,4 +1,5 @@
 #include "settings/CSystemLanguages.h"
+#include "support/TestFiles.h"
 
 #include <QtTest>
 
@@ -12,8 +13,8 @@ class tst_CSystemLanguages : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { QVERIFY(!QFileInfo::exists(QString::fromLatin1(PREFERENCES))); }
-    void cleanup() { QFile::remove(QString::fromLatin1(PREFERENCES)); }
+    void init() { QVERIFY(!QFileInfo::exists(PREFERENCES)); }
+    void cleanup() { QFile::remove(PREFERENCES); }
 
     void missingFile() { QCOMPARE(CSystemLanguages::Read(), QStringList()); }
 
@@ -27,14 +28,13 @@ private slots:
         row("several",
             "<dict><key>AppleLanguages</key><array><string>zh-Hant-TW</string><string>en</string>"
             "</array></dict>",
-            {QStringLiteral("zh-Hant-TW"), QStringLiteral("en")});
+            {"zh-Hant-TW", "en"});
         row("among other preferences",
             "<dict><key>Country</key><string>DE</string><key>AppleLanguages</key><array><string>de</string>"
             "</array><key>Z</key><true/></dict>",
-            {QStringLiteral("de")});
+            {"de"});
         row("empty list", "<dict><key>AppleLanguages</key><array/></dict>", {});
-        row("a single text", "<dict><key>AppleLanguages</key><string>fr</string></dict>",
-            {QStringLiteral("fr")});
+        row("a single text", "<dict><key>AppleLanguages</key><string>fr</string></dict>", {"fr"});
         row("number", "<dict><key>AppleLanguages</key><integer>3</integer></dict>", {});
         row("key missing", "<dict><key>AppleLocale</key><string>de_DE</string></dict>", {});
         row("key of other case", "<dict><key>appleLanguages</key><array><string>de</string></array></dict>",
@@ -48,10 +48,7 @@ private slots:
     void list()
     {
         QFETCH(QByteArray, baText);
-        QFile file(QString::fromLatin1(PREFERENCES));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(baText), qint64(baText.size()));
-        file.close();
+        WriteFile(PREFERENCES, baText);
         QTEST(CSystemLanguages::Read(), "listExpected");
     }
 
@@ -63,9 +60,9 @@ private slots:
 
     void folderInItsPlace()
     {
-        QVERIFY(QDir().mkdir(QString::fromLatin1(PREFERENCES)));
+        QVERIFY(QDir().mkdir(PREFERENCES));
         QCOMPARE(CSystemLanguages::Read(), QStringList());
-        QVERIFY(QDir().rmdir(QString::fromLatin1(PREFERENCES)));
+        QVERIFY(QDir().rmdir(PREFERENCES));
     }
 };
 

@@ -1,6 +1,8 @@
 #include "settings/PListParser.h"
 #include "settings/PListSerializer.h"
 #include "support/CLogCapture.h"
+#include "support/CVolume.h"
+#include "support/TestFiles.h"
 
 #include <QDomDocument>
 #include <QRandomGenerator>
@@ -9,22 +11,15 @@
 #include <QtTest>
 
 #include <limits>
-#include <sys/mount.h>
 #include <unistd.h>
 
 static const char PREFERENCES[] = "/Library/Preferences";
-static const char BEGIN[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                            "<!DOCTYPE plist PUBLIC '-//Apple//DTD PLIST 1.0//EN' "
-                            "'http://www.apple.com/DTDs/PropertyList-1.0.dtd'>\n"
-                            "<plist version=\"1.0\">\n";
+static const QByteArray BEGIN = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                "<!DOCTYPE plist PUBLIC '-//Apple//DTD PLIST 1.0//EN' "
+                                "'http://www.apple.com/DTDs/PropertyList-1.0.dtd'>\n"
+                                "<plist version=\"1.0\">\n";
 
-static QByteArray Content(const QString& strPath)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
-/** The value's element as text on one line; empty for a null element. */
+// The value's element as text on one line; empty for a null element.
 static QString ElementText(const QVariant& value)
 {
     QDomDocument doc;
@@ -36,36 +31,35 @@ static QString ElementText(const QVariant& value)
     return doc.toString(-1);
 }
 
-/** Types and values at every level, so that an int is not taken for an equal float. */
+// Types and values at every level, so that an int is not taken for an equal float.
 static QString Describe(const QVariant& value)
 {
     if (!value.isValid()) {
-        return QStringLiteral("invalid");
+        return "invalid";
     }
     QString strText;
     if (value.type() == QVariant::Map) {
         const QVariantMap map = value.toMap();
         for (auto it = map.cbegin(); it != map.cend(); ++it) {
-            strText += QLatin1Char('"') + it.key() + QStringLiteral("\": ") + Describe(it.value())
-                + QStringLiteral(", ");
+            strText += '"' + it.key() + "\": " + Describe(it.value()) + ", ";
         }
-        return QLatin1Char('{') + strText + QLatin1Char('}');
+        return '{' + strText + '}';
     }
     if (value.type() == QVariant::List) {
         for (const QVariant& item : value.toList()) {
-            strText += Describe(item) + QStringLiteral(", ");
+            strText += Describe(item) + ", ";
         }
-        return QLatin1Char('[') + strText + QLatin1Char(']');
+        return '[' + strText + ']';
     }
     if (value.type() == QVariant::DateTime) {
         const QDateTime time = value.toDateTime();
-        strText = time.toString(Qt::ISODateWithMs) + QStringLiteral(" %1").arg(time.timeSpec());
+        strText = time.toString(Qt::ISODateWithMs) + QString(" %1").arg(time.timeSpec());
     } else if (value.type() == QVariant::ByteArray) {
         strText = QString::fromLatin1(value.toByteArray().toHex());
     } else {
         strText = value.toString();
     }
-    return QLatin1String(value.typeName()) + QStringLiteral("(%1)").arg(strText);
+    return QLatin1String(value.typeName()) + QString("(%1)").arg(strText);
 }
 
 class tst_PListSerializer : public QObject
@@ -75,18 +69,13 @@ class tst_PListSerializer : public QObject
 private slots:
     void initTestCase();
     void init();
+    void cleanup();
 
     void element_data();
     void element();
-    void byteArrayIsOneLine();
-    void keysAreInOrder();
-    void keyWithoutValueStaysBehind();
-    void listLeavesOutWhatHasNoElement();
-    void localeDate();
 
     void document_data();
     void document();
-    void documentIsIndented();
     void encodingIsTheLocales();
 
     void roundTrip_data();
@@ -98,25 +87,32 @@ private slots:
     void fileIsReplaced();
     void missingFolder();
     void folderInTheWay();
-    void unwritableFileIsUntouched();
-    void fixedPaths_data();
-    void fixedPaths();
+    void paths_data();
+    void paths();
 
 private:
     QVariant ThereAndBack(const QVariant& value);
 
     QTemporaryDir m_dir;
     QString m_strPath;
+    bool m_bMounted = false;
 };
 
 void tst_PListSerializer::initTestCase()
 {
     QVERIFY(m_dir.isValid());
-    m_strPath = m_dir.filePath(QStringLiteral("list.plist"));
+    m_strPath = m_dir.filePath("list.plist");
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }
 
 void tst_PListSerializer::init() { QFile::remove(m_strPath); }
+
+void tst_PListSerializer::cleanup()
+{
+    if (m_bMounted) {
+        m_bMounted = !CVolume::Unmount(PREFERENCES);
+    }
+}
 
 QVariant tst_PListSerializer::ThereAndBack(const QVariant& value)
 {
@@ -129,18 +125,27 @@ void tst_PListSerializer::element_data()
 {
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<QString>("strElement");
-    const auto row = [](const char* pName, const QVariant& value, const char* pElement) {
-        QTest::newRow(pName) << value << QString::fromUtf8(pElement);
+    const auto row = [](const char* pName, const QVariant& value, const QString& strElement) {
+        QTest::newRow(pName) << value << strElement;
     };
     row("empty map", QVariantMap(), "<dict/>");
-    row("map", QVariantMap{{QStringLiteral("k"), 1}}, "<dict><key>k</key><integer>1</integer></dict>");
+    row("map", QVariantMap{{"k", 1}}, "<dict><key>k</key><integer>1</integer></dict>");
+    row("keys in order", QVariantMap{{"b", 1}, {"a", 2}, {"B", 3}},
+        "<dict><key>B</key><integer>3</integer><key>a</key><integer>2</integer>"
+        "<key>b</key><integer>1</integer></dict>");
+    row("a key without value stays behind", QVariantMap{{"a", QVariant()}, {"b", 1}},
+        "<dict><key>a</key><key>b</key><integer>1</integer></dict>");
     row("empty list", QVariantList(), "<array/>");
-    row("list", QVariantList{true, QStringLiteral("a")}, "<array><true/><string>a</string></array>");
+    row("list", QVariantList{true, "a"}, "<array><true/><string>a</string></array>");
     row("list in a list", QVariantList{QVariant(QVariantList{1, 2})},
         "<array><array><integer>1</integer><integer>2</integer></array></array>");
+    row("a list leaves out what has no element", QVariantList{1, QVariant(), QPoint(), 2},
+        "<array><integer>1</integer><integer>2</integer></array>");
     row("true", true, "<true/>");
     row("false", false, "<false/>");
     row("date", QDate(2026, 11, 16), "<date>2026-11-16</date>");
+    row("date and time of the locale", QDateTime(QDate(2026, 11, 16), QTime(14, 5, 9, 678)),
+        "<date>2026-11-16T14:05:09</date>");
     row("date and time in UTC", QDateTime(QDate(2026, 11, 16), QTime(14, 5, 9), Qt::UTC),
         "<date>2026-11-16T14:05:09Z</date>");
     row("date and time with an offset",
@@ -148,13 +153,14 @@ void tst_PListSerializer::element_data()
         "<date>2026-11-16T14:05:09+01:30</date>");
     row("invalid date", QDate(), "<date></date>");
     row("bytes", QByteArray("\x00\xFF\x10", 3), "<data>AP8Q</data>");
+    row("100 bytes on one line of 136 letters", QByteArray(100, 'x'),
+        "<data>" + QString("eHh4").repeated(33) + "eA==</data>");
     row("no bytes", QByteArray(), "<data></data>");
-    row("string", QStringLiteral("Ünï 日本 😀"), "<string>Ünï 日本 😀</string>");
+    row("string", "Ünï 日本 😀", "<string>Ünï 日本 😀</string>");
     row("empty string", QString(), "<string></string>");
-    row("marks of XML", QStringLiteral("<a href=\"b\">&amp;</a> ]]>"),
+    row("marks of XML", "<a href=\"b\">&amp;</a> ]]>",
         "<string>&lt;a href=\"b\">&amp;amp;&lt;/a> ]]&gt;</string>");
-    row("characters that XML cannot hold",
-        QStringLiteral("a\u0001b\u001Fc\uFFFEd\uFFFF") + QChar(0xD800) + QLatin1Char('e'),
+    row("characters that XML cannot hold", QString("a\u0001b\u001Fc\uFFFEd\uFFFF") + QChar(0xD800) + 'e',
         "<string>abcd\uFFFDe</string>");
     row("int", 42, "<integer>42</integer>");
     row("least int", std::numeric_limits<int>::min(), "<integer>-2147483648</integer>");
@@ -168,8 +174,8 @@ void tst_PListSerializer::element_data()
     row("float", 0.5F, "<real>0.5</real>");
     row("very small double", 1.5e-300, "<real>1.5e-300</real>");
     row("invalid", QVariant(), "");
-    row("string list is not a list", QStringList{QStringLiteral("a")}, "");
-    row("hash is not a map", QVariantHash{{QStringLiteral("a"), 1}}, "");
+    row("string list is not a list", QStringList{"a"}, "");
+    row("hash is not a map", QVariantHash{{"a", 1}}, "");
     row("time without date", QTime(1, 2, 3), "");
     row("point", QPoint(1, 2), "");
 }
@@ -177,53 +183,7 @@ void tst_PListSerializer::element_data()
 void tst_PListSerializer::element()
 {
     QFETCH(QVariant, value);
-    QFETCH(QString, strElement);
-    QCOMPARE(ElementText(value), strElement);
-}
-
-void tst_PListSerializer::byteArrayIsOneLine()
-{
-    QDomDocument doc;
-    const QDomElement element = PListSerializer::serializeElement(doc, QByteArray(100, 'x'));
-    QCOMPARE(element.tagName(), QStringLiteral("data"));
-    QCOMPARE(element.text().size(), 136);
-    QVERIFY(!element.text().contains(QLatin1Char('\n')));
-    QCOMPARE(QByteArray::fromBase64(element.text().toLatin1()), QByteArray(100, 'x'));
-}
-
-void tst_PListSerializer::keysAreInOrder()
-{
-    QDomDocument doc;
-    const QDomElement dict = PListSerializer::serializeMap(
-        doc, {{QStringLiteral("b"), 1}, {QStringLiteral("a"), 2}, {QStringLiteral("B"), 3}});
-    QStringList listText;
-    for (QDomElement child = dict.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        listText.append(child.tagName() + QLatin1Char(' ') + child.text());
-    }
-    QCOMPARE(
-        listText,
-        (QStringList{QStringLiteral("key B"), QStringLiteral("integer 3"), QStringLiteral("key a"),
-                     QStringLiteral("integer 2"), QStringLiteral("key b"), QStringLiteral("integer 1")}));
-}
-
-void tst_PListSerializer::keyWithoutValueStaysBehind()
-{
-    QCOMPARE(ElementText(QVariantMap{{QStringLiteral("a"), QVariant()}, {QStringLiteral("b"), 1}}),
-             QStringLiteral("<dict><key>a</key><key>b</key><integer>1</integer></dict>"));
-}
-
-void tst_PListSerializer::listLeavesOutWhatHasNoElement()
-{
-    QDomDocument doc;
-    const QDomElement array = PListSerializer::serializeList(doc, {1, QVariant(), QPoint(), 2});
-    QCOMPARE(array.tagName(), QStringLiteral("array"));
-    QCOMPARE(array.childNodes().length(), 2);
-}
-
-void tst_PListSerializer::localeDate()
-{
-    const QDateTime time(QDate(2026, 11, 16), QTime(14, 5, 9, 678));
-    QCOMPARE(ElementText(time), QStringLiteral("<date>2026-11-16T14:05:09</date>"));
+    QTEST(ElementText(value), "strElement");
 }
 
 void tst_PListSerializer::document_data()
@@ -231,7 +191,10 @@ void tst_PListSerializer::document_data()
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<QByteArray>("baInside");
     QTest::newRow("empty map") << QVariant(QVariantMap()) << QByteArray(" <dict/>\n");
-    QTest::newRow("string") << QVariant(QStringLiteral("日")) << QByteArray(" <string>日</string>\n");
+    QTest::newRow("string") << QVariant("日") << QByteArray(" <string>日</string>\n");
+    QTest::newRow("indented") << QVariant(QVariantMap{{"a", QVariantList{1}}})
+                              << QByteArray(" <dict>\n  <key>a</key>\n  <array>\n   <integer>1</integer>\n"
+                                            "  </array>\n </dict>\n");
 }
 
 void tst_PListSerializer::document()
@@ -242,20 +205,10 @@ void tst_PListSerializer::document()
     QCOMPARE(Content(m_strPath), BEGIN + baInside + "</plist>\n");
 }
 
-void tst_PListSerializer::documentIsIndented()
-{
-    const QVariantMap map{{QStringLiteral("a"), QVariantList{1}}};
-    PListSerializer::WriteRecordPList(map, m_strPath);
-    QCOMPARE(Content(m_strPath),
-             BEGIN
-                 + QByteArray(" <dict>\n  <key>a</key>\n  <array>\n   <integer>1</integer>\n  </array>\n"
-                              " </dict>\n</plist>\n"));
-}
-
 void tst_PListSerializer::encodingIsTheLocales()
 {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
-    PListSerializer::WriteRecordPList(QStringLiteral("ü"), m_strPath);
+    PListSerializer::WriteRecordPList("ü", m_strPath);
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     QVERIFY2(Content(m_strPath).contains("<string>\xFC</string>"), Content(m_strPath).constData());
 }
@@ -268,12 +221,12 @@ void tst_PListSerializer::roundTrip_data()
     row("empty list", QVariantList());
     row("true", true);
     row("false", false);
-    row("empty string", QString(QLatin1String("")));
-    row("blanks around", QStringLiteral("  a  "));
-    row("line breaks", QStringLiteral("a\r\nb\nc\rd\te"));
-    row("marks of XML", QStringLiteral("<string>&lt;</string><!-- --> ]]> \"'"));
-    row("every script", QStringLiteral("ß Ж Ω 繁 简 日本 한 ع 😀"));
-    row("key with marks", QVariantMap{{QStringLiteral("<key>&"), 1}});
+    row("empty string", QString(""));
+    row("blanks around", "  a  ");
+    row("line breaks", "a\r\nb\nc\rd\te");
+    row("marks of XML", "<string>&lt;</string><!-- --> ]]> \"'");
+    row("every script", "ß Ж Ω 繁 简 日本 한 ع 😀");
+    row("key with marks", QVariantMap{{"<key>&", 1}});
     row("int", -5);
     row("least int", std::numeric_limits<int>::min());
     row("greatest int", std::numeric_limits<int>::max());
@@ -336,8 +289,8 @@ private:
     // Six decimal digits: what is written, and what a float keeps.
     float Float()
     {
-        const QString strDigits = QStringLiteral("%1e%2").arg(QString::number(Below(1999999) - 999999),
-                                                              QString::number(Below(60) - 30));
+        const QString strDigits
+            = QString("%1e%2").arg(QString::number(Below(1999999) - 999999), QString::number(Below(60) - 30));
         return strDigits.toFloat();
     }
 
@@ -361,13 +314,13 @@ private:
     // At least one letter unless it may be empty: the reader drops a text of blanks alone.
     QString Text(int nLeast)
     {
-        static const QString s_letters = QStringLiteral("abcXYZ019 _-.<>&\"'\n\r\téßЖ日繁简한");
+        static const QString s_letters = "abcXYZ019 _-.<>&\"'\n\r\téßЖ日繁简한";
         const int nLength = nLeast + Below(12);
         QString strText;
         for (int n = 0; n < nLength; ++n) {
-            strText += Below(20) == 0 ? QStringLiteral("😀") : QString(s_letters.at(Below(s_letters.size())));
+            strText += Below(20) == 0 ? "😀" : QString(s_letters.at(Below(s_letters.size())));
         }
-        return strText.trimmed().isEmpty() && !strText.isEmpty() ? QStringLiteral("x") : strText;
+        return strText.trimmed().isEmpty() && !strText.isEmpty() ? "x" : strText;
     }
 
     QVariant List(int nLevels)
@@ -400,8 +353,8 @@ void tst_PListSerializer::roundTripOfRandomValues()
         nNested += value.type() == QVariant::Map || value.type() == QVariant::List ? 1 : 0;
         const QString strBack = Describe(ThereAndBack(value));
         QVERIFY2(strBack == Describe(value),
-                 qPrintable(QStringLiteral("seed %1: %2 became %3")
-                                .arg(QString::number(nSeed), Describe(value), strBack)));
+                 qPrintable(
+                     QString("seed %1: %2 became %3").arg(QString::number(nSeed), Describe(value), strBack)));
     }
     QVERIFY(nNested > 1000);
     QCOMPARE(capture.Lines(), QStringList());
@@ -414,7 +367,7 @@ void tst_PListSerializer::notTheSameAfterwards_data()
     const auto row = [](const char* pName, const QVariant& value, const QVariant& expected) {
         QTest::newRow(pName) << value << expected;
     };
-    const auto map = [](const QVariant& value) { return QVariantMap{{QStringLiteral("k"), value}}; };
+    const auto map = [](const QVariant& value) { return QVariantMap{{"k", value}}; };
     row("qint64 becomes a float", qint64(1), 1.0F);
     row("large qint64 loses digits", qint64(1234567890123), 1.23457e12F);
     row("unsigned becomes a float", 7U, 7.0F);
@@ -430,15 +383,14 @@ void tst_PListSerializer::notTheSameAfterwards_data()
         QDateTime(QDate(2026, 11, 16), QTime(1, 2, 3), Qt::OffsetFromUTC, 3600));
     row("invalid value", QVariant(), QVariant());
     row("bare key vanishes", map(QVariant()), QVariantMap());
-    row("bare key of a string list vanishes", map(QStringList{QStringLiteral("en")}), QVariantMap());
-    row("value behind a bare key is not its own",
-        QVariantMap{{QStringLiteral("a"), QVariant()}, {QStringLiteral("b"), 1}},
-        QVariantMap{{QStringLiteral("b"), 1}});
+    row("bare key of a string list vanishes", map(QStringList{"en"}), QVariantMap());
+    row("value behind a bare key is not its own", QVariantMap{{"a", QVariant()}, {"b", 1}},
+        QVariantMap{{"b", 1}});
     row("empty key is dropped", QVariantMap{{QString(), 1}}, QVariantMap());
     row("unsupported list items vanish", QVariantList{1, QVariant(), 2}, QVariantList{1, 2});
-    row("blanks alone are dropped", QStringLiteral("  \n"), QString());
-    row("null string becomes an empty one", QString(), QString(QLatin1String("")));
-    row("control characters vanish", QStringLiteral("a\u0007b"), QStringLiteral("ab"));
+    row("blanks alone are dropped", "  \n", QString());
+    row("null string becomes an empty one", QString(), QString(""));
+    row("control characters vanish", "a\u0007b", "ab");
 }
 
 void tst_PListSerializer::notTheSameAfterwards()
@@ -450,12 +402,12 @@ void tst_PListSerializer::notTheSameAfterwards()
 
 void tst_PListSerializer::fileIsReplaced()
 {
-    PListSerializer::WriteRecordPList(QString(1000, QLatin1Char('x')), m_strPath);
-    const QString strOtherName = m_dir.filePath(QStringLiteral("other.plist"));
+    PListSerializer::WriteRecordPList(QString(1000, 'x'), m_strPath);
+    const QString strOtherName = m_dir.filePath("other.plist");
     QCOMPARE(::link(QFile::encodeName(m_strPath).constData(), QFile::encodeName(strOtherName).constData()),
              0);
     PListSerializer::WriteRecordPList(true, m_strPath);
-    QCOMPARE(Content(m_strPath), BEGIN + QByteArray(" <true/>\n</plist>\n"));
+    QCOMPARE(Content(m_strPath), BEGIN + " <true/>\n</plist>\n");
     // Emptied and written again, not taken away: its owner, its rights and its other names stay.
     QCOMPARE(Content(strOtherName), Content(m_strPath));
     QVERIFY(QFile::remove(strOtherName));
@@ -464,8 +416,8 @@ void tst_PListSerializer::fileIsReplaced()
 void tst_PListSerializer::missingFolder()
 {
     CLogCapture capture;
-    PListSerializer::WriteRecordPList(true, m_dir.filePath(QStringLiteral("missing/list.plist")));
-    QVERIFY(!QFileInfo::exists(m_dir.filePath(QStringLiteral("missing"))));
+    PListSerializer::WriteRecordPList(true, m_dir.filePath("missing/list.plist"));
+    QVERIFY(!QFileInfo::exists(m_dir.filePath("missing")));
     QCOMPARE(QDir(m_dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     QCOMPARE(capture.Lines(), QStringList());
 }
@@ -478,81 +430,43 @@ void tst_PListSerializer::folderInTheWay()
     QVERIFY(QDir().rmdir(m_strPath));
 }
 
-/** Makes the system's preferences read-only while it lives. */
-class CReadOnlyPreferences
+void tst_PListSerializer::paths_data()
 {
-public:
-    CReadOnlyPreferences()
-        : m_bMounted(mount(PREFERENCES, PREFERENCES, nullptr, MS_BIND, nullptr) == 0)
-        , m_bValid(m_bMounted
-                   && mount(nullptr, PREFERENCES, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0)
-    {
+    QTest::addColumn<QString>("strName");
+    QTest::newRow("language") << "com.Kelvane.Brisalo.language.plist";
+    QTest::newRow("key language") << "com.Kelvane.Brisalo.key.language.plist";
+    QTest::newRow("any other") << "list.plist";
+}
+
+void tst_PListSerializer::paths()
+{
+    QFETCH(QString, strName);
+    if (!CVolume::Mount("preferences", PREFERENCES)) {
+        QSKIP("mounts are not possible here");
     }
-    ~CReadOnlyPreferences()
-    {
-        if (m_bMounted) {
-            umount2(PREFERENCES, MNT_DETACH);
+    m_bMounted = true;
+    const QString strPath = PREFERENCES + ('/' + strName);
+    const auto write = [&strName, &strPath](const QVariant& value) {
+        if (strName == "list.plist") {
+            PListSerializer::WriteRecordPList(value, strPath);
+        } else if (strName.contains("key")) {
+            PListSerializer::WriteKeyLanguageToPList(value);
+        } else {
+            PListSerializer::WriteLanguageToPList(value);
         }
-    }
-    CReadOnlyPreferences(const CReadOnlyPreferences&) = delete;
-    CReadOnlyPreferences& operator=(const CReadOnlyPreferences&) = delete;
-
-    bool m_bMounted;
-    bool m_bValid;
-};
-
-void tst_PListSerializer::unwritableFileIsUntouched()
-{
-    const QString strPath = QLatin1String(PREFERENCES) + QStringLiteral("/list.plist");
-    PListSerializer::WriteRecordPList(1, strPath);
-    const QByteArray baBefore = Content(strPath);
-    QVERIFY(baBefore.contains("<integer>1</integer>"));
-
-    const CReadOnlyPreferences readOnly;
-    if (!readOnly.m_bValid) {
-        QSKIP("mounts are not possible here");
-    }
-    CLogCapture capture;
-    PListSerializer::WriteRecordPList(2, strPath);
-    QCOMPARE(Content(strPath), baBefore);
-    QCOMPARE(capture.Lines(), QStringList());
-}
-
-void tst_PListSerializer::fixedPaths_data()
-{
-    QTest::addColumn<bool>("bKey");
-    QTest::addColumn<QString>("strPath");
-    QTest::newRow("language") << false
-                              << QStringLiteral("/Library/Preferences/com.Kelvane.Brisalo.language.plist");
-    QTest::newRow("key language") << true
-                                  << QStringLiteral(
-                                         "/Library/Preferences/com.Kelvane.Brisalo.key.language.plist");
-}
-
-void tst_PListSerializer::fixedPaths()
-{
-    QFETCH(bool, bKey);
-    QFETCH(QString, strPath);
-    const auto write = [bKey](const QVariant& value) {
-        bKey ? PListSerializer::WriteKeyLanguageToPList(value) : PListSerializer::WriteLanguageToPList(value);
     };
-    const QVariantMap map{{QStringLiteral("AppleLanguages"), QVariantList{QStringLiteral("zh-Hant-TW")}}};
-    const QStringList listBefore = QDir(QLatin1String(PREFERENCES)).entryList(QDir::Files);
-    write(map);
-    QCOMPARE(
-        Content(strPath),
-        BEGIN
-            + QByteArray(" <dict>\n  <key>AppleLanguages</key>\n  <array>\n   <string>zh-Hant-TW</string>\n"
-                         "  </array>\n </dict>\n</plist>\n"));
-    QCOMPARE(QDir(QLatin1String(PREFERENCES)).entryList(QDir::Files).size(), listBefore.size() + 1);
+    write(QVariantMap{{"AppleLanguages", QVariantList{"zh-Hant-TW"}}});
+    const QByteArray baWritten = BEGIN
+        + " <dict>\n  <key>AppleLanguages</key>\n  <array>\n   <string>zh-Hant-TW</string>\n"
+          "  </array>\n </dict>\n</plist>\n";
+    QCOMPARE(Content(strPath), baWritten);
+    QCOMPARE(QDir(PREFERENCES).entryList(QDir::Files), QStringList{strName});
 
-    const QByteArray baBefore = Content(strPath);
-    const CReadOnlyPreferences readOnly;
-    if (!readOnly.m_bValid) {
-        QSKIP("mounts are not possible here");
-    }
+    QVERIFY(CVolume::MakeReadOnly(PREFERENCES));
+    CLogCapture capture;
     write(true);
-    QCOMPARE(Content(strPath), baBefore);
+    QCOMPARE(Content(strPath), baWritten);
+    QCOMPARE(capture.Lines(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(tst_PListSerializer)
