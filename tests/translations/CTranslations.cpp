@@ -1,6 +1,9 @@
 #include "translations/CTranslations.h"
 
+#include "support/TestFiles.h"
+
 #include <QFile>
+#include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
@@ -8,43 +11,35 @@
 #include <algorithm>
 
 // Names of the program and of its windows, by which people and tools find it.
-static const QStringList NAMES{QStringLiteral("Tarnwick"), QStringLiteral("Kelvane Tarnwick"),
-                               QStringLiteral("CTarnwickMacPE"), QStringLiteral("NotFoundOrNoItemView")};
+static const QStringList NAMES{"Tarnwick", "Kelvane Tarnwick", "CTarnwickMacPE", "NotFoundOrNoItemView"};
 
 // Pieces of the name of the folder that holds a rescue.
-static const QStringList FOLDER_PIECES{QStringLiteral("Tarnwick"), QStringLiteral(" at ")};
+static const QStringList FOLDER_PIECES{"Tarnwick", " at "};
 
-static QString FromEnvironment(const char* pName) { return QFile::decodeName(qgetenv(pName)); }
+// The languages by the names of their files, with their codes.
+static const QMap<QString, QString> LANGUAGES{
+    {"Chinese", "zh-Hans-CN"}, {"ChineseTW", "zh-Hant-TW"},
+    {"Dutch", "nl"},           {"English", "en"},
+    {"French", "fr"},          {"German", "de"},
+    {"Italian", "it"},         {"Japanese", "ja"},
+    {"Portuguese", "pt-BR"},   {"Spanish", "es"},
+};
 
-QStringList CTranslations::Languages()
-{
-    return {QStringLiteral("Chinese"), QStringLiteral("ChineseTW"), QStringLiteral("Dutch"),
-            QStringLiteral("English"), QStringLiteral("French"),    QStringLiteral("German"),
-            QStringLiteral("Italian"), QStringLiteral("Japanese"),  QStringLiteral("Portuguese"),
-            QStringLiteral("Spanish")};
-}
+static QString SourceFolder() { return QFile::decodeName(qgetenv("TARNWICK_SOURCE_DIR")); }
+
+QStringList CTranslations::Languages() { return LANGUAGES.keys(); }
 
 QString CTranslations::SourcePath(const QString& strLanguage)
 {
-    return QStringLiteral("%1/translations/TarnwickMacPE_%2.ts")
-        .arg(FromEnvironment("TARNWICK_SOURCE_DIR"), strLanguage);
+    return QString("%1/translations/TarnwickMacPE_%2.ts").arg(SourceFolder(), strLanguage);
 }
 
 QString CTranslations::BuiltPath(const QString& strLanguage)
 {
-    return QStringLiteral("%1/bin/Language/TarnwickMacPE_%2.qm")
-        .arg(FromEnvironment("TARNWICK_BUILD_DIR"), strLanguage);
+    return BuildPath(QString("bin/Language/TarnwickMacPE_%1.qm").arg(strLanguage));
 }
 
-QString CTranslations::Code(const QString& strLanguage)
-{
-    static const QStringList s_codes{QStringLiteral("zh-Hans-CN"), QStringLiteral("zh-Hant-TW"),
-                                     QStringLiteral("nl"),         QStringLiteral("en"),
-                                     QStringLiteral("fr"),         QStringLiteral("de"),
-                                     QStringLiteral("it"),         QStringLiteral("ja"),
-                                     QStringLiteral("pt-BR"),      QStringLiteral("es")};
-    return s_codes.at(Languages().indexOf(strLanguage));
-}
+QString CTranslations::Code(const QString& strLanguage) { return LANGUAGES.value(strLanguage); }
 
 QList<STEntry> CTranslations::Entries(const QString& strPath)
 {
@@ -56,18 +51,18 @@ QList<STEntry> CTranslations::Entries(const QString& strPath)
     QXmlStreamReader reader(&file);
     STEntry entry;
     while (reader.readNext() != QXmlStreamReader::EndDocument && !reader.hasError()) {
-        if (reader.isEndElement() && reader.name() == QLatin1String("message")) {
+        if (reader.isEndElement() && reader.name() == "message") {
             listEntry.append(entry);
         }
         if (!reader.isStartElement()) {
             continue;
         }
-        if (reader.name() == QLatin1String("name")) {
+        if (reader.name() == "name") {
             entry.strContext = reader.readElementText();
-        } else if (reader.name() == QLatin1String("source")) {
+        } else if (reader.name() == "source") {
             entry.strSource = reader.readElementText();
-        } else if (reader.name() == QLatin1String("translation")) {
-            entry.strType = reader.attributes().value(QLatin1String("type")).toString();
+        } else if (reader.name() == "translation") {
+            entry.strType = reader.attributes().value("type").toString();
             entry.strTranslation = reader.readElementText();
         }
     }
@@ -77,10 +72,8 @@ QList<STEntry> CTranslations::Entries(const QString& strPath)
 QString CTranslations::Update(const QString& strPath)
 {
     QProcess process;
-    process.setWorkingDirectory(FromEnvironment("TARNWICK_SOURCE_DIR"));
-    process.start(QStringLiteral(TARNWICK_LUPDATE),
-                  {QStringLiteral("-silent"), QStringLiteral("-locations"), QStringLiteral("none"),
-                   QStringLiteral("src"), QStringLiteral("-ts"), strPath});
+    process.setWorkingDirectory(SourceFolder());
+    process.start(TARNWICK_LUPDATE, {"-silent", "-locations", "none", "src", "-ts", strPath});
     if (!process.waitForFinished() || process.exitCode() != 0) {
         return process.errorString() + QString::fromLocal8Bit(process.readAllStandardError());
     }
@@ -90,7 +83,7 @@ QString CTranslations::Update(const QString& strPath)
 /** What stands in a text for something else: placeholders and marks of HTML, in a fixed order. */
 static QStringList Marks(const QString& strText)
 {
-    static const QRegularExpression s_mark(QStringLiteral("%n|%L?[0-9]+|<[^>]*>|&[a-z]+;"));
+    static const QRegularExpression s_mark("%n|%L?[0-9]+|<[^>]*>|&[a-z]+;");
     QStringList listMark;
     for (auto it = s_mark.globalMatch(strText); it.hasNext();) {
         listMark.append(it.next().captured());
@@ -102,7 +95,7 @@ static QStringList Marks(const QString& strText)
 /** The placeholders between a mark that opens and the next one that closes. */
 static QStringList InSpans(const QString& strText)
 {
-    static const QRegularExpression s_span(QStringLiteral("<span [^>]*>[^<]*(%[0-9])[^<]*</span>"));
+    static const QRegularExpression s_span("<span [^>]*>[^<]*(%[0-9])[^<]*</span>");
     QStringList listInside;
     for (auto it = s_span.globalMatch(strText); it.hasNext();) {
         listInside.append(it.next().captured(1));
@@ -114,18 +107,18 @@ static QStringList InSpans(const QString& strText)
 static QStringList MistakesInFolderPiece(const STEntry& entry)
 {
     // Forbidden in the names of FAT and exFAT, or of files altogether.
-    static const QRegularExpression s_forbidden(QStringLiteral("[/\\\\:*?\"<>|\\x00-\\x1F\\x7F]"));
+    static const QRegularExpression s_forbidden("[/\\\\:*?\"<>|\\x00-\\x1F\\x7F]");
     QStringList listMistake;
     const QString& strText = entry.strTranslation;
     if (strText.contains(s_forbidden)) {
-        listMistake.append(QStringLiteral("has a character that no file name may have"));
+        listMistake.append("has a character that no file name may have");
     }
     if (strText != strText.normalized(QString::NormalizationForm_C)) {
-        listMistake.append(QStringLiteral("is not composed"));
+        listMistake.append("is not composed");
     }
-    const bool bBlanks = strText == QLatin1Char(' ') + strText.trimmed() + QLatin1Char(' ');
-    if (entry.strSource == QLatin1String(" at ") && !bBlanks) {
-        listMistake.append(QStringLiteral("has lost its blanks"));
+    const bool bBlanks = strText == ' ' + strText.trimmed() + ' ';
+    if (entry.strSource == " at " && !bBlanks) {
+        listMistake.append("has lost its blanks");
     }
     return listMistake;
 }
@@ -136,18 +129,18 @@ static QStringList MistakesInText(const STEntry& entry)
     const QString& strText = entry.strTranslation;
     QStringList listMistake;
     if (Marks(strText) != Marks(strSource) || InSpans(strText) != InSpans(strSource)) {
-        listMistake.append(QStringLiteral("has other placeholders or marks"));
+        listMistake.append("has other placeholders or marks");
     }
-    if (strText.count(QLatin1String("Tarnwick")) != strSource.count(QLatin1String("Tarnwick"))) {
-        listMistake.append(QStringLiteral("changes the product's name"));
+    if (strText.count("Tarnwick") != strSource.count("Tarnwick")) {
+        listMistake.append("changes the product's name");
     }
-    const bool bColon = strText.endsWith(QLatin1Char(':')) || strText.endsWith(QChar(0xFF1A));
-    if (strSource.endsWith(QLatin1Char(':')) != bColon) {
-        listMistake.append(QStringLiteral("has lost its colon"));
+    const bool bColon = strText.endsWith(':') || strText.endsWith(QChar(0xFF1A));
+    if (strSource.endsWith(':') != bColon) {
+        listMistake.append("has lost its colon");
     }
-    const bool bOtherLines = strText.count(QLatin1Char('\n')) != strSource.count(QLatin1Char('\n'));
-    if (bOtherLines || strText.contains(QLatin1Char('\t'))) {
-        listMistake.append(QStringLiteral("has other line breaks or a tab"));
+    const bool bOtherLines = strText.count('\n') != strSource.count('\n');
+    if (bOtherLines || strText.contains('\t')) {
+        listMistake.append("has other line breaks or a tab");
     }
     return listMistake;
 }
@@ -155,21 +148,20 @@ static QStringList MistakesInText(const STEntry& entry)
 static QStringList Mistakes(const STEntry& entry, const QString& strLanguage)
 {
     if (!entry.strType.isEmpty()) {
-        return {QStringLiteral("is ") + entry.strType};
+        return {"is " + entry.strType};
     }
     if (entry.strTranslation.trimmed().isEmpty()) {
-        return {QStringLiteral("is empty")};
+        return {"is empty"};
     }
     QStringList listMistake = MistakesInText(entry);
     const bool bSame = entry.strTranslation == entry.strSource;
-    if ((strLanguage == QLatin1String("English") || NAMES.contains(entry.strSource)) && !bSame) {
-        listMistake.append(QStringLiteral("is not left as it is"));
+    if ((strLanguage == "English" || NAMES.contains(entry.strSource)) && !bSame) {
+        listMistake.append("is not left as it is");
     }
     // A sentence is the same in no two languages; a word may be.
-    const bool bSentence = entry.strSource.count(QLatin1Char(' ')) >= 2;
-    if (strLanguage != QLatin1String("English") && bSentence && bSame
-        && entry.strSource != QLatin1String(" at ")) {
-        listMistake.append(QStringLiteral("is still English"));
+    const bool bSentence = entry.strSource.count(' ') >= 2;
+    if (strLanguage != "English" && bSentence && bSame && entry.strSource != " at ") {
+        listMistake.append("is still English");
     }
     if (FOLDER_PIECES.contains(entry.strSource)) {
         listMistake.append(MistakesInFolderPiece(entry));
@@ -183,8 +175,7 @@ QStringList CTranslations::Problems(const QList<STEntry>& listEntry, const QStri
     for (const STEntry& entry : listEntry) {
         const QStringList listMistake = Mistakes(entry, strLanguage);
         for (const QString& strMistake : listMistake) {
-            listProblem.append(
-                QStringLiteral("%1: \"%2\" %3").arg(entry.strContext, entry.strSource, strMistake));
+            listProblem.append(QString("%1: \"%2\" %3").arg(entry.strContext, entry.strSource, strMistake));
         }
     }
     return listProblem;

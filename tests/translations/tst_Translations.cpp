@@ -1,3 +1,4 @@
+#include "support/TestFiles.h"
 #include "translations/CTranslations.h"
 
 #include <QDir>
@@ -6,19 +7,6 @@
 #include <QtTest>
 
 Q_DECLARE_METATYPE(STEntry)
-
-static QByteArray Content(const QString& strPath)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-static void Write(const QString& strPath, const QByteArray& baContent)
-{
-    QFile file(strPath);
-    QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(baContent) == baContent.size(),
-             qPrintable(strPath));
-}
 
 static void AddLanguages()
 {
@@ -35,10 +23,8 @@ class tst_Translations : public QObject
 
 private slots:
     void tenLanguages();
-    void everyTextOfTheCodeHasAnEntry_data();
-    void everyTextOfTheCodeHasAnEntry();
-    void entriesAreSound_data();
-    void entriesAreSound();
+    void everyTextOfTheCodeHasASoundEntry_data();
+    void everyTextOfTheCodeHasASoundEntry();
     void builtFileHasEveryText_data();
     void builtFileHasEveryText();
     void languagesDiffer();
@@ -60,35 +46,24 @@ void tst_Translations::tenLanguages()
         listSource.append(QFileInfo(CTranslations::SourcePath(strLanguage)).fileName());
         listBuilt.append(QFileInfo(CTranslations::BuiltPath(strLanguage)).fileName());
     }
-    const QDir dirSource(QFileInfo(CTranslations::SourcePath(QStringLiteral("English"))).path());
-    const QDir dirBuilt(QFileInfo(CTranslations::BuiltPath(QStringLiteral("English"))).path());
-    QCOMPARE(dirSource.entryList({QStringLiteral("*.ts")}), listSource);
+    const QDir dirSource(QFileInfo(CTranslations::SourcePath("English")).path());
+    const QDir dirBuilt(QFileInfo(CTranslations::BuiltPath("English")).path());
+    QCOMPARE(dirSource.entryList({"*.ts"}), listSource);
     QCOMPARE(dirBuilt.entryList(QDir::Files), listBuilt);
 }
 
-void tst_Translations::everyTextOfTheCodeHasAnEntry_data() { AddLanguages(); }
+void tst_Translations::everyTextOfTheCodeHasASoundEntry_data() { AddLanguages(); }
 
-void tst_Translations::everyTextOfTheCodeHasAnEntry()
+void tst_Translations::everyTextOfTheCodeHasASoundEntry()
 {
     QFETCH(QString, strLanguage);
-    const QString strPath = m_dir.filePath(strLanguage + QStringLiteral(".ts"));
+    const QString strPath = m_dir.filePath(strLanguage + ".ts");
     QVERIFY(QFile::copy(CTranslations::SourcePath(strLanguage), strPath));
     QCOMPARE(CTranslations::Update(strPath), QString());
-    QVERIFY(!CTranslations::Entries(strPath).isEmpty());
+    QVERIFY(CTranslations::Entries(strPath).size() > 30);
     // A text without an entry comes out as unfinished, an entry without a text as vanished.
     QCOMPARE(CTranslations::Problems(CTranslations::Entries(strPath), strLanguage), QStringList());
-    QCOMPARE(QString::fromUtf8(Content(strPath)),
-             QString::fromUtf8(Content(CTranslations::SourcePath(strLanguage))));
-}
-
-void tst_Translations::entriesAreSound_data() { AddLanguages(); }
-
-void tst_Translations::entriesAreSound()
-{
-    QFETCH(QString, strLanguage);
-    const QList<STEntry> listEntry = CTranslations::Entries(CTranslations::SourcePath(strLanguage));
-    QVERIFY(listEntry.size() > 30);
-    QCOMPARE(CTranslations::Problems(listEntry, strLanguage), QStringList());
+    QCOMPARE(Content(strPath), Content(CTranslations::SourcePath(strLanguage)));
 }
 
 void tst_Translations::builtFileHasEveryText_data() { AddLanguages(); }
@@ -111,7 +86,7 @@ void tst_Translations::languagesDiffer()
     QStringList listText;
     for (const QString& strLanguage : CTranslations::Languages()) {
         for (const STEntry& entry : CTranslations::Entries(CTranslations::SourcePath(strLanguage))) {
-            if (entry.strSource.startsWith(QLatin1String("Your computer"))) {
+            if (entry.strSource.startsWith("Your computer")) {
                 listText.append(entry.strTranslation);
             }
         }
@@ -127,9 +102,7 @@ void tst_Translations::checkFindsTheMistake_data()
     QTest::addColumn<QString>("strMistake");
     const auto row = [](const char* pName, const char* pSource, const char* pText, const char* pMistake,
                         const char* pLanguage = "German", const char* pType = "") {
-        QTest::newRow(pName) << STEntry{QStringLiteral("C"), QString::fromUtf8(pSource),
-                                        QString::fromUtf8(pText), QString::fromLatin1(pType)}
-                             << QString::fromLatin1(pLanguage) << QString::fromLatin1(pMistake);
+        QTest::newRow(pName) << STEntry{"C", pSource, pText, pType} << pLanguage << pMistake;
     };
     row("sound", "Copy", "Kopieren", "");
     row("unfinished", "Copy", "Kopieren", "is unfinished", "German", "unfinished");
@@ -173,11 +146,11 @@ void tst_Translations::checkFindsTheMistake()
     QFETCH(QString, strLanguage);
     QFETCH(QString, strMistake);
     const QStringList listProblem = CTranslations::Problems({entry}, strLanguage);
-    const QString strExpected = QStringLiteral("C: \"%1\" %2").arg(entry.strSource, strMistake);
+    const QString strExpected = QString("C: \"%1\" %2").arg(entry.strSource, strMistake);
     if (strMistake.isEmpty()) {
         QCOMPARE(listProblem, QStringList());
     } else {
-        QVERIFY2(listProblem.contains(strExpected), qPrintable(listProblem.join(QLatin1Char('\n'))));
+        QVERIFY2(listProblem.contains(strExpected), qPrintable(listProblem.join('\n')));
     }
 }
 
@@ -188,17 +161,17 @@ void tst_Translations::updateFindsTheMistake_data()
     QTest::addColumn<QString>("strProblem");
     QTest::newRow("text of the code without an entry")
         << QByteArray("<source>Destination</source>") << QByteArray("<source>Destinations</source>")
-        << QStringLiteral("CSelFileWidget: \"Destination\" is unfinished");
+        << "CSelFileWidget: \"Destination\" is unfinished";
     QTest::newRow("entry without a text of the code")
         << QByteArray("<source>Destination</source>") << QByteArray("<source>Another</source>")
-        << QStringLiteral("CSelFileWidget: \"Another\" is vanished");
+        << "CSelFileWidget: \"Another\" is vanished";
     QTest::newRow("entry in a context that is not its own")
         << QByteArray("<name>CSelFileWidget</name>") << QByteArray("<name>CSelectFileWidget</name>")
-        << QStringLiteral("CSelFileWidget: \"Copy\" is unfinished");
+        << "CSelFileWidget: \"Copy\" is unfinished";
     QTest::newRow("unfinished entry stays unfinished")
         << QByteArray("<translation>Kopieren</translation>")
         << QByteArray("<translation type=\"unfinished\">Kopieren</translation>")
-        << QStringLiteral("CSelFileWidget: \"Copy\" is unfinished");
+        << "CSelFileWidget: \"Copy\" is unfinished";
 }
 
 void tst_Translations::updateFindsTheMistake()
@@ -206,14 +179,13 @@ void tst_Translations::updateFindsTheMistake()
     QFETCH(QByteArray, baOld);
     QFETCH(QByteArray, baNew);
     QFETCH(QString, strProblem);
-    const QString strGerman = QStringLiteral("German");
-    const QString strPath = m_dir.filePath(QStringLiteral("broken.ts"));
-    QByteArray baContent = Content(CTranslations::SourcePath(strGerman));
+    const QString strPath = m_dir.filePath("broken.ts");
+    QByteArray baContent = Content(CTranslations::SourcePath("German"));
     QCOMPARE(baContent.count(baOld), 1);
-    Write(strPath, baContent.replace(baOld, baNew));
+    WriteFile(strPath, baContent.replace(baOld, baNew));
     QCOMPARE(CTranslations::Update(strPath), QString());
-    const QStringList listProblem = CTranslations::Problems(CTranslations::Entries(strPath), strGerman);
-    QVERIFY2(listProblem.contains(strProblem), qPrintable(listProblem.join(QLatin1Char('\n'))));
+    const QStringList listProblem = CTranslations::Problems(CTranslations::Entries(strPath), "German");
+    QVERIFY2(listProblem.contains(strProblem), qPrintable(listProblem.join('\n')));
 }
 
 QTEST_GUILESS_MAIN(tst_Translations)

@@ -5,6 +5,8 @@
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileWidget.h"
 #include "settings/PListSerializer.h"
+#include "support/TestFiles.h"
+#include "support/Widgets.h"
 #include "translations/CTranslations.h"
 
 #include <QApplication>
@@ -152,37 +154,32 @@ static bool Fits(const QLabel* pLabel)
     return LineFits(pLabel->text(), pLabel->font(), pLabel->size() - QSize(nIndent, 0));
 }
 
-/** The texts below a widget that are cut, with the size that each has. */
-static QString CutTexts(const QWidget* pWidget, int* pnMeasured = nullptr)
+/** How many texts are seen below a widget, and each that is cut with the size that it has. */
+static QString Measured(const QWidget* pWidget)
 {
-    QStringList listCut;
-    const auto measure = [&](const auto* pPart) {
+    int nTexts = 0;
+    QString strCut;
+    const auto fnMeasure = [&](const auto* pPart) {
         if (!pPart->isVisible() || pPart->text().isEmpty()) {
             return;
         }
-        if (pnMeasured) {
-            ++*pnMeasured;
-        }
+        ++nTexts;
         if (!Fits(pPart)) {
-            listCut.append(QStringLiteral("%1 (%2x%3): %4")
-                               .arg(pPart->objectName(), QString::number(pPart->width()),
-                                    QString::number(pPart->height()), pPart->text()));
+            strCut += QString(", cut: %1 (%2x%3) %4")
+                          .arg(pPart->objectName(), QString::number(pPart->width()),
+                               QString::number(pPart->height()), pPart->text());
         }
     };
     for (const QLabel* pLabel : pWidget->findChildren<QLabel*>()) {
-        measure(pLabel);
+        fnMeasure(pLabel);
     }
     for (const QPushButton* pButton : pWidget->findChildren<QPushButton*>()) {
-        measure(pButton);
+        fnMeasure(pButton);
     }
-    return listCut.join(QLatin1Char('\n'));
+    return QString::number(nTexts) + " texts" + strCut;
 }
 
-static int CutCount(const QWidget* pWidget)
-{
-    const QString strCut = CutTexts(pWidget);
-    return strCut.isEmpty() ? 0 : strCut.count(QLatin1Char('\n')) + 1;
-}
+static int CutCount(const QWidget* pWidget) { return Measured(pWidget).count(", cut: "); }
 
 static QString Translated(const char* pContext, const char* pSource)
 {
@@ -220,36 +217,31 @@ void tst_TranslationsFit::initTestCase()
     m_strLanguage = QString::fromLocal8Bit(qgetenv("TARNWICK_LANGUAGE"));
     QVERIFY2(CTranslations::Languages().contains(m_strLanguage), "TARNWICK_LANGUAGE names no language");
     PListSerializer::WriteRecordPList(
-        QVariantMap{{QStringLiteral("AppleLanguages"), QVariantList{CTranslations::Code(m_strLanguage)}}},
-        QStringLiteral("/Library/Preferences/.GlobalPreferences.plist"));
+        QVariantMap{{"AppleLanguages", QVariantList{CTranslations::Code(m_strLanguage)}}},
+        "/Library/Preferences/.GlobalPreferences.plist");
     CFontFallback::Install();
     QVERIFY(m_translator.load(CTranslations::BuiltPath(m_strLanguage)));
     QVERIFY(QCoreApplication::installTranslator(&m_translator));
 
-    QFile file(QStringLiteral(":/res/TarnwickMacPE.qss"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    qApp->setStyleSheet(QString::fromLatin1(file.readAll()));
+    qApp->setStyleSheet(ProgramSheet());
 }
 
 void tst_TranslationsFit::Save(QWidget* pWidget, const QString& strName)
 {
-    const QString strFolder
-        = QFile::decodeName(qgetenv("TARNWICK_BUILD_DIR")) + QStringLiteral("/pictures/languages/");
+    const QString strFolder = BuildPath("pictures/languages/");
     QDir().mkpath(strFolder);
-    pWidget->grab().save(QStringLiteral("%1%2-%3.png").arg(strFolder, m_strLanguage, strName));
+    pWidget->grab().save(QString("%1%2-%3.png").arg(strFolder, m_strLanguage, strName));
 }
 
 void tst_TranslationsFit::everyTextHasAPlace()
 {
     QStringList listPlaced;
     for (const auto& place : PLACES) {
-        listPlaced.append(QString::fromUtf8(place.pContext) + QStringLiteral(": ")
-                          + QString::fromUtf8(place.pSource));
+        listPlaced.append(QString(place.pContext) + ": " + place.pSource);
     }
     QStringList listText;
-    for (const STEntry& entry :
-         CTranslations::Entries(CTranslations::SourcePath(QStringLiteral("English")))) {
-        listText.append(entry.strContext + QStringLiteral(": ") + entry.strSource);
+    for (const STEntry& entry : CTranslations::Entries(CTranslations::SourcePath("English"))) {
+        listText.append(entry.strContext + ": " + entry.strSource);
     }
     listPlaced.sort();
     listText.sort();
@@ -262,28 +254,24 @@ void tst_TranslationsFit::selectionPage()
     page.resize(PAGE_SIZE);
     page.show();
     QVERIFY(QTest::qWaitForWindowExposed(&page));
-    int nMeasured = 0;
-    QCOMPARE(CutTexts(&page, &nMeasured), QString());
-    QCOMPARE(nMeasured, 7);
-    Save(&page, QStringLiteral("selection-empty"));
+    QCOMPARE(Measured(&page), QString("7 texts"));
+    Save(&page, "selection-empty");
 
     page.SlotShowListWidget();
     auto* pList = page.findChild<QListWidget*>();
     QVERIFY(pList && pList->isVisible());
-    nMeasured = 0;
-    QCOMPARE(CutTexts(pList, &nMeasured), QString());
-    QCOMPARE(nMeasured, 1);
-    Save(pList, QStringLiteral("drop-down-empty"));
+    QCOMPARE(Measured(pList), QString("1 texts"));
+    Save(pList, "drop-down-empty");
     pList->hide();
 
     // The largest figures that a disk of our days can have.
-    auto* pBottom = page.findChild<QLabel*>(QStringLiteral("bottomLab"));
+    auto* pBottom = page.findChild<QLabel*>("bottomLab");
     QVERIFY(pBottom);
     pBottom->setText(CSelFileWidget::tr("<span style=\"color:#ff7e17;\">%1GB</span> Available, "
                                         "<span style=\"color:#ff7e17;\">%2GB</span> Total")
-                         .arg(QStringLiteral("16000.00"), QStringLiteral("22000.00")));
-    QCOMPARE(CutTexts(&page), QString());
-    Save(&page, QStringLiteral("selection"));
+                         .arg("16000.00", "22000.00"));
+    QCOMPARE(Measured(&page), QString("7 texts"));
+    Save(&page, "selection");
 }
 
 void tst_TranslationsFit::copyPage()
@@ -292,13 +280,11 @@ void tst_TranslationsFit::copyPage()
     page.resize(PAGE_SIZE);
     page.show();
     QVERIFY(QTest::qWaitForWindowExposed(&page));
-    page.SlotGetCopyInfo(QStringLiteral("/Volumes/Macintosh HD/Users/anna/Pictures/IMG_0001.jpg"), 42);
-    int nMeasured = 0;
-    QCOMPARE(CutTexts(&page, &nMeasured), QString());
-    QCOMPARE(nMeasured, 3);
-    Save(&page, QStringLiteral("copy"));
+    page.SlotGetCopyInfo("/Volumes/Macintosh HD/Users/anna/Pictures/IMG_0001.jpg", 42);
+    QCOMPARE(Measured(&page), QString("3 texts"));
+    Save(&page, "copy");
     page.SlotCopyRemainTime(86399);
-    QCOMPARE(CutTexts(&page), QString());
+    QCOMPARE(Measured(&page), QString("3 texts"));
 }
 
 void tst_TranslationsFit::waitingDialog()
@@ -311,10 +297,8 @@ void tst_TranslationsFit::waitingDialog()
         dialog.SetText(Translated(place.pContext, place.pSource), QString());
         dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        int nMeasured = 0;
-        QCOMPARE(CutTexts(&dialog, &nMeasured), QString());
-        QCOMPARE(nMeasured, 1);
-        Save(&dialog, QStringLiteral("wait"));
+        QCOMPARE(Measured(&dialog), QString("1 texts"));
+        Save(&dialog, "wait");
     }
 }
 
@@ -331,14 +315,12 @@ void tst_TranslationsFit::messageBoxes()
                          Style_Yes | Style_No | Style_Ok | Style_Cancel, nullptr);
         box.show();
         QVERIFY(QTest::qWaitForWindowExposed(&box));
-        int nMeasured = 0;
-        QCOMPARE(CutTexts(&box, &nMeasured), QString());
-        QCOMPARE(nMeasured, 5);
-        Save(&box, QStringLiteral("box%1").arg(++nBox));
+        QCOMPARE(Measured(&box), QString("5 texts"));
+        Save(&box, QString("box%1").arg(++nBox));
         for (const auto& button : PLACES) {
             if (button.pPlace == BUTTON) {
                 box.SetBtnText(Style_Cancel, Translated(button.pContext, button.pSource));
-                QCOMPARE(CutTexts(&box), QString());
+                QCOMPARE(Measured(&box), QString("5 texts"));
             }
         }
     }
@@ -347,7 +329,7 @@ void tst_TranslationsFit::messageBoxes()
 
 void tst_TranslationsFit::everyLetterHasAFace()
 {
-    const QFontMetrics metrics(QFont(QStringLiteral("Avenir")));
+    const QFontMetrics metrics(QFont("Avenir"));
     for (const STEntry& entry : CTranslations::Entries(CTranslations::SourcePath(m_strLanguage))) {
         for (const uint nLetter : entry.strTranslation.toUcs4()) {
             QVERIFY2(nLetter == '\n' || metrics.inFontUcs4(nLetter), qPrintable(entry.strTranslation));
@@ -360,29 +342,24 @@ void tst_TranslationsFit::lettersComeFromTheFaceMeant_data()
     QTest::addColumn<QString>("strLetters");
     QTest::addColumn<QString>("strFace");
     // The characters that the languages share, each in the form of the language in use.
-    static const QMap<QString, QString> s_shared{
-        {QStringLiteral("Chinese"), QStringLiteral("Noto Sans CJK SC")},
-        {QStringLiteral("ChineseTW"), QStringLiteral("Noto Sans CJK TC")},
-    };
-    const QString strShared = s_shared.value(m_strLanguage, QStringLiteral("Noto Sans CJK JP"));
-    const auto row = [](const char* pName, const char* pLetters, const QString& strFace) {
-        QTest::newRow(pName) << QString::fromUtf8(pLetters) << strFace;
-    };
-    row("Latin", "Größe São où", QStringLiteral("Lato"));
-    row("Cyrillic", "Привет", QStringLiteral("Lato"));
-    row("Greek", "Ωμέγα", QStringLiteral("Lato"));
-    row("shared characters", "骨直角今", strShared);
-    row("Traditional Chinese", "磁碟拷貝", strShared);
-    row("Simplified Chinese", "磁盘拷贝", strShared);
-    row("Japanese", "コピー残り", strShared);
-    row("Korean", "한국어", strShared);
+    const QString strShared = m_strLanguage == "Chinese" ? "Noto Sans CJK SC"
+        : m_strLanguage == "ChineseTW"                   ? "Noto Sans CJK TC"
+                                                         : "Noto Sans CJK JP";
+    QTest::newRow("Latin") << QString("Größe São où") << QString("Lato");
+    QTest::newRow("Cyrillic") << QString("Привет") << QString("Lato");
+    QTest::newRow("Greek") << QString("Ωμέγα") << QString("Lato");
+    QTest::newRow("shared characters") << QString("骨直角今") << strShared;
+    QTest::newRow("Traditional Chinese") << QString("磁碟拷貝") << strShared;
+    QTest::newRow("Simplified Chinese") << QString("磁盘拷贝") << strShared;
+    QTest::newRow("Japanese") << QString("コピー残り") << strShared;
+    QTest::newRow("Korean") << QString("한국어") << strShared;
 }
 
 void tst_TranslationsFit::lettersComeFromTheFaceMeant()
 {
     QFETCH(QString, strLetters);
     QFETCH(QString, strFace);
-    QFont font(QStringLiteral("Avenir"));
+    QFont font("Avenir");
     font.setPixelSize(14);
     QTextLayout layout(strLetters, font);
     layout.beginLayout();
@@ -397,21 +374,19 @@ void tst_TranslationsFit::lettersComeFromTheFaceMeant()
 
 void tst_TranslationsFit::measureFindsWhatIsCut()
 {
-    KvMessageBox box(QStringLiteral("word ").repeated(20), Style_Ok, nullptr);
+    KvMessageBox box(QString("word ").repeated(20), Style_Ok, nullptr);
     box.show();
-    QCOMPARE(CutTexts(&box), QString());
-    box.SetBtnText(Style_Ok, QStringLiteral("Wiederherstellen"));
+    QCOMPARE(CutCount(&box), 0);
+    box.SetBtnText(Style_Ok, "Wiederherstellen");
     QCOMPARE(CutCount(&box), 1);
-
-    KvMessageBox boxLong(QStringLiteral("word ").repeated(400), Style_Ok, nullptr);
-    boxLong.show();
-    QCOMPARE(CutCount(&boxLong), 1);
-    KvMessageBox boxWide(QString(200, QLatin1Char('w')), Style_Ok, nullptr);
-    boxWide.show();
-    QCOMPARE(CutCount(&boxWide), 1);
+    for (const QString& strText : {QString("word ").repeated(400), QString(200, 'w')}) {
+        KvMessageBox boxLong(strText, Style_Ok, nullptr);
+        boxLong.show();
+        QCOMPARE(CutCount(&boxLong), 1);
+    }
 
     CSearchWaitView dialog(nullptr);
-    dialog.SetText(QStringLiteral("word ").repeated(30), QString());
+    dialog.SetText(QString("word ").repeated(30), QString());
     dialog.show();
     QCOMPARE(CutCount(&dialog), 1);
 
@@ -419,16 +394,16 @@ void tst_TranslationsFit::measureFindsWhatIsCut()
     page.resize(PAGE_SIZE);
     page.show();
     QCOMPARE(CutCount(&page), 0);
-    const auto label = [&page](const char* pName) { return page.findChild<QLabel*>(QLatin1String(pName)); };
-    label("m_pUSBTitleLab")->setText(QString(80, QLatin1Char('x')));
+    page.findChild<QLabel*>("m_pUSBTitleLab")->setText(QString(80, 'x'));
     QCOMPARE(CutCount(&page), 1);
-    label("m_pDstLab")->setText(QString(200, QLatin1Char('x')));
+    page.findChild<QLabel*>("m_pDstLab")->setText(QString(200, 'x'));
     QCOMPARE(CutCount(&page), 2);
-    label("bottomLab")->setText(QStringLiteral("word ").repeated(40));
+    page.findChild<QLabel*>("bottomLab")->setText(QString("word ").repeated(40));
     QCOMPARE(CutCount(&page), 3);
-    QFont font = label("m_pSrcLab")->font();
+    auto* pSource = page.findChild<QLabel*>("m_pSrcLab");
+    QFont font = pSource->font();
     font.setPixelSize(32);
-    label("m_pSrcLab")->setFont(font);
+    pSource->setFont(font);
     QCOMPARE(CutCount(&page), 4);
 }
 
