@@ -8,6 +8,7 @@
 #include "pages/CPageTree.h"
 #include "pages/CSelFileWidget.h"
 #include "support/CModalAnswerer.h"
+#include "support/TestFiles.h"
 #include "tree/CDirModel.h"
 #include "tree/CDirNode.h"
 #include "tree/CFileTreeView.h"
@@ -31,14 +32,6 @@ static const int AROUND = 12;
 // In the middle of a check box, from the left edge of its row.
 static const int BOX_X = 7;
 
-static void WriteFile(const QString& strPath)
-{
-    QFile file(strPath);
-    if (!QDir().mkpath(QFileInfo(strPath).path()) || !file.open(QIODevice::WriteOnly)) {
-        qFatal("fixture failed: %s", qPrintable(strPath));
-    }
-}
-
 STScale CLookStage::PrepareScale(int nWidth)
 {
     // What somebody has set for other programs on this machine.
@@ -54,24 +47,20 @@ void CLookStage::Prepare()
 {
     CFileNameCodec::Install();
     CFontFallback::Install();
-    QFile file(QStringLiteral(":/res/TarnwickMacPE.qss"));
-    if (!file.open(QIODevice::ReadOnly)) {
-        qFatal("fixture failed: no style sheet");
-    }
-    qApp->setStyleSheet(CStartUp::StyleSheetText(file.readAll()));
+    qApp->setStyleSheet(CStartUp::StyleSheetText(Content(":/res/TarnwickMacPE.qss")));
     // The listener keeps its first receiver: no window here hears of real mounts.
     CDiskListener::GetInstance().StartListener([](STDiskNotication*, void*) {}, nullptr);
 }
 
 CLookStage::CLookStage()
-    : m_source(QStringLiteral("Macintosh HD"), QStringLiteral("/dev/nvme0n1p1"), 100)
+    : m_source("Macintosh HD", "/dev/nvme0n1p1", 100)
 {
     if (!m_source.IsValid()) {
         qFatal("fixture failed: volumes cannot be mounted here");
     }
-    m_commands.Add(QStringLiteral("bash"), QStringLiteral("cat >/dev/null"));
-    m_commands.Add(QStringLiteral("rm"));
-    m_commands.Add(QStringLiteral("diskutil"));
+    m_commands.Add("bash", "cat >/dev/null");
+    m_commands.Add("rm");
+    m_commands.Add("diskutil");
     FillSource();
     CPageTree::Clear();
     m_pWindow = std::make_unique<CTarnwickMacPE>();
@@ -95,19 +84,18 @@ CLookStage::~CLookStage()
 
 void CLookStage::FillSource() const
 {
-    QString strDeep = QStringLiteral("Deep");
+    QString strDeep = "Deep";
     for (int n = 1; n <= 24; ++n) {
-        strDeep += QStringLiteral("/level %1").arg(n);
-        WriteFile(m_source.Path(strDeep + QStringLiteral("/photo.jpg")));
+        strDeep += QString("/level %1").arg(n);
+        WriteFile(m_source.Path(strDeep + "/photo.jpg"));
     }
-    const QString strNames
-        = QStringLiteral("Names/of a folder whose name is nearly as long as the names that are in it/");
+    const QString strNames = "Names/of a folder whose name is nearly as long as the names that are in it/";
     for (const char* pName :
          {"Minutes of the meeting of the tenants of the house at the river, with all its annexes.pdf",
           "Résumé, naïve façade, Größe, żółć, őrült.txt",
           "Письмо бабушке о летних каникулах у моря и в горах.doc", "家族の写真と動画の保存用フォルダー.zip",
           "<b>bold<b> &amp; \"quoted\".txt", "x"}) {
-        WriteFile(m_source.Path(strNames + QString::fromUtf8(pName)));
+        WriteFile(m_source.Path(strNames + pName));
     }
     for (const char* pPath :
          {"Applications/Notes.txt", "Library/Caches/cache.db", "Users/anna/Desktop/To do.txt",
@@ -115,13 +103,13 @@ void CLookStage::FillSource() const
           "Users/anna/Music/Lullaby.mp3", "Users/anna/Pictures/IMG_0001.jpg",
           "Users/anna/Pictures/IMG_0002.jpg", "Users/anna/Pictures/IMG_0003.jpg",
           "Users/anna/Pictures/Summer/IMG_0104.jpg", "Users/bernd/Documents/Contract.pdf"}) {
-        WriteFile(m_source.Path(QString::fromUtf8(pPath)));
+        WriteFile(m_source.Path(pPath));
     }
 }
 
 CVolume& CLookStage::AddStick(const QString& strName, int nMiB)
 {
-    const QString strNode = QStringLiteral("/dev/sd%1").arg(QChar('b' + int(m_listStick.size())));
+    const QString strNode = QString("/dev/sd%1").arg(QChar('b' + int(m_listStick.size())));
     m_listStick.push_back(std::make_unique<CVolume>(strName, strNode, nMiB));
     // In the order in which they are plugged in; the folder of volumes has an order of its own.
     SelectPage()->AddDisk(QFileInfo(m_listStick.back()->Path()));
@@ -133,19 +121,19 @@ CTarnwickMacPE* CLookStage::Window() const { return m_pWindow.get(); }
 
 CSelFileWidget* CLookStage::SelectPage() const
 {
-    return m_pWindow->findChild<CSelFileWidget*>(QStringLiteral("m_pSelFilePage"));
+    return m_pWindow->findChild<CSelFileWidget*>("m_pSelFilePage");
 }
 
 CCopyFileWidget* CLookStage::CopyPage() const
 {
-    return m_pWindow->findChild<CCopyFileWidget*>(QStringLiteral("m_pCopyFilePage"));
+    return m_pWindow->findChild<CCopyFileWidget*>("m_pCopyFilePage");
 }
 
 CFileTreeView* CLookStage::Tree() const { return m_pWindow->findChild<CFileTreeView*>(); }
 
 QWidget* CLookStage::Part(const char* pName) const
 {
-    const QList<QWidget*> listWidget = m_pWindow->findChildren<QWidget*>(QLatin1String(pName));
+    const QList<QWidget*> listWidget = m_pWindow->findChildren<QWidget*>(pName);
     for (QWidget* pWidget : listWidget) {
         if (pWidget->isVisible() && pWidget->window() == m_pWindow.get()) {
             return pWidget;
@@ -174,7 +162,7 @@ QModelIndex CLookStage::Row(const QString& strPath) const
         if (strEntry == strFull) {
             return index;
         }
-        if (strFull.startsWith(strEntry + QLatin1Char('/'))) {
+        if (strFull.startsWith(strEntry + '/')) {
             Tree()->expand(index);
             parent = index;
             n = 0;

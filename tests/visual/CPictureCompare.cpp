@@ -118,37 +118,32 @@ static CPlanes SoftPlanes(const QImage& img, double dScale)
     return planes;
 }
 
-/** Mean distance of the values in a rectangle from their mean: 0 for a plain one. */
-static double Detail(const CPlane& plane, const QRect& rect)
+/** Mean of what fnValue gives for each pixel of a rectangle. */
+template <class Function> static double Mean(const QRect& rect, const Function& fnValue)
 {
-    double dMean = 0;
-    for (int nY = rect.top(); nY <= rect.bottom(); ++nY) {
-        for (int nX = rect.left(); nX <= rect.right(); ++nX) {
-            dMean += double(plane.Near(nX, nY));
-        }
-    }
-    const double dCount = double(rect.width()) * rect.height();
-    dMean /= dCount;
     double dSum = 0;
     for (int nY = rect.top(); nY <= rect.bottom(); ++nY) {
         for (int nX = rect.left(); nX <= rect.right(); ++nX) {
-            dSum += std::abs(double(plane.Near(nX, nY)) - dMean);
+            dSum += double(fnValue(nX, nY));
         }
     }
-    return dSum / dCount;
+    return dSum / (double(rect.width()) * rect.height());
+}
+
+/** Mean distance of the values in a rectangle from their mean: 0 for a plain one. */
+static double Detail(const CPlane& plane, const QRect& rect)
+{
+    const double dMean = Mean(rect, [&plane](int nX, int nY) { return plane.Near(nX, nY); });
+    return Mean(rect, [&](int nX, int nY) { return std::abs(double(plane.Near(nX, nY)) - dMean); });
 }
 
 static double MeanDifference(const CPlane& planeReference, const CPlane& planeActual, const QRect& rect,
                              const QPointF& ptShift)
 {
-    double dSum = 0;
-    for (int nY = rect.top(); nY <= rect.bottom(); ++nY) {
-        for (int nX = rect.left(); nX <= rect.right(); ++nX) {
-            const float fReference = planeReference.Between(nX + ptShift.x(), nY + ptShift.y());
-            dSum += double(std::abs(fReference - planeActual.Near(nX, nY)));
-        }
-    }
-    return dSum / (double(rect.width()) * rect.height());
+    return Mean(rect, [&](int nX, int nY) {
+        const float fReference = planeReference.Between(nX + ptShift.x(), nY + ptShift.y());
+        return std::abs(fReference - planeActual.Near(nX, nY));
+    });
 }
 
 /** How often the allowed difference a cell has, at the shift at which it fits best. */
@@ -249,11 +244,8 @@ const QVector<STDifferentCell>& CPictureCompare::Cells() const { return m_listCe
 QString CPictureCompare::Message() const
 {
     if (m_sizeReference != m_imgActual.size()) {
-        return QStringLiteral("the picture is %1 x %2 pixels, the reference %3 x %4")
-            .arg(m_imgActual.width())
-            .arg(m_imgActual.height())
-            .arg(m_sizeReference.width())
-            .arg(m_sizeReference.height());
+        return QString::asprintf("the picture is %d x %d pixels, the reference %d x %d", m_imgActual.width(),
+                                 m_imgActual.height(), m_sizeReference.width(), m_sizeReference.height());
     }
     if (m_listCell.isEmpty()) {
         return QString();
@@ -264,16 +256,11 @@ QString CPictureCompare::Message() const
         rectAll |= cell.rect;
         worst = cell.dTimes > worst.dTimes ? cell : worst;
     }
-    return QStringLiteral("%1 cells differ, all between (%2, %3) and (%4, %5), most at (%6, %7): %8 times "
-                          "what is allowed")
-        .arg(m_listCell.size())
-        .arg(rectAll.left())
-        .arg(rectAll.top())
-        .arg(rectAll.right())
-        .arg(rectAll.bottom())
-        .arg(worst.rect.left())
-        .arg(worst.rect.top())
-        .arg(worst.dTimes, 0, 'f', 1);
+    return QString::asprintf(
+        "%d cells differ, all between (%d, %d) and (%d, %d), most at (%d, %d): %.1f times "
+        "what is allowed",
+        m_listCell.size(), rectAll.left(), rectAll.top(), rectAll.right(), rectAll.bottom(),
+        worst.rect.left(), worst.rect.top(), worst.dTimes);
 }
 
 QImage CPictureCompare::Marked() const

@@ -19,23 +19,22 @@
 #include <algorithm>
 #include <limits>
 
-static const QString LONG_NAME
-    = QStringLiteral("A stick with a very long name, longer than its place in the window");
+static const QString LONG_NAME = "A stick with a very long name, longer than its place in the window";
 static const QString LONG_FILE
-    = QStringLiteral("Minutes of the meeting of the tenants of the house at the river, with all its annexes "
-                     "and the letters to the administration, third version.pdf");
+    = "Minutes of the meeting of the tenants of the house at the river, with all its annexes "
+      "and the letters to the administration, third version.pdf";
 static const int ALL_BUTTONS = Style_Yes | Style_No | Style_Ok | Style_Cancel;
 
 using Scene = std::function<void(CLookStage&)>;
 
 // ---------------------------------------------------------------- selection page
 
-static void PlugIn(CLookStage& stage) { stage.AddStick(QStringLiteral("RESCUE"), 61035); }
+static void PlugIn(CLookStage& stage) { stage.AddStick("RESCUE", 61035); }
 
 static void PlugInThree(CLookStage& stage)
 {
     PlugIn(stage);
-    stage.AddStick(QStringLiteral("Backup 2026"), 488281);
+    stage.AddStick("Backup 2026", 488281);
     stage.AddStick(LONG_NAME, 1907348);
 }
 
@@ -43,24 +42,23 @@ static void PlugInThree(CLookStage& stage)
 static void TickSome(CLookStage& stage)
 {
     PlugIn(stage);
-    stage.Expand(QStringLiteral("Users/anna/Pictures"));
-    stage.Tick(QStringLiteral("Users/anna/Documents"));
-    stage.Tick(QStringLiteral("Users/anna/Pictures/IMG_0002.jpg"));
+    stage.Expand("Users/anna/Pictures");
+    stage.Tick("Users/anna/Documents");
+    stage.Tick("Users/anna/Pictures/IMG_0002.jpg");
 }
 
 static void ShowLongNames(CLookStage& stage)
 {
     stage.AddStick(LONG_NAME, 1907348);
-    stage.Expand(
-        QStringLiteral("Names/of a folder whose name is nearly as long as the names that are in it"));
+    stage.Expand("Names/of a folder whose name is nearly as long as the names that are in it");
 }
 
 static void ShowDeepFolder(CLookStage& stage)
 {
     PlugIn(stage);
-    QString strPath = QStringLiteral("Deep");
+    QString strPath = "Deep";
     for (int n = 1; n <= 24; ++n) {
-        strPath += QStringLiteral("/level %1").arg(n);
+        strPath += QString("/level %1").arg(n);
         stage.Expand(strPath);
     }
     stage.Tree()->scrollTo(stage.Row(strPath), QAbstractItemView::PositionAtCenter);
@@ -97,7 +95,7 @@ static void HoverOtherDisk(CLookStage& stage)
 static void HoverRow(CLookStage& stage)
 {
     TickSome(stage);
-    const QRect rect = stage.Tree()->visualRect(stage.Row(QStringLiteral("Users/anna/Music")));
+    const QRect rect = stage.Tree()->visualRect(stage.Row("Users/anna/Music"));
     CLookStage::Hover(stage.Tree()->viewport(), rect.center());
 }
 
@@ -105,7 +103,7 @@ static void HoverRow(CLookStage& stage)
 static void ChooseRow(CLookStage& stage)
 {
     TickSome(stage);
-    const QRect rect = stage.Tree()->visualRect(stage.Row(QStringLiteral("Users/anna/Music")));
+    const QRect rect = stage.Tree()->visualRect(stage.Row("Users/anna/Music"));
     QTest::mouseClick(stage.Tree()->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
 }
 
@@ -126,14 +124,14 @@ static void ShowNewCopy(CLookStage& stage)
 static void ShowHalfCopied(CLookStage& stage)
 {
     ShowNewCopy(stage);
-    stage.CopyPage()->SlotGetCopyInfo(QStringLiteral("/Volumes/Macintosh HD/Users/anna/") + LONG_FILE, 42);
+    stage.CopyPage()->SlotGetCopyInfo("/Volumes/Macintosh HD/Users/anna/" + LONG_FILE, 42);
     stage.CopyPage()->SlotCopyRemainTime(5025);
 }
 
 static void ShowWholeCopied(CLookStage& stage)
 {
     ShowNewCopy(stage);
-    stage.CopyPage()->SlotGetCopyInfo(QStringLiteral("/Volumes/Macintosh HD/Users/anna/IMG_0002.jpg"), 100);
+    stage.CopyPage()->SlotGetCopyInfo("/Volumes/Macintosh HD/Users/anna/IMG_0002.jpg", 100);
     stage.CopyPage()->SlotCopyRemainTime(1);
 }
 
@@ -144,15 +142,15 @@ static QImage SeenBox(QWidget* pBox) { return CLookStage::OnGround(pBox); }
 /** What the program asks or says when fnOpen is run, answered with the button of that text. */
 static STLook Asked(const char* pName, const std::function<void(CLookStage&)>& fnOpen, const char* pAnswer)
 {
-    return {QLatin1String(pName), [fnOpen, pAnswer] {
+    return {pName, [fnOpen, pAnswer] {
                 CLookStage stage;
-                return CLookStage::DuringModal([&] { fnOpen(stage); }, QLatin1String(pAnswer), SeenBox);
+                return CLookStage::DuringModal([&] { fnOpen(stage); }, pAnswer, SeenBox);
             }};
 }
 
 static void RefuseReadOnlyDisk(CLookStage& stage)
 {
-    stage.AddStick(QStringLiteral("RESCUE"), 61035).MakeReadOnly();
+    stage.AddStick("RESCUE", 61035).MakeReadOnly();
     stage.SelectPage()->SlotCopyBtnClick();
 }
 
@@ -164,8 +162,8 @@ static void RefuseTooMuch(CLookStage& stage)
 
 static QImage WithBox(int nMask, const std::function<void(KvMessageBox&)>& fnChange)
 {
-    KvMessageBox box(QStringLiteral("The disk has been looked through. What is to be done?"), nMask, nullptr);
-    box.setIcon(QStringLiteral(":/res/Tip/tips_error40.png"));
+    KvMessageBox box("The disk has been looked through. What is to be done?", nMask, nullptr);
+    box.setIcon(":/res/Tip/tips_error40.png");
     box.show();
     if (!QTest::qWaitForWindowActive(&box)) {
         return QImage();
@@ -198,7 +196,7 @@ static QPair<QString, STEntry> LongestText()
         for (const STEntry& entry : CTranslations::Entries(CTranslations::SourcePath(strLanguage))) {
             const bool bLonger = entry.strTranslation.size() > longest.second.strTranslation.size();
             // With placeholders it is no text of a box.
-            if (bLonger && !entry.strTranslation.contains(QLatin1Char('%'))) {
+            if (bLonger && !entry.strTranslation.contains('%')) {
                 longest = {strLanguage, entry};
             }
         }
@@ -209,9 +207,8 @@ static QPair<QString, STEntry> LongestText()
 static QImage LongestBox()
 {
     const auto longest = LongestText();
-    const auto fnButton = [&longest](const char* pText) {
-        return InLanguage(longest.first, QStringLiteral("KvMessageBox"), QLatin1String(pText));
-    };
+    const auto fnButton
+        = [&longest](const char* pText) { return InLanguage(longest.first, "KvMessageBox", pText); };
     KvMessageBox box(longest.second.strTranslation, Style_Yes | Style_Cancel, nullptr);
     box.SetButtonText(fnButton("Yes"), QString(), QString(), fnButton("Cancel"));
     box.show();
@@ -287,7 +284,7 @@ static QList<STLook> BoxFocusLooks()
 {
     KvMessageBox box(QString(), ALL_BUTTONS, nullptr);
     box.show();
-    const QStringList listName = StopNames(&box, QStringLiteral("box-focus-"));
+    const QStringList listName = StopNames(&box, "box-focus-");
     QList<STLook> listLook;
     for (int nStop = 0; nStop < listName.size(); ++nStop) {
         listLook.append(
@@ -301,7 +298,7 @@ static QList<STLook> BoxFocusLooks()
 /** The whole window. */
 static STLook Whole(const char* pName, const Scene& fnScene)
 {
-    return {QLatin1String(pName), [fnScene] {
+    return {pName, [fnScene] {
                 CLookStage stage;
                 fnScene(stage);
                 return stage.Picture();
@@ -311,7 +308,7 @@ static STLook Whole(const char* pName, const Scene& fnScene)
 /** One part of the window and what is around it. */
 static STLook Part(const char* pName, const char* pPart, const Scene& fnScene)
 {
-    return {QLatin1String(pName), [fnScene, pPart] {
+    return {pName, [fnScene, pPart] {
                 CLookStage stage;
                 fnScene(stage);
                 return stage.Picture(stage.Part(pPart));
@@ -374,9 +371,8 @@ static QList<STLook> CopyLooks()
 
 static QList<STLook> DialogLooks()
 {
-    const auto fnButton = [](KvMessageBox& box, const char* pName) {
-        return box.findChild<QPushButton*>(QLatin1String(pName));
-    };
+    const auto fnButton
+        = [](KvMessageBox& box, const char* pName) { return box.findChild<QPushButton*>(pName); };
     return {
         Asked(
             "box-exit", [](CLookStage& stage) { stage.Window()->close(); }, "Cancel"),
@@ -388,29 +384,25 @@ static QList<STLook> DialogLooks()
             "box-removed", [](CLookStage& stage) { stage.CopyPage()->USBExtract(); }, "OK"),
         Asked("box-read-only", RefuseReadOnlyDisk, "OK"),
         Asked("box-no-space", RefuseTooMuch, "OK"),
-        {QStringLiteral("box-longest-text"), LongestBox},
-        Box(QStringLiteral("box-no-button"), 0, [](KvMessageBox&) {}),
-        Box(QStringLiteral("box-all-buttons"), ALL_BUTTONS, [](KvMessageBox&) {}),
-        Box(QStringLiteral("box-close-hover"), ALL_BUTTONS,
+        {"box-longest-text", LongestBox},
+        Box("box-no-button", 0, [](KvMessageBox&) {}),
+        Box("box-all-buttons", ALL_BUTTONS, [](KvMessageBox&) {}),
+        Box("box-close-hover", ALL_BUTTONS,
             [fnButton](KvMessageBox& box) { CLookStage::Hover(fnButton(box, "btnClose")); }),
-        Box(QStringLiteral("box-first-hover"), ALL_BUTTONS,
+        Box("box-first-hover", ALL_BUTTONS,
             [fnButton](KvMessageBox& box) { CLookStage::Hover(fnButton(box, "toolBtn")); }),
-        Box(QStringLiteral("box-second-hover"), ALL_BUTTONS,
+        Box("box-second-hover", ALL_BUTTONS,
             [fnButton](KvMessageBox& box) { CLookStage::Hover(fnButton(box, "toolBtnEx")); }),
-        Box(QStringLiteral("box-second-pressed"), ALL_BUTTONS,
+        Box("box-second-pressed", ALL_BUTTONS,
             [fnButton](KvMessageBox& box) { fnButton(box, "toolBtnEx")->setDown(true); }),
-        {QStringLiteral("wait-one-line"),
-         [] { return WaitDialog(QStringLiteral("Calculating files size...")); }},
-        {QStringLiteral("wait-two-lines"),
-         [] {
-             return WaitDialog(
-                 QStringLiteral("Calculating the size of the files that are ticked, this may take long"));
-         }},
+        {"wait-one-line", [] { return WaitDialog("Calculating files size..."); }},
+        {"wait-two-lines",
+         [] { return WaitDialog("Calculating the size of the files that are ticked, this may take long"); }},
     };
 }
 
 QList<STLook> AllLooks()
 {
-    return SelectLooks() + FocusLooks(QStringLiteral("select-focus-"), ChooseRow) + CopyLooks()
-        + FocusLooks(QStringLiteral("copy-focus-"), ShowNewCopy) + DialogLooks() + BoxFocusLooks();
+    return SelectLooks() + FocusLooks("select-focus-", ChooseRow) + CopyLooks()
+        + FocusLooks("copy-focus-", ShowNewCopy) + DialogLooks() + BoxFocusLooks();
 }

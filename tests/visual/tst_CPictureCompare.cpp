@@ -30,10 +30,10 @@ struct STScene
     bool bButtonEnabled = true;
     bool bHover = false; ///< of a row
     bool bFine = false; ///< painted larger and averaged down, which smooths otherwise and hints nothing
-    QString strBox = QStringLiteral("checkbox_selected");
-    QString strCloseButton = QStringLiteral("exit_normal");
-    QString strName = QStringLiteral("Photos of the summer 2019.jpg");
-    QString strButton = QStringLiteral("Copy");
+    QString strBox = "checkbox_selected";
+    QString strCloseButton = "exit_normal";
+    QString strName = "Photos of the summer 2019.jpg";
+    QString strButton = "Copy";
     QColor colorFigure{0xff, 0x7e, 0x17};
     QColor colorText{0x48, 0x48, 0x48};
     QFont::HintingPreference enHinting = QFont::PreferDefaultHinting;
@@ -43,7 +43,7 @@ Q_DECLARE_METATYPE(STScene)
 
 static QFont Font(const STScene& scene, int nSize)
 {
-    QFont font(QStringLiteral("Avenir"));
+    QFont font("Avenir");
     font.setPixelSize(nSize);
     font.setHintingPreference(scene.enHinting);
     return font;
@@ -51,7 +51,7 @@ static QFont Font(const STScene& scene, int nSize)
 
 static QImage Picture(const QString& strPath, bool bLarge)
 {
-    return QImage(strPath + (bLarge ? QStringLiteral("@2x.png") : QStringLiteral(".png")));
+    return QImage(strPath + (bLarge ? "@2x.png" : ".png"));
 }
 
 static void PaintTexts(QPainter& painter, const STScene& scene)
@@ -61,9 +61,9 @@ static void PaintTexts(QPainter& painter, const STScene& scene)
     painter.setFont(Font(scene, 14));
     painter.drawText(QPointF(70, 65), scene.strName);
     painter.setFont(Font(scene, 13));
-    painter.drawText(QPointF(20, 125), QStringLiteral("Available, 64.00GB in total"));
+    painter.drawText(QPointF(20, 125), "Available, 64.00GB in total");
     painter.setPen(scene.colorFigure);
-    painter.drawText(QPointF(220, 125), QStringLiteral("63.97GB"));
+    painter.drawText(QPointF(220, 125), "63.97GB");
     painter.translate(-scene.ptShiftText);
 }
 
@@ -97,13 +97,13 @@ static void PaintParts(QPainter& painter, const STScene& scene, bool bLarge)
     }
     if (scene.bCloseButton) {
         painter.drawImage(QRectF(12, 10, 12, 12),
-                          Picture(QStringLiteral(":/res/Button/%1").arg(scene.strCloseButton), bLarge));
+                          Picture(QString(":/res/Button/%1").arg(scene.strCloseButton), bLarge));
     }
     painter.drawImage(QRectF(QPointF(20, 53) + scene.ptShiftBox, QSizeF(14, 14)),
-                      Picture(QStringLiteral(":/res/Button/%1").arg(scene.strBox), bLarge));
+                      Picture(QString(":/res/Button/%1").arg(scene.strBox), bLarge));
     if (scene.bIcon) {
         painter.drawImage(QRectF(QPointF(44, 52) + scene.ptShiftIcon, QSizeF(16, 16)),
-                          Picture(QStringLiteral(":/res/Button/filedesc"), bLarge));
+                          Picture(":/res/Button/filedesc", bLarge));
     }
     PaintTexts(painter, scene);
     PaintButton(painter, scene);
@@ -133,23 +133,16 @@ class tst_CPictureCompare : public QObject
 private slots:
     void initTestCase();
 
-    void SameThingIsTheSame_data();
-    void SameThingIsTheSame();
-    void OtherThingDiffers_data();
-    void OtherThingDiffers();
-    void OtherSizeIsSaid();
-    void CellsLieWhereTheDifferenceIs();
-    void DifferencesAtTheEdgesAreFound_data();
-    void DifferencesAtTheEdgesAreFound();
-    void MarkedPictureShowsTheCells();
+    void sameThingIsTheSame_data();
+    void sameThingIsTheSame();
+    void otherThingDiffers_data();
+    void otherThingDiffers();
+    void otherSizeIsSaid();
+    void cellsLieWhereTheDifferenceIs();
+    void differencesAtTheEdgesAreFound_data();
+    void differencesAtTheEdgesAreFound();
+    void markedPictureShowsTheCells();
 };
-
-static void EachScale(const QByteArray& baName, const STScene& scene)
-{
-    for (const double dScale : {1.0, 1.5, 2.0}) {
-        QTest::newRow((baName + " at " + QByteArray::number(dScale)).constData()) << scene << dScale;
-    }
-}
 
 static STScene Changed(const std::function<void(STScene&)>& fnChange)
 {
@@ -158,30 +151,37 @@ static STScene Changed(const std::function<void(STScene&)>& fnChange)
     return scene;
 }
 
+static void EachScale(const QByteArray& baName, const std::function<void(STScene&)>& fnChange)
+{
+    for (const double dScale : {1.0, 1.5, 2.0}) {
+        QTest::newRow((baName + " at " + QByteArray::number(dScale)).constData())
+            << Changed(fnChange) << dScale;
+    }
+}
+
 void tst_CPictureCompare::initTestCase() { CFontFallback::Install(); }
 
-void tst_CPictureCompare::SameThingIsTheSame_data()
+void tst_CPictureCompare::sameThingIsTheSame_data()
 {
     QTest::addColumn<STScene>("scene");
     QTest::addColumn<double>("dScale");
-    EachScale("unchanged", STScene());
-    EachScale("letters without hints", Changed([](STScene& s) { s.enHinting = QFont::PreferNoHinting; }));
-    EachScale("letters with hints upwards",
-              Changed([](STScene& s) { s.enHinting = QFont::PreferVerticalHinting; }));
-    EachScale("text painted larger and averaged", Changed([](STScene& s) { s.bFine = true; }));
-    EachScale("text a little paler", Changed([](STScene& s) { s.colorText = QColor(0x54, 0x54, 0x54); }));
+    EachScale("unchanged", [](STScene&) {});
+    EachScale("letters without hints", [](STScene& s) { s.enHinting = QFont::PreferNoHinting; });
+    EachScale("letters with hints upwards", [](STScene& s) { s.enHinting = QFont::PreferVerticalHinting; });
+    EachScale("text painted larger and averaged", [](STScene& s) { s.bFine = true; });
+    EachScale("text a little paler", [](STScene& s) { s.colorText = QColor(0x54, 0x54, 0x54); });
     for (const double dX : {-0.45, -0.25, 0.0, 0.25, 0.45}) {
         for (const double dY : {-0.45, 0.0, 0.45}) {
             EachScale("text aside by " + QByteArray::number(dX) + ' ' + QByteArray::number(dY),
-                      Changed([&](STScene& s) {
+                      [&](STScene& s) {
                           s.bFine = true;
                           s.ptShiftText = QPointF(dX, dY);
-                      }));
+                      });
         }
     }
 }
 
-void tst_CPictureCompare::SameThingIsTheSame()
+void tst_CPictureCompare::sameThingIsTheSame()
 {
     QFETCH(STScene, scene);
     QFETCH(double, dScale);
@@ -190,7 +190,7 @@ void tst_CPictureCompare::SameThingIsTheSame()
     QVERIFY(compare.IsSame());
 }
 
-void tst_CPictureCompare::OtherThingDiffers_data()
+void tst_CPictureCompare::otherThingDiffers_data()
 {
     QTest::addColumn<STScene>("scene");
     QTest::addColumn<double>("dScale");
@@ -208,33 +208,29 @@ void tst_CPictureCompare::OtherThingDiffers_data()
                                   QPointF(5, 0), QPointF(0, 9)}) {
             const QByteArray baWay = QByteArray::number(pt.x()) + ' ' + QByteArray::number(pt.y());
             EachScale(QByteArray(part.pName) + " moved by " + baWay,
-                      Changed([&](STScene& s) { s.*part.pShift = pt; }));
+                      [&](STScene& s) { s.*part.pShift = pt; });
         }
     }
-    EachScale("line moved by two", Changed([](STScene& s) { s.ptShiftLine = QPointF(0, 2); }));
-    EachScale("line missing", Changed([](STScene& s) { s.bLine = false; }));
-    EachScale("faint line missing", Changed([](STScene& s) { s.bFaintLine = false; }));
-    EachScale("close button missing", Changed([](STScene& s) { s.bCloseButton = false; }));
-    EachScale("close button hovered",
-              Changed([](STScene& s) { s.strCloseButton = QStringLiteral("exit_hover"); }));
-    EachScale("icon missing", Changed([](STScene& s) { s.bIcon = false; }));
-    EachScale("button disabled", Changed([](STScene& s) { s.bButtonEnabled = false; }));
-    EachScale("button with a focus frame", Changed([](STScene& s) { s.bFocusFrame = true; }));
-    EachScale("button with another text", Changed([](STScene& s) { s.strButton = QStringLiteral("Stop"); }));
-    EachScale("row lit", Changed([](STScene& s) { s.bHover = true; }));
-    EachScale("figure grey", Changed([](STScene& s) { s.colorFigure = s.colorText; }));
+    EachScale("line moved by two", [](STScene& s) { s.ptShiftLine = QPointF(0, 2); });
+    EachScale("line missing", [](STScene& s) { s.bLine = false; });
+    EachScale("faint line missing", [](STScene& s) { s.bFaintLine = false; });
+    EachScale("close button missing", [](STScene& s) { s.bCloseButton = false; });
+    EachScale("close button hovered", [](STScene& s) { s.strCloseButton = "exit_hover"; });
+    EachScale("icon missing", [](STScene& s) { s.bIcon = false; });
+    EachScale("button disabled", [](STScene& s) { s.bButtonEnabled = false; });
+    EachScale("button with a focus frame", [](STScene& s) { s.bFocusFrame = true; });
+    EachScale("button with another text", [](STScene& s) { s.strButton = "Stop"; });
+    EachScale("row lit", [](STScene& s) { s.bHover = true; });
+    EachScale("figure grey", [](STScene& s) { s.colorFigure = s.colorText; });
     // Hints in both directions change the places of the letters, too, by pixels at the end of a line.
-    EachScale("letters set wider", Changed([](STScene& s) { s.enHinting = QFont::PreferFullHinting; }));
-    EachScale("one digit",
-              Changed([](STScene& s) { s.strName.replace(QLatin1String("2019"), QLatin1String("2016")); }));
-    EachScale("check box empty", Changed([](STScene& s) { s.strBox = QStringLiteral("checkbox_normal"); }));
-    EachScale("check box half",
-              Changed([](STScene& s) { s.strBox = QStringLiteral("checkbox_half_selected"); }));
-    EachScale("check box hovered",
-              Changed([](STScene& s) { s.strBox = QStringLiteral("checkbox_selected_hover"); }));
+    EachScale("letters set wider", [](STScene& s) { s.enHinting = QFont::PreferFullHinting; });
+    EachScale("one digit", [](STScene& s) { s.strName.replace("2019", "2016"); });
+    EachScale("check box empty", [](STScene& s) { s.strBox = "checkbox_normal"; });
+    EachScale("check box half", [](STScene& s) { s.strBox = "checkbox_half_selected"; });
+    EachScale("check box hovered", [](STScene& s) { s.strBox = "checkbox_selected_hover"; });
 }
 
-void tst_CPictureCompare::OtherThingDiffers()
+void tst_CPictureCompare::otherThingDiffers()
 {
     QFETCH(STScene, scene);
     QFETCH(double, dScale);
@@ -242,16 +238,16 @@ void tst_CPictureCompare::OtherThingDiffers()
     QVERIFY(!compare.IsSame());
 }
 
-void tst_CPictureCompare::OtherSizeIsSaid()
+void tst_CPictureCompare::otherSizeIsSaid()
 {
     const CPictureCompare compare(QImage(100, 80, QImage::Format_RGB32),
                                   QImage(101, 80, QImage::Format_RGB32), 1);
     QVERIFY(!compare.IsSame());
-    QCOMPARE(compare.Message(), QStringLiteral("the picture is 101 x 80 pixels, the reference 100 x 80"));
+    QCOMPARE(compare.Message(), QString("the picture is 101 x 80 pixels, the reference 100 x 80"));
     QVERIFY(compare.Cells().isEmpty());
 }
 
-void tst_CPictureCompare::CellsLieWhereTheDifferenceIs()
+void tst_CPictureCompare::cellsLieWhereTheDifferenceIs()
 {
     const double dScale = 1.5;
     const STScene scene = Changed([](STScene& s) { s.bCloseButton = false; });
@@ -264,11 +260,10 @@ void tst_CPictureCompare::CellsLieWhereTheDifferenceIs()
         QVERIFY(rectAround.contains(cell.rect));
         QVERIFY(cell.dTimes > 1);
     }
-    QVERIFY2(compare.Message().contains(QLatin1String("cells differ, all between (")),
-             qPrintable(compare.Message()));
+    QVERIFY2(compare.Message().contains("cells differ, all between ("), qPrintable(compare.Message()));
 }
 
-void tst_CPictureCompare::DifferencesAtTheEdgesAreFound_data()
+void tst_CPictureCompare::differencesAtTheEdgesAreFound_data()
 {
     QTest::addColumn<QRect>("rectDot");
     QTest::newRow("top left") << QRect(0, 0, 2, 2);
@@ -278,7 +273,7 @@ void tst_CPictureCompare::DifferencesAtTheEdgesAreFound_data()
 }
 
 // No side of the picture is a multiple of a cell's.
-void tst_CPictureCompare::DifferencesAtTheEdgesAreFound()
+void tst_CPictureCompare::differencesAtTheEdgesAreFound()
 {
     QFETCH(QRect, rectDot);
     QImage img(103, 87, QImage::Format_RGB32);
@@ -292,7 +287,7 @@ void tst_CPictureCompare::DifferencesAtTheEdgesAreFound()
     }
 }
 
-void tst_CPictureCompare::MarkedPictureShowsTheCells()
+void tst_CPictureCompare::markedPictureShowsTheCells()
 {
     const STScene scene = Changed([](STScene& s) { s.bIcon = false; });
     const CPictureCompare compare(Painted(STScene(), 1), Painted(scene, 1), 1);

@@ -1,3 +1,4 @@
+#include "support/TestFiles.h"
 #include "visual/CLookStage.h"
 #include "visual/CPictureCompare.h"
 #include "visual/Looks.h"
@@ -32,20 +33,14 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
 
-    void WindowHasTheScale();
-    void Look_data();
-    void Look();
-    void EachReferenceHasAState();
+    void windowHasTheScale();
+    void look_data();
+    void look();
+    void eachReferenceHasAState();
 
 private:
-    QString Reference(const QString& strName) const
-    {
-        return m_dirReference.filePath(strName + QStringLiteral(".png"));
-    }
-    QString Built(const QString& strName) const
-    {
-        return m_dirBuilt.filePath(strName + QStringLiteral(".png"));
-    }
+    QString Reference(const QString& strName) const { return m_dirReference.filePath(strName + ".png"); }
+    QString Built(const QString& strName) const { return m_dirBuilt.filePath(strName + ".png"); }
     void Note(const char* pWhat, const QString& strName);
     /** Reference, difference and picture of each changed state, side by side. */
     void SaveSheet() const;
@@ -59,17 +54,16 @@ private:
 };
 
 tst_Looks::tst_Looks(const STScale& scale)
-    : m_strScale(scale.baFactor.isEmpty() ? QStringLiteral("1") : QString::fromLatin1(scale.baFactor))
-    , m_dirReference(QFile::decodeName(qgetenv("TARNWICK_SOURCE_DIR"))
-                     + QStringLiteral("/tests/visual/reference/") + m_strScale)
-    , m_dirBuilt(QFile::decodeName(qgetenv("TARNWICK_BUILD_DIR")) + QStringLiteral("/pictures/looks/")
-                 + m_strScale)
+    : m_strScale(scale.baFactor.isEmpty() ? "1" : scale.baFactor)
+    , m_dirReference(QFile::decodeName(qgetenv("TARNWICK_SOURCE_DIR")) + "/tests/visual/reference/"
+                     + m_strScale)
+    , m_dirBuilt(BuildPath("pictures/looks/") + m_strScale)
 {
 }
 
 void tst_Looks::initTestCase()
 {
-    if (!CVolume(QStringLiteral("STICK"), QStringLiteral("/dev/sdb1"), 1).IsValid()) {
+    if (!CVolume("STICK", "/dev/sdb1", 1).IsValid()) {
         QSKIP("volumes cannot be mounted here");
     }
     m_dirBuilt.removeRecursively();
@@ -89,19 +83,19 @@ void tst_Looks::cleanupTestCase()
 
 void tst_Looks::Note(const char* pWhat, const QString& strName)
 {
-    QFile file(m_dirBuilt.filePath(QStringLiteral("outcome")));
+    QFile file(m_dirBuilt.filePath("outcome"));
     QVERIFY(file.open(QIODevice::Append));
     const QByteArray baLine = strName.isEmpty() ? QByteArray(pWhat) : pWhat + (' ' + strName.toUtf8());
     file.write(baLine + '\n');
 }
 
-void tst_Looks::WindowHasTheScale()
+void tst_Looks::windowHasTheScale()
 {
     const CLookStage stage;
     QCOMPARE(stage.Picture().size(), (QSizeF(1120, 690) * m_strScale.toDouble()).toSize());
 }
 
-void tst_Looks::Look_data()
+void tst_Looks::look_data()
 {
     QTest::addColumn<int>("nLook");
     for (int nLook = 0; nLook < m_listLook.size(); ++nLook) {
@@ -109,7 +103,7 @@ void tst_Looks::Look_data()
     }
 }
 
-void tst_Looks::Look()
+void tst_Looks::look()
 {
     QFETCH(int, nLook);
     const QString strName = m_listLook.at(nLook).strName;
@@ -122,7 +116,7 @@ void tst_Looks::Look()
     const QImage imgReference(Reference(strName));
     if (imgReference.isNull()) {
         Note("new", strName);
-        QFAIL(qPrintable(QStringLiteral("no reference %1; the picture is %2; scripts/looks takes it over")
+        QFAIL(qPrintable(QString("no reference %1; the picture is %2; scripts/looks takes it over")
                              .arg(Reference(strName), Built(strName))));
     }
     const CPictureCompare compare(imgReference, img, m_strScale.toDouble());
@@ -132,14 +126,14 @@ void tst_Looks::Look()
     }
     Note("changed", strName);
     m_listDifferent.append(strName);
-    imgReference.save(Built(strName + QStringLiteral("-reference")));
-    compare.Marked().save(Built(strName + QStringLiteral("-difference")));
-    QFAIL(qPrintable(QStringLiteral("%1\n   picture    %2\n   reference  %3\n   difference %4")
-                         .arg(compare.Message(), Built(strName), Reference(strName),
-                              Built(strName + QStringLiteral("-difference")))));
+    imgReference.save(Built(strName + "-reference"));
+    compare.Marked().save(Built(strName + "-difference"));
+    QFAIL(qPrintable(
+        QString("%1\n   picture    %2\n   reference  %3\n   difference %4")
+            .arg(compare.Message(), Built(strName), Reference(strName), Built(strName + "-difference"))));
 }
 
-void tst_Looks::EachReferenceHasAState()
+void tst_Looks::eachReferenceHasAState()
 {
     QStringList listState;
     for (const STLook& look : qAsConst(m_listLook)) {
@@ -148,12 +142,12 @@ void tst_Looks::EachReferenceHasAState()
     }
     QStringList listUnused;
     for (const QFileInfo& file : m_dirReference.entryInfoList(QDir::Files)) {
-        if (file.suffix() != QLatin1String("png") || !listState.contains(file.completeBaseName())) {
+        if (file.suffix() != "png" || !listState.contains(file.completeBaseName())) {
             listUnused.append(file.fileName());
             Note("unused", file.fileName());
         }
     }
-    QVERIFY2(listUnused.isEmpty(), qPrintable(listUnused.join(QLatin1Char(' '))));
+    QVERIFY2(listUnused.isEmpty(), qPrintable(listUnused.join(' ')));
 }
 
 /** One changed state in the sheet: its pictures in one line below its name. */
@@ -171,7 +165,7 @@ static QImage SheetRow(const QString& strName, const QList<QImage>& listPicture)
     imgRow.fill(Qt::lightGray);
     QPainter painter(&imgRow);
     painter.drawText(QRect(0, 0, imgRow.width(), SHEET_TITLE), Qt::AlignVCenter,
-                     strName + QStringLiteral(": reference, difference, now"));
+                     strName + ": reference, difference, now");
     for (int n = 0; n < listScaled.size(); ++n) {
         painter.drawImage(n * (SHEET_WIDTH + SHEET_GAP), SHEET_TITLE, listScaled.at(n));
     }
@@ -183,10 +177,9 @@ void tst_Looks::SaveSheet() const
     QList<QImage> listRow;
     QSize size(0, SHEET_GAP);
     for (const QString& strName : m_listDifferent) {
-        listRow.append(
-            SheetRow(strName,
-                     {QImage(Built(strName + QStringLiteral("-reference"))),
-                      QImage(Built(strName + QStringLiteral("-difference"))), QImage(Built(strName))}));
+        listRow.append(SheetRow(strName,
+                                {QImage(Built(strName + "-reference")),
+                                 QImage(Built(strName + "-difference")), QImage(Built(strName))}));
         size = QSize(qMax(size.width(), listRow.last().width()),
                      size.height() + listRow.last().height() + SHEET_GAP);
     }
@@ -202,7 +195,7 @@ void tst_Looks::SaveSheet() const
         nTop += img.height() + SHEET_GAP;
     }
     painter.end();
-    imgSheet.save(m_dirBuilt.filePath(QStringLiteral("changes.png")));
+    imgSheet.save(m_dirBuilt.filePath("changes.png"));
 }
 
 int main(int argc, char** argv)
