@@ -5,15 +5,19 @@
 #include "support/CTempTree.h"
 #include "support/CVolume.h"
 #include "support/LogFile.h"
+#include "support/ProcessUse.h"
+#include "support/VolumeNames.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTest>
 #include <QThread>
 
+#include <algorithm>
 #include <csignal>
-#include <sys/resource.h>
-#include <unistd.h>
+
+Q_DECLARE_METATYPE(ENVolumeRole)
 
 /** Volumes of our own, and a "diskutil" of our own that describes them. */
 class tst_CDestinationDiscovery : public QObject
@@ -24,35 +28,32 @@ private slots:
     void initTestCase() { CFileNameCodec::Install(); }
     void init();
     void cleanup();
-    void Constants();
-    void BusProtocol_data();
-    void BusProtocol();
-    void RoleOf_data();
-    void RoleOf();
-    void CommandsAndTheirVolumes_data();
-    void CommandsAndTheirVolumes();
-    void MissingCommand();
-    void CommandThatIsNoProgram();
-    void DiagnosticsSayWhatFailed_data();
-    void DiagnosticsSayWhatFailed();
-    void CommandIsAskedForTheDeviceInOneArgument_data();
-    void CommandIsAskedForTheDeviceInOneArgument();
-    void NamesThatAreText_data();
-    void NamesThatAreText();
-    void OwnMediumIsNeverListed();
-    void OwnVolumeOnAnotherBusIsASource();
-    void KeepsTheOrderOfTheFolderAndWritesTheLog();
-    void OnlyFoldersCount();
-    void NoVolumes();
-    void CommandThatIgnoresTheEndIsKilledWithItsChildren();
-    void CommandThatHangsWithClosedOutputCostsNoProcessorTime();
-    void CommandThatPrintsForEverEndsLongBeforeItsTime();
-    void TheNextVolumeIsAskedAfterAHang();
-    void CancelledBeforeTheStart();
-    void CancelledDuringAHang_data();
-    void CancelledDuringAHang();
-    void CancelledBetweenTwoVolumes();
-    void CancelledAfterTheLastVolume();
+
+    void constants();
+    void busProtocol_data();
+    void busProtocol();
+    void roleOf_data();
+    void roleOf();
+    void commandsAndTheirVolumes_data();
+    void commandsAndTheirVolumes();
+    void commandThatCannotBeStarted_data();
+    void commandThatCannotBeStarted();
+    void namesAreText_data();
+    void namesAreText();
+    void ownVolume_data();
+    void ownVolume();
+    void keepsTheOrderOfTheFolderAndWritesTheLog();
+    void onlyFoldersCount();
+    void noVolumes();
+    void ignoredEndKillsTheChildrenAsWell();
+    void closedOutputCostsNoProcessorTime();
+    void endlessOutputEndsEarly();
+    void nextVolumeIsAskedAfterAHang();
+    void cancelledBeforeTheStart();
+    void cancelledDuringAHang_data();
+    void cancelledDuringAHang();
+    void cancelledByTheReceiver_data();
+    void cancelledByTheReceiver();
 
 private:
     void UseCommand(const QByteArray& baScript);
@@ -79,6 +80,8 @@ static QByteArray Bus(const QByteArray& baBus)
 
 /** A script line that prints such a text. */
 static QByteArray Prints(const QByteArray& baText) { return "cat <<'END'\n" + baText + "END\n"; }
+
+static const QByteArray PRINTS_USB = Prints(Bus("USB"));
 
 static const QByteArray HANGS = "exec sleep 600\n";
 
@@ -114,17 +117,17 @@ void tst_CDestinationDiscovery::cleanup()
 void tst_CDestinationDiscovery::UseCommand(const QByteArray& baScript)
 {
     const QString strCommand
-        = m_pTree->Write(QStringLiteral("bin/diskutil"),
+        = m_pTree->Write("bin/diskutil",
                          "#!/bin/bash\nhere=${0%/bin/diskutil}\necho $$ >> \"$here/pids\"\n"
                          "printf '%s|' $# \"$@\" >> \"$here/asked\"; printf '\\0' >> \"$here/asked\"\n"
                              + baScript);
     QVERIFY(QFile::setPermissions(strCommand, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    qputenv("PATH", QFile::encodeName(m_pTree->Path(QStringLiteral("bin"))) + ':' + m_baPath);
+    qputenv("PATH", QFile::encodeName(m_pTree->Path("bin")) + ':' + m_baPath);
 }
 
 QByteArrayList tst_CDestinationDiscovery::Asked() const
 {
-    QByteArrayList listCall = m_pTree->Read(QStringLiteral("asked")).split('\0');
+    QByteArrayList listCall = m_pTree->Read("asked").split('\0');
     listCall.removeLast();
     return listCall;
 }
@@ -132,17 +135,17 @@ QByteArrayList tst_CDestinationDiscovery::Asked() const
 /** Looks for the commands, their children as far as they noted them, and whatever else is in their groups. */
 bool tst_CDestinationDiscovery::NothingLeftRunning() const
 {
-    QByteArrayList listPid = m_pTree->Read(QStringLiteral("pids")).split('\n');
+    QByteArrayList listPid = m_pTree->Read("pids").split('\n');
     listPid.removeLast();
     return !listPid.isEmpty() && std::all_of(listPid.cbegin(), listPid.cend(), [](const QByteArray& baPid) {
         return ::kill(-baPid.toInt(), 0) != 0 && ::kill(baPid.toInt(), 0) != 0;
     });
 }
 
-void tst_CDestinationDiscovery::Constants()
+void tst_CDestinationDiscovery::constants()
 {
-    QCOMPARE(CDestinationDiscovery::VolumesFolder(), QStringLiteral("/Volumes"));
-    QCOMPARE(CDestinationDiscovery::InfoCommand(), QStringLiteral("diskutil"));
+    QCOMPARE(CDestinationDiscovery::VolumesFolder(), "/Volumes");
+    QCOMPARE(CDestinationDiscovery::InfoCommand(), "diskutil");
     QCOMPARE(CDestinationDiscovery::CommandTimeoutMs(), 30000);
     CDestinationDiscovery::SetCommandTimeoutMs(7);
     QCOMPARE(CDestinationDiscovery::CommandTimeoutMs(), 7);
@@ -150,310 +153,263 @@ void tst_CDestinationDiscovery::Constants()
     QCOMPARE(CDestinationDiscovery::CommandTimeoutMs(), 30000);
 }
 
-void tst_CDestinationDiscovery::BusProtocol_data()
+void tst_CDestinationDiscovery::busProtocol_data()
 {
     QTest::addColumn<QByteArray>("baPList");
     QTest::addColumn<QString>("strBus");
-    QTest::newRow("USB") << Bus("USB") << QStringLiteral("USB");
-    QTest::newRow("other case") << Bus("usb") << QStringLiteral("usb");
-    QTest::newRow("SATA") << Bus("SATA") << QStringLiteral("SATA");
-    QTest::newRow("two words") << Bus("Disk Image") << QStringLiteral("Disk Image");
-    QTest::newRow("empty value") << Bus("") << QString();
-    QTest::newRow("no such key") << PList("") << QString();
-    QTest::newRow("key of other case") << PList("<key>busprotocol</key><string>USB</string>") << QString();
-    QTest::newRow("key in an inner dict")
-        << PList("<key>Inner</key><dict><key>BusProtocol</key><string>USB</string></dict>") << QString();
-    QTest::newRow("the last of two counts")
-        << PList("<key>BusProtocol</key><string>SATA</string><key>BusProtocol</key><string>USB</string>")
-        << QStringLiteral("USB");
-    QTest::newRow("a list on top") << QByteArray(
-        "<plist version=\"1.0\"><array><string>USB</string></array></plist>")
-                                   << QString();
-    QTest::newRow("a dict as value") << PList(
-        "<key>BusProtocol</key><dict><key>USB</key><string>USB</string></dict>")
-                                     << QString();
-    QTest::newRow("nothing") << QByteArray() << QString();
-    QTest::newRow("junk") << QByteArray("Could not find disk: USB\n") << QString();
-    QTest::newRow("cut short") << Bus("USB").chopped(20) << QString();
-    QTest::newRow("zero bytes") << QByteArray(100, '\0') << QString();
+    const auto row = [](const char* pszName, const QByteArray& baPList, const char* pszBus) {
+        QTest::newRow(pszName) << baPList << pszBus;
+    };
+    row("USB", Bus("USB"), "USB");
+    row("other case", Bus("usb"), "usb");
+    row("SATA", Bus("SATA"), "SATA");
+    row("two words", Bus("Disk Image"), "Disk Image");
+    row("empty value", Bus(""), "");
+    row("no such key", PList(""), "");
+    row("key of other case", PList("<key>busprotocol</key><string>USB</string>"), "");
+    row("key in an inner dict",
+        PList("<key>Inner</key><dict><key>BusProtocol</key><string>USB</string></dict>"), "");
+    row("the last of two counts",
+        PList("<key>BusProtocol</key><string>SATA</string><key>BusProtocol</key><string>USB</string>"),
+        "USB");
+    row("a list on top", "<plist version=\"1.0\"><array><string>USB</string></array></plist>", "");
+    row("a dict as value", PList("<key>BusProtocol</key><dict><key>USB</key><string>USB</string></dict>"),
+        "");
+    row("nothing", "", "");
+    row("junk", "Could not find disk: USB\n", "");
+    row("cut short", Bus("USB").chopped(20), "");
+    row("zero bytes", QByteArray(100, '\0'), "");
 }
 
-void tst_CDestinationDiscovery::BusProtocol()
+void tst_CDestinationDiscovery::busProtocol()
 {
     QFETCH(QByteArray, baPList);
     QTEST(CDestinationDiscovery::BusProtocol(baPList), "strBus");
 }
 
-void tst_CDestinationDiscovery::RoleOf_data()
+void tst_CDestinationDiscovery::roleOf_data()
 {
     QTest::addColumn<QString>("strBus");
     QTest::addColumn<QByteArray>("baDevice");
-    QTest::addColumn<int>("nRole");
-    QTest::newRow("USB") << QStringLiteral("USB") << QByteArray("/dev/disk7s1")
-                         << int(VOLUME_ROLE_DESTINATION);
-    QTest::newRow("USB, own") << QStringLiteral("USB") << QByteArray("/dev/own")
-                              << int(VOLUME_ROLE_OWN_MEDIUM);
-    QTest::newRow("other case") << QStringLiteral("usb") << QByteArray("/dev/disk7s1")
-                                << int(VOLUME_ROLE_SOURCE);
-    QTest::newRow("trailing blank") << QStringLiteral("USB ") << QByteArray("/dev/x")
-                                    << int(VOLUME_ROLE_SOURCE);
-    QTest::newRow("SATA") << QStringLiteral("SATA") << QByteArray("/dev/disk7s1") << int(VOLUME_ROLE_SOURCE);
-    QTest::newRow("SATA, own") << QStringLiteral("SATA") << QByteArray("/dev/own") << int(VOLUME_ROLE_SOURCE);
-    QTest::newRow("no bus") << QString() << QByteArray("/dev/disk7s1") << int(VOLUME_ROLE_SOURCE);
-    QTest::newRow("USB, another partition of the own disk")
-        << QStringLiteral("USB") << QByteArray("/dev/own2") << int(VOLUME_ROLE_DESTINATION);
+    QTest::addColumn<ENVolumeRole>("enRole");
+    const auto row = [](const char* pszBus, const char* pszDevice, ENVolumeRole enRole) {
+        QTest::addRow("%s on \"%s\"", pszDevice, pszBus) << pszBus << QByteArray(pszDevice) << enRole;
+    };
+    row("USB", "/dev/disk7s1", VOLUME_ROLE_DESTINATION);
+    row("USB", "/dev/own", VOLUME_ROLE_OWN_MEDIUM);
+    row("usb", "/dev/disk7s1", VOLUME_ROLE_SOURCE);
+    row("USB ", "/dev/disk7s1", VOLUME_ROLE_SOURCE);
+    row("SATA", "/dev/disk7s1", VOLUME_ROLE_SOURCE);
+    row("SATA", "/dev/own", VOLUME_ROLE_SOURCE);
+    row("", "/dev/disk7s1", VOLUME_ROLE_SOURCE);
+    row("USB", "/dev/own2", VOLUME_ROLE_DESTINATION); // another partition of the own disk
 }
 
-void tst_CDestinationDiscovery::RoleOf()
+void tst_CDestinationDiscovery::roleOf()
 {
     QFETCH(QString, strBus);
     QFETCH(QByteArray, baDevice);
-    QTEST(int(CDestinationDiscovery::RoleOf(strBus, baDevice, "/dev/own")), "nRole");
+    QTEST(CDestinationDiscovery::RoleOf(strBus, baDevice, "/dev/own"), "enRole");
 }
 
-void tst_CDestinationDiscovery::CommandsAndTheirVolumes_data()
+void tst_CDestinationDiscovery::commandsAndTheirVolumes_data()
 {
     QTest::addColumn<QByteArray>("baScript");
-    QTest::addColumn<int>("nRole");
-
-    const int nSource = int(VOLUME_ROLE_SOURCE);
-    const int nDestination = int(VOLUME_ROLE_DESTINATION);
-    const QByteArray baUsb = Prints(Bus("USB"));
-    const QByteArray baPartial = Prints(Bus("USB").chopped(12));
-    QTest::newRow("USB") << baUsb << nDestination;
-    QTest::newRow("usb") << Prints(Bus("usb")) << nSource;
-    QTest::newRow("SATA") << Prints(Bus("SATA")) << nSource;
-    QTest::newRow("no BusProtocol") << Prints(PList("")) << nSource;
-    QTest::newRow("junk") << QByteArray("echo this is no property list: USB\n") << nSource;
-    QTest::newRow("binary junk") << QByteArray("head -c 100000 /dev/urandom\n") << nSource;
-    QTest::newRow("nothing") << QByteArray("exit 0\n") << nSource;
-    QTest::newRow("fails without output") << QByteArray("echo no such disk >&2; exit 1\n") << nSource;
-    QTest::newRow("fails after its output") << baUsb + "exit 1\n" << nDestination;
-    QTest::newRow("crashes") << QByteArray("kill -SEGV $$\n") << nSource;
-    QTest::newRow("hangs without output") << HANGS << nSource;
-    QTest::newRow("hangs after its output") << baUsb + HANGS << nDestination;
-    QTest::newRow("hangs in the middle of its output") << baPartial + HANGS << nSource;
-    QTest::newRow("ends in the middle of its output") << baPartial << nSource;
-    QTest::newRow("prints in two pieces")
-        << "printf %s '" + Bus("USB").left(100) + "'\nsleep 0.2\nprintf %s '" + Bus("USB").mid(100) + "'\n"
-        << nDestination;
-    QTest::newRow("closes its output and hangs") << QByteArray("exec >&-\n") + HANGS << nSource;
-    QTest::newRow("prints, closes its output and hangs") << baUsb + "exec >&-\n" + HANGS << nDestination;
-    QTest::newRow("more than a pipe holds") << "cat <<'END'\n"
-            + PList("<key>BusProtocol</key><string>USB</string><key>Pad</key><string>")
-                  .chopped(int(qstrlen("</dict>\n</plist>\n")))
-            + "\nEND\nhead -c 1000000 /dev/zero | tr '\\0' x\necho '</string></dict></plist>'\n"
-                                            << nDestination;
-    QTest::newRow("megabytes of junk") << QByteArray("head -c 9000000 /dev/zero | tr '\\0' x\n") << nSource;
-    QTest::newRow("USB, then megabytes of junk") << baUsb + "head -c 9000000 /dev/zero | tr '\\0' x\n"
-                                                 << nSource;
-    QTest::newRow("prints for ever") << QByteArray("exec yes '<plist>'\n") << nSource;
+    QTest::addColumn<bool>("bUsb");
+    QTest::addColumn<QString>("strTold"); // of the query, in the program's own output
+    const auto row = [](const char* pszName, const QByteArray& baScript, bool bUsb,
+                        const char* pszTold = "") { QTest::newRow(pszName) << baScript << bUsb << pszTold; };
+    const char* const pszFailed = "Disk query failed: /dev/disk7s1";
+    const char* const pszEarly = "Disk query ended early: /dev/disk7s1";
+    const QByteArray baPartial = Prints(Bus("USB").chopped(12) + "\n");
+    const QByteArray baPadding = PList("<key>BusProtocol</key><string>USB</string><key>Pad</key><string>");
+    const QByteArray baMegabytes = "head -c 9000000 /dev/zero | tr '\\0' x\n";
+    row("USB", PRINTS_USB, true);
+    row("usb", Prints(Bus("usb")), false);
+    row("SATA", Prints(Bus("SATA")), false);
+    row("no BusProtocol", Prints(PList("")), false);
+    row("junk", "echo this is no property list: USB\n", false);
+    row("binary junk", "head -c 100000 /dev/urandom\n", false);
+    row("nothing", "exit 0\n", false);
+    row("slow, but in time", "sleep 0.2\n" + PRINTS_USB, true);
+    row("fails without output", "echo no such disk >&2; exit 1\n", false, pszFailed);
+    row("fails after its output", PRINTS_USB + "exit 3\n", true, pszFailed);
+    row("crashes", "kill -SEGV $$\n", false, pszFailed);
+    row("crashes after its output", PRINTS_USB + "kill -SEGV $$\n", true, pszFailed);
+    row("hangs without output", HANGS, false, pszEarly);
+    row("hangs after its output", PRINTS_USB + HANGS, true, pszEarly);
+    row("hangs in the middle of its output", baPartial + HANGS, false, pszEarly);
+    row("ends in the middle of its output", baPartial, false);
+    row("prints in two pieces",
+        "printf %s '" + Bus("USB").left(100) + "'\nsleep 0.2\nprintf %s '" + Bus("USB").mid(100) + "'\n",
+        true);
+    row("closes its output and hangs", "exec >&-\n" + HANGS, false, pszEarly);
+    row("prints, closes its output and hangs", PRINTS_USB + "exec >&-\n" + HANGS, true, pszEarly);
+    row("more than a pipe holds",
+        "cat <<'END'\n" + baPadding.chopped(int(qstrlen("</dict>\n</plist>\n")))
+            + "\nEND\nhead -c 1000000 /dev/zero | tr '\\0' x\necho '</string></dict></plist>'\n",
+        true);
+    row("megabytes of junk", baMegabytes, false, pszEarly);
+    row("USB, then megabytes of junk", PRINTS_USB + baMegabytes, false, pszEarly);
+    row("prints for ever", "exec yes '<plist>'\n", false, pszEarly);
 }
 
-void tst_CDestinationDiscovery::CommandsAndTheirVolumes()
+void tst_CDestinationDiscovery::commandsAndTheirVolumes()
 {
     QFETCH(QByteArray, baScript);
-    QFETCH(int, nRole);
+    QFETCH(bool, bUsb);
+    QFETCH(QString, strTold);
     CDestinationDiscovery::SetCommandTimeoutMs(1500);
     UseCommand(baScript);
     QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
 
+    const CLogCapture capture;
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 1);
-    QCOMPARE(listVolume[0].strPath, QStringLiteral("/Volumes/STICK"));
-    QCOMPARE(listVolume[0].strName, QStringLiteral("STICK"));
-    QCOMPARE(listVolume[0].baDevice, QByteArray("/dev/disk7s1"));
-    QCOMPARE(int(listVolume[0].enRole), nRole);
-    QCOMPARE(LogLines(),
-             QStringList{nRole == VOLUME_ROLE_SOURCE ? QStringLiteral("/Volumes/STICK")
-                                                     : QStringLiteral("diskName: STICK")});
+    QCOMPARE(listVolume[0].strPath, "/Volumes/STICK");
+    QCOMPARE(listVolume[0].strName, "STICK");
+    QCOMPARE(listVolume[0].baDevice, "/dev/disk7s1");
+    QCOMPARE(listVolume[0].enRole, bUsb ? VOLUME_ROLE_DESTINATION : VOLUME_ROLE_SOURCE);
+    QCOMPARE(LogLines(), QStringList{bUsb ? "diskName: STICK" : "/Volumes/STICK"});
+    QVERIFY2(capture.HasPart(strTold.isEmpty() ? "Disk query" : strTold) != strTold.isEmpty(),
+             qPrintable(capture.Lines().join('\n')));
     QTRY_VERIFY(NothingLeftRunning());
 }
 
-void tst_CDestinationDiscovery::MissingCommand()
+void tst_CDestinationDiscovery::commandThatCannotBeStarted_data()
 {
+    QTest::addColumn<bool>("bThere");
+    QTest::newRow("missing") << false;
+    QTest::newRow("no program") << true;
+}
+
+void tst_CDestinationDiscovery::commandThatCannotBeStarted()
+{
+    QFETCH(bool, bThere);
     QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
     QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/B"));
-    qputenv("PATH", QFile::encodeName(m_pTree->MkDir(QStringLiteral("empty"))));
+    qputenv("PATH", QFile::encodeName(m_pTree->MkDir("bin")));
+    if (bThere) {
+        const QString strCommand = m_pTree->Write("bin/diskutil",
+                                                  "\x7f"
+                                                  "ELF is not all it takes");
+        QVERIFY(QFile::setPermissions(strCommand, QFile::ReadOwner | QFile::ExeOwner));
+    }
     QElapsedTimer timer;
     timer.start();
     const CLogCapture capture;
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 2);
-    QCOMPARE(int(listVolume[0].enRole), int(VOLUME_ROLE_SOURCE));
-    QCOMPARE(int(listVolume[1].enRole), int(VOLUME_ROLE_SOURCE));
+    QCOMPARE(listVolume[0].enRole, VOLUME_ROLE_SOURCE);
+    QCOMPARE(listVolume[1].enRole, VOLUME_ROLE_SOURCE);
     QVERIFY(timer.elapsed() < 5000);
-    QVERIFY(capture.HasPart(QStringLiteral("Disk query failed: /dev/disk7s1")));
-    QVERIFY(!capture.HasPart(QStringLiteral("QIODevice")));
+    QVERIFY(capture.HasPart("Disk query failed: /dev/disk7s1"));
+    QVERIFY(!capture.HasPart("QIODevice"));
 }
 
-void tst_CDestinationDiscovery::CommandThatIsNoProgram()
+void tst_CDestinationDiscovery::namesAreText_data()
 {
-    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
-    const QString strCommand = m_pTree->Write(QStringLiteral("bin/diskutil"),
-                                              "\x7f"
-                                              "ELF is not all it takes");
-    QVERIFY(QFile::setPermissions(strCommand, QFile::ReadOwner | QFile::ExeOwner));
-    qputenv("PATH", QFile::encodeName(m_pTree->Path(QStringLiteral("bin"))));
+    AddVolumeNames();
+    QTest::newRow("path of a share") << QByteArray("//nas/my  share");
+}
+
+/** The same name as a volume's, as far as it can be one, and as a device's. */
+void tst_CDestinationDiscovery::namesAreText()
+{
+    QFETCH(QByteArray, baName);
+    UseCommand(PRINTS_USB);
+    const QByteArray baPoint = "/Volumes/" + baName.mid(baName.lastIndexOf('/') + 1);
+    QVERIFY(CVolume::Mount(baName, baPoint));
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 1);
-    QCOMPARE(int(listVolume[0].enRole), int(VOLUME_ROLE_SOURCE));
+    QCOMPARE(listVolume[0].strPath, QFile::decodeName(baPoint));
+    QCOMPARE(listVolume[0].strName, listVolume[0].strPath.mid(int(qstrlen("/Volumes/"))));
+    QCOMPARE(Asked(), QByteArrayList{"3|info|-plist|" + baName + "|"});
+    // The log is read as UTF-8; a line end makes two lines of it.
+    const QString strLine = QString::fromUtf8("diskName: " + QFile::encodeName(listVolume[0].strName));
+    QCOMPARE(LogLines().first(), strLine.section('\n', 0, 0));
 }
 
-void tst_CDestinationDiscovery::DiagnosticsSayWhatFailed_data()
+void tst_CDestinationDiscovery::ownVolume_data()
 {
-    QTest::addColumn<QByteArray>("baScript");
-    QTest::addColumn<QString>("strPart");
-    const QByteArray baUsb = Prints(Bus("USB"));
-    QTest::newRow("nothing failed") << baUsb << QString();
-    QTest::newRow("slow, but in time") << "sleep 0.2\n" + baUsb << QString();
-    QTest::newRow("exit status") << baUsb + "exit 3\n" << QStringLiteral("Disk query failed: /dev/disk7s1");
-    QTest::newRow("crash") << baUsb + "kill -SEGV $$\n" << QStringLiteral("Disk query failed: /dev/disk7s1");
-    QTest::newRow("hang") << baUsb + HANGS << QStringLiteral("Disk query ended early: /dev/disk7s1");
+    QTest::addColumn<QByteArray>("baBus");
+    QTest::addColumn<ENVolumeRole>("enRole");
+    QTest::addColumn<QString>("strLog");
+    QTest::newRow("never a destination")
+        << QByteArray("USB") << VOLUME_ROLE_OWN_MEDIUM << "skipped, the program runs from it: /Volumes/OWN";
+    QTest::newRow("source on another bus") << QByteArray("SATA") << VOLUME_ROLE_SOURCE << "/Volumes/OWN";
 }
 
-void tst_CDestinationDiscovery::DiagnosticsSayWhatFailed()
+void tst_CDestinationDiscovery::ownVolume()
 {
-    QFETCH(QByteArray, baScript);
-    QFETCH(QString, strPart);
-    CDestinationDiscovery::SetCommandTimeoutMs(700);
-    UseCommand(baScript);
-    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
-    const CLogCapture capture;
-    QCOMPARE(Scanned().size(), 1);
-    QVERIFY2(capture.HasPart(strPart.isEmpty() ? QStringLiteral("Disk query") : strPart) != strPart.isEmpty(),
-             qPrintable(capture.Lines().join(QLatin1Char('\n'))));
-}
-
-void tst_CDestinationDiscovery::CommandIsAskedForTheDeviceInOneArgument_data()
-{
-    QTest::addColumn<QByteArray>("baDevice");
-    QTest::newRow("plain") << QByteArray("/dev/disk7s1");
-    QTest::newRow("blanks") << QByteArray("//nas/my  share");
-    QTest::newRow("quotation marks") << QByteArray("a\"b'c");
-    QTest::newRow("shell signs") << QByteArray("$(id);`id`|x>y*");
-    QTest::newRow("percent signs") << QByteArray("%1 %2");
-    QTest::newRow("hash and backslash") << QByteArray("a#b\\040c");
-}
-
-void tst_CDestinationDiscovery::CommandIsAskedForTheDeviceInOneArgument()
-{
-    QFETCH(QByteArray, baDevice);
-    UseCommand(Prints(Bus("USB")));
-    QVERIFY(CVolume::Mount(baDevice, "/Volumes/STICK"));
-    QCOMPARE(Scanned().size(), 1);
-    QCOMPARE(Asked(), QByteArrayList{"3|info|-plist|" + baDevice + "|"});
-}
-
-void tst_CDestinationDiscovery::NamesThatAreText_data()
-{
-    QTest::addColumn<QString>("strName");
-    QTest::newRow("blank") << QStringLiteral("STICK A");
-    QTest::newRow("trailing blank") << QStringLiteral("STICK ");
-    QTest::newRow("percent signs") << QStringLiteral("%1 and %2");
-    QTest::newRow("markup") << QStringLiteral("<b>bold");
-    QTest::newRow("hash") << QStringLiteral("#1");
-    QTest::newRow("leading dash") << QStringLiteral("-plist");
-    QTest::newRow("several scripts") << QStringLiteral("Größe 磁盘");
-    QTest::newRow("255 bytes") << QString(255, QLatin1Char('n'));
-}
-
-void tst_CDestinationDiscovery::NamesThatAreText()
-{
-    QFETCH(QString, strName);
-    UseCommand("[ \"$3\" = /dev/disk7s1 ] || exit 1\n" + Prints(Bus("USB")));
-    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/" + strName.toUtf8()));
-    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/line\nbreak"));
-    QStringList listFound;
-    for (const STVolume& volume : Scanned()) {
-        listFound.append(QString::number(volume.enRole) + volume.strName + volume.strPath);
-    }
-    listFound.sort();
-    QStringList listExpected{QStringLiteral("0line\nbreak/Volumes/line\nbreak"),
-                             QStringLiteral("1") + strName + QStringLiteral("/Volumes/") + strName};
-    listExpected.sort();
-    QCOMPARE(listFound, listExpected);
-    QVERIFY(LogLines().contains(QStringLiteral("diskName: ") + strName));
-}
-
-void tst_CDestinationDiscovery::OwnMediumIsNeverListed()
-{
-    UseCommand(Prints(Bus("USB")));
+    QFETCH(QByteArray, baBus);
+    QFETCH(QString, strLog);
+    UseCommand(Prints(Bus(baBus)));
     const QByteArray baOwn = CVolumeInfo::DeviceOf(QCoreApplication::applicationDirPath());
     QVERIFY(!baOwn.isEmpty());
     QVERIFY(CVolume::Mount(baOwn, "/Volumes/OWN"));
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 1);
-    QCOMPARE(int(listVolume[0].enRole), int(VOLUME_ROLE_OWN_MEDIUM));
+    QTEST(listVolume[0].enRole, "enRole");
     QCOMPARE(listVolume[0].baDevice, baOwn);
-    QCOMPARE(LogLines(), QStringList{"skipped, the program runs from it: /Volumes/OWN"});
+    QCOMPARE(LogLines(), QStringList{strLog});
 }
 
-void tst_CDestinationDiscovery::OwnVolumeOnAnotherBusIsASource()
-{
-    UseCommand(Prints(Bus("SATA")));
-    const QByteArray baOwn = CVolumeInfo::DeviceOf(QCoreApplication::applicationDirPath());
-    QVERIFY(CVolume::Mount(baOwn, "/Volumes/OWN"));
-    const QVector<STVolume> listVolume = Scanned();
-    QCOMPARE(listVolume.size(), 1);
-    QCOMPARE(int(listVolume[0].enRole), int(VOLUME_ROLE_SOURCE));
-    QCOMPARE(LogLines(), QStringList{QStringLiteral("/Volumes/OWN")});
-}
-
-void tst_CDestinationDiscovery::KeepsTheOrderOfTheFolderAndWritesTheLog()
+void tst_CDestinationDiscovery::keepsTheOrderOfTheFolderAndWritesTheLog()
 {
     UseCommand("case $3 in *u) bus=USB ;; *) bus=SATA ;; esac\ncat <<END\n" + Bus("$bus") + "END\n");
-    const QByteArrayList listName{"m", "b", "z", "a", "k"};
+    const QStringList listName{"m", "b", "z", "a", "k"};
     for (int i = 0; i < listName.size(); ++i) {
-        QVERIFY(CVolume::Mount("/dev/" + listName[i] + (i % 2 == 0 ? "u" : "s"), "/Volumes/" + listName[i]));
+        const QByteArray baName = listName[i].toLatin1();
+        QVERIFY(CVolume::Mount("/dev/" + baName + (i % 2 == 0 ? "u" : "s"), "/Volumes/" + baName));
     }
-    const QStringList listFolder
-        = QDir(QStringLiteral("/Volumes")).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
+    const QDir folder("/Volumes");
+    const QStringList listFolder = folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
     // This folder lists backwards, so that neither sorting goes unnoticed.
     QCOMPARE(listFolder.size(), listName.size());
-    QVERIFY(listFolder != QDir(QStringLiteral("/Volumes")).entryList(QDir::Dirs | QDir::NoDotAndDotDot));
+    QVERIFY(listFolder != folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot));
 
     QStringList listFound;
     QStringList listLog;
     for (const STVolume& volume : Scanned()) {
         listFound.append(volume.strName);
-        const bool bUsb = listName.indexOf(volume.strName.toUtf8()) % 2 == 0;
-        QCOMPARE(int(volume.enRole), int(bUsb ? VOLUME_ROLE_DESTINATION : VOLUME_ROLE_SOURCE));
-        listLog.append(bUsb ? QStringLiteral("diskName: ") + volume.strName : volume.strPath);
+        const bool bUsb = listName.indexOf(volume.strName) % 2 == 0;
+        QCOMPARE(volume.enRole, bUsb ? VOLUME_ROLE_DESTINATION : VOLUME_ROLE_SOURCE);
+        listLog.append(bUsb ? "diskName: " + volume.strName : volume.strPath);
     }
     QCOMPARE(listFound, listFolder);
     QCOMPARE(LogLines(), listLog);
     QCOMPARE(Asked().size(), 5);
 }
 
-void tst_CDestinationDiscovery::OnlyFoldersCount()
+void tst_CDestinationDiscovery::onlyFoldersCount()
 {
-    UseCommand(Prints(Bus("USB")));
-    QFile file(QStringLiteral("/Volumes/file"));
+    UseCommand(PRINTS_USB);
+    QFile file("/Volumes/file");
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
     QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/.hidden"));
-    QVERIFY(QFile::link(QStringLiteral("/Volumes/STICK"), QStringLiteral("/Volumes/link")));
+    QVERIFY(QFile::link("/Volumes/STICK", "/Volumes/link"));
     QStringList listFound;
     for (const STVolume& volume : Scanned()) {
         listFound.append(volume.strName);
     }
     listFound.sort();
-    QCOMPARE(listFound, (QStringList{QStringLiteral("STICK"), QStringLiteral("link")}));
+    QCOMPARE(listFound, (QStringList{"STICK", "link"}));
     QCOMPARE(Asked(), (QByteArrayList{"3|info|-plist|/dev/disk7s1|", "3|info|-plist|/dev/disk7s1|"}));
 }
 
-void tst_CDestinationDiscovery::NoVolumes()
+void tst_CDestinationDiscovery::noVolumes()
 {
-    UseCommand(Prints(Bus("USB")));
+    UseCommand(PRINTS_USB);
     const std::atomic<bool> bCancelled{false};
     int nFound = 0;
     QVERIFY(CDestinationDiscovery::Scan([&nFound](const STVolume&) { ++nFound; }, bCancelled));
     QCOMPARE(nFound, 0);
-    QVERIFY(!m_pTree->Has(QStringLiteral("asked")));
+    QVERIFY(!m_pTree->Has("asked"));
 }
 
-void tst_CDestinationDiscovery::CommandThatIgnoresTheEndIsKilledWithItsChildren()
+void tst_CDestinationDiscovery::ignoredEndKillsTheChildrenAsWell()
 {
     CDestinationDiscovery::SetCommandTimeoutMs(200);
     UseCommand("trap '' TERM HUP INT\n" + CHILD_HANGS);
@@ -465,15 +421,7 @@ void tst_CDestinationDiscovery::CommandThatIgnoresTheEndIsKilledWithItsChildren(
     QTRY_VERIFY(NothingLeftRunning());
 }
 
-static qint64 ProcessorTimeMs()
-{
-    rusage usage;
-    ::getrusage(RUSAGE_SELF, &usage);
-    return (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000
-        + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
-}
-
-void tst_CDestinationDiscovery::CommandThatHangsWithClosedOutputCostsNoProcessorTime()
+void tst_CDestinationDiscovery::closedOutputCostsNoProcessorTime()
 {
     CDestinationDiscovery::SetCommandTimeoutMs(500);
     UseCommand("exec >&-\n" + HANGS);
@@ -486,14 +434,7 @@ void tst_CDestinationDiscovery::CommandThatHangsWithClosedOutputCostsNoProcessor
     QVERIFY2(ProcessorTimeMs() - nBefore < 300, qPrintable(QString::number(ProcessorTimeMs() - nBefore)));
 }
 
-static qint64 PeakMemoryMiB()
-{
-    rusage usage;
-    ::getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss / 1024;
-}
-
-void tst_CDestinationDiscovery::CommandThatPrintsForEverEndsLongBeforeItsTime()
+void tst_CDestinationDiscovery::endlessOutputEndsEarly()
 {
     CDestinationDiscovery::SetCommandTimeoutMs(20000);
     UseCommand("exec yes '<plist>'\n");
@@ -508,48 +449,47 @@ void tst_CDestinationDiscovery::CommandThatPrintsForEverEndsLongBeforeItsTime()
     QTRY_VERIFY(NothingLeftRunning());
 }
 
-void tst_CDestinationDiscovery::TheNextVolumeIsAskedAfterAHang()
+void tst_CDestinationDiscovery::nextVolumeIsAskedAfterAHang()
 {
     CDestinationDiscovery::SetCommandTimeoutMs(300);
-    UseCommand("[ \"$3\" = /dev/good ] || exec sleep 600\n" + Prints(Bus("USB")));
+    UseCommand("[ \"$3\" = /dev/good ] || exec sleep 600\n" + PRINTS_USB);
     QVERIFY(CVolume::Mount("/dev/bad1", "/Volumes/A"));
     QVERIFY(CVolume::Mount("/dev/good", "/Volumes/B"));
     QVERIFY(CVolume::Mount("/dev/bad2", "/Volumes/C"));
     const QVector<STVolume> listVolume = Scanned();
     QCOMPARE(listVolume.size(), 3);
     for (const STVolume& volume : listVolume) {
-        const bool bGood = volume.strName == QLatin1String("B");
-        QCOMPARE(int(volume.enRole), int(bGood ? VOLUME_ROLE_DESTINATION : VOLUME_ROLE_SOURCE));
+        QCOMPARE(volume.enRole, volume.strName == "B" ? VOLUME_ROLE_DESTINATION : VOLUME_ROLE_SOURCE);
     }
     QTRY_VERIFY(NothingLeftRunning());
 }
 
-void tst_CDestinationDiscovery::CancelledBeforeTheStart()
+void tst_CDestinationDiscovery::cancelledBeforeTheStart()
 {
-    UseCommand(Prints(Bus("USB")));
+    UseCommand(PRINTS_USB);
     QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
     const std::atomic<bool> bCancelled{true};
     const CLogCapture capture;
     int nFound = 0;
     QVERIFY(!CDestinationDiscovery::Scan([&nFound](const STVolume&) { ++nFound; }, bCancelled));
     QCOMPARE(nFound, 0);
-    QVERIFY(!m_pTree->Has(QStringLiteral("asked")));
+    QVERIFY(!m_pTree->Has("asked"));
     QCOMPARE(LogLines(), QStringList());
     QCOMPARE(capture.Lines(), QStringList());
 }
 
-void tst_CDestinationDiscovery::CancelledDuringAHang_data()
+void tst_CDestinationDiscovery::cancelledDuringAHang_data()
 {
     QTest::addColumn<QByteArray>("baScript");
     QTest::addColumn<int>("nProcesses");
     QTest::newRow("before any output") << HANGS << 1;
-    QTest::newRow("after its output") << Prints(Bus("USB")) + HANGS << 1;
+    QTest::newRow("after its output") << PRINTS_USB + HANGS << 1;
     QTest::newRow("with its output closed") << "exec >&-\n" + HANGS << 1;
     QTest::newRow("with a child of its own") << CHILD_HANGS << 2;
     QTest::newRow("ignoring the polite end") << "trap '' TERM\n" + CHILD_HANGS << 2;
 }
 
-void tst_CDestinationDiscovery::CancelledDuringAHang()
+void tst_CDestinationDiscovery::cancelledDuringAHang()
 {
     QFETCH(QByteArray, baScript);
     QFETCH(int, nProcesses);
@@ -563,8 +503,8 @@ void tst_CDestinationDiscovery::CancelledDuringAHang()
         bWhole = CDestinationDiscovery::Scan([&nFound](const STVolume&) { ++nFound; }, bCancelled);
     }));
     pThread->start();
-    QTRY_VERIFY(m_pTree->Has(QStringLiteral("asked")));
-    QTRY_COMPARE(m_pTree->Read(QStringLiteral("pids")).count('\n'), nProcesses);
+    QTRY_VERIFY(m_pTree->Has("asked"));
+    QTRY_COMPARE(m_pTree->Read("pids").count('\n'), nProcesses);
     QElapsedTimer timer;
     timer.start();
     bCancelled = true;
@@ -576,30 +516,29 @@ void tst_CDestinationDiscovery::CancelledDuringAHang()
     QCOMPARE(Asked().size(), 1);
 }
 
-void tst_CDestinationDiscovery::CancelledBetweenTwoVolumes()
+void tst_CDestinationDiscovery::cancelledByTheReceiver_data()
 {
-    UseCommand(Prints(Bus("USB")));
-    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
-    QVERIFY(CVolume::Mount("/dev/disk8s1", "/Volumes/B"));
-    std::atomic<bool> bCancelled{false};
-    int nFound = 0;
-    const bool bWhole = CDestinationDiscovery::Scan(
-        [&nFound, &bCancelled](const STVolume&) {
-            ++nFound;
-            bCancelled = true;
-        },
-        bCancelled);
-    QVERIFY(!bWhole);
-    QCOMPARE(nFound, 1);
-    QCOMPARE(Asked().size(), 1);
+    QTest::addColumn<QByteArrayList>("listName");
+    QTest::newRow("between two volumes") << QByteArrayList{"A", "B"};
+    QTest::newRow("after the last") << QByteArrayList{"A"};
 }
 
-void tst_CDestinationDiscovery::CancelledAfterTheLastVolume()
+void tst_CDestinationDiscovery::cancelledByTheReceiver()
 {
-    UseCommand(Prints(Bus("USB")));
-    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/A"));
+    QFETCH(QByteArrayList, listName);
+    UseCommand(PRINTS_USB);
+    for (const QByteArray& baName : listName) {
+        QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/" + baName));
+    }
     std::atomic<bool> bCancelled{false};
-    QVERIFY(!CDestinationDiscovery::Scan([&bCancelled](const STVolume&) { bCancelled = true; }, bCancelled));
+    int nFound = 0;
+    const auto fnFound = [&nFound, &bCancelled](const STVolume&) {
+        ++nFound;
+        bCancelled = true;
+    };
+    QVERIFY(!CDestinationDiscovery::Scan(fnFound, bCancelled));
+    QCOMPARE(nFound, 1);
+    QCOMPARE(Asked().size(), 1);
 }
 
 QTEST_GUILESS_MAIN(tst_CDestinationDiscovery)

@@ -8,8 +8,8 @@
 #include "support/VolumeNames.h"
 
 #include <QDir>
+#include <QTest>
 #include <QThread>
-#include <QtTest>
 
 /** The record that each event becomes, and who gets it. The functions build on each other in this order. */
 class tst_CDiskListener : public QObject
@@ -19,26 +19,21 @@ class tst_CDiskListener : public QObject
 private slots:
     void initTestCase() { CFileNameCodec::Install(); }
     void init();
-    void TheSourcesStayAliveWithoutTheTableOfMounts();
-    void SaysNothingBeforeTheStart();
-    void StartsWithCallbackAndContext();
-    void ASecondStartKeepsTheFirstCallback();
-    void IsOneInstance();
-    void HasPath_data();
-    void HasPath();
-    void DropsANullPath();
-    void WritesOneDebugLine_data();
-    void WritesOneDebugLine();
-    void TakesTheBytesAsLatin1();
+
+    void sourceLivesWithoutTheTableOfMounts();
+    void saysNothingBeforeTheStart();
+    void startsOnce();
+    void isOneInstance();
+    void record_data();
+    void record();
+    void dropsANullPath();
     void pathOfAnEvent_data();
     void pathOfAnEvent();
-    void pathOfAnEventThatNamesTheRealFolder_data();
-    void pathOfAnEventThatNamesTheRealFolder();
-    void DestroysTheRecordAfterTheCallback();
-    void SurvivesAnEventWithinAnEvent();
+    void destroysTheRecordAfterTheCallback();
+    void survivesAnEventWithinAnEvent();
     void deliversRealMountsOnTheThreadThatStarted_data() { AddVolumeNames(); }
     void deliversRealMountsOnTheThreadThatStarted();
-    void TheSourcesStayAliveWithoutDeviceEvents();
+    void sourceLivesWithoutDeviceEvents();
 };
 
 static QVector<STDiskNotication> s_listSeen;
@@ -72,7 +67,7 @@ void tst_CDiskListener::init()
 }
 
 /** Done before anything else watches: /proc is out of sight for a moment. */
-void tst_CDiskListener::TheSourcesStayAliveWithoutTheTableOfMounts()
+void tst_CDiskListener::sourceLivesWithoutTheTableOfMounts()
 {
     NEEDS_VOLUMES();
     UseLogFile();
@@ -81,13 +76,12 @@ void tst_CDiskListener::TheSourcesStayAliveWithoutTheTableOfMounts()
     QVERIFY(CVolume::Mount("hidden", "/proc"));
     pSource->Start(Listener());
     QVERIFY(CVolume::Unmount("/proc"));
-    const QStringList listExpected{
-        QStringLiteral("No table of mounts: volumes that come or go are not noticed")};
+    const QStringList listExpected{"No table of mounts: volumes that come or go are not noticed"};
     QCOMPARE(capture.Lines(), listExpected);
     QTRY_COMPARE(LogLines(), listExpected);
 }
 
-void tst_CDiskListener::SaysNothingBeforeTheStart()
+void tst_CDiskListener::saysNothingBeforeTheStart()
 {
     const CLogCapture capture;
     Listener().OnDiskChanged(DISK_EVENT_APPEARED, "/Volumes/STICK");
@@ -95,62 +89,65 @@ void tst_CDiskListener::SaysNothingBeforeTheStart()
     QCOMPARE(s_listSeen.size(), 0);
 }
 
-void tst_CDiskListener::StartsWithCallbackAndContext()
+void tst_CDiskListener::startsOnce()
 {
     QCOMPARE(Listener().StartListener(&Record, &s_nAnchor), true);
-    Listener().OnDiskChanged(DISK_EVENT_APPEARED, "/Volumes/STICK");
-    QCOMPARE(s_listSeen.size(), 1);
-    QCOMPARE(s_pContext, static_cast<void*>(&s_nAnchor));
-}
-
-void tst_CDiskListener::ASecondStartKeepsTheFirstCallback()
-{
     int nOther = 0;
-    QCOMPARE(Listener().StartListener(&Other, &nOther), true);
+    for (const PFNDiskCallback pfnLater : {&Record, &Other, PFNDiskCallback(nullptr)}) {
+        Listener().OnDiskChanged(DISK_EVENT_APPEARED, "/Volumes/STICK");
+        QCOMPARE(s_pContext, static_cast<void*>(&s_nAnchor));
+        QCOMPARE(Listener().StartListener(pfnLater, &nOther), true);
+    }
     Listener().OnDiskChanged(DISK_EVENT_APPEARED, "/Volumes/STICK");
-    QCOMPARE(s_nOther, 0);
-    QCOMPARE(s_listSeen.size(), 1);
+    QCOMPARE(s_listSeen.size(), 4);
     QCOMPARE(s_pContext, static_cast<void*>(&s_nAnchor));
-    QCOMPARE(Listener().StartListener(nullptr, nullptr), true);
-    Listener().OnDiskChanged(DISK_EVENT_APPEARED, "/Volumes/STICK");
-    QCOMPARE(s_listSeen.size(), 2);
+    QCOMPARE(s_nOther, 0);
 }
 
-void tst_CDiskListener::IsOneInstance()
+void tst_CDiskListener::isOneInstance()
 {
     QCOMPARE(&CDiskListener::GetInstance(), &CDiskListener::GetInstance());
 }
 
-void tst_CDiskListener::HasPath_data()
+void tst_CDiskListener::record_data()
 {
     QTest::addColumn<int>("nType");
     QTest::addColumn<QByteArray>("baPath");
     QTest::addColumn<int>("nHasPath");
-    QTest::newRow("removal without a path") << 1 << QByteArray("USB") << 0;
-    QTest::newRow("removal of a volume") << 1 << QByteArray("/Volumes/STICK") << 1;
-    QTest::newRow("removal in other case") << 1 << QByteArray("usb") << 1;
-    QTest::newRow("removal, longer") << 1 << QByteArray("USB ") << 1;
-    QTest::newRow("removal, shorter") << 1 << QByteArray("US") << 1;
-    QTest::newRow("removal of a volume of that name") << 1 << QByteArray("/Volumes/USB") << 1;
-    QTest::newRow("removal, empty path") << 1 << QByteArray("") << 1;
-    QTest::newRow("arrival named USB") << 0 << QByteArray("USB") << 1;
-    QTest::newRow("arrival of a device") << 0 << QByteArray("/sys/devices/usb1/block/sdb") << 1;
-    QTest::newRow("arrival of a volume") << 0 << QByteArray("/Volumes/STICK") << 1;
-    QTest::newRow("arrival, empty path") << 0 << QByteArray("") << 1;
+    const auto row = [](const char* pszName, int nType, const char* pszPath, int nHasPath) {
+        QTest::newRow(pszName) << nType << QByteArray(pszPath) << nHasPath;
+    };
+    row("removal without a path", 1, "USB", 0);
+    row("removal of a volume", 1, "/Volumes/STICK", 1);
+    row("removal in other case", 1, "usb", 1);
+    row("removal, longer", 1, "USB ", 1);
+    row("removal, shorter", 1, "US", 1);
+    row("removal of a volume of that name", 1, "/Volumes/USB", 1);
+    row("removal, empty path", 1, "", 1);
+    row("arrival named USB", 0, "USB", 1);
+    row("arrival of a device", 0, "/sys/devices/usb1/block/sdb", 1);
+    row("arrival of a volume", 0, "/Volumes/STICK", 1);
+    row("arrival, empty path", 0, "", 1);
+    row("percent signs", 1, "/Volumes/%1 %2", 1);
+    row("quotation marks", 0, "/Volumes/\"x\"", 1);
+    row("bytes beyond ASCII", 0, "/Volumes/\xc3\xa4\xff", 1);
 }
 
-void tst_CDiskListener::HasPath()
+void tst_CDiskListener::record()
 {
     QFETCH(int, nType);
     QFETCH(QByteArray, baPath);
+    const CLogCapture capture;
     Listener().OnDiskChanged(ENDiskEventType(nType), baPath.constData());
     QCOMPARE(s_listSeen.size(), 1);
     QCOMPARE(int(s_listSeen[0].enType), nType);
     QCOMPARE(s_listSeen[0].strDevicePath, QString::fromLatin1(baPath));
     QTEST(int(s_listSeen[0].nHasPath), "nHasPath");
+    const QString strLine = "OnDiskChanged:" + QString::number(nType) + " devicePath:";
+    QCOMPARE(capture.Lines(), QStringList{strLine + QString::fromLatin1(baPath) + "!"});
 }
 
-void tst_CDiskListener::DropsANullPath()
+void tst_CDiskListener::dropsANullPath()
 {
     const CLogCapture capture;
     Listener().OnDiskChanged(DISK_EVENT_APPEARED, nullptr);
@@ -159,77 +156,37 @@ void tst_CDiskListener::DropsANullPath()
     QCOMPARE(capture.Lines(), QStringList());
 }
 
-void tst_CDiskListener::WritesOneDebugLine_data()
-{
-    QTest::addColumn<int>("nType");
-    QTest::addColumn<QByteArray>("baPath");
-    QTest::addColumn<QString>("strLine");
-    QTest::newRow("arrival") << 0 << QByteArray("/Volumes/STICK")
-                             << QStringLiteral("OnDiskChanged:0 devicePath:/Volumes/STICK!");
-    QTest::newRow("removal") << 1 << QByteArray("USB") << QStringLiteral("OnDiskChanged:1 devicePath:USB!");
-    QTest::newRow("percent signs") << 1 << QByteArray("/Volumes/%1 %2")
-                                   << QStringLiteral("OnDiskChanged:1 devicePath:/Volumes/%1 %2!");
-    QTest::newRow("quotation marks") << 0 << QByteArray("/Volumes/\"x\"")
-                                     << QStringLiteral("OnDiskChanged:0 devicePath:/Volumes/\"x\"!");
-}
-
-void tst_CDiskListener::WritesOneDebugLine()
-{
-    QFETCH(int, nType);
-    QFETCH(QByteArray, baPath);
-    QFETCH(QString, strLine);
-    const CLogCapture capture;
-    Listener().OnDiskChanged(ENDiskEventType(nType), baPath.constData());
-    QCOMPARE(capture.Lines(), QStringList{strLine});
-}
-
-void tst_CDiskListener::TakesTheBytesAsLatin1()
-{
-    Listener().OnDiskChanged(DISK_EVENT_APPEARED, "/Volumes/\xc3\xa4\xff");
-    QCOMPARE(s_listSeen[0].strDevicePath.toLatin1(), QByteArray("/Volumes/\xc3\xa4\xff"));
-    QCOMPARE(s_listSeen[0].strDevicePath.size(), 12);
-}
-
 void tst_CDiskListener::pathOfAnEvent_data()
 {
     QTest::addColumn<QByteArray>("baPath");
-    for (const char* pszPath : {"USB", "", "/", "/STICK", "/Volumes", "/Volumes/STICK",
-                                "/Volumes/B\xc3\xbc"
-                                "cher",
-                                "/Volumes/caf\xe9\xff", "/Volumes/%1", "/sys/devices/usb1/block/sdb"}) {
-        QTest::newRow(pszPath) << QByteArray(pszPath);
+    QTest::addColumn<QByteArray>("baWhereALink"); // where "/Volumes" is a link to "/run/media"
+    const auto row = [](const QByteArray& baPath, const QByteArray& baWhereALink) {
+        QTest::newRow(baPath.isEmpty() ? "(empty)" : baPath.constData()) << baPath << baWhereALink;
+    };
+    for (const char* pszSame : {"USB", "", "/", "/STICK", "/Volumes", "/Volumes/STICK", "/Volumes/\xc3\xbc",
+                                "/Volumes/\xe9\xff", "/Volumes/%1", "/sys/devices/usb1/block/sdb"}) {
+        row(pszSame, pszSame);
     }
+    row("/run/media/STICK", "/Volumes/STICK");
+    row("/run/media/\xc3\xbc", "/Volumes/\xc3\xbc");
+    row("/run/media/\xe9\xff", "/Volumes/\xe9\xff");
+    row("/run/media/STICK/inside", "/run/media/STICK/inside");
+    row("/run/media", "/run/media");
+    row("/run/media2/STICK", "/run/media2/STICK");
 }
 
 void tst_CDiskListener::pathOfAnEvent()
 {
     QFETCH(QByteArray, baPath);
-    QCOMPARE(DiskEventPath({QString::fromLatin1(baPath), DISK_EVENT_APPEARED, 1}), QFile::decodeName(baPath));
-}
-
-void tst_CDiskListener::pathOfAnEventThatNamesTheRealFolder_data()
-{
-    QTest::addColumn<QByteArray>("baPath");
-    QTest::addColumn<QByteArray>("baExpected");
-    QTest::newRow("volume") << QByteArray("/run/media/STICK") << QByteArray("/Volumes/STICK");
-    QTest::newRow("name that is not UTF-8") << QByteArray("/run/media/\xe9") << QByteArray("/Volumes/\xe9");
-    QTest::newRow("through the link") << QByteArray("/Volumes/STICK") << QByteArray("/Volumes/STICK");
-    QTest::newRow("inside a volume") << QByteArray("/run/media/STICK/a") << QByteArray("/run/media/STICK/a");
-    QTest::newRow("folder itself") << QByteArray("/run/media") << QByteArray("/run/media");
-    QTest::newRow("folder of similar name") << QByteArray("/run/media2/S") << QByteArray("/run/media2/S");
-}
-
-void tst_CDiskListener::pathOfAnEventThatNamesTheRealFolder()
-{
-    QFETCH(QByteArray, baPath);
-    QFETCH(QByteArray, baExpected);
+    QFETCH(QByteArray, baWhereALink);
     NEEDS_VOLUMES();
-    QVERIFY(CVolume::ClearAndLink("/run/media"));
     const STDiskNotication stNotication{QString::fromLatin1(baPath), DISK_EVENT_DISAPPEARED, 1};
-    QCOMPARE(DiskEventPath(stNotication), QFile::decodeName(baExpected));
+    QCOMPARE(DiskEventPath(stNotication), QFile::decodeName(baPath));
+    QVERIFY(CVolume::ClearAndLink("/run/media"));
+    QCOMPARE(DiskEventPath(stNotication), QFile::decodeName(baWhereALink));
 }
 
-void tst_CDiskListener::DestroysTheRecordAfterTheCallback()
+void tst_CDiskListener::destroysTheRecordAfterTheCallback()
 {
     bool bSharedInside = false;
     s_fnInside = [&bSharedInside] { bSharedInside = !s_listSeen.last().strDevicePath.isDetached(); };
@@ -239,7 +196,7 @@ void tst_CDiskListener::DestroysTheRecordAfterTheCallback()
     QVERIFY(s_listSeen.last().strDevicePath.isDetached());
 }
 
-void tst_CDiskListener::SurvivesAnEventWithinAnEvent()
+void tst_CDiskListener::survivesAnEventWithinAnEvent()
 {
     s_fnInside = [] {
         s_fnInside = nullptr;
@@ -247,8 +204,8 @@ void tst_CDiskListener::SurvivesAnEventWithinAnEvent()
     };
     Listener().OnDiskChanged(DISK_EVENT_APPEARED, "/Volumes/OUTER");
     QCOMPARE(s_listSeen.size(), 2);
-    QCOMPARE(s_listSeen[0].strDevicePath, QStringLiteral("/Volumes/OUTER"));
-    QCOMPARE(s_listSeen[1].strDevicePath, QStringLiteral("/Volumes/INNER"));
+    QCOMPARE(s_listSeen[0].strDevicePath, "/Volumes/OUTER");
+    QCOMPARE(s_listSeen[1].strDevicePath, "/Volumes/INNER");
     QCOMPARE(int(s_listSeen[1].enType), 1);
 }
 
@@ -259,22 +216,20 @@ void tst_CDiskListener::deliversRealMountsOnTheThreadThatStarted()
     const QByteArray baPath = "/Volumes/" + baName;
     QVERIFY(CVolume::Mount("/dev/disk7s1", baPath));
     QTRY_COMPARE(s_listSeen.size(), 1);
-    QCOMPARE(s_listSeen[0].strDevicePath, QString::fromLatin1(baPath));
-    QCOMPARE(DiskEventPath(s_listSeen[0]),
-             QDir("/Volumes").entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot).at(0).filePath());
-    QCOMPARE(int(s_listSeen[0].enType), 0);
-    QCOMPARE(int(s_listSeen[0].nHasPath), 1);
-    QCOMPARE(s_hThread, QThread::currentThreadId());
-
     QVERIFY(CVolume::Unmount(baPath));
     QTRY_COMPARE(s_listSeen.size(), 2);
-    QCOMPARE(s_listSeen[1].strDevicePath, QString::fromLatin1(baPath));
-    QCOMPARE(int(s_listSeen[1].enType), 1);
-    QCOMPARE(int(s_listSeen[1].nHasPath), 1);
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(int(s_listSeen[i].enType), i);
+        QCOMPARE(int(s_listSeen[i].nHasPath), 1);
+        QCOMPARE(s_listSeen[i].strDevicePath, QString::fromLatin1(baPath));
+        const QFileInfoList listEntry = QDir("/Volumes").entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
+        QCOMPARE(DiskEventPath(s_listSeen[i]), listEntry.at(0).filePath());
+    }
+    QCOMPARE(s_hThread, QThread::currentThreadId());
 }
 
 /** Done last: this thread gets no more sockets. */
-void tst_CDiskListener::TheSourcesStayAliveWithoutDeviceEvents()
+void tst_CDiskListener::sourceLivesWithoutDeviceEvents()
 {
     NEEDS_VOLUMES();
     if (!ForbidCall(__NR_socket, EAFNOSUPPORT)) {
@@ -282,14 +237,13 @@ void tst_CDiskListener::TheSourcesStayAliveWithoutDeviceEvents()
     }
     UseLogFile();
     const std::unique_ptr<IDiskEventSource> pSource = IDiskEventSource::Create();
-    const QString strExpected
-        = QStringLiteral("No device events: USB disks are noticed when they are mounted");
+    const QStringList listExpected{"No device events: USB disks are noticed when they are mounted"};
     {
         const CLogCapture capture;
         pSource->Start(Listener());
-        QCOMPARE(capture.Lines(), QStringList{strExpected});
+        QCOMPARE(capture.Lines(), listExpected);
     }
-    QTRY_COMPARE(LogLines(), QStringList{strExpected});
+    QTRY_COMPARE(LogLines(), listExpected);
     // Once from the source that the listener started, once from this one.
     QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK B"));
     QTRY_COMPARE(s_listSeen.size(), 2);

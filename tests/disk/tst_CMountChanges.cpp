@@ -12,91 +12,69 @@ private slots:
     void between();
 };
 
-static const QByteArray ROOT = "20 1 8:1 / / rw,relatime shared:1 - ext4 /dev/sda1 rw\n";
-static const QByteArray VOLUMES = "30 20 0:30 / /Volumes rw - tmpfs volumes rw\n";
+static const QByteArray BASE = "20 1 8:1 / / rw,relatime shared:1 - ext4 /dev/sda1 rw\n"
+                               "30 20 0:30 / /Volumes rw - tmpfs volumes rw\n";
 static const QByteArray STICK = "40 30 8:17 / /Volumes/STICK rw shared:7 - vfat /dev/sdb1 rw\n";
 static const QByteArray OTHER = "41 30 8:33 / /Volumes/OTHER rw - vfat /dev/sdc1 rw\n";
 
-/** Events as text: "+" or "-" and the path, one per line. */
-static QByteArray AsText(const QVector<STDiskEvent>& listEvent)
+void tst_CMountChanges::between_data()
 {
-    QByteArray baText;
-    for (const STDiskEvent& event : listEvent) {
-        baText += (event.enType == DISK_EVENT_APPEARED ? "+" : "-") + event.baPath + "\n";
-    }
-    return baText;
+    QTest::addColumn<QByteArray>("baBefore"); // both behind BASE
+    QTest::addColumn<QByteArray>("baAfter");
+    QTest::addColumn<QByteArrayList>("listEvent"); // "+" or "-" and the path
+    const auto row
+        = [](const char* pszName, const QByteArray& baBefore, const QByteArray& baAfter,
+             const QByteArrayList& listEvent) { QTest::newRow(pszName) << baBefore << baAfter << listEvent; };
+    const QByteArrayList listBoth{"-/Volumes/STICK", "+/Volumes/STICK"};
+    const QByteArray baOverStick = "50 40 8:33 / /Volumes/STICK rw - vfat /dev/sdc1 rw\n";
+    const QByteArray baOnMnt = "40 20 8:17 / /mnt rw - vfat /dev/sdb1 rw\n";
+
+    row("nothing happened", STICK, STICK, {});
+    row("mounted", "", STICK, {"+/Volumes/STICK"});
+    row("unmounted", STICK, "", {"-/Volumes/STICK"});
+    row("two mounted, in the table's order", "", STICK + OTHER, {"+/Volumes/STICK", "+/Volumes/OTHER"});
+    row("two unmounted", OTHER + STICK, "", {"-/Volumes/OTHER", "-/Volumes/STICK"});
+    row("the removal comes first", STICK, OTHER, {"-/Volumes/STICK", "+/Volumes/OTHER"});
+    row("the table's order changed", STICK + OTHER, OTHER + STICK, {});
+    row("mounted again with other options", STICK,
+        "40 30 8:17 / /Volumes/STICK ro - vfat /dev/sdb1 ro,errors=continue\n", {});
+    row("moved within the folder", STICK, "40 30 8:17 / /Volumes/BACK rw - vfat /dev/sdb1 rw\n",
+        {"-/Volumes/STICK", "+/Volumes/BACK"});
+    row("moved out of the folder", STICK, baOnMnt, {"-/Volumes/STICK"});
+    row("moved into the folder", baOnMnt, STICK, {"+/Volumes/STICK"});
+    row("another disk under the same name and number", STICK,
+        "40 30 8:33 / /Volumes/STICK rw - vfat /dev/sdc1 rw\n", listBoth);
+    row("another device node of the same disk", STICK, "40 30 8:17 / /Volumes/STICK rw - vfat /dev/x rw\n",
+        listBoth);
+    row("the same disk unmounted and mounted", STICK, "77 30 8:17 / /Volumes/STICK rw - vfat /dev/sdb1 rw\n",
+        listBoth);
+    row("another volume mounted over it", STICK, STICK + baOverStick, listBoth);
+    row("the volume over it unmounted", STICK + baOverStick, STICK, listBoth);
+    row("both unmounted", STICK + baOverStick, "", {"-/Volumes/STICK"});
+    row("inside a volume", STICK, STICK + "51 40 8:33 / /Volumes/STICK/inside rw - vfat /dev/sdc1 rw\n", {});
+    row("elsewhere", "", "52 20 8:33 / /media/STICK rw - vfat /dev/sdc1 rw\n", {});
+    row("in a folder of similar name", "", "53 20 8:33 / /Volumes2/STICK rw - vfat /dev/sdc1 rw\n", {});
+    row("beside the folder", "", "55 20 8:33 / /Volumes23 rw - vfat /dev/sdc1 rw\n", {});
+    row("in a folder of that name elsewhere", "", "54 20 8:33 / /mnt/Volumes/S rw - vfat /dev/sdc1 rw\n", {});
+    row("the folder itself", "", "31 30 0:31 / /Volumes rw - tmpfs more rw\n", {});
+    row("the name keeps its bytes", "", "40 30 8:17 / /Volumes/A\\040\xff\\012%1 rw - vfat /dev/sdb1 rw\n",
+        {"+/Volumes/A \xff\n%1"});
 }
 
 static std::vector<STMount> Volumes(const QByteArray& baText)
 {
-    return CMountChanges::VolumesIn("/Volumes", CMountTable::Parse(baText.toStdString()));
-}
-
-void tst_CMountChanges::between_data()
-{
-    QTest::addColumn<QByteArray>("baBefore");
-    QTest::addColumn<QByteArray>("baAfter");
-    QTest::addColumn<QByteArray>("baEvents");
-
-    const QByteArray baBase = ROOT + VOLUMES;
-    const QByteArray baStickAgain = "40 30 8:33 / /Volumes/STICK rw - vfat /dev/sdc1 rw\n";
-    const QByteArray baStickNewNumber = "77 30 8:17 / /Volumes/STICK rw - vfat /dev/sdb1 rw\n";
-    const QByteArray baStickReadOnly = "40 30 8:17 / /Volumes/STICK ro - vfat /dev/sdb1 ro,errors=continue\n";
-    const QByteArray baStickMoved = "40 30 8:17 / /Volumes/BACK rw - vfat /dev/sdb1 rw\n";
-    const QByteArray baStickElsewhere = "40 20 8:17 / /mnt rw - vfat /dev/sdb1 rw\n";
-    const QByteArray baOverStick = "50 40 8:33 / /Volumes/STICK rw - vfat /dev/sdc1 rw\n";
-    const QByteArray baInside = "51 40 8:33 / /Volumes/STICK/inside rw - vfat /dev/sdc1 rw\n";
-    const QByteArray baElsewhere = "52 20 8:33 / /media/STICK rw - vfat /dev/sdc1 rw\n";
-    const QByteArray baSimilar = "53 20 8:33 / /Volumes2/STICK rw - vfat /dev/sdc1 rw\n";
-    const QByteArray baLonger = "55 20 8:33 / /Volumes23 rw - vfat /dev/sdc1 rw\n";
-    const QByteArray baDeeper = "54 20 8:33 / /mnt/Volumes/STICK rw - vfat /dev/sdc1 rw\n";
-
-    QTest::newRow("nothing happened") << baBase + STICK << baBase + STICK << QByteArray();
-    QTest::newRow("mounted") << baBase << baBase + STICK << QByteArray("+/Volumes/STICK\n");
-    QTest::newRow("unmounted") << baBase + STICK << baBase << QByteArray("-/Volumes/STICK\n");
-    QTest::newRow("two mounted, in the table's order")
-        << baBase << baBase + STICK + OTHER << QByteArray("+/Volumes/STICK\n+/Volumes/OTHER\n");
-    QTest::newRow("two unmounted") << baBase + OTHER + STICK << baBase
-                                   << QByteArray("-/Volumes/OTHER\n-/Volumes/STICK\n");
-    QTest::newRow("the removal comes first")
-        << baBase + STICK << baBase + OTHER << QByteArray("-/Volumes/STICK\n+/Volumes/OTHER\n");
-    QTest::newRow("the table's order changed")
-        << baBase + STICK + OTHER << OTHER + STICK + baBase << QByteArray();
-    QTest::newRow("mounted again with other options")
-        << baBase + STICK << baBase + baStickReadOnly << QByteArray();
-    QTest::newRow("moved within the folder")
-        << baBase + STICK << baBase + baStickMoved << QByteArray("-/Volumes/STICK\n+/Volumes/BACK\n");
-    QTest::newRow("moved out of the folder")
-        << baBase + STICK << baBase + baStickElsewhere << QByteArray("-/Volumes/STICK\n");
-    QTest::newRow("moved into the folder")
-        << baBase + baStickElsewhere << baBase + STICK << QByteArray("+/Volumes/STICK\n");
-    QTest::newRow("another disk under the same name and number")
-        << baBase + STICK << baBase + baStickAgain << QByteArray("-/Volumes/STICK\n+/Volumes/STICK\n");
-    QTest::newRow("the same disk unmounted and mounted")
-        << baBase + STICK << baBase + baStickNewNumber << QByteArray("-/Volumes/STICK\n+/Volumes/STICK\n");
-    QTest::newRow("another volume mounted over it")
-        << baBase + STICK << baBase + STICK + baOverStick << QByteArray("-/Volumes/STICK\n+/Volumes/STICK\n");
-    QTest::newRow("the volume over it unmounted")
-        << baBase + STICK + baOverStick << baBase + STICK << QByteArray("-/Volumes/STICK\n+/Volumes/STICK\n");
-    QTest::newRow("both unmounted") << baBase + STICK + baOverStick << baBase
-                                    << QByteArray("-/Volumes/STICK\n");
-    QTest::newRow("inside a volume") << baBase + STICK << baBase + STICK + baInside << QByteArray();
-    QTest::newRow("elsewhere") << baBase << baBase + baElsewhere << QByteArray();
-    QTest::newRow("in a folder of similar name") << baBase << baBase + baSimilar << QByteArray();
-    QTest::newRow("beside the folder") << baBase << baBase + baLonger << QByteArray();
-    QTest::newRow("in a folder of that name elsewhere") << baBase << baBase + baDeeper << QByteArray();
-    QTest::newRow("the folder itself") << ROOT << baBase << QByteArray();
-    QTest::newRow("the name keeps its bytes")
-        << baBase << baBase + "40 30 8:17 / /Volumes/A\\040\xff\\012%1 rw - vfat /dev/sdb1 rw\n"
-        << QByteArray("+/Volumes/A \xff\n%1\n");
-    QTest::newRow("from nothing") << QByteArray() << baBase + STICK << QByteArray("+/Volumes/STICK\n");
+    return CMountChanges::VolumesIn("/Volumes", CMountTable::Parse((BASE + baText).toStdString()));
 }
 
 void tst_CMountChanges::between()
 {
     QFETCH(QByteArray, baBefore);
     QFETCH(QByteArray, baAfter);
-    QTEST(AsText(CMountChanges::Between(Volumes(baBefore), Volumes(baAfter))), "baEvents");
+    QByteArrayList listSeen;
+    for (const STDiskEvent& event : CMountChanges::Between(Volumes(baBefore), Volumes(baAfter))) {
+        listSeen.append((event.enType == DISK_EVENT_APPEARED ? "+" : "-") + event.baPath);
+    }
+    QTEST(listSeen, "listEvent");
 }
 
 QTEST_APPLESS_MAIN(tst_CMountChanges)

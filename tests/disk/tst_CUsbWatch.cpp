@@ -6,8 +6,9 @@
 #include <QDir>
 #include <QFile>
 #include <QMutex>
+#include <QSemaphore>
+#include <QTest>
 #include <QThread>
-#include <QtTest>
 
 /** Disks that are plugged in and pulled, as udev tells it, through the listener and the event loop. */
 class tst_CUsbWatch : public QObject
@@ -17,19 +18,17 @@ class tst_CUsbWatch : public QObject
 private slots:
     void initTestCase();
     void init();
-    void AUsbDiskArrivesAndGoes();
-    void AUsbDiskThatAnswersAsAtaArrivesAndGoes();
-    void AUsbDiskGoesWhenItsParentsAreGoneAlready();
-    void OneEventForADiskWithPartitions();
-    void ABatchOfThreeKeepsItsOrder();
-    void ASataDiskSaysNothing();
-    void ASataDiskThatClaimsUsbSaysNothing();
-    void AUsbDeviceThatIsNoDiskSaysNothing();
-    void ADiskPresentAtTheStartOnlyGoes();
-    void ADiskOffAnyBusIsRememberedFromTheStart();
-    void WorksBesideADeviceManager();
-    void TheMonitorsServeAnotherThread();
-    void TheMonitorsIgnoreANullContext();
+    void diskArrivesAndGoes_data();
+    void diskArrivesAndGoes();
+    void diskGoesWhenItsParentsAreGoneAlready();
+    void oneEventForADiskWithPartitions();
+    void batchOfThreeKeepsItsOrder();
+    void deviceThatIsNoDiskSaysNothing();
+    void diskPresentAtTheStartOnlyGoes();
+    void diskOffAnyBusIsRememberedFromTheStart();
+    void worksBesideADeviceManager();
+    void monitorsServeAnotherThread();
+    void monitorsIgnoreANullContext();
 
 private:
     std::string AddUsbTarget();
@@ -45,12 +44,16 @@ private:
     int m_nPort = 0;
 };
 
+namespace {
+
 /** One record, and the thread that it came on. */
 struct STSeen
 {
     QByteArray baText;
-    Qt::HANDLE hThread;
+    Qt::HANDLE hThread = nullptr;
 };
+
+} // namespace
 
 static QMutex s_mutex;
 static QVector<STSeen> s_listSeen;
@@ -128,23 +131,40 @@ void tst_CUsbWatch::init()
     s_listSeen.clear();
 }
 
-void tst_CUsbWatch::AUsbDiskArrivesAndGoes()
+/** An event that is always reported: when it has come, all events before it have been looked at. */
+void tst_CUsbWatch::SendSentinel()
 {
-    const std::string strDisk = PlugUsbDisk("sdb");
-    QTRY_COMPARE(Seen(), QByteArrayList{Arrival(strDisk)});
-    Pull(strDisk);
-    QTRY_COMPARE(Seen(), (QByteArrayList{Arrival(strDisk), REMOVAL}));
+    const std::string strDisk = PlugUsbDisk("sentinel" + std::to_string(m_nPort));
+    QTRY_VERIFY(Seen().contains(Arrival(strDisk)));
 }
 
-void tst_CUsbWatch::AUsbDiskThatAnswersAsAtaArrivesAndGoes()
+void tst_CUsbWatch::diskArrivesAndGoes_data()
 {
-    const std::string strDisk = PlugUsbDisk("sdc", "ata");
-    QTRY_COMPARE(Seen(), QByteArrayList{Arrival(strDisk)});
-    Pull(strDisk);
-    QTRY_COMPARE(Seen(), (QByteArrayList{Arrival(strDisk), REMOVAL}));
+    QTest::addColumn<bool>("bUsb"); // one of its parents
+    QTest::addColumn<QByteArray>("baBus"); // that it claims
+    QTest::newRow("USB disk") << true << QByteArray("usb");
+    QTest::newRow("USB disk that answers as ATA") << true << QByteArray("ata");
+    QTest::newRow("SATA disk") << false << QByteArray("ata");
+    QTest::newRow("SATA disk that claims USB") << false << QByteArray("usb");
 }
 
-void tst_CUsbWatch::AUsbDiskGoesWhenItsParentsAreGoneAlready()
+void tst_CUsbWatch::diskArrivesAndGoes()
+{
+    QFETCH(bool, bUsb);
+    QFETCH(QByteArray, baBus);
+    const std::string strName = "sda" + std::to_string(m_nPort);
+    const std::string strDisk
+        = bUsb ? PlugUsbDisk(strName, baBus.constData()) : PlugSataDisk(strName, baBus.constData());
+    SendSentinel();
+    QCOMPARE(Seen().size(), bUsb ? 2 : 1);
+    QCOMPARE(Seen().first() == Arrival(strDisk), bUsb);
+    Pull(strDisk);
+    SendSentinel();
+    QCOMPARE(Seen().size(), bUsb ? 4 : 2);
+    QCOMPARE(Seen().count(REMOVAL), bUsb ? 1 : 0);
+}
+
+void tst_CUsbWatch::diskGoesWhenItsParentsAreGoneAlready()
 {
     const std::string strDisk = PlugUsbDisk("sdd");
     QTRY_COMPARE(Seen().size(), 1);
@@ -153,14 +173,7 @@ void tst_CUsbWatch::AUsbDiskGoesWhenItsParentsAreGoneAlready()
     QTRY_COMPARE(Seen(), (QByteArrayList{Arrival(strDisk), REMOVAL}));
 }
 
-/** An event that is always reported: when it has come, all events before it have been looked at. */
-void tst_CUsbWatch::SendSentinel()
-{
-    const std::string strDisk = PlugUsbDisk("sentinel" + std::to_string(m_nPort));
-    QTRY_VERIFY(Seen().contains(Arrival(strDisk)));
-}
-
-void tst_CUsbWatch::OneEventForADiskWithPartitions()
+void tst_CUsbWatch::oneEventForADiskWithPartitions()
 {
     const std::string strDisk = PlugUsbDisk("sde");
     const std::string strFirst = m_devices.Add("block", "sde1", strDisk, "partition", "usb");
@@ -176,7 +189,7 @@ void tst_CUsbWatch::OneEventForADiskWithPartitions()
     QCOMPARE(Seen()[2], REMOVAL);
 }
 
-void tst_CUsbWatch::ABatchOfThreeKeepsItsOrder()
+void tst_CUsbWatch::batchOfThreeKeepsItsOrder()
 {
     const std::string strFirstTarget = AddUsbTarget();
     const std::string strSecondTarget = AddUsbTarget();
@@ -187,29 +200,7 @@ void tst_CUsbWatch::ABatchOfThreeKeepsItsOrder()
     QTRY_COMPARE(Seen(), (QByteArrayList{Arrival(strFirst), Arrival(strSecond), REMOVAL}));
 }
 
-void tst_CUsbWatch::ASataDiskSaysNothing()
-{
-    const std::string strDisk = PlugSataDisk("sda");
-    SendSentinel();
-    QCOMPARE(Seen().size(), 1);
-    Pull(strDisk);
-    SendSentinel();
-    QCOMPARE(Seen().size(), 2);
-    QVERIFY(!Seen().contains(REMOVAL));
-}
-
-void tst_CUsbWatch::ASataDiskThatClaimsUsbSaysNothing()
-{
-    const std::string strDisk = PlugSataDisk("sdh", "usb");
-    SendSentinel();
-    QCOMPARE(Seen().size(), 1);
-    Pull(strDisk);
-    SendSentinel();
-    QCOMPARE(Seen().size(), 2);
-    QVERIFY(!Seen().contains(REMOVAL));
-}
-
-void tst_CUsbWatch::AUsbDeviceThatIsNoDiskSaysNothing()
+void tst_CUsbWatch::deviceThatIsNoDiskSaysNothing()
 {
     const std::string strDevice = m_devices.Add("usb", "2-90", m_strController, "usb_device");
     SendSentinel();
@@ -219,7 +210,7 @@ void tst_CUsbWatch::AUsbDeviceThatIsNoDiskSaysNothing()
     QVERIFY(!Seen().contains(REMOVAL));
 }
 
-void tst_CUsbWatch::ADiskPresentAtTheStartOnlyGoes()
+void tst_CUsbWatch::diskPresentAtTheStartOnlyGoes()
 {
     SendSentinel();
     QCOMPARE(Seen().size(), 1);
@@ -228,7 +219,7 @@ void tst_CUsbWatch::ADiskPresentAtTheStartOnlyGoes()
     QCOMPARE(Seen().last(), REMOVAL);
 }
 
-void tst_CUsbWatch::ADiskOffAnyBusIsRememberedFromTheStart()
+void tst_CUsbWatch::diskOffAnyBusIsRememberedFromTheStart()
 {
     m_devices.Announce(m_strPresentOdd, "remove");
     m_devices.Remove(m_strPresentOdd.substr(0, m_strPresentOdd.find("/sdq")));
@@ -236,11 +227,11 @@ void tst_CUsbWatch::ADiskOffAnyBusIsRememberedFromTheStart()
 }
 
 /** The tests above run without one, where the sandbox shows none. */
-void tst_CUsbWatch::WorksBesideADeviceManager()
+void tst_CUsbWatch::worksBesideADeviceManager()
 {
-    QFile fileControl(QStringLiteral("/run/udev/control"));
+    QFile fileControl("/run/udev/control");
     const bool bOurs = !fileControl.exists();
-    if (bOurs && (!QDir().mkpath(QStringLiteral("/run/udev")) || !fileControl.open(QIODevice::WriteOnly))) {
+    if (bOurs && (!QDir().mkpath("/run/udev") || !fileControl.open(QIODevice::WriteOnly))) {
         QSKIP("the sign of a device manager cannot be faked here");
     }
     QByteArrayList listSeen;
@@ -254,6 +245,8 @@ void tst_CUsbWatch::WorksBesideADeviceManager()
         QVERIFY(fileControl.remove());
     }
 }
+
+namespace {
 
 /** A thread with an event loop that has run one of the thread entries. */
 class CMonitorThread : public QThread
@@ -291,7 +284,9 @@ private:
     Qt::HANDLE m_hThread = nullptr;
 };
 
-void tst_CUsbWatch::TheMonitorsServeAnotherThread()
+} // namespace
+
+void tst_CUsbWatch::monitorsServeAnotherThread()
 {
     CDiskListener& listener = CDiskListener::GetInstance();
     std::atomic<bool> bAnswer{false};
@@ -310,7 +305,7 @@ void tst_CUsbWatch::TheMonitorsServeAnotherThread()
     QTRY_COMPARE(SeenOn(hAll), (QByteArrayList{REMOVAL, REMOVAL}));
 }
 
-void tst_CUsbWatch::TheMonitorsIgnoreANullContext()
+void tst_CUsbWatch::monitorsIgnoreANullContext()
 {
     QVERIFY(USBMonitor(nullptr));
     DAMonitor(nullptr);

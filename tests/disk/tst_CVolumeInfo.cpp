@@ -4,7 +4,7 @@
 #include "support/VolumeNames.h"
 
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 /** Which device a path lies on, whatever its volume is called. */
 class tst_CVolumeInfo : public QObject
@@ -14,65 +14,49 @@ class tst_CVolumeInfo : public QObject
 private slots:
     void initTestCase() { CFileNameCodec::Install(); }
     void init();
-    void DeviceByName_data();
-    void DeviceByName();
-    void DeviceOfAFolderInsideAVolume();
-    void DeviceThroughALink();
-    void DeviceOfTheVolumeOnTop();
-    void DeviceOfOneNameThatBeginsLikeAnother();
-    void NoDeviceForAPathThatIsNotThere();
-    void MountPointsAreAbsolutePaths();
+    void deviceByName_data() { AddVolumeNames(); }
+    void deviceByName();
+    void deviceOfAPath_data();
+    void deviceOfAPath();
+    void mountPointsAreAbsolutePaths();
 };
 
 void tst_CVolumeInfo::init() { NEEDS_VOLUMES(); }
 
-void tst_CVolumeInfo::DeviceByName_data() { AddVolumeNames(); }
-
-void tst_CVolumeInfo::DeviceByName()
+void tst_CVolumeInfo::deviceByName()
 {
     QFETCH(QByteArray, baName);
     const QByteArray baPoint = "/Volumes/" + baName;
     QVERIFY(CVolume::Mount("/dev/disk7s1", baPoint));
-    QCOMPARE(CVolumeInfo::DeviceOf(QFile::decodeName(baPoint)), QByteArray("/dev/disk7s1"));
+    QCOMPARE(CVolumeInfo::DeviceOf(QFile::decodeName(baPoint)), "/dev/disk7s1");
 }
 
-void tst_CVolumeInfo::DeviceOfAFolderInsideAVolume()
+void tst_CVolumeInfo::deviceOfAPath_data()
 {
-    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
-    QVERIFY(QDir().mkpath(QStringLiteral("/Volumes/STICK/a/b")));
-    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK/a/b")), QByteArray("/dev/disk7s1"));
+    QTest::addColumn<QString>("strPath");
+    QTest::addColumn<QByteArray>("baDevice");
+    QTest::newRow("volume on top of another") << "/Volumes/STICK" << QByteArray("/dev/top");
+    QTest::newRow("folder in a volume") << "/Volumes/STICK/a/b" << QByteArray("/dev/top");
+    QTest::newRow("link to a volume") << "/Volumes/link" << QByteArray("/dev/top");
+    QTest::newRow("volume whose name begins alike") << "/Volumes/STICK 1" << QByteArray("/dev/long");
+    QTest::newRow("folder whose name begins alike") << "/Volumes/STICK 2" << QByteArray("volumes");
+    QTest::newRow("path that is not there") << "/Volumes/gone" << QByteArray();
+    QTest::newRow("no path") << QString() << QByteArray();
 }
 
-void tst_CVolumeInfo::DeviceThroughALink()
+void tst_CVolumeInfo::deviceOfAPath()
 {
-    QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/STICK"));
-    QVERIFY(QFile::link(QStringLiteral("/Volumes/STICK"), QStringLiteral("/Volumes/link")));
-    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/link")), QByteArray("/dev/disk7s1"));
-}
-
-void tst_CVolumeInfo::DeviceOfTheVolumeOnTop()
-{
+    QFETCH(QString, strPath);
     QVERIFY(CVolume::Mount("/dev/below", "/Volumes/STICK"));
     QVERIFY(CVolume::Mount("/dev/top", "/Volumes/STICK"));
-    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK")), QByteArray("/dev/top"));
-}
-
-void tst_CVolumeInfo::DeviceOfOneNameThatBeginsLikeAnother()
-{
-    QVERIFY(CVolume::Mount("/dev/short", "/Volumes/STICK"));
     QVERIFY(CVolume::Mount("/dev/long", "/Volumes/STICK 1"));
-    QVERIFY(QDir().mkpath(QStringLiteral("/Volumes/STICK 2")));
-    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK 1")), QByteArray("/dev/long"));
-    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/STICK 2")), QByteArray("volumes"));
+    QVERIFY(QDir().mkpath("/Volumes/STICK/a/b"));
+    QVERIFY(QDir().mkpath("/Volumes/STICK 2"));
+    QVERIFY(QFile::link("/Volumes/STICK", "/Volumes/link"));
+    QTEST(CVolumeInfo::DeviceOf(strPath), "baDevice");
 }
 
-void tst_CVolumeInfo::NoDeviceForAPathThatIsNotThere()
-{
-    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/gone")), QByteArray());
-    QCOMPARE(CVolumeInfo::DeviceOf(QString()), QByteArray());
-}
-
-void tst_CVolumeInfo::MountPointsAreAbsolutePaths()
+void tst_CVolumeInfo::mountPointsAreAbsolutePaths()
 {
     QVERIFY(CVolume::Mount("/dev/disk7s1", "/Volumes/line\nbreak"));
     const QByteArrayList listPoint = CVolumeInfo::MountPoints().value_or(QByteArrayList());

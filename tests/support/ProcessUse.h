@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <sys/resource.h>
+
+/** Processor time that this process has used so far, in milliseconds. */
+inline qint64 ProcessorTimeMs()
+{
+    rusage usage;
+    getrusage(RUSAGE_SELF, &usage);
+    return (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000
+        + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
+}
+
+/** The most memory that this process has had so far. */
+inline qint64 PeakMemoryMiB()
+{
+    rusage usage;
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+}
