@@ -38,49 +38,39 @@ void tst_CFileNameCodec::installedOnce()
 
 void tst_CFileNameCodec::bytesAndText_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("empty") << QByteArray("") << QString("");
-    QTest::newRow("ascii") << QByteArray("a b.txt") << QString("a b.txt");
-    QTest::newRow("two bytes, least") << QByteArray("\xc2\x80") << QString(QChar(0x80));
-    QTest::newRow("two bytes, greatest") << QByteArray("\xdf\xbf") << QString(QChar(0x7ff));
-    QTest::newRow("three bytes, least") << QByteArray("\xe0\xa0\x80") << QString(QChar(0x800));
-    QTest::newRow("below the surrogates") << QByteArray("\xed\x9f\xbf") << QString(QChar(0xd7ff));
-    QTest::newRow("above the surrogates") << QByteArray("\xee\x80\x80") << QString(QChar(0xe000));
-    QTest::newRow("three bytes, greatest") << QByteArray("\xef\xbf\xbf") << QString(QChar(0xffff));
-    QTest::newRow("byte order mark stays") << QByteArray("\xef\xbb\xbfx") << QString(QChar(0xfeff)) + "x";
-    QTest::newRow("four bytes, least")
-        << QByteArray("\xf0\x90\x80\x80") << QString::fromUcs4(U"\U00010000", 1);
-    QTest::newRow("four bytes, greatest")
-        << QByteArray("\xf4\x8f\xbf\xbf") << QString::fromUcs4(U"\U0010ffff", 1);
-    QTest::newRow("pair with an escape's low half")
-        << QByteArray("\xf0\x90\x82\x80") << QString::fromUcs4(U"\U00010080", 1);
-    QTest::newRow("lone continuation") << QByteArray("\x80") << QString(QChar(0xdc80));
-    QTest::newRow("last byte") << QByteArray("\xff") << QString(QChar(0xdcff));
-    QTest::newRow("latin 1") << QByteArray("caf\xe9.txt") << "caf" + QString(QChar(0xdce9)) + ".txt";
-    QTest::newRow("overlong two") << QByteArray("\xc1\xbf") << QString(QChar(0xdcc1)) + QChar(0xdcbf);
-    QTest::newRow("overlong three") << QByteArray("\xe0\x9f\xbf")
-                                    << QString(QChar(0xdce0)) + QChar(0xdc9f) + QChar(0xdcbf);
-    QTest::newRow("overlong four") << QByteArray("\xf0\x8f\xbf\xbf")
-                                   << QString(QChar(0xdcf0)) + QChar(0xdc8f) + QChar(0xdcbf) + QChar(0xdcbf);
-    QTest::newRow("surrogate") << QByteArray("\xed\xa0\x80")
-                               << QString(QChar(0xdced)) + QChar(0xdca0) + QChar(0xdc80);
-    QTest::newRow("above the last character")
-        << QByteArray("\xf4\x90\x80\x80")
-        << QString(QChar(0xdcf4)) + QChar(0xdc90) + QChar(0xdc80) + QChar(0xdc80);
-    QTest::newRow("cut off after two of three")
-        << QByteArray("a\xe6\xbc") << "a" + QString(QChar(0xdce6)) + QChar(0xdcbc);
-    QTest::newRow("cut off by a letter") << QByteArray("\xe6\xbc"
-                                                       "a")
-                                         << QString(QChar(0xdce6)) + QChar(0xdcbc) + "a";
+    QTest::addColumn<QByteArray>("baBytes");
+    QTest::addColumn<QString>("strText");
+    const auto row = [](const char* pszName, const char* pszBytes, const QVector<uint>& listCode) {
+        QString strText;
+        for (const uint nCode : listCode) {
+            strText
+                += QChar::requiresSurrogates(nCode) ? QString::fromUcs4(&nCode, 1) : QString(QChar(nCode));
+        }
+        QTest::newRow(pszName) << QByteArray(pszBytes) << strText;
+    };
+    row("empty", "", {});
+    row("ascii", "a b.txt", {'a', ' ', 'b', '.', 't', 'x', 't'});
+    row("two bytes", "\xc2\x80", {0x80});
+    row("three bytes", "\xef\xbf\xbf", {0xffff});
+    row("byte order mark stays", "\xef\xbb\xbfx", {0xfeff, 'x'});
+    row("four bytes", "\xf4\x8f\xbf\xbf", {0x10ffff});
+    row("pair with an escape's low half", "\xf0\x90\x82\x80", {0x10080});
+    row("lone continuation", "\x80", {0xdc80});
+    row("last byte", "\xff", {0xdcff});
+    row("latin 1", "caf\xe9.t", {'c', 'a', 'f', 0xdce9, '.', 't'});
+    row("overlong", "\xe0\x9f\xbf", {0xdce0, 0xdc9f, 0xdcbf});
+    row("surrogate", "\xed\xa0\x80", {0xdced, 0xdca0, 0xdc80});
+    row("above the last character", "\xf4\x90\x80\x80", {0xdcf4, 0xdc90, 0xdc80, 0xdc80});
+    row("cut off after two of three", "a\xe6\xbc", {'a', 0xdce6, 0xdcbc});
+    row("cut off by a letter", "\xe6\xbcz", {0xdce6, 0xdcbc, 'z'});
 }
 
 void tst_CFileNameCodec::bytesAndText()
 {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, text);
-    QCOMPARE(QFile::decodeName(bytes), text);
-    QCOMPARE(QFile::encodeName(text), bytes);
+    QFETCH(QByteArray, baBytes);
+    QFETCH(QString, strText);
+    QCOMPARE(QFile::decodeName(baBytes), strText);
+    QCOMPARE(QFile::encodeName(strText), baBytes);
 }
 
 void tst_CFileNameCodec::everySingleByteSurvives()
@@ -137,8 +127,8 @@ void tst_CFileNameCodec::doesNotReadBeyondTheEnd()
 
 void tst_CFileNameCodec::brokenText_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("strText");
+    QTest::addColumn<QByteArray>("baBytes");
     QTest::newRow("lone high half") << "a" + QString(QChar(0xd800)) + "b" << QByteArray("a?b");
     QTest::newRow("high half at the end") << "a" + QString(QChar(0xdbff)) << QByteArray("a?");
     QTest::newRow("low half that is no byte") << QString(QChar(0xdc7f)) << QByteArray("?");
@@ -147,13 +137,13 @@ void tst_CFileNameCodec::brokenText_data()
 
 void tst_CFileNameCodec::brokenText()
 {
-    QFETCH(QString, text);
-    QTEST(QFile::encodeName(text), "bytes");
+    QFETCH(QString, strText);
+    QTEST(QFile::encodeName(strText), "baBytes");
 }
 
 void tst_CFileNameCodec::nothingIsInvalidForQt_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("baBytes");
     QTest::newRow("ascii") << QByteArray("plain");
     QTest::newRow("latin 1") << QByteArray("caf\xe9");
     QTest::newRow("cut off") << QByteArray("end\xe6\xbc");
@@ -161,17 +151,18 @@ void tst_CFileNameCodec::nothingIsInvalidForQt_data()
 
 void tst_CFileNameCodec::nothingIsInvalidForQt()
 {
-    QFETCH(QByteArray, bytes);
+    QFETCH(QByteArray, baBytes);
+    const QTextCodec* const pCodec = QTextCodec::codecForLocale();
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
     state.remainingChars = 3;
-    const QString strName = QTextCodec::codecForLocale()->toUnicode(bytes.constData(), bytes.size(), &state);
+    const QString strName = pCodec->toUnicode(baBytes.constData(), baBytes.size(), &state);
     QCOMPARE(state.invalidChars, 0);
     QCOMPARE(state.remainingChars, 0);
-    QCOMPARE(strName, QFile::decodeName(bytes));
+    QCOMPARE(strName, QFile::decodeName(baBytes));
 
     QTextCodec::ConverterState back(QTextCodec::IgnoreHeader);
     back.remainingChars = 3;
-    QCOMPARE(QTextCodec::codecForLocale()->fromUnicode(strName.constData(), strName.size(), &back), bytes);
+    QCOMPARE(pCodec->fromUnicode(strName.constData(), strName.size(), &back), baBytes);
     QCOMPARE(back.invalidChars, 0);
     QCOMPARE(back.remainingChars, 0);
 }

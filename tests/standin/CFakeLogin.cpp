@@ -19,7 +19,7 @@ CFakeLogin::CFakeLogin(ENManner enManner)
     : m_enManner(enManner)
 {
     static int s_nConnection = 0;
-    m_strConnection = QStringLiteral("fake-login-%1").arg(++s_nConnection);
+    m_strConnection = QString("fake-login-%1").arg(++s_nConnection);
     if (!StartBus()) {
         return;
     }
@@ -27,9 +27,8 @@ CFakeLogin::CFakeLogin(ENManner enManner)
     m_bValid = bus.isConnected();
     if (m_enManner != MANNER_ABSENT) {
         m_bValid = m_bValid
-            && bus.registerObject(QStringLiteral("/org/freedesktop/login1"), this,
-                                  QDBusConnection::ExportAllSlots)
-            && bus.registerService(QStringLiteral("org.freedesktop.login1"));
+            && bus.registerObject("/org/freedesktop/login1", this, QDBusConnection::ExportAllSlots)
+            && bus.registerService("org.freedesktop.login1");
     }
 }
 
@@ -45,7 +44,7 @@ bool CFakeLogin::IsValid() const { return m_bValid; }
 QProcessEnvironment CFakeLogin::Environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), m_strAddress);
+    environment.insert("DBUS_SYSTEM_BUS_ADDRESS", m_strAddress);
     return environment;
 }
 
@@ -56,14 +55,14 @@ int CFakeLogin::Held() const { return m_nHeld; }
 QDBusUnixFileDescriptor CFakeLogin::Inhibit(const QString& strWhat, const QString& strWho,
                                             const QString& strWhy, const QString& strMode)
 {
-    m_listRequest.append(QStringList{strWhat, strWho, strWhy, strMode}.join(QLatin1Char('|')));
+    m_listRequest.append(QStringList{strWhat, strWho, strWhy, strMode}.join('|'));
     int ends[2] = {-1, -1};
     if (m_enManner == MANNER_SILENT) {
         setDelayedReply(true);
         return QDBusUnixFileDescriptor();
     }
     if (m_enManner == MANNER_REFUSE || pipe2(ends, O_CLOEXEC) != 0) {
-        sendErrorReply(QDBusError::AccessDenied, QStringLiteral("not today"));
+        sendErrorReply(QDBusError::AccessDenied, "not today");
         return QDBusUnixFileDescriptor();
     }
     ++m_nHeld;
@@ -81,16 +80,14 @@ QDBusUnixFileDescriptor CFakeLogin::Inhibit(const QString& strWhat, const QStrin
 
 bool CFakeLogin::StartBus()
 {
-    const QString strConfiguration = m_dir.filePath(QStringLiteral("bus.conf"));
+    const QString strConfiguration = m_dir.filePath("bus.conf");
     QFile file(strConfiguration);
     if (!file.open(QIODevice::WriteOnly)
         || file.write(QString::fromLatin1(CONFIGURATION).arg(m_dir.path()).toUtf8()) < 0) {
         return false;
     }
     file.close();
-    m_bus.start(QStringLiteral("dbus-daemon"),
-                {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-                 QStringLiteral("--config-file=") + strConfiguration});
+    m_bus.start("dbus-daemon", {"--nofork", "--print-address", "--config-file=" + strConfiguration});
     while (!m_bus.canReadLine()) {
         if (!m_bus.waitForReadyRead(10000)) {
             return false;

@@ -1,6 +1,6 @@
 #include "caffeinate/CAskerWatch.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <fstream>
 #include <iterator>

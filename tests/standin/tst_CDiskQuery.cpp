@@ -1,17 +1,16 @@
 #include "diskutil/CDiskQuery.h"
 #include "standin/CFakeSys.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <sys/statvfs.h>
-
-static const char HERE[] = "/proc"; // a mount point without blocks of its own
 
 class tst_CDiskQuery : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void init();
     void unknownNode_data();
     void unknownNode();
     void mountedPartition();
@@ -29,14 +28,23 @@ private slots:
     void kind();
 
 private:
-    std::optional<STDiskInfo> Describe(const CFakeSys& fake, const QByteArray& baMounts,
-                                       const QByteArray& baNode)
+    std::optional<STDiskInfo> Describe(const QByteArray& baMounts, const QByteArray& baNode) const
     {
-        const CDiskQuery query(CSysBlock(fake.Root().toStdString()),
+        const CDiskQuery query(CSysBlock(m_pFake->Root().toStdString()),
                                CMountList(CMountTable::Parse(baMounts.toStdString())));
         return query.Describe(baNode.toStdString());
     }
+
+    std::unique_ptr<CFakeSys> m_pFake; // a stick sdb, a mapped disk dm-0 called "vault"
 };
+
+void tst_CDiskQuery::init()
+{
+    m_pFake = std::make_unique<CFakeSys>();
+    m_pFake->UsbStick("sdb", 16);
+    m_pFake->Disk("virtual/block/dm-0", "254:0");
+    m_pFake->MapperName("virtual/block/dm-0", "vault");
+}
 
 void tst_CDiskQuery::unknownNode_data()
 {
@@ -51,43 +59,37 @@ void tst_CDiskQuery::unknownNode_data()
 void tst_CDiskQuery::unknownNode()
 {
     QFETCH(QByteArray, baNode);
-    CFakeSys fake;
-    fake.UsbStick(QStringLiteral("sdb"), 16);
-    QVERIFY(!Describe(fake, "1 2 8:17 / /Volumes/A rw - vfat /dev/sdb1 rw", baNode).has_value());
+    QVERIFY(!Describe("1 2 8:17 / /Volumes/A rw - vfat /dev/sdb1 rw", baNode).has_value());
 }
 
 void tst_CDiskQuery::mountedPartition()
 {
-    CFakeSys fake;
-    fake.UsbStick(QStringLiteral("sdb"), 16);
-    const auto info = Describe(fake, "1 2 8:17 / /Volumes/My\\040Stick rw - vfat /dev/sdb1 rw", "/dev/sdb1");
+    const auto info = Describe("1 2 8:17 / /Volumes/My\\040Stick rw - vfat /dev/sdb1 rw", "/dev/sdb1");
     QVERIFY(info.has_value());
-    QCOMPARE(info->strNode, std::string("/dev/sdb1"));
-    QCOMPARE(info->strIdentifier, std::string("sdb1"));
-    QCOMPARE(info->strMountPoint, std::string("/Volumes/My Stick"));
-    QCOMPARE(info->strVolumeName, std::string("My Stick"));
-    QCOMPARE(info->strFilesystem, std::string("vfat"));
-    QCOMPARE(info->strBus, std::string("USB"));
+    QCOMPARE(info->strNode, "/dev/sdb1");
+    QCOMPARE(info->strIdentifier, "sdb1");
+    QCOMPARE(info->strMountPoint, "/Volumes/My Stick");
+    QCOMPARE(info->strVolumeName, "My Stick");
+    QCOMPARE(info->strFilesystem, "vfat");
+    QCOMPARE(info->strBus, "USB");
     // Nothing is mounted there really, so the size is the device's.
-    QCOMPARE(info->nTotalSize, std::uint64_t(2048 * 512));
+    QCOMPARE(info->nTotalSize, 2048u * 512);
     QVERIFY(info->bWritable);
     QVERIFY(info->bEjectable);
     QVERIFY(!info->bInternal);
-    QVERIFY(!Describe(fake, "1 2 8:17 / /Volumes/A ro - vfat /dev/sdb1 rw", "sdb1")->bWritable);
+    QVERIFY(!Describe("1 2 8:17 / /Volumes/A ro - vfat /dev/sdb1 rw", "sdb1")->bWritable);
 }
 
 void tst_CDiskQuery::partitionThatIsNotMounted()
 {
-    CFakeSys fake;
-    fake.UsbStick(QStringLiteral("sdb"), 16);
-    const auto info = Describe(fake, "1 2 8:18 / /Volumes/A rw - vfat /dev/sdb2 rw", "sdb1");
+    const auto info = Describe("1 2 8:18 / /Volumes/A rw - vfat /dev/sdb2 rw", "sdb1");
     QVERIFY(info.has_value());
-    QCOMPARE(info->strNode, std::string("/dev/sdb1"));
-    QCOMPARE(info->strMountPoint, std::string());
-    QCOMPARE(info->strVolumeName, std::string());
-    QCOMPARE(info->strFilesystem, std::string());
-    QCOMPARE(info->strBus, std::string("USB"));
-    QCOMPARE(info->nTotalSize, std::uint64_t(2048 * 512));
+    QCOMPARE(info->strNode, "/dev/sdb1");
+    QCOMPARE(info->strMountPoint, "");
+    QCOMPARE(info->strVolumeName, "");
+    QCOMPARE(info->strFilesystem, "");
+    QCOMPARE(info->strBus, "USB");
+    QCOMPARE(info->nTotalSize, 2048u * 512);
     QVERIFY(!info->bWritable);
 }
 
@@ -96,16 +98,15 @@ void tst_CDiskQuery::mountIsFoundUnderAnyName_data()
     QTest::addColumn<QByteArray>("baSource");
     QTest::addColumn<QByteArray>("baNumber");
     QTest::addColumn<QByteArray>("baNode");
-    QTest::newRow("the same text") << QByteArray("/dev/dm-0") << QByteArray("0:99")
-                                   << QByteArray("/dev/dm-0");
-    QTest::newRow("asked by the bare name")
-        << QByteArray("/dev/dm-0") << QByteArray("0:99") << QByteArray("dm-0");
-    QTest::newRow("mounted by the mapper name")
-        << QByteArray("/dev/mapper/vault") << QByteArray("0:99") << QByteArray("/dev/dm-0");
-    QTest::newRow("asked by the mapper name")
-        << QByteArray("/dev/dm-0") << QByteArray("0:99") << QByteArray("/dev/mapper/vault");
-    QTest::newRow("mounted by a name of its own")
-        << QByteArray("/dev/disk/by-label/A") << QByteArray("254:0") << QByteArray("/dev/dm-0");
+    const auto row
+        = [](const char* pszName, const char* pszSource, const char* pszNumber, const char* pszNode) {
+              QTest::newRow(pszName) << QByteArray(pszSource) << QByteArray(pszNumber) << QByteArray(pszNode);
+          };
+    row("the same text", "/dev/dm-0", "0:99", "/dev/dm-0");
+    row("asked by the bare name", "/dev/dm-0", "0:99", "dm-0");
+    row("mounted by the mapper name", "/dev/mapper/vault", "0:99", "/dev/dm-0");
+    row("asked by the mapper name", "/dev/dm-0", "0:99", "/dev/mapper/vault");
+    row("mounted by a name of its own", "/dev/disk/by-label/A", "254:0", "/dev/dm-0");
 }
 
 void tst_CDiskQuery::mountIsFoundUnderAnyName()
@@ -113,25 +114,18 @@ void tst_CDiskQuery::mountIsFoundUnderAnyName()
     QFETCH(QByteArray, baSource);
     QFETCH(QByteArray, baNumber);
     QFETCH(QByteArray, baNode);
-    CFakeSys fake;
-    fake.Disk(QStringLiteral("virtual/block/dm-0"), QStringLiteral("254:0"));
-    fake.MapperName(QStringLiteral("virtual/block/dm-0"), QStringLiteral("vault"));
-    const auto info
-        = Describe(fake, "1 2 " + baNumber + " / /Volumes/A rw - ext4 " + baSource + " rw", baNode);
+    const auto info = Describe("1 2 " + baNumber + " / /Volumes/A rw - ext4 " + baSource + " rw", baNode);
     QVERIFY(info.has_value());
-    QCOMPARE(info->strMountPoint, std::string("/Volumes/A"));
-    QCOMPARE(info->strNode, std::string("/dev/dm-0"));
+    QCOMPARE(info->strMountPoint, "/Volumes/A");
+    QCOMPARE(info->strNode, "/dev/dm-0");
 }
 
 void tst_CDiskQuery::sourceTextComesBeforeNumber()
 {
-    CFakeSys fake;
-    fake.UsbStick(QStringLiteral("sdb"), 16);
-    const auto info = Describe(fake,
-                               "1 2 8:17 / /Volumes/Number rw - ext4 /dev/root rw\n"
+    const auto info = Describe("1 2 8:17 / /Volumes/Number rw - ext4 /dev/root rw\n"
                                "1 2 0:99 / /Volumes/Text rw - tmpfs /dev/sdb1 rw",
                                "/dev/sdb1");
-    QCOMPARE(info->strVolumeName, std::string("Text"));
+    QCOMPARE(info->strVolumeName, "Text");
 }
 
 void tst_CDiskQuery::mountWithoutDisk_data()
@@ -140,7 +134,7 @@ void tst_CDiskQuery::mountWithoutDisk_data()
     QTest::addColumn<QByteArray>("baSource");
     QTest::addColumn<QString>("strBus");
     const auto row = [](const char* pType, const char* pSource, const char* pBus) {
-        QTest::newRow(pType) << QByteArray(pType) << QByteArray(pSource) << QString::fromLatin1(pBus);
+        QTest::newRow(pType) << QByteArray(pType) << QByteArray(pSource) << pBus;
     };
     row("nfs", "server:/export", "Network");
     row("nfs4", "server:/export", "Network");
@@ -163,13 +157,11 @@ void tst_CDiskQuery::mountWithoutDisk()
 {
     QFETCH(QByteArray, baType);
     QFETCH(QByteArray, baSource);
-    CFakeSys fake;
-    const auto info
-        = Describe(fake, "1 2 0:40 / /Volumes/Share rw - " + baType + " " + baSource + " rw", baSource);
+    const auto info = Describe("1 2 0:40 / /Volumes/Share rw - " + baType + " " + baSource + " rw", baSource);
     QVERIFY(info.has_value());
     QCOMPARE(QByteArray::fromStdString(info->strNode), baSource);
     QCOMPARE(QByteArray::fromStdString(info->strIdentifier), baSource);
-    QCOMPARE(info->strMountPoint, std::string("/Volumes/Share"));
+    QCOMPARE(info->strMountPoint, "/Volumes/Share");
     QTEST(QString::fromStdString(info->strBus), "strBus");
     QVERIFY(!info->bInternal);
     QVERIFY(!info->bEjectable);
@@ -177,12 +169,10 @@ void tst_CDiskQuery::mountWithoutDisk()
 
 void tst_CDiskQuery::sourceThatIsOnlyKnownByNumber()
 {
-    CFakeSys fake;
-    fake.UsbStick(QStringLiteral("sdb"), 16);
-    const auto info = Describe(fake, "1 2 8:17 / / rw - ext4 /dev/root rw", "/dev/root");
+    const auto info = Describe("1 2 8:17 / / rw - ext4 /dev/root rw", "/dev/root");
     QVERIFY(info.has_value());
-    QCOMPARE(info->strNode, std::string("/dev/sdb1"));
-    QCOMPARE(info->strBus, std::string("USB"));
+    QCOMPARE(info->strNode, "/dev/sdb1");
+    QCOMPARE(info->strBus, "USB");
 }
 
 void tst_CDiskQuery::volumeName_data()
@@ -198,24 +188,21 @@ void tst_CDiskQuery::volumeName_data()
 void tst_CDiskQuery::volumeName()
 {
     QFETCH(QByteArray, baPoint);
-    CFakeSys fake;
-    const auto info = Describe(fake, "1 2 0:40 / " + baPoint + " rw - tmpfs tmpfs rw", "tmpfs");
+    const auto info = Describe("1 2 0:40 / " + baPoint + " rw - tmpfs tmpfs rw", "tmpfs");
     QTEST(QByteArray::fromStdString(info->strVolumeName), "baName");
 }
 
 void tst_CDiskQuery::sizeOfTheMountedFileSystem()
 {
-    CFakeSys fake;
-    fake.UsbStick(QStringLiteral("sdb"), 16);
-    CTempTree tree;
-    struct statvfs status = {};
-    QCOMPARE(statvfs(tree.Path().toLocal8Bit().constData(), &status), 0);
+    const CTempTree tree;
     const QByteArray baPoint = tree.Path().toLocal8Bit();
-    const auto info = Describe(fake, "1 2 8:17 / " + baPoint + " rw - vfat /dev/sdb1 rw", "/dev/sdb1");
+    struct statvfs status = {};
+    QCOMPARE(statvfs(baPoint.constData(), &status), 0);
+    const auto info = Describe("1 2 8:17 / " + baPoint + " rw - vfat /dev/sdb1 rw", "/dev/sdb1");
     QCOMPARE(info->nTotalSize, std::uint64_t(status.f_blocks) * status.f_frsize);
-    const auto empty
-        = Describe(fake, QByteArray("1 2 8:17 / ") + HERE + " rw - vfat /dev/sdb1 rw", "/dev/sdb1");
-    QCOMPARE(empty->nTotalSize, std::uint64_t(2048 * 512));
+    // A mount point without blocks of its own.
+    const auto empty = Describe("1 2 8:17 / /proc rw - vfat /dev/sdb1 rw", "/dev/sdb1");
+    QCOMPARE(empty->nTotalSize, 2048u * 512);
 }
 
 void tst_CDiskQuery::kind_data()
@@ -225,32 +212,23 @@ void tst_CDiskQuery::kind_data()
     QTest::addColumn<bool>("bRemovable");
     QTest::addColumn<bool>("bInternal");
     QTest::addColumn<bool>("bEjectable");
-    QTest::newRow("USB disk") << QStringLiteral("pci/a/block/sdb") << QStringLiteral("usb") << false << false
-                              << true;
-    QTest::newRow("FireWire") << QStringLiteral("pci/a/block/sdb") << QStringLiteral("firewire") << false
-                              << false << true;
-    QTest::newRow("SD card") << QStringLiteral("pci/a/block/sdb") << QStringLiteral("mmc") << false << true
-                             << true;
-    QTest::newRow("NVMe") << QStringLiteral("pci/a/block/sdb") << QStringLiteral("nvme") << false << true
-                          << false;
-    QTest::newRow("SATA") << QStringLiteral("pci/ata1/a/block/sdb") << QStringLiteral("x") << false << true
-                          << false;
-    QTest::newRow("SATA drive with a medium")
-        << QStringLiteral("pci/ata1/a/block/sdb") << QStringLiteral("x") << true << true << true;
-    QTest::newRow("SCSI") << QStringLiteral("pci/a/block/sdb") << QStringLiteral("scsi") << false << true
-                          << false;
-    QTest::newRow("RAID controller") << QStringLiteral("pci/a/block/sdb") << QStringLiteral("pci") << false
-                                     << true << false;
-    QTest::newRow("SAS") << QStringLiteral("pci/end_device-0:0/a/block/sdb") << QStringLiteral("x") << false
-                         << true << false;
-    QTest::newRow("iSCSI") << QStringLiteral("pci/session1/a/block/sdb") << QStringLiteral("scsi") << false
-                           << false << false;
-    QTest::newRow("disk image") << QStringLiteral("virtual/a/block/loop0") << QStringLiteral("x") << false
-                                << false << true;
-    QTest::newRow("virtio") << QStringLiteral("pci/a/block/vda") << QStringLiteral("virtio") << false << false
-                            << false;
-    QTest::newRow("unknown") << QStringLiteral("platform/a/block/foo") << QStringLiteral("x") << false
-                             << false << false;
+    const auto row = [](const char* pszName, const char* pszDisk, const char* pszSubsystem, bool bRemovable,
+                        bool bInternal, bool bEjectable) {
+        QTest::newRow(pszName) << pszDisk << pszSubsystem << bRemovable << bInternal << bEjectable;
+    };
+    row("USB disk", "pci/a/block/sdc", "usb", false, false, true);
+    row("FireWire", "pci/a/block/sdc", "firewire", false, false, true);
+    row("SD card", "pci/a/block/sdc", "mmc", false, true, true);
+    row("NVMe", "pci/a/block/sdc", "nvme", false, true, false);
+    row("SATA", "pci/ata1/a/block/sdc", "x", false, true, false);
+    row("SATA drive with a medium", "pci/ata1/a/block/sdc", "x", true, true, true);
+    row("SCSI", "pci/a/block/sdc", "scsi", false, true, false);
+    row("RAID controller", "pci/a/block/sdc", "pci", false, true, false);
+    row("SAS", "pci/end_device-0:0/a/block/sdc", "x", false, true, false);
+    row("iSCSI", "pci/session1/a/block/sdc", "scsi", false, false, false);
+    row("disk image", "virtual/a/block/loop0", "x", false, false, true);
+    row("virtio", "pci/a/block/vda", "virtio", false, false, false);
+    row("unknown", "platform/a/block/foo", "x", false, false, false);
 }
 
 void tst_CDiskQuery::kind()
@@ -258,10 +236,9 @@ void tst_CDiskQuery::kind()
     QFETCH(QString, strDisk);
     QFETCH(QString, strSubsystem);
     QFETCH(bool, bRemovable);
-    CFakeSys fake;
-    fake.Device(strDisk.section(QLatin1Char('/'), 0, -3), strSubsystem);
-    fake.Disk(strDisk, QStringLiteral("8:16"), 2048, bRemovable);
-    const auto info = Describe(fake, QByteArray(), strDisk.section(QLatin1Char('/'), -1).toUtf8());
+    m_pFake->Device(strDisk.section('/', 0, -3), strSubsystem);
+    m_pFake->Disk(strDisk, "8:32", 2048, bRemovable);
+    const auto info = Describe("", strDisk.section('/', -1).toUtf8());
     QVERIFY(info.has_value());
     QTEST(info->bInternal, "bInternal");
     QTEST(info->bEjectable, "bEjectable");

@@ -55,10 +55,10 @@ void tst_CMountList::findsByAnyOfTheSources()
 {
     const CMountList table = Table("1 2 8:1 / /a rw - ext4 /dev/sda1 rw\n"
                                    "1 2 254:0 / /b rw - ext4 /dev/mapper/vault rw\n");
-    QCOMPARE(Point(table.FindSource({"vault", "/dev/dm-0", "/dev/mapper/vault"})), QByteArray("/b"));
-    QCOMPARE(Point(table.FindSource({"/dev/sda"})), QByteArray("(none)"));
-    QCOMPARE(Point(table.FindSource({})), QByteArray("(none)"));
-    QCOMPARE(Point(table.FindNumber("8:10")), QByteArray("(none)"));
+    QCOMPARE(Point(table.FindSource({"vault", "/dev/dm-0", "/dev/mapper/vault"})), "/b");
+    QCOMPARE(Point(table.FindSource({"/dev/sda"})), "(none)");
+    QCOMPARE(Point(table.FindSource({})), "(none)");
+    QCOMPARE(Point(table.FindNumber("8:10")), "(none)");
 }
 
 QTEST_APPLESS_MAIN(tst_CMountList)

@@ -1,6 +1,6 @@
 #include "caffeinate/COptions.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <vector>
 
@@ -35,8 +35,7 @@ void tst_COptions::understood_data()
     QTest::addColumn<QString>("strWhat");
     QTest::addColumn<qint64>("nSeconds"); // -1 is no time
     const auto row = [](const char* pArguments, const char* pWhat, qint64 nSeconds) {
-        QTest::newRow(*pArguments == '\0' ? "(none)" : pArguments)
-            << QString::fromLatin1(pArguments) << QString::fromLatin1(pWhat) << nSeconds;
+        QTest::newRow(*pArguments == '\0' ? "(none)" : pArguments) << pArguments << pWhat << nSeconds;
     };
     row("-u -t 2592000", "sleep:idle", 2592000);
     row("-ut 7", "sleep:idle", 7);
@@ -62,7 +61,7 @@ void tst_COptions::understood_data()
 void tst_COptions::understood()
 {
     QFETCH(QString, strArguments);
-    const auto options = Parse(strArguments.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    const auto options = Parse(strArguments.split(' ', Qt::SkipEmptyParts));
     QVERIFY(options.has_value());
     QTEST(QString::fromStdString(options->strWhat), "strWhat");
     QTEST(options->seconds ? qint64(*options->seconds) : qint64(-1), "nSeconds");
@@ -71,21 +70,23 @@ void tst_COptions::understood()
 void tst_COptions::notUnderstood_data()
 {
     QTest::addColumn<QStringList>("listArgument");
-    const QString strTime = QStringLiteral("-t");
-    QTest::newRow("unknown flag") << QStringList{QStringLiteral("-x")};
-    QTest::newRow("unknown flag among others") << QStringList{QStringLiteral("-ux")};
-    QTest::newRow("long flag") << QStringList{QStringLiteral("--help")};
-    QTest::newRow("flag without its time") << QStringList{QStringLiteral("-u"), strTime};
-    QTest::newRow("empty time") << QStringList{strTime, QString()};
-    QTest::newRow("time of zero") << QStringList{strTime, QStringLiteral("0")};
-    QTest::newRow("negative time") << QStringList{strTime, QStringLiteral("-1")};
-    QTest::newRow("time with a unit") << QStringList{strTime, QStringLiteral("5s")};
-    QTest::newRow("time with a blank") << QStringList{strTime, QStringLiteral(" 5")};
-    QTest::newRow("time with a fraction") << QStringList{strTime, QStringLiteral("1.5")};
-    QTest::newRow("time one too large") << QStringList{strTime, QStringLiteral("4294967296")};
-    QTest::newRow("time far too large") << QStringList{strTime, QString(100, QLatin1Char('9'))};
-    QTest::newRow("command to run") << QStringList{QStringLiteral("-u"), QStringLiteral("true")};
-    QTest::newRow("flag behind a command") << QStringList{QStringLiteral("true"), QStringLiteral("-u")};
+    const auto row = [](const char* pszName, const QStringList& listArgument) {
+        QTest::newRow(pszName) << listArgument;
+    };
+    row("unknown flag", {"-x"});
+    row("unknown flag among others", {"-ux"});
+    row("long flag", {"--help"});
+    row("flag without its time", {"-u", "-t"});
+    row("empty time", {"-t", ""});
+    row("time of zero", {"-t", "0"});
+    row("negative time", {"-t", "-1"});
+    row("time with a unit", {"-t", "5s"});
+    row("time with a blank", {"-t", " 5"});
+    row("time with a fraction", {"-t", "1.5"});
+    row("time one too large", {"-t", "4294967296"});
+    row("time far too large", {"-t", QString(100, '9')});
+    row("command to run", {"-u", "true"});
+    row("flag behind a command", {"true", "-u"});
 }
 
 void tst_COptions::notUnderstood()
