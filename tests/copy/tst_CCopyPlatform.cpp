@@ -16,68 +16,74 @@ class tst_CCopyPlatform : public QObject
     Q_OBJECT
 
 private slots:
-    void LeastTimerSlackIsOfTheCallingThread();
-    void PathState_data();
-    void PathState();
-    void PathStateOfNothingGivesErrno();
-    void OpenStateTellsRemovedFile();
-    void OpeningAPipeDoesNotHang();
-    void OpenFilesAreKeptFromChildren();
-    void ModifiedTimeKeepsNanoseconds();
-    void FlushOfNothingGivesErrno();
-    void FlushOfAFolder();
+    void leastTimerSlackIsOfTheCallingThread();
+    void pathState_data();
+    void pathState();
+    void pathStateOfNothingGivesErrno();
+    void openStateTellsRemovedFile();
+    void openingAPipeDoesNotHang();
+    void openFilesAreKeptFromChildren();
+    void modifiedTimeKeepsNanoseconds();
+    void flushOfAFolderOnly();
 };
 
-void tst_CCopyPlatform::LeastTimerSlackIsOfTheCallingThread()
+static int TimerSlack() { return prctl(PR_GET_TIMERSLACK, 0UL, 0UL, 0UL, 0UL); }
+
+static QString MakePipe(const CTempTree& tree)
 {
-    const int nOurs = prctl(PR_GET_TIMERSLACK, 0UL, 0UL, 0UL, 0UL);
+    const QString strPath = tree.Path("pipe");
+    return mkfifo(QFile::encodeName(strPath).constData(), 0600) == 0 ? strPath : QString();
+}
+
+void tst_CCopyPlatform::leastTimerSlackIsOfTheCallingThread()
+{
+    const int nOurs = TimerSlack();
     QVERIFY(nOurs > 1);
     int nWorkers = 0;
     std::thread worker([&nWorkers] {
         CCopyPlatform::SetLeastTimerSlack();
-        nWorkers = prctl(PR_GET_TIMERSLACK, 0UL, 0UL, 0UL, 0UL);
+        nWorkers = TimerSlack();
     });
     worker.join();
     QCOMPARE(nWorkers, 1);
-    QCOMPARE(prctl(PR_GET_TIMERSLACK, 0UL, 0UL, 0UL, 0UL), nOurs);
+    QCOMPARE(TimerSlack(), nOurs);
 }
 
-void tst_CCopyPlatform::PathState_data()
+void tst_CCopyPlatform::pathState_data()
 {
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<int>("expected");
+    QTest::addColumn<QString>("strPath");
+    QTest::addColumn<int>("nKind");
     QTest::newRow("file") << "file" << int(ENFileKind::REGULAR);
     QTest::newRow("folder") << "folder" << int(ENFileKind::DIRECTORY);
     QTest::newRow("pipe") << "pipe" << int(ENFileKind::SPECIAL);
-    QTest::newRow("device") << "device" << int(ENFileKind::SPECIAL);
+    QTest::newRow("link to a device") << "device" << int(ENFileKind::SPECIAL);
     QTest::newRow("link to a file") << "link" << int(ENFileKind::REGULAR);
 }
 
-void tst_CCopyPlatform::PathState()
+void tst_CCopyPlatform::pathState()
 {
-    QFETCH(QString, kind);
-    QFETCH(int, expected);
+    QFETCH(QString, strPath);
     CTempTree tree;
     tree.Write("file", "12345");
     tree.MkDir("folder");
     tree.Link("link", "file");
-    QCOMPARE(mkfifo(QFile::encodeName(tree.Path("pipe")).constData(), 0600), 0);
-    const QString strPath = kind == QLatin1String("device") ? QStringLiteral("/dev/null") : tree.Path(kind);
-    const std::optional<STFileState> stState = CCopyPlatform::GetPathState(strPath);
+    tree.Link("device", "/dev/null");
+    MakePipe(tree);
+    const std::optional<STFileState> stState = CCopyPlatform::GetPathState(tree.Path(strPath));
     QVERIFY(stState);
-    QCOMPARE(int(stState->enKind), expected);
-    if (expected == int(ENFileKind::REGULAR)) {
+    QTEST(int(stState->enKind), "nKind");
+    if (stState->enKind == ENFileKind::REGULAR) {
         QCOMPARE(stState->nSize, 5);
     }
 }
 
-void tst_CCopyPlatform::PathStateOfNothingGivesErrno()
+void tst_CCopyPlatform::pathStateOfNothingGivesErrno()
 {
     QVERIFY(!CCopyPlatform::GetPathState("/nowhere/at/all"));
     QCOMPARE(errno, ENOENT);
 }
 
-void tst_CCopyPlatform::OpenStateTellsRemovedFile()
+void tst_CCopyPlatform::openStateTellsRemovedFile()
 {
     CTempTree tree;
     const QString strPath = tree.Write("file", "123");
@@ -90,35 +96,33 @@ void tst_CCopyPlatform::OpenStateTellsRemovedFile()
     QVERIFY(!CCopyPlatform::GetOpenState(nDescriptor));
 }
 
-void tst_CCopyPlatform::OpeningAPipeDoesNotHang()
+void tst_CCopyPlatform::openingAPipeDoesNotHang()
 {
     CTempTree tree;
-    QCOMPARE(mkfifo(QFile::encodeName(tree.Path("pipe")).constData(), 0600), 0);
-    const int nDescriptor = CCopyPlatform::OpenForRead(tree.Path("pipe"));
+    const int nDescriptor = CCopyPlatform::OpenForRead(MakePipe(tree));
     QVERIFY(nDescriptor != -1);
     QCOMPARE(int(CCopyPlatform::GetOpenState(nDescriptor).value().enKind), int(ENFileKind::SPECIAL));
     close(nDescriptor);
 }
 
-void tst_CCopyPlatform::OpenFilesAreKeptFromChildren()
+void tst_CCopyPlatform::openFilesAreKeptFromChildren()
 {
     CTempTree tree;
     const QString strPath = tree.Write("file");
     const int nSource = CCopyPlatform::OpenForRead(strPath);
     QCOMPARE(fcntl(nSource, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
+    close(nSource);
     const int nTarget = open(QFile::encodeName(strPath).constData(), O_WRONLY);
     QCOMPARE(fcntl(nTarget, F_GETFD) & FD_CLOEXEC, 0);
     CCopyPlatform::KeepFromChildren(nTarget);
     QCOMPARE(fcntl(nTarget, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
-    close(nSource);
     close(nTarget);
 }
 
-void tst_CCopyPlatform::ModifiedTimeKeepsNanoseconds()
+void tst_CCopyPlatform::modifiedTimeKeepsNanoseconds()
 {
     CTempTree tree;
-    const QByteArray baPath = QFile::encodeName(tree.Write("file"));
-    const int nDescriptor = open(baPath.constData(), O_WRONLY);
+    const int nDescriptor = open(QFile::encodeName(tree.Write("file")).constData(), O_WRONLY);
     struct stat stBefore;
     QCOMPARE(fstat(nDescriptor, &stBefore), 0);
     STFileState stState;
@@ -134,20 +138,14 @@ void tst_CCopyPlatform::ModifiedTimeKeepsNanoseconds()
     QVERIFY(!CCopyPlatform::SetModifiedTime(nDescriptor, stState));
 }
 
-void tst_CCopyPlatform::FlushOfNothingGivesErrno()
-{
-    errno = 0;
-    QVERIFY(!CCopyPlatform::FlushFileSystem(QStringLiteral("/nowhere/at/all")));
-    QCOMPARE(errno, ENOENT);
-}
-
-void tst_CCopyPlatform::FlushOfAFolder()
+void tst_CCopyPlatform::flushOfAFolderOnly()
 {
     CTempTree tree;
-    tree.Write("file", "data");
+    const QString strFile = tree.Write("file", "data");
     QVERIFY(CCopyPlatform::FlushFileSystem(tree.Path()));
-    errno = 0;
-    QVERIFY(!CCopyPlatform::FlushFileSystem(tree.Path("file")));
+    QVERIFY(!CCopyPlatform::FlushFileSystem("/nowhere/at/all"));
+    QCOMPARE(errno, ENOENT);
+    QVERIFY(!CCopyPlatform::FlushFileSystem(strFile));
     QCOMPARE(errno, ENOTDIR);
 }
 

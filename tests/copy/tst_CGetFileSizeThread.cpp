@@ -7,54 +7,57 @@
 #include "support/CVolume.h"
 #include "support/LogFile.h"
 
-#include <QSignalSpy>
 #include <QStorageInfo>
 #include <QtTest>
 
-#include <atomic>
 #include <limits>
+#include <memory>
 #include <unistd.h>
 
 namespace {
 
-/** A worker that tells when its run has ended. */
+/** A worker that can be interrupted before it begins, and keeps what it answers. */
 class CWatchedThread : public CGetFileSizeThread
 {
 public:
-    void run() override
+    CWatchedThread()
     {
-        CGetFileSizeThread::run();
-        m_ended.Open();
-    }
-
-    CGate m_ended;
-};
-
-/** A worker that is interrupted before it does one part of its work. */
-class CInterruptedThread : public CGetFileSizeThread
-{
-public:
-    /** With a node only the node's files are counted, else the whole run is done. */
-    explicit CInterruptedThread(CDirNode* pNode = nullptr)
-        : m_pNode(pNode)
-    {
+        connect(
+            this, &CGetFileSizeThread::SignalGetSizeFinish, this,
+            [this](qint64 nSize) {
+                m_listAnswer.append(nSize);
+                m_pEmitter = QThread::currentThread();
+            },
+            Qt::DirectConnection);
     }
 
     void run() override
     {
-        requestInterruption();
-        if (m_pNode != nullptr) {
-            GetSelFileSize(m_pNode);
+        if (m_bInterrupted) {
+            requestInterruption();
+        }
+        if (m_pFolder != nullptr) {
+            GetSelFileSize(m_pFolder);
         } else {
             CGetFileSizeThread::run();
         }
         m_ended.Open();
     }
 
-    CGate m_ended;
+    /** Runs on a thread of its own and waits for the end. */
+    bool RunAside()
+    {
+        start();
+        return m_ended.Pass(10000) && wait(10000);
+    }
+
+    bool m_bInterrupted = false;
+    CDirNode* m_pFolder = nullptr; // what alone is counted; everything when null
+    QVector<qint64> m_listAnswer;
+    QThread* m_pEmitter = nullptr;
 
 private:
-    CDirNode* const m_pNode;
+    CGate m_ended;
 };
 
 } // namespace
@@ -64,78 +67,79 @@ class tst_CGetFileSizeThread : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase() { CFileNameCodec::Install(); }
     void init();
 
-    void TickedTopLevelEntryCountsAsItsVolumesCapacity();
-    void TickedTopLevelEntryIsNotListed();
-    void TickedTopLevelEntryThatIsGoneCountsAsNothing();
-    void SelectionInsideATopLevelEntry_data();
-    void SelectionInsideATopLevelEntry();
-    void UntickedTopLevelEntryAddsNothing();
-    void PartlyTickedFolderNeverListedIsListedAndAddsNothing();
-    void LinkToAFolderIsWalkedAsAFolder();
-    void FileGivenAsNodeAddsNothing();
-    void NullNodeWritesItsLine();
-    void NoRootGivesZero();
-    void EachRunStartsAtZero();
-    void HugeFilesDoNotOverflow();
-    void RunsOnItsOwnThreadAndAnswersQueued();
-    void InterruptedRunAnswersNothing();
-    void InterruptedFolderIsLeft();
+    void tickedTopLevelEntryCountsAsItsVolumesCapacity();
+    void tickedTopLevelEntryIsNotListed();
+    void tickedTopLevelEntryThatIsGoneCountsAsNothing();
+    void selectionInsideATopLevelEntry_data();
+    void selectionInsideATopLevelEntry();
+    void untickedTopLevelEntryAddsNothing();
+    void partlyTickedFolderNeverListedIsListedAndAddsNothing();
+    void linkToAFolderIsWalkedAsAFolder();
+    void fileGivenAsNodeAddsNothing();
+    void nullNodeWritesItsLine();
+    void noRootGivesZero();
+    void eachRunStartsAtZero();
+    void hugeFilesDoNotOverflow();
+    void runsOnItsOwnThreadAndAnswersQueued();
+    void interruptedRunAnswersNothing_data();
+    void interruptedRunAnswersNothing();
 
 private:
-    static qint64 SizeOf(CNodeTree& nodes);
+    /** What a run on this thread answers; -1 when it does not answer once. */
+    qint64 Size();
+
+    std::unique_ptr<CTempTree> m_pTree;
+    std::unique_ptr<CNodeTree> m_pNodes;
+    std::unique_ptr<CWatchedThread> m_pWorker;
 };
 
-void tst_CGetFileSizeThread::initTestCase() { CFileNameCodec::Install(); }
-
-void tst_CGetFileSizeThread::init() { UseLogFile(); }
-
-qint64 tst_CGetFileSizeThread::SizeOf(CNodeTree& nodes)
+void tst_CGetFileSizeThread::init()
 {
-    CGetFileSizeThread worker;
-    worker.SetRootNode(nodes.Root());
-    QSignalSpy spy(&worker, &CGetFileSizeThread::SignalGetSizeFinish);
-    worker.run();
-    return spy.count() == 1 ? spy.at(0).at(0).toLongLong() : -1;
+    UseLogFile();
+    m_pTree = std::make_unique<CTempTree>();
+    m_pNodes = std::make_unique<CNodeTree>();
+    m_pWorker = std::make_unique<CWatchedThread>();
+    m_pWorker->SetRootNode(m_pNodes->Root());
 }
 
-void tst_CGetFileSizeThread::TickedTopLevelEntryCountsAsItsVolumesCapacity()
+qint64 tst_CGetFileSizeThread::Size()
 {
-    const CVolume volume(QStringLiteral("Capacity"), QStringLiteral("/dev/disk9s1"), 3);
-    if (!volume.IsValid()) {
-        QSKIP("cannot mount here");
-    }
-    CTempTree tree;
-    tree.Write("f", QByteArray(100, 'x'));
-    CNodeTree nodes;
-    nodes.Add(volume.Path());
-    nodes.Add(tree.Path("f"), Qt::Checked, nodes.Add(tree.Path(), Qt::PartiallyChecked));
-    QCOMPARE(SizeOf(nodes), qint64(3 * 1024 * 1024 + 100));
+    m_pWorker->m_listAnswer.clear();
+    m_pWorker->run();
+    return m_pWorker->m_listAnswer.count() == 1 ? m_pWorker->m_listAnswer.at(0) : -1;
 }
 
-void tst_CGetFileSizeThread::TickedTopLevelEntryIsNotListed()
+void tst_CGetFileSizeThread::tickedTopLevelEntryCountsAsItsVolumesCapacity()
 {
-    CTempTree tree;
-    tree.Write("sub/f", "123");
-    CNodeTree nodes;
-    CDirNode* pEntry = nodes.Add(tree.Path());
-    QCOMPARE(SizeOf(nodes), QStorageInfo(tree.Path()).bytesTotal());
+    NEEDS_VOLUMES();
+    const CVolume volume("Capacity", "/dev/disk9s1", 3);
+    m_pNodes->Add(volume.Path());
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), Qt::PartiallyChecked);
+    m_pNodes->Add(m_pTree->Write("f", QByteArray(100, 'x')), Qt::Checked, pEntry);
+    QCOMPARE(Size(), qint64(3 * 1024 * 1024 + 100));
+}
+
+void tst_CGetFileSizeThread::tickedTopLevelEntryIsNotListed()
+{
+    m_pTree->Write("sub/f", "123");
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path());
+    QCOMPARE(Size(), QStorageInfo(m_pTree->Path()).bytesTotal());
     QVERIFY(pEntry->m_listChild.isEmpty());
 }
 
-void tst_CGetFileSizeThread::TickedTopLevelEntryThatIsGoneCountsAsNothing()
+void tst_CGetFileSizeThread::tickedTopLevelEntryThatIsGoneCountsAsNothing()
 {
-    CNodeTree nodes;
-    nodes.Add(QStringLiteral("/nowhere/at/all"));
-    QCOMPARE(SizeOf(nodes), 0);
+    m_pNodes->Add("/nowhere/at/all");
+    QCOMPARE(Size(), 0);
 }
 
-void tst_CGetFileSizeThread::SelectionInsideATopLevelEntry_data()
+void tst_CGetFileSizeThread::selectionInsideATopLevelEntry_data()
 {
-    QTest::addColumn<QStringList>("ticked");
-    QTest::addColumn<qint64>("size");
+    QTest::addColumn<QStringList>("listTicked");
+    QTest::addColumn<qint64>("nSize");
     // a.txt 1, sub/b.txt 20, sub/deep/c.txt 300, other/d.txt 4000, empty/ nothing
     QTest::newRow("nothing") << QStringList{} << qint64(0);
     QTest::newRow("one file") << QStringList{"a.txt"} << qint64(1);
@@ -145,181 +149,130 @@ void tst_CGetFileSizeThread::SelectionInsideATopLevelEntry_data()
     QTest::newRow("everything inside") << QStringList{"a.txt", "sub", "other", "empty"} << qint64(4321);
 }
 
-void tst_CGetFileSizeThread::SelectionInsideATopLevelEntry()
+void tst_CGetFileSizeThread::selectionInsideATopLevelEntry()
 {
-    QFETCH(QStringList, ticked);
-    QFETCH(qint64, size);
-    CTempTree tree;
-    tree.Write("a.txt", QByteArray(1, 'x'));
-    tree.Write("sub/b.txt", QByteArray(20, 'x'));
-    tree.Write("sub/deep/c.txt", QByteArray(300, 'x'));
-    tree.Write("other/d.txt", QByteArray(4000, 'x'));
-    tree.MkDir("empty");
-    CNodeTree nodes;
-    CDirNode* pEntry = nodes.Add(tree.Path(), Qt::PartiallyChecked);
+    QFETCH(QStringList, listTicked);
+    m_pTree->Write("a.txt", QByteArray(1, 'x'));
+    m_pTree->Write("sub/b.txt", QByteArray(20, 'x'));
+    m_pTree->Write("sub/deep/c.txt", QByteArray(300, 'x'));
+    m_pTree->Write("other/d.txt", QByteArray(4000, 'x'));
+    m_pTree->MkDir("empty");
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), Qt::PartiallyChecked);
     for (const QString strName : {"a.txt", "sub", "other", "empty"}) {
-        nodes.Add(tree.Path(strName), ticked.contains(strName) ? Qt::Checked : Qt::Unchecked, pEntry);
+        const Qt::CheckState enState = listTicked.contains(strName) ? Qt::Checked : Qt::Unchecked;
+        m_pNodes->Add(m_pTree->Path(strName), enState, pEntry);
     }
-    QCOMPARE(SizeOf(nodes), size);
+    QTEST(Size(), "nSize");
 }
 
-void tst_CGetFileSizeThread::UntickedTopLevelEntryAddsNothing()
+void tst_CGetFileSizeThread::untickedTopLevelEntryAddsNothing()
 {
-    CTempTree tree;
-    tree.Write("f", "12345");
-    CNodeTree nodes;
-    CDirNode* pListed = nodes.Add(tree.Path(), Qt::Unchecked);
-    nodes.Add(tree.Path("f"), Qt::Checked, pListed);
-    CDirNode* pUnlisted = nodes.Add(tree.Path(), Qt::Unchecked);
-    QCOMPARE(SizeOf(nodes), 0);
+    CDirNode* pListed = m_pNodes->Add(m_pTree->Path(), Qt::Unchecked);
+    m_pNodes->Add(m_pTree->Write("f", "12345"), Qt::Checked, pListed);
+    CDirNode* pUnlisted = m_pNodes->Add(m_pTree->Path(), Qt::Unchecked);
+    QCOMPARE(Size(), 0);
     QVERIFY(pUnlisted->m_listChild.isEmpty());
 }
 
-void tst_CGetFileSizeThread::PartlyTickedFolderNeverListedIsListedAndAddsNothing()
+void tst_CGetFileSizeThread::partlyTickedFolderNeverListedIsListedAndAddsNothing()
 {
-    CTempTree tree;
-    tree.Write("sub/f", "12345");
-    CNodeTree nodes;
-    CDirNode* pEntry = nodes.Add(tree.Path("sub"), Qt::PartiallyChecked);
-    QCOMPARE(SizeOf(nodes), 0);
+    m_pTree->Write("sub/f", "12345");
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path("sub"), Qt::PartiallyChecked);
+    QCOMPARE(Size(), 0);
     QCOMPARE(pEntry->m_listChild.count(), 1);
     QCOMPARE(pEntry->Child(0)->m_chkState, qint32(Qt::Unchecked));
 }
 
-void tst_CGetFileSizeThread::LinkToAFolderIsWalkedAsAFolder()
+void tst_CGetFileSizeThread::linkToAFolderIsWalkedAsAFolder()
 {
-    CTempTree tree;
     CTempTree elsewhere;
     elsewhere.Write("f", QByteArray(77, 'x'));
-    tree.Link("link", elsewhere.Path());
-    CNodeTree nodes;
-    CDirNode* pEntry = nodes.Add(tree.Path(), Qt::PartiallyChecked);
-    CDirNode* pLink = nodes.Add(tree.Path("link"), Qt::Checked, pEntry);
-    QCOMPARE(SizeOf(nodes), 77);
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), Qt::PartiallyChecked);
+    CDirNode* pLink = m_pNodes->Add(m_pTree->Link("link", elsewhere.Path()), Qt::Checked, pEntry);
+    QCOMPARE(Size(), 77);
     QCOMPARE(pLink->m_listChild.count(), 1);
 }
 
-void tst_CGetFileSizeThread::FileGivenAsNodeAddsNothing()
+void tst_CGetFileSizeThread::fileGivenAsNodeAddsNothing()
 {
-    CTempTree tree;
-    tree.Write("f", "12345");
-    CNodeTree nodes;
-    CDirNode* pFile = nodes.Add(tree.Path("f"), Qt::PartiallyChecked);
-    QCOMPARE(SizeOf(nodes), 0);
+    CDirNode* pFile = m_pNodes->Add(m_pTree->Write("f", "12345"), Qt::PartiallyChecked);
+    QCOMPARE(Size(), 0);
     QVERIFY(pFile->m_listChild.isEmpty());
 }
 
-void tst_CGetFileSizeThread::NullNodeWritesItsLine()
+void tst_CGetFileSizeThread::nullNodeWritesItsLine()
 {
-    const QString strLine = QStringLiteral("FFFFFFFFFFFFFFaile dirNode == nullptr");
-    CGetFileSizeThread worker;
     const CLogCapture capture;
-    worker.GetSelFileSize(nullptr);
-    QCOMPARE(capture.Lines(), QStringList{strLine});
+    m_pWorker->GetSelFileSize(nullptr);
+    QCOMPARE(capture.Lines(), QStringList{"FFFFFFFFFFFFFFaile dirNode == nullptr"});
     QCOMPARE(LogLines(), QStringList());
 }
 
-void tst_CGetFileSizeThread::NoRootGivesZero()
+void tst_CGetFileSizeThread::noRootGivesZero()
 {
-    CGetFileSizeThread worker;
-    QSignalSpy spy(&worker, &CGetFileSizeThread::SignalGetSizeFinish);
-    worker.run();
-    QCOMPARE(spy.count(), 1);
-    QCOMPARE(spy.at(0).at(0).toLongLong(), 0);
+    m_pWorker->SetRootNode(nullptr);
+    QCOMPARE(Size(), 0);
 }
 
-void tst_CGetFileSizeThread::EachRunStartsAtZero()
+void tst_CGetFileSizeThread::eachRunStartsAtZero()
 {
-    CTempTree tree;
-    tree.Write("f", "12345");
-    CNodeTree nodes;
-    nodes.Add(tree.Path("f"), Qt::Checked, nodes.Add(tree.Path(), Qt::PartiallyChecked));
-    CGetFileSizeThread worker;
-    worker.SetRootNode(nodes.Root());
-    QSignalSpy spy(&worker, &CGetFileSizeThread::SignalGetSizeFinish);
-    worker.run();
-    worker.run();
-    QCOMPARE(spy.count(), 2);
-    QCOMPARE(spy.at(1).at(0).toLongLong(), 5);
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), Qt::PartiallyChecked);
+    m_pNodes->Add(m_pTree->Write("f", "12345"), Qt::Checked, pEntry);
+    QCOMPARE(Size(), 5);
+    QCOMPARE(Size(), 5);
 }
 
-void tst_CGetFileSizeThread::HugeFilesDoNotOverflow()
+void tst_CGetFileSizeThread::hugeFilesDoNotOverflow()
 {
-    const CVolume volume(QStringLiteral("Huge"), QStringLiteral("/dev/disk9s2"), 1);
-    if (!volume.IsValid()) {
-        QSKIP("cannot mount here");
-    }
+    NEEDS_VOLUMES();
+    const CVolume volume("Huge", "/dev/disk9s2", 1);
     // Files of nothing but a hole, each nearly as large as a file can be.
     const off_t nSize = std::numeric_limits<off_t>::max() - 4096;
-    CNodeTree nodes;
-    CDirNode* pEntry = nodes.Add(volume.Path(), Qt::PartiallyChecked);
+    CDirNode* pEntry = m_pNodes->Add(volume.Path(), Qt::PartiallyChecked);
     for (const QString strName : {"a", "b"}) {
         QFile file(volume.Path(strName));
         QVERIFY(file.open(QIODevice::WriteOnly));
         QCOMPARE(ftruncate(file.handle(), nSize), 0);
-        nodes.Add(file.fileName(), Qt::Checked, pEntry);
+        m_pNodes->Add(file.fileName(), Qt::Checked, pEntry);
     }
-    QCOMPARE(SizeOf(nodes), std::numeric_limits<qint64>::max());
+    QCOMPARE(Size(), std::numeric_limits<qint64>::max());
 }
 
-void tst_CGetFileSizeThread::RunsOnItsOwnThreadAndAnswersQueued()
+void tst_CGetFileSizeThread::runsOnItsOwnThreadAndAnswersQueued()
 {
-    CTempTree tree;
-    tree.Write("sub/f", "12345");
-    CNodeTree nodes;
-    nodes.Add(tree.Path("sub"), Qt::Checked, nodes.Add(tree.Path(), Qt::PartiallyChecked));
-    CWatchedThread worker;
-    worker.SetRootNode(nodes.Root());
-    std::atomic<QThread*> pEmitter{nullptr};
-    connect(
-        &worker, &CGetFileSizeThread::SignalGetSizeFinish, &worker,
-        [&pEmitter] { pEmitter = QThread::currentThread(); }, Qt::DirectConnection);
+    m_pTree->Write("sub/f", "12345");
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), Qt::PartiallyChecked);
+    m_pNodes->Add(m_pTree->Path("sub"), Qt::Checked, pEntry);
     QThread* pReceiver = nullptr;
     qint64 nSize = -1;
-    connect(&worker, &CGetFileSizeThread::SignalGetSizeFinish, &worker, [&](qint64 nBytes) {
+    connect(m_pWorker.get(), &CGetFileSizeThread::SignalGetSizeFinish, this, [&](qint64 nBytes) {
         pReceiver = QThread::currentThread();
         nSize = nBytes;
     });
-    worker.start();
-    QVERIFY(worker.m_ended.Pass(10000));
-    QVERIFY(worker.wait(10000));
+    QVERIFY(m_pWorker->RunAside());
     QCOMPARE(nSize, -1);
     QTRY_COMPARE(nSize, 5);
-    QCOMPARE(pEmitter.load(), static_cast<QThread*>(&worker));
+    QCOMPARE(m_pWorker->m_pEmitter, static_cast<QThread*>(m_pWorker.get()));
     QCOMPARE(pReceiver, QThread::currentThread());
 }
 
-void tst_CGetFileSizeThread::InterruptedRunAnswersNothing()
+void tst_CGetFileSizeThread::interruptedRunAnswersNothing_data()
 {
-    CTempTree tree;
-    tree.Write("sub/f", "12345");
-    CNodeTree nodes;
-    CDirNode* pEntry = nodes.Add(tree.Path(), Qt::PartiallyChecked);
-    CDirNode* pSub = nodes.Add(tree.Path("sub"), Qt::Checked, pEntry);
-    CInterruptedThread worker;
-    worker.SetRootNode(nodes.Root());
-    std::atomic<int> nAnswers{0};
-    connect(
-        &worker, &CGetFileSizeThread::SignalGetSizeFinish, &worker, [&nAnswers] { ++nAnswers; },
-        Qt::DirectConnection);
-    worker.start();
-    QVERIFY(worker.m_ended.Pass(10000));
-    QVERIFY(worker.wait(10000));
-    QCOMPARE(nAnswers.load(), 0);
-    QVERIFY(pSub->m_listChild.isEmpty());
+    QTest::addColumn<bool>("bOneFolder");
+    QTest::newRow("at the top") << false;
+    QTest::newRow("inside a folder") << true;
 }
 
-void tst_CGetFileSizeThread::InterruptedFolderIsLeft()
+void tst_CGetFileSizeThread::interruptedRunAnswersNothing()
 {
-    CTempTree tree;
-    tree.Write("sub/f", "12345");
-    CNodeTree nodes;
-    CDirNode* pEntry = nodes.Add(tree.Path(), Qt::PartiallyChecked);
-    CDirNode* pSub = nodes.Add(tree.Path("sub"), Qt::Checked, pEntry);
-    CInterruptedThread worker(pEntry);
-    worker.start();
-    QVERIFY(worker.m_ended.Pass(10000));
-    QVERIFY(worker.wait(10000));
+    QFETCH(bool, bOneFolder);
+    m_pTree->Write("sub/f", "12345");
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), Qt::PartiallyChecked);
+    CDirNode* pSub = m_pNodes->Add(m_pTree->Path("sub"), Qt::Checked, pEntry);
+    m_pWorker->m_bInterrupted = true;
+    m_pWorker->m_pFolder = bOneFolder ? pEntry : nullptr;
+    QVERIFY(m_pWorker->RunAside());
+    QCOMPARE(m_pWorker->m_listAnswer.count(), 0);
     QVERIFY2(pSub->m_listChild.isEmpty(), "listed although it was told to end");
 }
 

@@ -9,5 +9,8 @@ void WriteFile(const QString& strPath, const QByteArray& baContent = {});
 /** Content of a file; "<cannot be read>" where there is none that can be read. */
 QByteArray Content(const QString& strPath);
 
+/** Content that shows a swapped, lost or repeated piece. */
+QByteArray Pattern(qint64 nSize);
+
 /** A path below the build folder. */
 QString BuildPath(const QString& strRelative);
