@@ -5,93 +5,100 @@
 #include <QFile>
 #include <QtTest>
 
+#include <cerrno>
+
+Q_DECLARE_METATYPE(STCopyOutcome)
+
 class tst_CCopyReport : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void Quoted_data();
-    void Quoted();
-    void ProblemIsOneLine_data();
-    void ProblemIsOneLine();
-    void SummaryOfCompletedCopy();
-    void SummaryOfStoppedCopyNamesHalfCopiedFile();
-    void ResetForgets();
+    void initTestCase() { CFileNameCodec::Install(); }
+    void init() { UseLogFile(); }
+    void quoted_data();
+    void quoted();
+    void problemIsOneLine_data();
+    void problemIsOneLine();
+    void summaryOfCompletedCopy();
+    void summaryOfStoppedCopyNamesHalfCopiedFile();
+    void resetForgets();
 };
 
-void tst_CCopyReport::initTestCase() { CFileNameCodec::Install(); }
-
-void tst_CCopyReport::init() { UseLogFile(); }
-
-void tst_CCopyReport::Quoted_data()
+void tst_CCopyReport::quoted_data()
 {
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QString>("quoted");
-    QTest::newRow("plain") << QByteArray("/a/b.txt") << "\"/a/b.txt\"";
-    QTest::newRow("empty") << QByteArray("") << "\"\"";
-    QTest::newRow("newline") << QByteArray("a\nb") << R"("a\nb")";
-    QTest::newRow("carriage return") << QByteArray("a\rb") << R"("a\u000db")";
-    QTest::newRow("escape character") << QByteArray("\x1b[31m") << R"("\u001b[31m")";
-    QTest::newRow("delete character") << QByteArray("a\x7f") << R"("a\u007f")";
-    QTest::newRow("C1 control") << QByteArray("a\xc2\x85") << R"("a\u0085")";
-    QTest::newRow("line separator") << QByteArray("a\xe2\x80\xa8") << R"("a\u2028")";
-    QTest::newRow("paragraph separator") << QByteArray("a\xe2\x80\xa9") << R"("a\u2029")";
-    QTest::newRow("quotation mark") << QByteArray("a\"b") << R"("a\"b")";
-    QTest::newRow("backslash and n") << QByteArray("a\\nb") << R"("a\\nb")";
-    QTest::newRow("placeholder") << QByteArray("%1 %2") << "\"%1 %2\"";
-    QTest::newRow("trailing blank") << QByteArray("a ") << "\"a \"";
-    QTest::newRow("two bytes") << QByteArray("\xc3\xa4") << QString::fromUtf8("\"\xc3\xa4\"");
-    QTest::newRow("three bytes") << QByteArray("\xe3\x81\x82") << QString::fromUtf8("\"\xe3\x81\x82\"");
-    QTest::newRow("four bytes") << QByteArray("\xf0\x9f\x98\x80")
-                                << QString::fromUtf8("\"\xf0\x9f\x98\x80\"");
-    QTest::newRow("replacement character")
-        << QByteArray("\xef\xbf\xbd") << QString::fromUtf8("\"\xef\xbf\xbd\"");
-    QTest::newRow("byte order mark") << QByteArray("a\xef\xbb\xbf") << R"("a\ufeff")";
-    QTest::newRow("not UTF-8") << QByteArray("a\xff\xfe.txt") << R"("a\xff\xfe.txt")";
-    QTest::newRow("cut short") << QByteArray("a\xe3\x81") << R"("a\xe3\x81")";
+    QTest::addColumn<QByteArray>("baName");
+    QTest::addColumn<QByteArray>("baQuoted"); // without its quotation marks
+    const auto fnRow = [](const char* pszRow, const char* pszName, const char* pszQuoted) {
+        QTest::newRow(pszRow) << QByteArray(pszName) << QByteArray(pszQuoted);
+    };
+    fnRow("plain", "/a/b.txt", "/a/b.txt");
+    fnRow("empty", "", "");
+    fnRow("newline", "a\nb", R"(a\nb)");
+    fnRow("carriage return", "a\rb", R"(a\u000db)");
+    fnRow("escape character", "\x1b[31m", R"(\u001b[31m)");
+    fnRow("delete character", "a\x7f", R"(a\u007f)");
+    fnRow("C1 control", "a\xc2\x85", R"(a\u0085)");
+    fnRow("line separator", "a\xe2\x80\xa8", R"(a\u2028)");
+    fnRow("paragraph separator", "a\xe2\x80\xa9", R"(a\u2029)");
+    fnRow("quotation mark", "a\"b", R"(a\"b)");
+    fnRow("backslash and n", "a\\nb", R"(a\\nb)");
+    fnRow("placeholder", "%1 %2", "%1 %2");
+    fnRow("trailing blank", "a ", "a ");
+    fnRow("two bytes", "\xc3\xa4", "\xc3\xa4");
+    fnRow("three bytes", "\xe3\x81\x82", "\xe3\x81\x82");
+    fnRow("four bytes", "\xf0\x9f\x98\x80", "\xf0\x9f\x98\x80");
+    fnRow("replacement character", "\xef\xbf\xbd", "\xef\xbf\xbd");
+    fnRow("byte order mark", "a\xef\xbb\xbf", R"(a\ufeff)");
+    fnRow("not UTF-8", "a\xff\xfe.txt", R"(a\xff\xfe.txt)");
+    fnRow("cut short", "a\xe3\x81", R"(a\xe3\x81)");
 }
 
-void tst_CCopyReport::Quoted()
+void tst_CCopyReport::quoted()
 {
-    QFETCH(QByteArray, name);
-    QFETCH(QString, quoted);
-    QCOMPARE(CCopyReport::Quoted(QFile::decodeName(name)), quoted);
+    QFETCH(QByteArray, baName);
+    QFETCH(QByteArray, baQuoted);
+    QCOMPARE(CCopyReport::Quoted(QFile::decodeName(baName)), QString::fromUtf8('"' + baQuoted + '"'));
 }
 
-void tst_CCopyReport::ProblemIsOneLine_data()
+void tst_CCopyReport::problemIsOneLine_data()
 {
-    QTest::addColumn<qint64>("copied");
-    QTest::addColumn<qint64>("expected");
-    QTest::addColumn<QString>("line");
-    QTest::newRow("some of it") << qint64(5) << qint64(9)
-                                << R"(Not copied whole: "/a%1\nb": it broke (5 of 9 bytes copied))";
-    QTest::newRow("size unknown") << qint64(0) << STCopyOutcome::UNKNOWN_SIZE
-                                  << R"(Not copied whole: "/a%1\nb": it broke (0 of unknown bytes copied))";
+    QTest::addColumn<STCopyOutcome>("stOutcome");
+    QTest::addColumn<QString>("strRest");
+    const auto fnRow
+        = [](const char* pszRow, const STCopyReason& stReason, qint64 nExpected, const char* pszRest) {
+              QTest::newRow(pszRow) << STCopyOutcome{ENCopyEnd::NOT_WHOLE, "/a%1\nb", stReason, 5, nExpected}
+                                    << pszRest;
+          };
+    fnRow("some of it", {"it broke"}, 9, "it broke (5 of 9 bytes copied)");
+    fnRow("size unknown", {"it broke"}, STCopyOutcome::UNKNOWN_SIZE, "it broke (5 of unknown bytes copied)");
+    fnRow("with an error", {"it broke", EIO}, 9, "it broke: Input/output error (5 of 9 bytes copied)");
+    fnRow("with a target", {"it broke", EIO, "/c\nd"}, 9,
+          R"(it broke: Input/output error, "/c\nd" (5 of 9 bytes copied))");
 }
 
-void tst_CCopyReport::ProblemIsOneLine()
+void tst_CCopyReport::problemIsOneLine()
 {
-    QFETCH(qint64, copied);
-    QFETCH(qint64, expected);
-    QFETCH(QString, line);
+    QFETCH(STCopyOutcome, stOutcome);
+    QFETCH(QString, strRest);
     CCopyReport report;
-    report.AddProblem({ENCopyEnd::NOT_WHOLE, "/a%1\nb", {"it broke"}, copied, expected});
-    QCOMPARE(LogLines(), QStringList{line});
+    report.AddProblem(stOutcome);
+    QCOMPARE(LogLines(), QStringList{Problem(R"(/a%1\nb)", strRest)});
     QCOMPARE(report.Problems(), 1);
+    QCOMPARE(report.Bytes(), 0);
 }
 
-void tst_CCopyReport::SummaryOfCompletedCopy()
+void tst_CCopyReport::summaryOfCompletedCopy()
 {
     CCopyReport report;
     report.AddFile({ENCopyEnd::WHOLE, "/a", {}, 1000, 1000});
-    report.AddFile({ENCopyEnd::WHOLE, "/b", {}, 234, 234});
+    report.AddFile({ENCopyEnd::NOT_WHOLE, "/b", {"it broke"}, 200, 300});
+    report.AddFile({ENCopyEnd::WHOLE, "/c", {}, 34, 34});
     report.WriteSummary(false, 61005);
-    QCOMPARE(LogLines(), QStringList{"Copy completed: files 2, bytes 1234, seconds 61.005, problems 0"});
+    QCOMPARE(Summary(), QString("Copy completed: files 2, bytes 1234, seconds 61.005, problems 1"));
 }
 
-void tst_CCopyReport::SummaryOfStoppedCopyNamesHalfCopiedFile()
+void tst_CCopyReport::summaryOfStoppedCopyNamesHalfCopiedFile()
 {
     CCopyReport report;
     report.AddFile({ENCopyEnd::STOPPED, "/x\ny", {"it was stopped"}, 7, 9});
@@ -103,15 +110,14 @@ void tst_CCopyReport::SummaryOfStoppedCopyNamesHalfCopiedFile()
     QCOMPARE(LogLines(), listExpected);
 }
 
-void tst_CCopyReport::ResetForgets()
+void tst_CCopyReport::resetForgets()
 {
     CCopyReport report;
     report.AddFile({ENCopyEnd::WHOLE, "/a", {}, 3, 3});
     report.AddFile({ENCopyEnd::STOPPED, "/x", {"it was stopped"}, 1, 2});
     report.Reset();
     report.WriteSummary(false, 0);
-    QCOMPARE(LogLines().last(),
-             QStringLiteral("Copy completed: files 0, bytes 0, seconds 0.000, problems 0"));
+    QCOMPARE(Summary(), QString("Copy completed: files 0, bytes 0, seconds 0.000, problems 0"));
     QCOMPARE(report.Files(), 0);
     QCOMPARE(report.Bytes(), 0);
     QCOMPARE(report.Problems(), 0);

@@ -38,3 +38,12 @@ QStringList LogLines()
     }
     return listLine;
 }
+
+QString Problem(const QString& strPath, const QString& strRest)
+{
+    return "Not copied whole: \"" + strPath + "\": " + strRest;
+}
+
+QStringList ProblemLines() { return LogLines().filter("Not copied whole: "); }
+
+QString Summary() { return LogLines().isEmpty() ? QString() : LogLines().last(); }
