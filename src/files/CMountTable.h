@@ -25,8 +25,7 @@ public:
     /** The file that holds the table, and that signals its changes to poll(). */
     static const char* FileName();
 
-    /** What is mounted now, in the kernel's order and of one moment; nothing when the table cannot be read.
-     */
+    /** What is mounted now, of one moment and in the kernel's order; nothing when it cannot be read. */
     static std::optional<std::vector<STMount>> Mounts();
 
     /** The mounts of such a table's text in its order; lines that are none are left out. */

@@ -19,8 +19,7 @@
 class CAskerWatch
 {
 public:
-    /** Starts watching who has started this process, and takes SIGTERM, SIGINT and SIGHUP as the wish to end.
-     */
+    /** Starts to watch who has started this process; SIGTERM, SIGINT and SIGHUP are a wish to end. */
     CAskerWatch();
     ~CAskerWatch();
     CAskerWatch(const CAskerWatch&) = delete;

@@ -12,14 +12,14 @@ struct STDiskInfo
 {
     std::string strNode;
     std::string strIdentifier;
-    std::string strMountPoint; // empty when it is not mounted
-    std::string strVolumeName; // last part of the mount point
-    std::string strFilesystem; // empty when it is not mounted
+    std::string strMountPoint; ///< empty when it is not mounted
+    std::string strVolumeName; ///< last part of the mount point
+    std::string strFilesystem; ///< empty when it is not mounted
     std::string strBus;
-    std::uint64_t nTotalSize = 0; // bytes, 0 when unknown
+    std::uint64_t nTotalSize = 0; ///< bytes, 0 when unknown
     bool bInternal = false;
     bool bEjectable = false;
-    bool bWritable = false; // false when it is not mounted
+    bool bWritable = false; ///< false when it is not mounted
 };
 
 /** Answers what a device node stands for, from sysfs and the table of mounts. */

@@ -26,6 +26,8 @@ static void ReportLeftOut(const QString& strWhat)
     QTimer::singleShot(0, [strWhat] { g_TarnwickLog.LogExt(strWhat); });
 }
 
+namespace {
+
 /** Devices from udev, volumes from the kernel's table of mounts; either works without the other. */
 class CLinuxDiskEventSource : public IDiskEventSource
 {
@@ -49,6 +51,8 @@ private:
     std::unique_ptr<CUsbWatch> m_pUsbWatch;
     std::unique_ptr<CMountWatch> m_pMountWatch;
 };
+
+} // namespace
 
 std::unique_ptr<IDiskEventSource> IDiskEventSource::Create()
 {

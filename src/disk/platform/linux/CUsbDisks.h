@@ -10,12 +10,9 @@
 /** What the kernel says about one disk that comes, goes or changes. */
 struct STDeviceEvent
 {
-    /** "add", "remove" and others. */
-    QByteArray baAction;
-    /** The device's path in the kernel's tree of devices. */
-    QByteArray baPath;
-    /** A USB device was found among the device's parents. */
-    bool bUsbParent = false;
+    QByteArray baAction; ///< "add", "remove" and others
+    QByteArray baPath; ///< of the device in the kernel's tree of devices
+    bool bUsbParent = false; ///< a USB device was found among the device's parents
 };
 
 /**

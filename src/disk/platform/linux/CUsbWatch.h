@@ -33,10 +33,8 @@ public:
     /** Which events are reported. */
     enum ENScope
     {
-        /** USB disks that come (with the device's path) and go (with "USB"). */
-        SCOPE_USB_DISKS,
-        /** Disks on any bus that go (with "USB"). */
-        SCOPE_ALL_REMOVALS
+        SCOPE_USB_DISKS, ///< USB disks that come (with the device's path) and go (with "USB")
+        SCOPE_ALL_REMOVALS ///< disks on any bus that go (with "USB")
     };
 
     CUsbWatch(ENScope enScope, FnDeliver fnDeliver);

@@ -8,8 +8,7 @@
 struct STDiskEvent
 {
     ENDiskEventType enType = DISK_EVENT_APPEARED;
-    /** Device path or mount point, in the system's own bytes. */
-    QByteArray baPath;
+    QByteArray baPath; ///< device path or mount point, in the system's own bytes
 };
 
 inline bool operator==(const STDiskEvent& first, const STDiskEvent& second)

@@ -37,6 +37,8 @@ static void StartDiskSession(CDiskListener* pListener)
     }
 }
 
+namespace {
+
 /** Devices from the registry, disks from the arbitration session, volumes from the workspace. */
 class CMacDiskEventSource : public IDiskEventSource
 {
@@ -51,6 +53,8 @@ public:
         }
     }
 };
+
+} // namespace
 
 std::unique_ptr<IDiskEventSource> IDiskEventSource::Create()
 {
