@@ -141,16 +141,16 @@ void tst_CCopyFileWidget::StartCopy(const QString& strFolder)
 void tst_CCopyFileWidget::StartPausedCopy()
 {
     CGate begun;
-    const QMetaObject::Connection pause = connect(
-        Worker(), &QThread::started, Worker(),
-        [&] {
-            Worker()->SetCopyStatus(COPY_STATUS_PAUSE);
-            begun.Open();
-        },
-        Qt::DirectConnection);
+    CCopyFileThread* pWorker = Worker();
+    const auto pause = [&begun, pWorker] {
+        pWorker->SetCopyStatus(COPY_STATUS_PAUSE);
+        begun.Open();
+    };
+    const QMetaObject::Connection connection
+        = connect(pWorker, &QThread::started, pWorker, pause, Qt::DirectConnection);
     StartCopy();
     QVERIFY(begun.Pass(10000));
-    disconnect(pause);
+    disconnect(connection);
     m_pPage->SetCopyStatus(COPY_STATUS_PAUSE);
 }
 
