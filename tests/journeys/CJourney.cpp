@@ -14,10 +14,10 @@ CJourney::CJourney(const QString& strPictures)
     , m_environment(QProcessEnvironment::systemEnvironment())
 {
     QDir().mkpath(strPictures);
-    m_environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(TARNWICK_PROBE_LIBRARY));
-    m_environment.insert(QStringLiteral("TARNWICK_PROBE"), m_dir.filePath(QStringLiteral("probe")));
-    m_environment.insert(QStringLiteral("TARNWICK_SLOW"), m_dir.filePath(QStringLiteral("slow")));
-    m_environment.insert(QStringLiteral("TARNWICK_SLOW_LIST"), m_dir.filePath(QStringLiteral("slow-list")));
+    m_environment.insert("LD_PRELOAD", TARNWICK_PROBE_LIBRARY);
+    m_environment.insert("TARNWICK_PROBE", m_dir.filePath("probe"));
+    m_environment.insert("TARNWICK_SLOW", m_dir.filePath("slow"));
+    m_environment.insert("TARNWICK_SLOW_LIST", m_dir.filePath("slow-list"));
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
 }
 
@@ -29,19 +29,16 @@ CJourney::~CJourney()
     }
 }
 
-QProcessEnvironment& CJourney::Environment() { return m_environment; }
-
 bool CJourney::Start(const QString& strExecutable)
 {
     m_process.setProcessEnvironment(m_environment);
-    m_process.setStandardErrorFile(m_dir.filePath(QStringLiteral("errors")));
+    m_process.setStandardErrorFile(m_dir.filePath("errors"));
     m_process.start(strExecutable, QStringList());
     return WaitFor([this] {
         if (m_socket.state() == QLocalSocket::UnconnectedState) {
-            m_socket.connectToServer(m_environment.value(QStringLiteral("TARNWICK_PROBE")));
+            m_socket.connectToServer(m_environment.value("TARNWICK_PROBE"));
         }
-        return m_socket.state() == QLocalSocket::ConnectedState
-            && Widget(QStringLiteral("CTarnwickMacPE")).value(QStringLiteral("visible")).toBool();
+        return m_socket.state() == QLocalSocket::ConnectedState && Shows("CTarnwickMacPE");
     });
 }
 
@@ -56,7 +53,7 @@ int CJourney::ExitCode() const
 
 QString CJourney::Errors() const
 {
-    QFile file(m_dir.filePath(QStringLiteral("errors")));
+    QFile file(m_dir.filePath("errors"));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
@@ -73,85 +70,109 @@ QJsonObject CJourney::Ask(const QJsonObject& objQuestion, int nMs)
 
 QJsonObject CJourney::Widget(const QString& strName, const QString& strIn)
 {
-    return Ask({{QStringLiteral("ask"), QStringLiteral("widget")},
-                {QStringLiteral("name"), strName},
-                {QStringLiteral("in"), strIn}});
+    return Ask({{"ask", "widget"}, {"name", strName}, {"in", strIn}});
 }
 
-QJsonObject CJourney::Modal() { return Ask({{QStringLiteral("ask"), QStringLiteral("modal")}}); }
+QString CJourney::Text(const QString& strName, const QString& strIn)
+{
+    return Widget(strName, strIn).value("text").toString();
+}
+
+bool CJourney::Shows(const QString& strName) { return Widget(strName).value("visible").toBool(); }
+
+int CJourney::Page() { return Widget("m_pStackWidget").value("currentIndex").toInt(-1); }
+
+int CJourney::Progress() { return Widget("m_pProgress").value("value").toInt(-1); }
+
+QJsonObject CJourney::Modal() { return Ask({{"ask", "modal"}}); }
 
 QJsonObject CJourney::Row(const QStringList& listPath)
 {
-    return Ask({{QStringLiteral("ask"), QStringLiteral("row")},
-                {QStringLiteral("path"), QJsonArray::fromStringList(listPath)}});
+    return Ask({{"ask", "row"}, {"path", QJsonArray::fromStringList(listPath)}});
 }
 
-QJsonObject CJourney::List() { return Ask({{QStringLiteral("ask"), QStringLiteral("list")}}); }
+QJsonObject CJourney::List() { return Ask({{"ask", "list"}}); }
 
 QStringList CJourney::ListTexts()
 {
     QStringList listText;
-    const QJsonArray arrItem = List().value(QStringLiteral("items")).toArray();
+    const QJsonArray arrItem = List().value("items").toArray();
     for (const QJsonValue& item : arrItem) {
-        listText.append(item.toObject().value(QStringLiteral("text")).toString());
+        listText.append(item.toObject().value("text").toString());
     }
     return listText;
 }
 
-static void Input(const QStringList& listArgument)
-{
-    QProcess::execute(QStringLiteral("xdotool"), listArgument);
-}
+static void Input(const QStringList& listArgument) { QProcess::execute("xdotool", listArgument); }
 
-void CJourney::PressKeys(const QStringList& listKey) { Input(QStringList{QStringLiteral("key")} + listKey); }
+void CJourney::PressKeys(const QStringList& listKey) { Input(QStringList{"key"} + listKey); }
 
-void CJourney::HoldKey(const QString& strKey, bool bDown)
-{
-    Input({bDown ? QStringLiteral("keydown") : QStringLiteral("keyup"), strKey});
-}
+void CJourney::HoldKey(const QString& strKey, bool bDown) { Input({bDown ? "keydown" : "keyup", strKey}); }
 
 void CJourney::ClickAt(const QPoint& pt)
 {
-    Input({QStringLiteral("mousemove"), QString::number(pt.x()), QString::number(pt.y())});
+    Input({"mousemove", QString::number(pt.x()), QString::number(pt.y())});
     const bool bOver = WaitFor(
         [&] {
-            const QJsonObject obj = Ask({{QStringLiteral("ask"), QStringLiteral("pointer")}});
-            const QPoint ptNow(obj.value(QStringLiteral("x")).toInt(),
-                               obj.value(QStringLiteral("y")).toInt());
-            return obj.value(QStringLiteral("over")).toBool() && (ptNow - pt).manhattanLength() <= 4;
+            const QJsonObject obj = Ask({{"ask", "pointer"}});
+            const QPoint ptNow(obj.value("x").toInt(), obj.value("y").toInt());
+            return obj.value("over").toBool() && (ptNow - pt).manhattanLength() <= 4;
         },
         5000);
     if (!bOver) {
         qWarning("the pointer does not arrive at %d, %d", pt.x(), pt.y());
     }
-    Input({QStringLiteral("click"), QStringLiteral("1")});
+    Input({"click", "1"});
 }
 
 static QRect RectOf(const QJsonObject& obj)
 {
-    return {obj.value(QStringLiteral("x")).toInt(), obj.value(QStringLiteral("y")).toInt(),
-            obj.value(QStringLiteral("w")).toInt(), obj.value(QStringLiteral("h")).toInt()};
+    return {obj.value("x").toInt(), obj.value("y").toInt(), obj.value("w").toInt(), obj.value("h").toInt()};
 }
 
 void CJourney::Click(const QJsonObject& objRect) { ClickAt(RectOf(objRect).center()); }
 
-void CJourney::Tick(const QStringList& listPath)
+void CJourney::Click(const QString& strName, const QString& strIn) { Click(Widget(strName, strIn)); }
+
+// Clicks into a row, a number of points beside where its name's column begins.
+void CJourney::ClickInRow(const QStringList& listPath, int nPoints)
 {
     const QJsonObject objRow = Row(listPath);
     const QRect rect = RectOf(objRow);
-    ClickAt({rect.left() + qRound(7 * objRow.value(QStringLiteral("ratio")).toDouble()), rect.center().y()});
+    ClickAt({rect.left() + qRound(nPoints * objRow.value("ratio").toDouble()), rect.center().y()});
 }
 
-void CJourney::Expand(const QStringList& listPath)
+bool CJourney::Open(const QStringList& listPath)
 {
-    const QJsonObject objRow = Row(listPath);
-    const QRect rect = RectOf(objRow);
-    ClickAt({rect.left() - qRound(10 * objRow.value(QStringLiteral("ratio")).toDouble()), rect.center().y()});
+    ClickInRow(listPath, -10);
+    return WaitFor([&] { return Row(listPath).value("expanded").toBool(); });
+}
+
+bool CJourney::TickWhole(const QStringList& listPath)
+{
+    ClickInRow(listPath, 7);
+    return WaitFor([&] { return Row(listPath).value("state").toInt() == Qt::Checked; });
+}
+
+bool CJourney::OpenList(const QString& strName)
+{
+    Click(strName);
+    return WaitFor([this] { return List().value("visible").toBool(); });
+}
+
+bool CJourney::ChooseDisk(const QString& strDisk)
+{
+    const int nItem = ListTexts().indexOf(strDisk);
+    if (nItem < 0) {
+        return false;
+    }
+    Click(List().value("items").toArray().at(nItem).toObject());
+    return WaitFor([&] { return Text("m_pUSBTitleLab") == strDisk; });
 }
 
 bool CJourney::WaitForBox(const QString& strText, int nMs)
 {
-    return WaitFor([&] { return Modal().value(QStringLiteral("text")).toString() == strText; }, nMs);
+    return WaitFor([&] { return Modal().value("text").toString() == strText; }, nMs);
 }
 
 bool CJourney::AnswerBox(const QString& strText, const QString& strButton, int nMs)
@@ -162,8 +183,7 @@ bool CJourney::AnswerBox(const QString& strText, const QString& strButton, int n
     // The window manager may still move a box that has just come up.
     QJsonObject objButton;
     const bool bStands = WaitFor([&] {
-        const QJsonObject objNow
-            = Modal().value(QStringLiteral("buttons")).toObject().value(strButton).toObject();
+        const QJsonObject objNow = Modal().value("buttons").toObject().value(strButton).toObject();
         const bool bSame = objNow == objButton && !objNow.isEmpty();
         objButton = objNow;
         return bSame;
@@ -172,18 +192,15 @@ bool CJourney::AnswerBox(const QString& strText, const QString& strButton, int n
         return false;
     }
     Click(objButton);
-    return WaitFor(
-        [&] { return !IsRunning() || Modal().value(QStringLiteral("text")).toString() != strText; });
+    return WaitFor([&] { return !IsRunning() || Modal().value("text").toString() != strText; });
 }
 
 bool CJourney::WaitFor(const std::function<bool()>& fnDone, int nMs) { return QTest::qWaitFor(fnDone, nMs); }
 
 void CJourney::Picture(const QString& strName)
 {
-    ++m_nPicture;
-    const QString strFile
-        = QStringLiteral("%1/%2-%3.png")
-              .arg(m_strPictures, QStringLiteral("%1").arg(m_nPicture, 2, 10, QLatin1Char('0')), strName);
+    const QString strNumber = QString::number(++m_nPicture).rightJustified(2, '0');
+    const QString strFile = QString("%1/%2-%3.png").arg(m_strPictures, strNumber, strName);
     QGuiApplication::primaryScreen()->grabWindow(0).save(strFile);
 }
 
@@ -199,9 +216,6 @@ static void WriteDelay(const QString& strFile, int nMs)
     }
 }
 
-void CJourney::SlowWrites(int nMs) { WriteDelay(m_environment.value(QStringLiteral("TARNWICK_SLOW")), nMs); }
+void CJourney::SlowWrites(int nMs) { WriteDelay(m_environment.value("TARNWICK_SLOW"), nMs); }
 
-void CJourney::SlowListing(int nMs)
-{
-    WriteDelay(m_environment.value(QStringLiteral("TARNWICK_SLOW_LIST")), nMs);
-}
+void CJourney::SlowListing(int nMs) { WriteDelay(m_environment.value("TARNWICK_SLOW_LIST"), nMs); }

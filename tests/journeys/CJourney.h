@@ -27,9 +27,6 @@ public:
     /** Ends the program if it still runs. */
     ~CJourney() override;
 
-    /** Environment the program gets; change it before Start. */
-    QProcessEnvironment& Environment();
-
     /** Starts the executable and waits for its window; false when it does not come. */
     bool Start(const QString& strExecutable);
 
@@ -54,6 +51,18 @@ public:
     /** The modal window on top. */
     QJsonObject Modal();
 
+    /** What a visible widget has for its text; empty when it is not there. */
+    QString Text(const QString& strName, const QString& strIn = QString());
+
+    /** Whether a widget is on the screen. */
+    bool Shows(const QString& strName);
+
+    /** The page in front: 0 for the selection, 1 for the copy. */
+    int Page();
+
+    /** Percent that the copy page shows; -1 when that page is not in front. */
+    int Progress();
+
     /** A row of the tree by the texts of the rows that lead to it. */
     QJsonObject Row(const QStringList& listPath);
 
@@ -63,11 +72,11 @@ public:
     /** Texts of the drop-down's entries. */
     QStringList ListTexts();
 
-    /** Presses and releases the left button at a place of the screen, in pixels. */
-    void ClickAt(const QPoint& pt);
-
     /** Clicks the middle of a described rectangle. */
     void Click(const QJsonObject& objRect);
+
+    /** Clicks the middle of a visible widget. */
+    void Click(const QString& strName, const QString& strIn = QString());
 
     /** Presses and releases keys one after the other, each named as xdotool does ("Tab", "alt+Down"). */
     static void PressKeys(const QStringList& listKey);
@@ -75,11 +84,17 @@ public:
     /** Presses a key and keeps it down, or lets it go. */
     static void HoldKey(const QString& strKey, bool bDown);
 
-    /** Clicks the check box of a row. */
-    void Tick(const QStringList& listPath);
+    /** Clicks the branch arrow of a row; false when it does not open. */
+    bool Open(const QStringList& listPath);
 
-    /** Clicks the branch arrow of a row. */
-    void Expand(const QStringList& listPath);
+    /** Clicks the check box of a row; false when it is not ticked whole then. */
+    bool TickWhole(const QStringList& listPath);
+
+    /** Clicks a widget; false when that does not open the drop-down. */
+    bool OpenList(const QString& strName);
+
+    /** Clicks an entry of the open drop-down; false when there is none or it is not chosen. */
+    bool ChooseDisk(const QString& strDisk);
 
     /** Waits for a modal box with this text and clicks the button; false when either does not come. */
     bool AnswerBox(const QString& strText, const QString& strButton, int nMs = 20000);
@@ -100,6 +115,9 @@ public:
     void SlowListing(int nMs);
 
 private:
+    void ClickAt(const QPoint& pt);
+    void ClickInRow(const QStringList& listPath, int nPoints);
+
     QString m_strPictures;
     int m_nPicture = 0;
     QTemporaryDir m_dir;

@@ -88,7 +88,7 @@ QString tst_LanguageJourneys::Tr(const char* pContext, const char* pSource) cons
 
 QString tst_LanguageJourneys::Text(const QString& strWidget, const QString& strIn)
 {
-    return m_pJourney->Widget(strWidget, strIn).value("text").toString();
+    return m_pJourney->Text(strWidget, strIn);
 }
 
 void tst_LanguageJourneys::CompareSelectionPage()
@@ -106,14 +106,12 @@ void tst_LanguageJourneys::StartCopy()
     // Down to the files, whose names are written in every script.
     for (const QStringList& listFolder :
          {QStringList{SOURCE_VOLUME}, listUsers, listUsers + QStringList{"anna"}}) {
-        m_pJourney->Expand(listFolder);
-        QVERIFY(CJourney::WaitFor([&] { return m_pJourney->Row(listFolder).value("expanded").toBool(); }));
+        QVERIFY(m_pJourney->Open(listFolder));
     }
-    m_pJourney->Tick(listUsers);
-    QVERIFY(CJourney::WaitFor([&] { return m_pJourney->Row(listUsers).value("state").toInt() == 2; }));
+    QVERIFY(m_pJourney->TickWhole(listUsers));
     m_pJourney->Picture("selection");
     m_pJourney->SlowWrites(SLOW_MS);
-    m_pJourney->Click(m_pJourney->Widget("toolBtn", "m_pSelFilePage"));
+    m_pJourney->Click("toolBtn", "m_pSelFilePage");
     QVERIFY(CJourney::WaitFor([&] { return !Text("m_pCopyTitleLab").isEmpty(); }));
 }
 
@@ -164,7 +162,7 @@ void tst_LanguageJourneys::bothPagesAndTheExitQuestion()
 
     // The probe tells the box's text with ordinary blanks.
     const QString strExit = Tr("CTarnwickMacPE", qPrintable(TEXT_EXIT)).replace(QChar::Nbsp, ' ');
-    m_pJourney->Click(m_pJourney->Widget("m_pCloseBtn"));
+    m_pJourney->Click("m_pCloseBtn");
     QVERIFY(m_pJourney->WaitForBox(strExit));
     const QStringList listButton = m_pJourney->Modal().value("buttons").toObject().keys();
     QVERIFY2(listButton.contains(Tr("CTarnwickMacPE", "Yes"))

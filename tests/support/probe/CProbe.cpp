@@ -60,11 +60,11 @@ static QJsonObject ScreenRect(const QWidget* pWidget, const QRect& rect)
     const QPoint ptInWindow = pWidget->mapTo(pWidget->window(), rect.topLeft());
     const QPoint ptWindow = PlaceOnScreen(pWidget->window());
     return {
-        {QStringLiteral("x"), ptWindow.x() + qRound(ptInWindow.x() * fRatio)},
-        {QStringLiteral("y"), ptWindow.y() + qRound(ptInWindow.y() * fRatio)},
-        {QStringLiteral("w"), qRound(rect.width() * fRatio)},
-        {QStringLiteral("h"), qRound(rect.height() * fRatio)},
-        {QStringLiteral("ratio"), fRatio},
+        {"x", ptWindow.x() + qRound(ptInWindow.x() * fRatio)},
+        {"y", ptWindow.y() + qRound(ptInWindow.y() * fRatio)},
+        {"w", qRound(rect.width() * fRatio)},
+        {"h", qRound(rect.height() * fRatio)},
+        {"ratio", fRatio},
     };
 }
 
@@ -88,11 +88,11 @@ static QWidget* FindVisible(const QString& strName, const QString& strParent)
 static QJsonObject DescribeWidget(const QWidget* pWidget)
 {
     if (!pWidget) {
-        return {{QStringLiteral("visible"), false}};
+        return {{"visible", false}};
     }
     QJsonObject obj = ScreenRect(pWidget, pWidget->rect());
-    obj[QStringLiteral("visible")] = true;
-    obj[QStringLiteral("enabled")] = pWidget->isEnabled();
+    obj["visible"] = true;
+    obj["enabled"] = pWidget->isEnabled();
     for (const char* pName : {"text", "value", "currentIndex"}) {
         const QVariant value = pWidget->property(pName);
         if (value.isValid()) {
@@ -106,15 +106,14 @@ static QJsonObject DescribeModal()
 {
     const QWidget* pModal = QApplication::activeModalWidget();
     if (!pModal || !pModal->isVisible()) {
-        return {{QStringLiteral("open"), false}};
+        return {{"open", false}};
     }
     QJsonObject obj = ScreenRect(pModal, pModal->rect());
-    obj[QStringLiteral("open")] = true;
-    obj[QStringLiteral("class")] = QLatin1String(pModal->metaObject()->className());
-    if (const auto* pLabel = pModal->findChild<QLabel*>(QStringLiteral("label_text"))) {
+    obj["open"] = true;
+    if (const auto* pLabel = pModal->findChild<QLabel*>("label_text")) {
         QTextDocument document;
         document.setHtml(pLabel->text());
-        obj[QStringLiteral("text")] = document.toPlainText();
+        obj["text"] = document.toPlainText();
     }
     QJsonObject objButton;
     for (const QAbstractButton* pButton : pModal->findChildren<QAbstractButton*>()) {
@@ -123,7 +122,7 @@ static QJsonObject DescribeModal()
             objButton[strKey] = DescribeWidget(pButton);
         }
     }
-    obj[QStringLiteral("buttons")] = objButton;
+    obj["buttons"] = objButton;
     return obj;
 }
 
@@ -148,16 +147,16 @@ static QModelIndex FindRow(const QTreeView* pView, const QJsonArray& arrPath)
 
 static QJsonObject DescribeRow(const QJsonArray& arrPath)
 {
-    auto* pView = qobject_cast<QTreeView*>(FindVisible(QStringLiteral("m_pFileTree"), QString()));
+    auto* pView = qobject_cast<QTreeView*>(FindVisible("m_pFileTree", QString()));
     const QModelIndex index = pView ? FindRow(pView, arrPath) : QModelIndex();
     if (!index.isValid()) {
-        return {{QStringLiteral("visible"), false}};
+        return {{"visible", false}};
     }
     pView->scrollTo(index);
     QJsonObject obj = ScreenRect(pView->viewport(), pView->visualRect(index));
-    obj[QStringLiteral("visible")] = pView->viewport()->rect().intersects(pView->visualRect(index));
-    obj[QStringLiteral("expanded")] = pView->isExpanded(index);
-    obj[QStringLiteral("state")] = index.data(Qt::CheckStateRole).toInt();
+    obj["visible"] = pView->viewport()->rect().intersects(pView->visualRect(index));
+    obj["expanded"] = pView->isExpanded(index);
+    obj["state"] = index.data(Qt::CheckStateRole).toInt();
     return obj;
 }
 
@@ -173,11 +172,17 @@ static QJsonObject DescribeList()
         bVisible = pList->isVisible();
         for (int nRow = 0; nRow < pList->count(); ++nRow) {
             QJsonObject obj = ScreenRect(pList->viewport(), pList->visualItemRect(pList->item(nRow)));
-            obj[QStringLiteral("text")] = pList->item(nRow)->text();
+            obj["text"] = pList->item(nRow)->text();
             arrItem.append(obj);
         }
     }
-    return {{QStringLiteral("visible"), bVisible}, {QStringLiteral("items"), arrItem}};
+    return {{"visible", bVisible}, {"items", arrItem}};
+}
+
+static QJsonObject PointerOver(const QWidget* pWidget)
+{
+    const QPoint pt = QCursor::pos() * pWidget->devicePixelRatioF();
+    return {{"over", true}, {"x", pt.x()}, {"y", pt.y()}};
 }
 
 // Whether a widget has been told that the pointer is over it: before that a
@@ -186,48 +191,41 @@ static QJsonObject DescribePointer()
 {
     // A popup gets the mouse wherever it is, and nothing below counts as under it.
     if (const QWidget* pPopup = QApplication::activePopupWidget()) {
-        const QPoint ptCursor = QCursor::pos() * pPopup->devicePixelRatioF();
-        return {{QStringLiteral("over"), true},
-                {QStringLiteral("x"), ptCursor.x()},
-                {QStringLiteral("y"), ptCursor.y()}};
+        return PointerOver(pPopup);
     }
+    const QWidget* pModal = QApplication::activeModalWidget();
     for (const QWidget* pWidget : QApplication::allWidgets()) {
-        if (pWidget->isVisible() && pWidget->underMouse()) {
-            const QPoint pt = PlaceOnScreen(pWidget->window());
-            const QPoint ptCursor = QCursor::pos() * pWidget->devicePixelRatioF();
-            const QRect rect(pt, pWidget->window()->size() * pWidget->devicePixelRatioF());
-            if (rect.contains(ptCursor)
-                && (!QApplication::activeModalWidget()
-                    || pWidget->window() == QApplication::activeModalWidget())) {
-                return {{QStringLiteral("over"), true},
-                        {QStringLiteral("x"), ptCursor.x()},
-                        {QStringLiteral("y"), ptCursor.y()}};
-            }
+        const QWidget* pWindow = pWidget->window();
+        if (!pWidget->isVisible() || !pWidget->underMouse() || (pModal && pWindow != pModal)) {
+            continue;
+        }
+        const qreal fRatio = pWidget->devicePixelRatioF();
+        if (QRect(PlaceOnScreen(pWindow), pWindow->size() * fRatio).contains(QCursor::pos() * fRatio)) {
+            return PointerOver(pWidget);
         }
     }
-    return {{QStringLiteral("over"), false}};
+    return {{"over", false}};
 }
 
 QJsonObject CProbe::Answer(const QJsonObject& objQuestion) const
 {
-    const QString strAsk = objQuestion[QStringLiteral("ask")].toString();
-    if (strAsk == QLatin1String("widget")) {
-        return DescribeWidget(FindVisible(objQuestion[QStringLiteral("name")].toString(),
-                                          objQuestion[QStringLiteral("in")].toString()));
+    const QString strAsk = objQuestion["ask"].toString();
+    if (strAsk == "widget") {
+        return DescribeWidget(FindVisible(objQuestion["name"].toString(), objQuestion["in"].toString()));
     }
-    if (strAsk == QLatin1String("modal")) {
+    if (strAsk == "modal") {
         return DescribeModal();
     }
-    if (strAsk == QLatin1String("row")) {
-        return DescribeRow(objQuestion[QStringLiteral("path")].toArray());
+    if (strAsk == "row") {
+        return DescribeRow(objQuestion["path"].toArray());
     }
-    if (strAsk == QLatin1String("pointer")) {
+    if (strAsk == "pointer") {
         return DescribePointer();
     }
-    if (strAsk == QLatin1String("list")) {
+    if (strAsk == "list") {
         return DescribeList();
     }
-    return {{QStringLiteral("error"), QStringLiteral("unknown question")}};
+    return {{"error", "unknown question"}};
 }
 
 static void StartProbe()
