@@ -315,6 +315,12 @@ static STLook Part(const char* pName, const char* pPart, const Scene& fnScene)
             }};
 }
 
+/** A part of the window that has just come up, with the mouse over it. */
+static STLook Hovered(const char* pName, const char* pPart, const char* pSeen)
+{
+    return Part(pName, pSeen, [pPart](CLookStage& stage) { CLookStage::Hover(stage.Part(pPart)); });
+}
+
 static QList<STLook> SelectLooks()
 {
     return {
@@ -346,12 +352,9 @@ static QList<STLook> SelectLooks()
                  CLookStage::Hover(stage.Button("toolBtn"));
                  stage.Button("toolBtn")->setDown(true);
              }),
-        Part("select-list-button-hover", "m_pDropBtn",
-             [](CLookStage& stage) { CLookStage::Hover(stage.Button("m_pDropBtn")); }),
-        Part("select-refresh-hover", "RefreshLab",
-             [](CLookStage& stage) { CLookStage::Hover(stage.Part("RefreshLab")); }),
-        Part("title-close-hover", "m_pTitleWidget",
-             [](CLookStage& stage) { CLookStage::Hover(stage.Button("m_pCloseBtn")); }),
+        Hovered("select-list-button-hover", "m_pDropBtn", "m_pDropBtn"),
+        Hovered("select-refresh-hover", "RefreshLab", "RefreshLab"),
+        Hovered("title-close-hover", "m_pCloseBtn", "m_pTitleWidget"),
     };
 }
 
