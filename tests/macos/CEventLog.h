@@ -16,7 +16,7 @@ public:
     static void Receive(STDiskNotication* pRecord, void* pContext)
     {
         auto* const pLog = static_cast<CEventLog*>(pContext);
-        pLog->m_listLine.append(QStringLiteral("%1 %2 %3")
+        pLog->m_listLine.append(QString("%1 %2 %3")
                                     .arg(QString::number(pRecord->enType), pRecord->strDevicePath,
                                          QString::number(pRecord->nHasPath)));
         pLog->m_hThread = QThread::currentThreadId();

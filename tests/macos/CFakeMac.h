@@ -20,8 +20,7 @@ enum ENFakeProperties
 struct STFakeDevice
 {
     QByteArray baName;
-    /** Its path in the plane of USB devices; empty for a device that is not in the plane. */
-    QByteArray baPlanePath;
+    QByteArray baPlanePath; ///< in the plane of USB devices; empty for a device that is not in it
     QByteArray baBus;
     ENFakeProperties enProperties = PROPERTIES_COMPLETE;
 };
@@ -30,8 +29,7 @@ struct STFakeDevice
 enum ENFakeMode
 {
     MODE_DEFAULT,
-    /** While a menu or a window is dragged: one of the common modes. */
-    MODE_TRACKING
+    MODE_TRACKING ///< while a menu or a window is dragged: one of the common modes
 };
 
 /**
@@ -94,7 +92,6 @@ public:
     static QStringList OpenedFiles();
     static int WindowQuestions();
 
-    /** Objective-C objects of this class that are alive; of any class for null. Counted from the first call.
-     */
+    /** Objective-C objects of this class that live; of any class for null. Counted from the first call. */
     static int Alive(const char* pClass);
 };

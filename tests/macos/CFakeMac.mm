@@ -30,7 +30,7 @@ template <typename THandle> static quintptr Key(THandle handle) { return (quintp
 
 template <typename THandle> static THandle Counted(const char* pKind, THandle handle)
 {
-    s_mapCounted.insert(Key(handle), {QString::fromLatin1(pKind), 1});
+    s_mapCounted.insert(Key(handle), {pKind, 1});
     return handle;
 }
 
@@ -38,11 +38,10 @@ template <typename THandle> static THandle Counted(const char* pKind, THandle ha
 template <typename THandle> static bool IsAlive(const char* pCall, const char* pKind, THandle handle)
 {
     const auto it = s_mapCounted.constFind(Key(handle));
-    if (it != s_mapCounted.cend() && it->strKind == QLatin1String(pKind) && it->nReferences > 0) {
+    if (it != s_mapCounted.cend() && it->strKind == pKind && it->nReferences > 0) {
         return true;
     }
-    s_listProblem.append(
-        QStringLiteral("%1 without a living %2").arg(QLatin1String(pCall), QLatin1String(pKind)));
+    s_listProblem.append(QString("%1 without a living %2").arg(pCall, pKind));
     return false;
 }
 
@@ -50,7 +49,7 @@ template <typename THandle> static bool Release(const char* pCall, THandle handl
 {
     const auto it = s_mapCounted.find(Key(handle));
     if (it == s_mapCounted.end() || it->nReferences == 0) {
-        s_listProblem.append(QStringLiteral("%1 of what is not held").arg(QLatin1String(pCall)));
+        s_listProblem.append(QString("%1 of what is not held").arg(pCall));
         return false;
     }
     --it->nReferences;
@@ -102,7 +101,7 @@ const void* CFDictionaryGetValue(CFDictionaryRef pDictionary, const void* pKey)
 {
     const auto it = s_mapCounted.constFind(Key(pDictionary));
     if (it != s_mapCounted.cend() && it->nReferences == 0) {
-        s_listProblem.append(QStringLiteral("CFDictionaryGetValue of a released dictionary"));
+        s_listProblem.append("CFDictionaryGetValue of a released dictionary");
     }
     return [(NSDictionary*)pDictionary objectForKey:(id)pKey];
 }
@@ -539,8 +538,8 @@ QMap<QString, int> CFakeMac::Held()
         }
     }
     for (const auto& pSession : s_listSession) {
-        if (pSession->bScheduled && --mapHeld[QStringLiteral("session")] == 0) {
-            mapHeld.remove(QStringLiteral("session"));
+        if (pSession->bScheduled && --mapHeld["session"] == 0) {
+            mapHeld.remove("session");
         }
     }
     return mapHeld;
@@ -551,7 +550,7 @@ QStringList CFakeMac::Problems() { return s_listProblem; }
 static void KeepLine(NSString* pMessage)
 {
     const QString strLine = QString::fromUtf8([pMessage UTF8String]);
-    s_listLog.append(strLine.mid(strLine.indexOf(QLatin1String("] ")) + 2).chopped(1));
+    s_listLog.append(strLine.mid(strLine.indexOf("] ") + 2).chopped(1));
 }
 
 /** In place before anything can be logged. */
@@ -571,8 +570,7 @@ QStringList CFakeMac::TakeLog()
 static void FreeReleased()
 {
     for (auto it = s_mapCounted.begin(); it != s_mapCounted.end();) {
-        const bool bDictionary
-            = it->strKind == QLatin1String("properties") || it->strKind == QLatin1String("matching");
+        const bool bDictionary = it->strKind == "properties" || it->strKind == "matching";
         if (bDictionary && it->nReferences == 0) {
             [(id)(void*)it.key() release];
             it = s_mapCounted.erase(it);

@@ -15,15 +15,10 @@ class tst_MacRefusedWatch : public QObject
     Q_OBJECT
 
 private slots:
-    void TheOtherSourcesStay();
+    void theOtherSourcesStay();
 };
 
-static QMap<QString, int> Watches(int nCount)
-{
-    return {{QStringLiteral("iterator"), nCount}, {QStringLiteral("port"), 2}};
-}
-
-void tst_MacRefusedWatch::TheOtherSourcesStay()
+void tst_MacRefusedWatch::theOtherSourcesStay()
 {
     const QByteArray baRefused = qgetenv("TARNWICK_REFUSED");
     const bool bArrivals = baRefused == "arrivals";
@@ -47,18 +42,18 @@ void tst_MacRefusedWatch::TheOtherSourcesStay()
     const STFakeDevice stick{"Media", "IOUSB:/A", "USB"};
     CFakeMac::Plug({stick});
     CFakeMac::RunLoop();
-    QCOMPARE(log.Take(), bArrivals ? QStringList() : QStringList{QStringLiteral("0 IOUSB:/A 1")});
+    QCOMPARE(log.Take(), bArrivals ? QStringList() : QStringList{"0 IOUSB:/A 1"});
     CFakeMac::Unplug({stick});
     CFakeMac::RunLoop();
-    QCOMPARE(log.Take(), bRemovals ? QStringList() : QStringList{QStringLiteral("1 USB 0")});
+    QCOMPARE(log.Take(), bRemovals ? QStringList() : QStringList{"1 USB 0"});
     CFakeMac::LoseDisk();
     CFakeMac::RunLoop();
-    QCOMPARE(log.Take(), bSession ? QStringList() : QStringList{QStringLiteral("1 USB 0")});
+    QCOMPARE(log.Take(), bSession ? QStringList() : QStringList{"1 USB 0"});
     CFakeMac::Mount("/Volumes/STICK");
-    QCOMPARE(log.Take(), QStringList{QStringLiteral("0 /Volumes/STICK 1")});
+    QCOMPARE(log.Take(), QStringList{"0 /Volumes/STICK 1"});
 
     QCOMPARE(CFakeMac::Problems(), QStringList());
-    QCOMPARE(CFakeMac::Held(), Watches(bSession ? 2 : 1));
+    QCOMPARE(CFakeMac::Held(), (QMap<QString, int>{{"iterator", bSession ? 2 : 1}, {"port", 2}}));
 }
 
 QTEST_GUILESS_MAIN(tst_MacRefusedWatch)

@@ -9,16 +9,16 @@ class tst_MacScreenPixel : public QObject
     Q_OBJECT
 
 private slots:
-    void Width_data();
-    void Width();
-    void NoScreen();
-    void TheAskedObjectStays();
-    void TheWindowOfAViewIsAskedFor();
-    void TheTitleHookDoesNothing();
-    void TheSecurityPaneIsOpened();
+    void width_data();
+    void width();
+    void noScreen();
+    void theAskedObjectStays();
+    void theWindowOfAViewIsAskedFor();
+    void theTitleHookDoesNothing();
+    void theSecurityPaneIsOpened();
 };
 
-void tst_MacScreenPixel::Width_data()
+void tst_MacScreenPixel::width_data()
 {
     QTest::addColumn<double>("fWidth");
     QTest::addColumn<int>("nPoints");
@@ -29,14 +29,14 @@ void tst_MacScreenPixel::Width_data()
     QTest::newRow("upper end of a scale") << 3499.5 << 3499;
 }
 
-void tst_MacScreenPixel::Width()
+void tst_MacScreenPixel::width()
 {
     QFETCH(double, fWidth);
     CFakeMac::SetScreen(fWidth);
     QTEST(CGetScreenPixel().GetScreen(), "nPoints");
 }
 
-void tst_MacScreenPixel::NoScreen()
+void tst_MacScreenPixel::noScreen()
 {
     CFakeMac::SetScreen(2560);
     CFakeMac::RemoveScreen();
@@ -44,7 +44,7 @@ void tst_MacScreenPixel::NoScreen()
 }
 
 /** A fresh object each time, never released. */
-void tst_MacScreenPixel::TheAskedObjectStays()
+void tst_MacScreenPixel::theAskedObjectStays()
 {
     CFakeMac::SetScreen(2560);
     const int nBefore = CFakeMac::Alive("ScreenPixelClass");
@@ -54,7 +54,7 @@ void tst_MacScreenPixel::TheAskedObjectStays()
     QCOMPARE(CFakeMac::Alive("ScreenPixelClass"), nBefore + 2);
 }
 
-void tst_MacScreenPixel::TheWindowOfAViewIsAskedFor()
+void tst_MacScreenPixel::theWindowOfAViewIsAskedFor()
 {
     const int nBefore = CFakeMac::WindowQuestions();
     CGetScreenPixel().SetFourKFunciton(CFakeMac::View());
@@ -63,7 +63,7 @@ void tst_MacScreenPixel::TheWindowOfAViewIsAskedFor()
     QCOMPARE(CFakeMac::WindowQuestions(), nBefore + 1);
 }
 
-void tst_MacScreenPixel::TheTitleHookDoesNothing()
+void tst_MacScreenPixel::theTitleHookDoesNothing()
 {
     const int nBefore = CFakeMac::WindowQuestions();
     CGetScreenPixel().HideWindowTitle(CFakeMac::View());
@@ -71,11 +71,10 @@ void tst_MacScreenPixel::TheTitleHookDoesNothing()
     QCOMPARE(CFakeMac::OpenedFiles(), QStringList());
 }
 
-void tst_MacScreenPixel::TheSecurityPaneIsOpened()
+void tst_MacScreenPixel::theSecurityPaneIsOpened()
 {
     CGetScreenPixel().OpenSysSecurity();
-    QCOMPARE(CFakeMac::OpenedFiles(),
-             QStringList{QStringLiteral("/System/Library/PreferencePanes/Security.prefPane")});
+    QCOMPARE(CFakeMac::OpenedFiles(), QStringList{"/System/Library/PreferencePanes/Security.prefPane"});
 }
 
 QTEST_GUILESS_MAIN(tst_MacScreenPixel)

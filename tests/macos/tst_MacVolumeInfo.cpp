@@ -49,33 +49,23 @@ class tst_MacVolumeInfo : public QObject
 
 private slots:
     void init();
-    void DeviceOfAVolume();
-    void DeviceOfAnUnknownPath();
-    void MountPoints_data();
-    void MountPoints();
-    void NoTable();
+    void deviceOfAVolume();
+    void mountPoints_data();
+    void mountPoints();
+    void noTable();
 };
 
 void tst_MacVolumeInfo::init() { s_listVolume.clear(); }
 
-void tst_MacVolumeInfo::DeviceOfAVolume()
+void tst_MacVolumeInfo::deviceOfAVolume()
 {
-    s_listVolume = {{"/", "/dev/disk1s5"},
-                    {"/Volumes/B\xc3\xbc"
-                     "cher",
-                     "/dev/disk2s1"}};
-    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/")), QByteArray("/dev/disk1s5"));
-    QCOMPARE(CVolumeInfo::DeviceOf(QString::fromUtf8("/Volumes/B\xc3\xbc"
-                                                     "cher")),
-             QByteArray("/dev/disk2s1"));
+    s_listVolume = {{"/", "/dev/disk1s5"}, {"/Volumes/Bücher", "/dev/disk2s1"}};
+    QCOMPARE(CVolumeInfo::DeviceOf("/"), QByteArray("/dev/disk1s5"));
+    QCOMPARE(CVolumeInfo::DeviceOf("/Volumes/Bücher"), QByteArray("/dev/disk2s1"));
+    QCOMPARE(CVolumeInfo::DeviceOf("/Volumes/gone"), QByteArray());
 }
 
-void tst_MacVolumeInfo::DeviceOfAnUnknownPath()
-{
-    QCOMPARE(CVolumeInfo::DeviceOf(QStringLiteral("/Volumes/gone")), QByteArray());
-}
-
-void tst_MacVolumeInfo::MountPoints_data()
+void tst_MacVolumeInfo::mountPoints_data()
 {
     QTest::addColumn<int>("nCount");
     for (const int nCount : {1, 15, 16, 17, 32, 100}) {
@@ -83,7 +73,7 @@ void tst_MacVolumeInfo::MountPoints_data()
     }
 }
 
-void tst_MacVolumeInfo::MountPoints()
+void tst_MacVolumeInfo::mountPoints()
 {
     QFETCH(int, nCount);
     QByteArrayList listExpected;
@@ -94,7 +84,7 @@ void tst_MacVolumeInfo::MountPoints()
     QCOMPARE(CVolumeInfo::MountPoints().value_or(QByteArrayList()), listExpected);
 }
 
-void tst_MacVolumeInfo::NoTable() { QVERIFY(!CVolumeInfo::MountPoints().has_value()); }
+void tst_MacVolumeInfo::noTable() { QVERIFY(!CVolumeInfo::MountPoints().has_value()); }
 
 QTEST_GUILESS_MAIN(tst_MacVolumeInfo)
 #include "tst_MacVolumeInfo.moc"
