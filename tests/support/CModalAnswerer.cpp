@@ -16,7 +16,7 @@ CModalAnswerer::CModalAnswerer(const QString& strButton)
     m_timer.start(5);
 }
 
-QString CModalAnswerer::TitleButton() { return QStringLiteral("btnClose"); }
+QString CModalAnswerer::TitleButton() { return "btnClose"; }
 
 void CModalAnswerer::Meanwhile(std::function<void()> fnMeanwhile) { m_fnMeanwhile = std::move(fnMeanwhile); }
 
@@ -45,12 +45,12 @@ QList<QPushButton*> CModalAnswerer::VisibleButtons(const QWidget* pBox)
 
 void CModalAnswerer::Note(QWidget* pBox)
 {
-    if (const auto* pLabel = pBox->findChild<QLabel*>(QStringLiteral("label_text"))) {
+    if (const auto* pLabel = pBox->findChild<QLabel*>("label_text")) {
         QTextDocument document;
         document.setHtml(pLabel->text());
         m_strText = document.toPlainText();
     }
-    if (const auto* pIcon = pBox->findChild<QLabel*>(QStringLiteral("label_icon"))) {
+    if (const auto* pIcon = pBox->findChild<QLabel*>("label_icon")) {
         m_pixIcon = pIcon->pixmap(Qt::ReturnByValue);
     }
     for (const QPushButton* pButton : VisibleButtons(pBox)) {

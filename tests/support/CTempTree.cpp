@@ -1,5 +1,7 @@
 #include "support/CTempTree.h"
 
+#include "support/TestFiles.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -17,22 +19,20 @@ CTempTree::CTempTree() { Require(m_dir.isValid(), m_dir.errorString()); }
 
 QString CTempTree::Path(const QString& strRelative) const
 {
-    return strRelative.isEmpty() ? m_dir.path() : m_dir.path() + QLatin1Char('/') + strRelative;
+    return strRelative.isEmpty() ? m_dir.path() : m_dir.path() + '/' + strRelative;
 }
 
 QString CTempTree::Write(const QString& strRelative, const QByteArray& baContent)
 {
     const QString strPath = Path(strRelative);
-    Require(QDir().mkpath(QFileInfo(strPath).path()), strPath);
-    QFile file(strPath);
-    Require(file.open(QIODevice::WriteOnly) && file.write(baContent) == baContent.size(), strPath);
+    WriteFile(strPath, baContent);
     return strPath;
 }
 
 void CTempTree::Fill(const QStringList& listEntry)
 {
     for (const QString& strEntry : listEntry) {
-        strEntry.endsWith(QLatin1Char('/')) ? MkDir(strEntry) : Write(strEntry);
+        strEntry.endsWith('/') ? MkDir(strEntry) : Write(strEntry);
     }
 }
 
@@ -69,12 +69,7 @@ void CTempTree::WriteBytesName(const QByteArray& baName, const QByteArray& baCon
     Require(fclose(pFile) == 0 && bWritten, QString::fromLatin1(baPath));
 }
 
-QByteArray CTempTree::Read(const QString& strRelative) const
-{
-    QFile file(Path(strRelative));
-    Require(file.open(QIODevice::ReadOnly), file.fileName());
-    return file.readAll();
-}
+QByteArray CTempTree::Read(const QString& strRelative) const { return Content(Path(strRelative)); }
 
 bool CTempTree::Has(const QString& strRelative) const
 {

@@ -36,7 +36,7 @@ public:
     /** Writes a file whose name is given as bytes, in the folder itself. */
     void WriteBytesName(const QByteArray& baName, const QByteArray& baContent = QByteArray());
 
-    /** Content of a file below the folder. */
+    /** Content of a file below the folder; "<cannot be read>" where there is none that can be read. */
     QByteArray Read(const QString& strRelative) const;
 
     /** True when the entry is there (a broken link counts). */

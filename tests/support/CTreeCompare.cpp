@@ -32,13 +32,13 @@ static bool IsSameContent(const QString& strLeft, const QString& strRight)
 static QString FileDifference(const QFileInfo& infoSource, const QFileInfo& infoCopy)
 {
     if (!infoCopy.isFile()) {
-        return QStringLiteral("is no file: ") + infoCopy.filePath();
+        return "is no file: " + infoCopy.filePath();
     }
     if (!IsSameContent(infoSource.filePath(), infoCopy.filePath())) {
-        return QStringLiteral("other bytes: ") + infoCopy.filePath();
+        return "other bytes: " + infoCopy.filePath();
     }
     if (infoSource.lastModified().toSecsSinceEpoch() != infoCopy.lastModified().toSecsSinceEpoch()) {
-        return QStringLiteral("other time: ") + infoCopy.filePath();
+        return "other time: " + infoCopy.filePath();
     }
     return {};
 }
@@ -51,14 +51,14 @@ QStringList CTreeCompare::Differences(const QString& strSource, const QString& s
     const QSet<QString> setSource(listSourceName.begin(), listSourceName.end());
     for (const QString& strName : listCopyName) {
         if (!setSource.contains(strName)) {
-            listDifference.append(QStringLiteral("not in the source: %1/%2").arg(strCopy, strName));
+            listDifference.append(QString("not in the source: %1/%2").arg(strCopy, strName));
         }
     }
     for (const QString& strName : listSourceName) {
-        const QFileInfo infoSource(strSource + QLatin1Char('/') + strName);
-        const QFileInfo infoCopy(strCopy + QLatin1Char('/') + strName);
+        const QFileInfo infoSource(strSource + '/' + strName);
+        const QFileInfo infoCopy(strCopy + '/' + strName);
         if (!infoCopy.exists()) {
-            listDifference.append(QStringLiteral("missing: ") + infoCopy.filePath());
+            listDifference.append("missing: " + infoCopy.filePath());
         } else if (infoSource.isDir()) {
             listDifference += Differences(infoSource.filePath(), infoCopy.filePath());
         } else {

@@ -34,7 +34,7 @@ static bool MountAt(const QByteArray& baPoint, const QByteArray& baSource, const
 }
 
 CVolume::CVolume(const QString& strName, const QString& strDeviceNode, int nMiB)
-    : m_strPath(QStringLiteral("/Volumes/") + strName)
+    : m_strPath("/Volumes/" + strName)
     , m_bMounted(Mount(QFile::encodeName(strDeviceNode), QFile::encodeName(m_strPath),
                        "size=" + QByteArray::number(nMiB) + "m"))
 {
@@ -46,7 +46,7 @@ bool CVolume::IsValid() const { return m_bMounted; }
 
 QString CVolume::Path(const QString& strRelative) const
 {
-    return strRelative.isEmpty() ? m_strPath : m_strPath + QLatin1Char('/') + strRelative;
+    return strRelative.isEmpty() ? m_strPath : m_strPath + '/' + strRelative;
 }
 
 bool CVolume::MakeReadOnly() { return MakeReadOnly(QFile::encodeName(m_strPath)); }

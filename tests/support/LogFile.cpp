@@ -1,14 +1,14 @@
 #include "support/LogFile.h"
 
 #include "log/CLogTarnwick.h"
+#include "support/TestFiles.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 
 static const int STAMP_LENGTH = int(sizeof("yyyy-MM-dd hh:mm:ss.zzz: ")) - 1;
 
-static QString Folder() { return QCoreApplication::applicationDirPath() + QStringLiteral("/Log"); }
+static QString Folder() { return QCoreApplication::applicationDirPath() + "/Log"; }
 
 QString UseLogFile()
 {
@@ -25,11 +25,7 @@ QStringList LogLines()
     const QDir dir(Folder());
     const QStringList listName = dir.entryList(QDir::Files, QDir::Name);
     for (const QString& strName : listName) {
-        QFile file(dir.filePath(strName));
-        if (!file.open(QIODevice::ReadOnly)) {
-            qFatal("fixture failed: %s", qPrintable(file.fileName()));
-        }
-        const QList<QByteArray> listRaw = file.readAll().split('\n');
+        const QList<QByteArray> listRaw = Content(dir.filePath(strName)).split('\n');
         for (const QByteArray& baLine : listRaw) {
             if (!baLine.isEmpty()) {
                 listLine.append(QString::fromUtf8(baLine).mid(STAMP_LENGTH));
