@@ -184,6 +184,8 @@ void tst_CDiskListener::pathOfAnEvent()
     QCOMPARE(DiskEventPath(stNotication), QFile::decodeName(baPath));
     QVERIFY(CVolume::ClearAndLink("/run/media"));
     QCOMPARE(DiskEventPath(stNotication), QFile::decodeName(baWhereALink));
+    QVERIFY(QFile::remove("/Volumes")); // the link: now there is no such folder
+    QCOMPARE(DiskEventPath(stNotication), QFile::decodeName(baPath));
 }
 
 void tst_CDiskListener::destroysTheRecordAfterTheCallback()

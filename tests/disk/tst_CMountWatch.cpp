@@ -19,6 +19,7 @@ private slots:
     void reportsMountAndUnmount();
     void reportsEntriesOfAFolderThatIsALink_data() { AddVolumeNames(); }
     void reportsEntriesOfAFolderThatIsALink();
+    void folderMayComeLater();
     void saysNothingOfWhatIsMountedAtTheStart();
     void saysNothingOfMountsElsewhere();
     void saysNothingOfOtherOptions();
@@ -59,6 +60,19 @@ void tst_CMountWatch::reportsEntriesOfAFolderThatIsALink()
 {
     QVERIFY(CVolume::ClearAndLink("/run/media"));
     reportsMountAndUnmount();
+}
+
+void tst_CMountWatch::folderMayComeLater()
+{
+    CMountWatch watch("/run/later", Recorder());
+    QVERIFY(watch.Start());
+    QVERIFY(CVolume::Mount("/dev/disk7s1", "/stray"));
+    QCoreApplication::processEvents();
+    QVERIFY(CVolume::Unmount("/stray"));
+    QVERIFY(QDir().mkpath("/run/later"));
+    QVERIFY(CVolume::Mount("/dev/disk8s1", "/run/later/STICK"));
+    QTRY_COMPARE(m_listSeen, QByteArrayList{"+/run/later/STICK"});
+    QVERIFY(CVolume::Unmount("/run/later/STICK"));
 }
 
 void tst_CMountWatch::saysNothingOfWhatIsMountedAtTheStart()

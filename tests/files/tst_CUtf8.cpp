@@ -58,6 +58,10 @@ void tst_CUtf8::first()
     const STUtf8Character stChar = CUtf8::First(baBytes.constData(), size_t(baBytes.size()));
     QTEST(stChar.nLength, "nLength");
     QTEST(stChar.nCode, "nCode");
+    // What is behind the end does not count, though the character would be whole with it.
+    for (int nLeft = 0; nLeft < stChar.nLength; ++nLeft) {
+        QCOMPARE(CUtf8::First(baBytes.constData(), size_t(nLeft)).nLength, 0);
+    }
 }
 
 /** Against Qt's decoder, which puts U+FFFD where something is not valid. */

@@ -48,6 +48,7 @@ void tst_CPListText::escape_data()
     row("too long a form of a slash", "\xC0\xAF", baBad + baBad);
     row("surrogate", "\xED\xA0\x80", baBad + baBad + baBad);
     row("no character FFFE", "\xEF\xBF\xBE", baBad);
+    row("no character FFFF", "\xEF\xBF\xBF", baBad);
     row("last character", "\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF");
     row("above the last character", "\xF4\x90\x80\x80", baBad + baBad + baBad + baBad);
 }
