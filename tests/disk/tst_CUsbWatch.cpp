@@ -6,7 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMutex>
-#include <QSemaphore>
+#include <QScopeGuard>
 #include <QTest>
 #include <QThread>
 
@@ -246,54 +246,35 @@ void tst_CUsbWatch::worksBesideADeviceManager()
     }
 }
 
-namespace {
-
-/** A thread with an event loop that has run one of the thread entries. */
-class CMonitorThread : public QThread
+/** Starts the thread, runs fnEntry on it and leaves it to its event loop; returns its handle. */
+static Qt::HANDLE StartWith(QThread& thread, const std::function<void()>& fnEntry)
 {
-public:
-    explicit CMonitorThread(std::function<void()> fnEntry)
-        : m_fnEntry(std::move(fnEntry))
-    {
-        start();
-    }
-    ~CMonitorThread() override
-    {
-        quit();
-        wait();
-    }
-    Qt::HANDLE Handle()
-    {
-        m_ready.acquire();
-        m_ready.release();
-        return m_hThread;
-    }
-
-protected:
-    void run() override
-    {
-        m_fnEntry();
-        m_hThread = currentThreadId();
-        m_ready.release();
-        exec();
-    }
-
-private:
-    const std::function<void()> m_fnEntry;
-    QSemaphore m_ready;
-    Qt::HANDLE m_hThread = nullptr;
-};
-
-} // namespace
+    QObject context;
+    context.moveToThread(&thread);
+    thread.start();
+    Qt::HANDLE hThread = nullptr;
+    const auto fnRun = [&fnEntry, &hThread] {
+        fnEntry();
+        hThread = QThread::currentThreadId();
+    };
+    QMetaObject::invokeMethod(&context, fnRun, Qt::BlockingQueuedConnection);
+    return hThread;
+}
 
 void tst_CUsbWatch::monitorsServeAnotherThread()
 {
+    QThread threadUsb;
+    QThread threadAll;
+    const auto endThreads = qScopeGuard([&threadUsb, &threadAll] {
+        for (QThread* pThread : {&threadUsb, &threadAll}) {
+            pThread->quit();
+            pThread->wait();
+        }
+    });
     CDiskListener& listener = CDiskListener::GetInstance();
-    std::atomic<bool> bAnswer{false};
-    CMonitorThread threadUsb([&listener, &bAnswer] { bAnswer = USBMonitor(&listener); });
-    CMonitorThread threadAll([&listener] { DAMonitor(&listener); });
-    const Qt::HANDLE hUsb = threadUsb.Handle();
-    const Qt::HANDLE hAll = threadAll.Handle();
+    bool bAnswer = false;
+    const Qt::HANDLE hUsb = StartWith(threadUsb, [&listener, &bAnswer] { bAnswer = USBMonitor(&listener); });
+    const Qt::HANDLE hAll = StartWith(threadAll, [&listener] { DAMonitor(&listener); });
     QVERIFY(bAnswer);
 
     const std::string strSata = PlugSataDisk("sdx");
