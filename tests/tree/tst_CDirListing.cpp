@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <functional>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -94,26 +95,15 @@ static QString RandomName(QRandomGenerator& random)
 
 static void MakeRandomEntry(CTempTree& tree, const QString& strName, QRandomGenerator& random)
 {
-    switch (random.bounded(8)) {
-    case 0:
-    case 1:
-        tree.MkDir(strName);
-        break;
-    case 2:
-        tree.Link(strName, "..");
-        break;
-    case 3:
-        tree.Link(strName, "nowhere at all");
-        break;
-    case 4:
-        MakePipe(tree.Path(strName));
-        break;
-    case 5:
-        MakeSocket(tree.Path(strName));
-        break;
-    default:
-        tree.Write(strName);
-    }
+    const std::function<void()> fnMake[] = {
+        [&] { tree.MkDir(strName); },
+        [&] { tree.Link(strName, ".."); },
+        [&] { tree.Link(strName, "nowhere at all"); },
+        [&] { MakePipe(tree.Path(strName)); },
+        [&] { MakeSocket(tree.Path(strName)); },
+        [&] { tree.Write(strName); },
+    };
+    fnMake[random.bounded(6)]();
 }
 
 void tst_CDirListing::sameAsQtOnRandomFolders()

@@ -1,12 +1,13 @@
 #include "files/CFileNameCodec.h"
 #include "support/CLogCapture.h"
+#include "support/CNodeTree.h"
 #include "support/CTempTree.h"
 #include "tree/CDirModel.h"
-#include "tree/CDirNode.h"
 #include "tree/TreeRows.h"
 
 #include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTest>
@@ -17,6 +18,7 @@
 #include <cerrno>
 #include <csignal>
 #include <functional>
+#include <memory>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -60,25 +62,18 @@ public:
     /** Path and state of every node, sorted; "/" is the invisible root. */
     QStringList AllStates() const
     {
+        const QDir volume(m_tree.Path());
         QStringList listState{"/ " + QString::number(m_model.GetRootNode()->m_chkState)};
-        Collect(m_model.index(0, 0), ".", listState);
+        CNodeTree::Walk(m_model.GetRootNode(), [&](const CDirNode* pNode) {
+            const QString strPath = volume.relativeFilePath(pNode->m_fileInfo.absoluteFilePath());
+            listState += strPath + ' ' + QString::number(pNode->m_chkState);
+        });
         listState.sort();
         return listState;
     }
 
     CTempTree m_tree;
     CDirModel m_model;
-
-private:
-    void Collect(const QModelIndex& index, const QString& strPath, QStringList& listState) const
-    {
-        listState += strPath + ' ' + index.data(Qt::CheckStateRole).toString();
-        for (int i = 0; i < m_model.rowCount(index); ++i) {
-            const QModelIndex child = m_model.index(i, 0, index);
-            const QString strName = child.data().toString();
-            Collect(child, strPath == "." ? strName : strPath + '/' + strName, listState);
-        }
-    }
 };
 
 /** Gives the tests what only a model may make: an index in a second column. */
@@ -112,22 +107,15 @@ private slots:
     void setDataIsAlwaysFalse_data();
     void setDataIsAlwaysFalse();
     void setDataTellsOfEveryChange();
-    void partialIsNotPassedOn();
     void stateOfChildren_data();
     void stateOfChildren();
-    void checkedEntry();
     void namesThatAreLeftOut_data();
     void namesThatAreLeftOut();
     void sameEntriesAsTheNodes();
     void loadAnnouncesOneRowTooMany();
-    void onlyEmptyFoldersAreListedAgain();
-    void loadLeavesNewEntriesUnchecked();
     void loadOfAVanishedFolder();
     void loadOfLinksThatLeadBack();
     void loadOfTheBareRoot();
-    void expandedListsTwoLevels();
-    void expandedCheckedFolder();
-    void collapsedKeepsAll();
     void clearGrandChild();
     void removeAllChild();
     void destructorResets();
@@ -278,6 +266,8 @@ void tst_CDirModel::dataByRole()
     QTEST(tree.At("name").data(nRole).userType(), "nType");
     QVERIFY(!tree.m_model.data(QModelIndex(), nRole).isValid());
     QCOMPARE(tree.At("name").data(Qt::DisplayRole).toString(), QString("name"));
+    tree.Tick("name", Qt::Checked);
+    QCOMPARE(tree.At("name").data(Qt::CheckStateRole).toInt(), 2);
 }
 
 void tst_CDirModel::setDataIsAlwaysFalse_data()
@@ -313,18 +303,6 @@ void tst_CDirModel::setDataTellsOfEveryChange()
         listTold += listArgument.at(0).toModelIndex();
     }
     QCOMPARE(listTold, QList<QModelIndex>({tree.At("f/a"), tree.At("f/b"), tree.At("."), tree.At("f")}));
-}
-
-void tst_CDirModel::partialIsNotPassedOn()
-{
-    CModelOfTree tree({"f/a", "f/b", "g"});
-    tree.Expand({"."});
-    tree.Tick("f/a", Qt::Checked);
-    tree.Tick("f", Qt::PartiallyChecked);
-    QCOMPARE(tree.AllStates(), QStringList({". 1", "/ 1", "f 1", "f/a 2", "f/b 0", "g 0"}));
-    tree.Tick("f", Qt::Checked);
-    tree.Tick("f", Qt::PartiallyChecked);
-    QCOMPARE(tree.AllStates(), QStringList({". 1", "/ 1", "f 1", "f/a 2", "f/b 2", "g 0"}));
 }
 
 void tst_CDirModel::stateOfChildren_data()
@@ -366,19 +344,6 @@ void tst_CDirModel::stateOfChildren()
         QTEST(pFolder->m_chkState, "nState");
         QTEST(model.GetRootNode()->m_chkState, "nState");
     }
-}
-
-void tst_CDirModel::checkedEntry()
-{
-    CModelOfTree tree({"f/a", "f/b"});
-    tree.Expand({"."});
-    QVERIFY(!tree.m_model.HasCheckedEntry());
-    tree.Tick("f/a", Qt::Checked);
-    QVERIFY(tree.m_model.HasCheckedEntry());
-    tree.Tick("f/b", Qt::Checked);
-    QVERIFY(tree.m_model.HasCheckedEntry());
-    tree.Tick(".", Qt::Unchecked);
-    QVERIFY(!tree.m_model.HasCheckedEntry());
 }
 
 void tst_CDirModel::namesThatAreLeftOut_data()
@@ -449,27 +414,6 @@ void tst_CDirModel::loadAnnouncesOneRowTooMany()
     }
 }
 
-void tst_CDirModel::onlyEmptyFoldersAreListedAgain()
-{
-    CModelOfTree tree({"f/"});
-    tree.m_model.LoadChild(tree.At("f"));
-    QCOMPARE(tree.Names("f"), QStringList());
-    tree.m_tree.Fill({"late", "f/late"});
-    tree.m_model.LoadChild(tree.At("."));
-    QCOMPARE(tree.Names("."), QStringList("f"));
-    tree.m_model.LoadChild(tree.At("f"));
-    QCOMPARE(tree.Names("f"), QStringList("late"));
-}
-
-void tst_CDirModel::loadLeavesNewEntriesUnchecked()
-{
-    CModelOfTree tree({"f/a"});
-    tree.Tick("f", Qt::Checked);
-    tree.m_model.LoadChild(tree.At("f"));
-    QCOMPARE(tree.Node("f/a")->m_chkState, 0);
-    QCOMPARE(tree.Node("f")->m_chkState, 2);
-}
-
 void tst_CDirModel::loadOfAVanishedFolder()
 {
     CModelOfTree tree({"f/"});
@@ -499,40 +443,6 @@ void tst_CDirModel::loadOfTheBareRoot()
     CDirModel model;
     model.LoadGrandChild(QModelIndex());
     QCOMPARE(model.rowCount(), 0);
-}
-
-void tst_CDirModel::expandedListsTwoLevels()
-{
-    CModelOfTree tree({"a/b/c/d"});
-    tree.Expand({"a"});
-    QCOMPARE(tree.Names("a"), QStringList("b"));
-    QCOMPARE(tree.Names("a/b"), QStringList("c"));
-    QCOMPARE(tree.Names("a/b/c"), QStringList());
-}
-
-void tst_CDirModel::expandedCheckedFolder()
-{
-    CModelOfTree tree({"f/a", "f/g/b"});
-    tree.Tick("f", Qt::Checked);
-    tree.Expand({"f"});
-    const QStringList listExpected{". 2", "/ 2", "f 2", "f/a 2", "f/g 2", "f/g/b 2"};
-    QCOMPARE(tree.AllStates(), listExpected);
-    QSignalSpy spy(&tree.m_model, &CDirModel::rowsInserted);
-    tree.m_tree.Write("f/late");
-    tree.Expand({"f"});
-    QVERIFY(spy.isEmpty());
-    QCOMPARE(tree.AllStates(), listExpected);
-}
-
-void tst_CDirModel::collapsedKeepsAll()
-{
-    CModelOfTree tree({"f/a", "f/b"});
-    tree.Expand({"."});
-    tree.Tick("f/a", Qt::Checked);
-    const QStringList listBefore = tree.AllStates();
-    tree.m_model.SlotCollapsed(tree.At("f"));
-    tree.m_model.SlotCollapsed(QModelIndex());
-    QCOMPARE(tree.AllStates(), listBefore);
 }
 
 void tst_CDirModel::clearGrandChild()
@@ -573,15 +483,11 @@ void tst_CDirModel::removeAllChild()
 
 void tst_CDirModel::destructorResets()
 {
-    CTempTree tree;
-    tree.Write("f/a/b");
-    auto* pModel = new CDirModel;
-    pModel->Parse(tree.Path());
-    pModel->LoadGrandChild(QModelIndex());
-    pModel->SlotExpanded(pModel->index(0, 0));
-    QSignalSpy spyBefore(pModel, &CDirModel::modelAboutToBeReset);
-    QSignalSpy spy(pModel, &CDirModel::modelReset);
-    delete pModel;
+    auto pTree = std::make_unique<CModelOfTree>(QStringList{"f/a/b"});
+    pTree->Expand({"."});
+    QSignalSpy spyBefore(&pTree->m_model, &CDirModel::modelAboutToBeReset);
+    QSignalSpy spy(&pTree->m_model, &CDirModel::modelReset);
+    pTree.reset();
     QCOMPARE(spyBefore.count(), 1);
     QCOMPARE(spy.count(), 1);
 }
@@ -611,8 +517,8 @@ struct STScenario
 };
 
 /**
- * Reads a scenario: "tree" is followed by indented entries, "expand", "tick" and
- * "untick" with a path by an indented state and path for each node there then is.
+ * Reads a scenario: "tree" is followed by indented entries, an action with a path by
+ * an indented state and path for each node there then is.
  */
 static STScenario ReadScenario(const QString& strFile)
 {
@@ -644,20 +550,25 @@ void tst_CDirModel::scenario()
     const STScenario stScenario = ReadScenario(strFile);
     QVERIFY(!stScenario.listStep.isEmpty());
     CModelOfTree tree(stScenario.listEntry);
+    const QHash<QString, std::function<void(const QString&)>> hashAction{
+        {"tick", [&](const QString& strPath) { tree.Tick(strPath, Qt::Checked); }},
+        {"untick", [&](const QString& strPath) { tree.Tick(strPath, Qt::Unchecked); }},
+        {"tick-partially", [&](const QString& strPath) { tree.Tick(strPath, Qt::PartiallyChecked); }},
+        {"expand", [&](const QString& strPath) { tree.Expand({strPath}); }},
+        {"collapse", [&](const QString& strPath) { tree.m_model.SlotCollapsed(tree.At(strPath)); }},
+        {"load", [&](const QString& strPath) { tree.m_model.LoadChild(tree.At(strPath)); }},
+        {"write", [&](const QString& strPath) { tree.m_tree.Write(strPath); }},
+    };
     for (const STStep& stStep : stScenario.listStep) {
-        const QString strAction = stStep.strLine.section(' ', 0, 0);
-        const QString strPath = stStep.strLine.section(' ', 1);
-        if (strAction == "expand") {
-            tree.Expand({strPath});
-        } else {
-            QVERIFY2(strAction == "tick" || strAction == "untick", qPrintable(strAction));
-            tree.Tick(strPath, strAction == "tick" ? Qt::Checked : Qt::Unchecked);
-        }
+        const auto fnAction = hashAction.value(stStep.strLine.section(' ', 0, 0));
+        QVERIFY2(fnAction, qPrintable(stStep.strLine));
+        fnAction(stStep.strLine.section(' ', 1));
         QStringList listExpected = stStep.listState;
         listExpected.sort();
         QVERIFY2(tree.AllStates() == listExpected,
                  qPrintable(QString("after \"%1\":\n%2\ninstead of:\n%3")
                                 .arg(stStep.strLine, tree.AllStates().join('\n'), listExpected.join('\n'))));
+        QCOMPARE(tree.m_model.HasCheckedEntry(), !listExpected.contains("/ 0"));
     }
 }
 
@@ -705,15 +616,13 @@ private:
     QHash<const CDirNode*, bool> m_hashTicked;
 };
 
-static void AddRandomChildren(CDirNode* pNode, int nDepth, QRandomGenerator& random,
-                              QList<CDirNode*>& listNode)
+static void AddRandomChildren(CDirNode* pNode, int nDepth, QRandomGenerator& random)
 {
     const int nChildren = nDepth == 0 ? random.bounded(1, 4) : random.bounded(0, 5);
     for (int i = 0; nDepth < 5 && i < nChildren; ++i) {
         auto* pChild = new CDirNode;
         pNode->AppendChild(pChild);
-        listNode += pChild;
-        AddRandomChildren(pChild, nDepth + 1, random, listNode);
+        AddRandomChildren(pChild, nDepth + 1, random);
     }
 }
 
@@ -730,8 +639,9 @@ void tst_CDirModel::randomTrees()
     for (int nTree = 0; nTree < 3000; ++nTree) {
         QRandomGenerator random{quint32(nTree)};
         CDirModel model;
+        AddRandomChildren(model.GetRootNode(), 0, random);
         QList<CDirNode*> listNode;
-        AddRandomChildren(model.GetRootNode(), 0, random, listNode);
+        CNodeTree::Walk(model.GetRootNode(), [&listNode](CDirNode* pNode) { listNode += pNode; });
         CReference reference(model.GetRootNode());
         for (int nTick = 0; nTick < 12; ++nTick) {
             CDirNode* pNode = listNode.at(random.bounded(listNode.size()));
@@ -828,13 +738,9 @@ void tst_CDirModel::lentNodesAreOutOfBounds_data()
     const auto fnRow = [](const char* pszName, const Work& fnWork, bool bWhenLent = false,
                           bool bElse = true) { QTest::newRow(pszName) << fnWork << bWhenLent << bElse; };
     fnRow("look at a row", [](CDirModel&, const QModelIndex& index) { index.data(); });
-    fnRow("count rows", [](CDirModel& model, const QModelIndex& index) { model.rowCount(index); });
-    fnRow("go up", [](CDirModel& model, const QModelIndex& index) { model.parent(index); });
     fnRow("tick",
           [](CDirModel& model, const QModelIndex& index) { model.setData(index, 2, Qt::CheckStateRole); });
     fnRow("list", [](CDirModel& model, const QModelIndex& index) { model.LoadChild(index); });
-    fnRow("open", [](CDirModel& model, const QModelIndex& index) { model.SlotExpanded(index); });
-    fnRow("remove", [](CDirModel& model, const QModelIndex& index) { model.RemoveAllChild(index); });
     fnRow("add a volume", [](CDirModel& model, const QModelIndex&) { model.Parse("/"); });
     fnRow("is anything ticked", [](CDirModel& model, const QModelIndex&) { model.HasCheckedEntry(); });
     fnRow("lend", [](CDirModel& model, const QModelIndex&) { model.SetLent(true); });

@@ -67,7 +67,6 @@ private slots:
     void leadsBack_data();
     void leadsBack();
     void topLevelLinkIsListed();
-    void linkToFolderIsAFolder();
     void linksThatLeadBackEnd();
     void hostileNameIsShownAndRead_data();
     void hostileNameIsShownAndRead();
@@ -370,14 +369,6 @@ void tst_CDirNode::topLevelLinkIsListed()
     QCOMPARE(ChildNames(*pVolume), QStringList("volumes"));
     pVolume->Child(0)->LoadChild();
     QVERIFY(ChildNamed(*pVolume->Child(0), "start-up")->LeadsBack());
-}
-
-void tst_CDirNode::linkToFolderIsAFolder()
-{
-    m_pTree->Write("real/inside");
-    m_pTree->Link("link", "real");
-    QCOMPARE(CNodeTree::ListAll(&Top()), 4);
-    QCOMPARE(ChildNames(*ChildNamed(*m_pTop, "link")), QStringList("inside"));
 }
 
 void tst_CDirNode::linksThatLeadBackEnd()

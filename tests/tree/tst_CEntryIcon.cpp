@@ -26,10 +26,8 @@ class tst_CEntryIcon : public QObject
 
 private slots:
     void nullWithoutApplication();
-    void nullForAWorkerThatIsFirst();
-    void onePerKind();
     void workersTakeCopies();
-    void goneWithTheApplication();
+    void onePerKind();
     void nodesShareThem();
 
 private:
@@ -42,13 +40,21 @@ void tst_CEntryIcon::nullWithoutApplication()
 {
     QVERIFY(CEntryIcon::Of(ENEntryKind::FILE).isNull());
     QVERIFY(CDirNode(QFileInfo("/"), nullptr).m_icon.isNull());
+    {
+        QApplication app(m_nArgs, m_pArgs);
+        QVERIFY(!CEntryIcon::Of(ENEntryKind::FILE).isNull());
+    }
+    QVERIFY(CEntryIcon::Of(ENEntryKind::FILE).isNull());
 }
 
-void tst_CEntryIcon::nullForAWorkerThatIsFirst()
+void tst_CEntryIcon::workersTakeCopies()
 {
     QApplication app(m_nArgs, m_pArgs);
-    QVERIFY(IconFromWorker(ENEntryKind::FOLDER).isNull());
-    QVERIFY(!CEntryIcon::Of(ENEntryKind::FOLDER).isNull());
+    // None are there before the GUI thread has asked.
+    QVERIFY(IconFromWorker(ENEntryKind::FOLDER_LINK).isNull());
+    const QIcon icon = CEntryIcon::Of(ENEntryKind::FOLDER_LINK);
+    QVERIFY(!icon.isNull());
+    QCOMPARE(IconFromWorker(ENEntryKind::FOLDER_LINK).cacheKey(), icon.cacheKey());
 }
 
 void tst_CEntryIcon::onePerKind()
@@ -66,22 +72,6 @@ void tst_CEntryIcon::onePerKind()
             QCOMPARE(other == icon.pixmap(32, 32).toImage(), enOther == enKind);
         }
     }
-}
-
-void tst_CEntryIcon::workersTakeCopies()
-{
-    QApplication app(m_nArgs, m_pArgs);
-    const QIcon icon = CEntryIcon::Of(ENEntryKind::FOLDER_LINK);
-    QCOMPARE(IconFromWorker(ENEntryKind::FOLDER_LINK).cacheKey(), icon.cacheKey());
-}
-
-void tst_CEntryIcon::goneWithTheApplication()
-{
-    {
-        QApplication app(m_nArgs, m_pArgs);
-        QVERIFY(!CEntryIcon::Of(ENEntryKind::FILE).isNull());
-    }
-    QVERIFY(CEntryIcon::Of(ENEntryKind::FILE).isNull());
 }
 
 void tst_CEntryIcon::nodesShareThem()

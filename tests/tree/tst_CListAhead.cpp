@@ -23,6 +23,11 @@ using namespace std::chrono_literals;
 
 using Paths = std::vector<std::string>;
 
+static bool Has(const Paths& listPath, const std::string& strPath)
+{
+    return std::find(listPath.begin(), listPath.end(), strPath) != listPath.end();
+}
+
 /** Watches which folders are opened below one folder and by whom, and holds some of them up. */
 class CWatch
 {
@@ -60,7 +65,7 @@ public:
             WaitFor(lock, [this] { return m_listPath.size() >= m_nTogether; });
         }
         if (!m_strHeld.empty() && m_listPath.back() == m_strHeld) {
-            WaitFor(lock, [this] { return Has(m_strUntil); });
+            WaitFor(lock, [this] { return Has(m_listPath, m_strUntil); });
         }
     }
 
@@ -71,23 +76,12 @@ public:
         return m_listPath;
     }
 
-    bool IsOpened(const std::string& strFolder) const
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return Has(strFolder);
-    }
-
     /** True when somebody waited in vain. */
     bool IsMissed() const { return m_bMissed; }
 
     bool IsOnlyBy(std::thread::id id) const { return m_setThread == std::set<std::thread::id>{id}; }
 
 private:
-    bool Has(const std::string& strFolder) const
-    {
-        return std::count(m_listPath.begin(), m_listPath.end(), strFolder) > 0;
-    }
-
     template <typename TCondition> void WaitFor(std::unique_lock<std::mutex>& lock, TCondition fnCame)
     {
         m_bMissed = m_bMissed || !m_changed.wait_for(lock, 10s, fnCame);
@@ -226,7 +220,7 @@ void tst_CListAhead::oneThatTakesLongerIsWaitedFor()
     for (int i = 0; i < listFolder.size(); ++i) {
         if (i == 40 || i == 40 + 32) {
             // Leaves both to the helpers, the second in the place that the first had.
-            QTRY_VERIFY(s_watch.IsOpened("/00" + std::to_string(i)));
+            QTRY_VERIFY(Has(s_watch.Opened(), "/00" + std::to_string(i)));
         }
         QCOMPARE(listAhead.Next().listEntry.size(), i % 11);
     }
