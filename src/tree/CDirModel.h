@@ -1,8 +1,6 @@
 #pragma once
 
 #include <QAbstractItemModel>
-#include <QFileSystemWatcher>
-#include <QStringList>
 
 class CDirNode;
 struct STDirListing;
@@ -91,10 +89,8 @@ private:
     void AssertOwned() const;
     void AppendListing(const QModelIndex& index, const STDirListing& stListing);
 
-    QStringList m_listPath;
     CDirNode* m_pRoot;
     bool m_bLent = false; // the nodes belong to a worker
-    QFileSystemWatcher m_watcher;
 
     static CDirModel* s_pDirModel;
 };

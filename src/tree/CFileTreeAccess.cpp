@@ -88,8 +88,8 @@ void CFileTreeAccess::ListenToView()
                          TellSelected(deselected.indexes().value(0), false);
                          TellSelected(selected.indexes().value(0), true);
                      });
-    // Qt tells readers that the whole tree has the focus after this signal: the row
-    // is to be the last word, so it waits for its turn.
+    // It waits for its turn: Qt tells readers of the whole tree after this signal, and
+    // the row is to be the last word; a view that is just being destroyed sends it, too.
     QObject::connect(
         qApp, &QApplication::focusChanged, &m_context, [this] { TellFocus(); }, Qt::QueuedConnection);
 }
