@@ -22,7 +22,7 @@ static qint64 NowNs()
     return qint64(time.tv_sec) * 1000000000 + time.tv_nsec;
 }
 
-double STLatency::Worst() const { return *std::max_element(m_rWorst.begin(), m_rWorst.end()); }
+double STLatency::Worst() const { return *std::max_element(rWorst.begin(), rWorst.end()); }
 
 static quint32 MakeAtom(xcb_connection_t* pConnection)
 {
@@ -51,7 +51,7 @@ CLatencyProbe::~CLatencyProbe() { End(); }
 void CLatencyProbe::Begin()
 {
     for (STKind& stKind : m_kinds) {
-        stKind.m_listAnswer.clear();
+        stKind.listAnswer.clear();
     }
     m_bAsking = true;
     m_thread = std::thread([this] {
@@ -66,10 +66,10 @@ void CLatencyProbe::Begin()
 void CLatencyProbe::Ask()
 {
     for (int i = 0; i < PROBE_KINDS; ++i) {
-        if (m_kinds[size_t(i)].m_nAsked != 0) {
+        if (m_kinds[size_t(i)].nAsked != 0) {
             continue;
         }
-        m_kinds[size_t(i)].m_nAsked = NowNs();
+        m_kinds[size_t(i)].nAsked = NowNs();
         if (i == PROBE_KIND_CLICK) {
             SendClick();
         } else {
@@ -122,18 +122,18 @@ bool CLatencyProbe::eventFilter(QObject* pObject, QEvent* pEvent)
 void CLatencyProbe::Answer(ENProbeKind enKind)
 {
     STKind& stKind = m_kinds[size_t(enKind)];
-    const qint64 nAsked = stKind.m_nAsked;
+    const qint64 nAsked = stKind.nAsked;
     if (nAsked == 0) {
         return; // the pixel is also painted with the window
     }
-    stKind.m_listAnswer.push_back(double(NowNs() - nAsked) / 1e6);
-    stKind.m_nAsked = 0;
+    stKind.listAnswer.push_back(double(NowNs() - nAsked) / 1e6);
+    stKind.nAsked = 0;
 }
 
 bool CLatencyProbe::IsAnswerDue() const
 {
     return std::any_of(m_kinds.begin(), m_kinds.end(),
-                       [](const STKind& stKind) { return stKind.m_nAsked != 0; });
+                       [](const STKind& stKind) { return stKind.nAsked != 0; });
 }
 
 /**
@@ -165,14 +165,14 @@ STLatency CLatencyProbe::End()
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
     for (size_t i = 0; i < PROBE_KINDS; ++i) {
-        std::vector<double> listWait = WaitsOfAllMoments(m_kinds[i].m_listAnswer);
+        std::vector<double> listWait = WaitsOfAllMoments(m_kinds[i].listAnswer);
         if (listWait.empty()) {
             continue;
         }
         std::sort(listWait.begin(), listWait.end());
-        stLatency.m_rWorst[i] = listWait.back();
-        stLatency.m_r99 = std::max(stLatency.m_r99, listWait[(listWait.size() - 1) * 99 / 100]);
-        stLatency.m_nAnswered += int(m_kinds[i].m_listAnswer.size());
+        stLatency.rWorst[i] = listWait.back();
+        stLatency.r99 = std::max(stLatency.r99, listWait[(listWait.size() - 1) * 99 / 100]);
+        stLatency.nAnswered += int(m_kinds[i].listAnswer.size());
     }
     return stLatency;
 }

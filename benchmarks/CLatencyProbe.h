@@ -16,24 +16,18 @@ struct xcb_connection_t;
 /** The three ways in which a window answers, each probed by itself. */
 enum ENProbeKind
 {
-    /** An event that another thread posts, as the workers' signals do. */
-    PROBE_KIND_EVENT,
-    /** An event of the X server, as a click is. */
-    PROBE_KIND_CLICK,
-    /** From the wish to see something new until it is painted. */
-    PROBE_KIND_PAINT,
+    PROBE_KIND_EVENT, ///< an event that another thread posts, as the workers' signals do
+    PROBE_KIND_CLICK, ///< an event of the X server, as a click is
+    PROBE_KIND_PAINT, ///< from the wish to see something new until it is painted
     PROBE_KINDS
 };
 
 /** What the probe saw between Begin and End, in milliseconds. */
 struct STLatency
 {
-    /** The longest wait for an answer of each kind. */
-    std::array<double, PROBE_KINDS> m_rWorst{};
-    /** Of all moments at which the user could have asked, 99 in 100 were answered within this. */
-    double m_r99 = 0;
-    /** Answers that came. */
-    int m_nAnswered = 0;
+    std::array<double, PROBE_KINDS> rWorst{}; ///< the longest wait for an answer of each kind
+    double r99 = 0; ///< of all moments at which the user could have asked, 99 in 100 were answered within it
+    int nAnswered = 0; ///< answers that came
 
     double Worst() const;
 };
@@ -67,8 +61,8 @@ protected:
 private:
     struct STKind
     {
-        std::atomic<qint64> m_nAsked{0}; // when, in nanoseconds; 0 while nothing is asked
-        std::vector<double> m_listAnswer; // GUI thread only
+        std::atomic<qint64> nAsked{0}; // when, in nanoseconds; 0 while nothing is asked
+        std::vector<double> listAnswer; // GUI thread only
     };
 
     void Ask();

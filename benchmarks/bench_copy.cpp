@@ -28,11 +28,15 @@
 static const int RUNS = 5;
 static const int SLEEPS = 2000;
 
+namespace {
+
 struct STTime
 {
-    double m_nCopied = 0; // ms
-    double m_nOnDisk = 0; // ms
+    double nCopied = 0; // ms
+    double nOnDisk = 0; // ms
 };
+
+} // namespace
 
 static void Require(bool bDone, const QString& strWhat)
 {
@@ -83,12 +87,12 @@ static STTime CopyWithEngine(CDirNode* pRoot, qint64 nTotal, const QString& strD
     CCopyFileThread worker;
     QObject::connect(
         &worker, &CCopyFileThread::SignalCopyCopyInfo, &worker,
-        [&stTime, &timer] { stTime.m_nCopied = Milliseconds(timer); }, Qt::DirectConnection);
+        [&stTime, &timer] { stTime.nCopied = Milliseconds(timer); }, Qt::DirectConnection);
     worker.SetCopyParam(nTotal, pRoot, strDest, COPY_STATUS_RUN);
     timer.start();
     worker.start(QThread::TimeCriticalPriority);
     worker.wait();
-    stTime.m_nOnDisk = Milliseconds(timer);
+    stTime.nOnDisk = Milliseconds(timer);
     return stTime;
 }
 
@@ -98,9 +102,9 @@ static STTime CopyWithCp(const QString& strSource, const QString& strDest)
     QElapsedTimer timer;
     timer.start();
     Run(QStringLiteral("cp"), {QStringLiteral("-a"), QStringLiteral("--"), strSource, strDest});
-    stTime.m_nCopied = Milliseconds(timer);
+    stTime.nCopied = Milliseconds(timer);
     Run(QStringLiteral("sync"), {QStringLiteral("-f"), strDest});
-    stTime.m_nOnDisk = Milliseconds(timer);
+    stTime.nOnDisk = Milliseconds(timer);
     return stTime;
 }
 
@@ -140,12 +144,12 @@ static void Compare(const char* pszWhat, const QString& strFolder, int nFolders,
     for (int nRun = 0; nRun < RUNS; ++nRun) {
         Clean(strDest);
         const STTime stEngine = CopyWithEngine(nodes.Root(), qint64(nFolders) * nFiles * nSize, strDest);
-        listEngineCopied.push_back(stEngine.m_nCopied);
-        listEngineOnDisk.push_back(stEngine.m_nOnDisk);
+        listEngineCopied.push_back(stEngine.nCopied);
+        listEngineOnDisk.push_back(stEngine.nOnDisk);
         Clean(strDest);
         const STTime stCp = CopyWithCp(strSource, strDest);
-        listCpCopied.push_back(stCp.m_nCopied);
-        listCpOnDisk.push_back(stCp.m_nOnDisk);
+        listCpCopied.push_back(stCp.nCopied);
+        listCpOnDisk.push_back(stCp.nOnDisk);
     }
     std::printf("%s: %d files of %lld bytes\n", pszWhat, nFolders * nFiles, static_cast<long long>(nSize));
     Print("copied", listEngineCopied, listCpCopied);

@@ -55,22 +55,26 @@ static const int REPAINTS = 200;
 static const char SOURCE[] = "/Volumes/Photos";
 static const char SLOW_LIST_FILE[] = "/tmp/slow-list";
 
+namespace {
+
 /** One line of the table. */
 struct STStory
 {
-    QString m_strName;
-    STLatency m_stLatency;
-    double m_rBusy = 0; // percent of its time that the GUI thread had work
-    int m_nListed = 0; // rows that were announced in it
-    bool m_bCursor = true; // a wait cursor was up at each of them
+    QString strName;
+    STLatency stLatency;
+    double rBusy = 0; // percent of its time that the GUI thread had work
+    int nListed = 0; // rows that were announced in it
+    bool bCursor = true; // a wait cursor was up at each of them
 };
 
 /** What one repaint took. */
 struct STRepaint
 {
-    double m_rMs = 0;
-    double m_rBusyMs = 0; // of it on the processor: an idle machine has hardly any difference
+    double rMs = 0;
+    double rBusyMs = 0; // of it on the processor: an idle machine has hardly any difference
 };
+
+} // namespace
 
 static void Check(bool bDone, const QString& strWhat)
 {
@@ -157,6 +161,8 @@ static void SlowListing(bool bSlow)
     }
 }
 
+namespace {
+
 /** The program under way, and what is done to it. */
 class CStories : public QObject
 {
@@ -195,6 +201,8 @@ private:
     STStory m_stNow;
 };
 
+} // namespace
+
 CStories::CStories()
 {
     for (QWidget* pWidget : QApplication::topLevelWidgets()) {
@@ -206,8 +214,8 @@ CStories::CStories()
     m_pView = m_pWindow->findChild<CFileTreeView*>();
     connect(m_pModel, &CDirModel::rowsInserted, this, [this] {
         const QCursor* pCursor = QGuiApplication::overrideCursor();
-        m_stNow.m_bCursor = m_stNow.m_bCursor && pCursor && pCursor->shape() == Qt::WaitCursor;
-        ++m_stNow.m_nListed;
+        m_stNow.bCursor = m_stNow.bCursor && pCursor && pCursor->shape() == Qt::WaitCursor;
+        ++m_stNow.nListed;
     });
 }
 
@@ -247,10 +255,10 @@ void CStories::Tell(const QString& strName, const std::function<void()>& fnDo,
     fnDo();
     SpinUntil(fnDone);
     Spin(200);
-    m_stNow.m_stLatency = m_pProbe->End();
-    m_stNow.m_rBusy = (BusyMs() - rBefore) * 100 / double(std::max<qint64>(1, timer.elapsed()));
+    m_stNow.stLatency = m_pProbe->End();
+    m_stNow.rBusy = (BusyMs() - rBefore) * 100 / double(std::max<qint64>(1, timer.elapsed()));
     m_listStory.push_back(m_stNow);
-    std::fprintf(stderr, "%-52s %8.1f ms\n", qPrintable(strName), m_stNow.m_stLatency.Worst());
+    std::fprintf(stderr, "%-52s %8.1f ms\n", qPrintable(strName), m_stNow.stLatency.Worst());
 }
 
 QModelIndex CStories::At(const QString& strPath) const
@@ -509,8 +517,8 @@ void CStories::PrintPaint(const char* pszName, const std::vector<STRepaint>& lis
     std::vector<double> listMs;
     double rBusyMs = 0;
     for (const STRepaint& stRepaint : listRepaint) {
-        listMs.push_back(stRepaint.m_rMs);
-        rBusyMs = std::max(rBusyMs, stRepaint.m_rBusyMs);
+        listMs.push_back(stRepaint.rMs);
+        rBusyMs = std::max(rBusyMs, stRepaint.rBusyMs);
     }
     std::sort(listMs.begin(), listMs.end());
     std::printf("%-46s %8.2f %8.2f %8.2f %10.2f\n", pszName, listMs[listMs.size() / 2],
@@ -519,13 +527,13 @@ void CStories::PrintPaint(const char* pszName, const std::vector<STRepaint>& lis
 
 static const char* Verdict(const STStory& stStory)
 {
-    if (stStory.m_stLatency.Worst() <= MOST_MS) {
+    if (stStory.stLatency.Worst() <= MOST_MS) {
         return "within 100 ms";
     }
-    if (stStory.m_nListed == 0) {
+    if (stStory.nListed == 0) {
         return "TOO LONG";
     }
-    return stStory.m_bCursor ? "lists on this thread, wait cursor" : "lists on this thread, NO wait cursor";
+    return stStory.bCursor ? "lists on this thread, wait cursor" : "lists on this thread, NO wait cursor";
 }
 
 void CStories::PrintTable() const
@@ -533,11 +541,10 @@ void CStories::PrintTable() const
     std::printf("\nMilliseconds without an answer\n%-46s %8s %8s %8s %8s %9s\n", "", "event", "click",
                 "paint", "99 %", "answers");
     for (const STStory& stStory : m_listStory) {
-        const STLatency& st = stStory.m_stLatency;
-        std::printf("%-46s %8.1f %8.1f %8.1f %8.1f %8d %4.0f %%  %s\n", qPrintable(stStory.m_strName),
-                    st.m_rWorst[PROBE_KIND_EVENT], st.m_rWorst[PROBE_KIND_CLICK],
-                    st.m_rWorst[PROBE_KIND_PAINT], st.m_r99, st.m_nAnswered, stStory.m_rBusy,
-                    Verdict(stStory));
+        const STLatency& st = stStory.stLatency;
+        std::printf("%-46s %8.1f %8.1f %8.1f %8.1f %8d %4.0f %%  %s\n", qPrintable(stStory.strName),
+                    st.rWorst[PROBE_KIND_EVENT], st.rWorst[PROBE_KIND_CLICK], st.rWorst[PROBE_KIND_PAINT],
+                    st.r99, st.nAnswered, stStory.rBusy, Verdict(stStory));
     }
     std::fflush(stdout);
 }
