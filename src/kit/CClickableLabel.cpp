@@ -1,6 +1,5 @@
 #include "kit/CClickableLabel.h"
 
-#include "kit/CClickableLabelAccess.h"
 #include "kit/SkinColor.h"
 
 #include <QKeyEvent>
@@ -13,7 +12,6 @@ static const int RADIUS = 3;
 CClickableLabel::CClickableLabel(QWidget* parent, Qt::WindowFlags)
     : QLabel(parent)
 {
-    CClickableLabelAccess::Install();
     setAttribute(Qt::WA_MouseTracking);
     setAttribute(Qt::WA_Hover);
 }

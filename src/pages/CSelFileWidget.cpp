@@ -3,6 +3,7 @@
 #include "copy/CGetFileSizeThread.h"
 #include "disk/CDestinationDiscovery.h"
 #include "disk/platform/CVolumeInfo.h"
+#include "kit/CClickableLabelAccess.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
 #include "log/CClock.h"
@@ -31,6 +32,7 @@ CSelFileWidget::CSelFileWidget(QWidget* parent)
     , m_pForm(std::make_unique<CSelFileForm>())
 {
     CFileTreeAccess::Install();
+    CClickableLabelAccess::Install();
     m_pForm->setupUi(this);
     InitData();
     InitView();

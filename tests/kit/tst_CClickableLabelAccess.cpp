@@ -1,4 +1,5 @@
 #include "kit/CClickableLabel.h"
+#include "kit/CClickableLabelAccess.h"
 #include "support/Widgets.h"
 
 #include <QSignalSpy>
@@ -8,11 +9,14 @@ class tst_CClickableLabelAccess : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void role_data();
     void role();
     void pressingIsAClick_data();
     void pressingIsAClick();
 };
+
+void tst_CClickableLabelAccess::initTestCase() { CClickableLabelAccess::Install(); }
 
 void tst_CClickableLabelAccess::role_data()
 {
