@@ -23,8 +23,7 @@ public:
      */
     std::optional<STCopyReason> MakeFolder(const QString& strFolder) const;
 
-    /** strTarget when nothing readable has that name, else the first free name made of the source's in
-     * strFolder. */
+    /** strTarget where nothing readable has that name, else the first free name after the source's. */
     static QString FreeName(const QString& strTarget, const QString& strFolder, const QFileInfo& source);
 
 private:

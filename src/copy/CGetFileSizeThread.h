@@ -24,8 +24,7 @@ public:
     /** Counts and emits SignalGetSizeFinish, unless it is interrupted. */
     void run() override;
 
-    /** Adds every top-level entry: a ticked one with its volume's capacity, any other with its ticked files.
-     */
+    /** Adds each top-level entry: a ticked one with its volume's capacity, others with ticked files. */
     void GetDiskSize();
 
     /** Adds the ticked files below the node, not the node itself. */

@@ -25,8 +25,7 @@ struct STCopyReason
 /** What became of one item, a file or a folder. */
 struct STCopyOutcome
 {
-    /** For nExpected when nobody has measured the item. */
-    static constexpr qint64 UNKNOWN_SIZE = -1;
+    static constexpr qint64 UNKNOWN_SIZE = -1; ///< for nExpected when nobody has measured the item
 
     ENCopyEnd enEnd = ENCopyEnd::WHOLE;
     QString strPath = {}; ///< at the source

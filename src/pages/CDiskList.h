@@ -72,8 +72,7 @@ public:
     /** True when the target was removed, or its path lies on another device now; not when none was chosen. */
     bool IsGone(const STCopyTarget& target, const QByteArray& baDeviceNow) const;
 
-    /** Takes a disk out, as if removed, whose path lies elsewhere than when it was listed. True when it did.
-     */
+    /** Takes a disk out whose path lies elsewhere than when it was listed; true when it did. */
     bool RemoveIfMoved(const QString& strPath, const QByteArray& baDeviceNow);
 
 private:

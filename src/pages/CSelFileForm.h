@@ -13,8 +13,7 @@ class CSelFileForm : public Ui_CSelFileWidget
     Q_DECLARE_TR_FUNCTIONS(CSelFileWidget)
 
 public:
-    /** Gives the widgets their last names, texts and fonts, with nothing ticked and no disk. After setupUi.
-     */
+    /** After setupUi: last names, texts and fonts of the widgets, nothing ticked, no disk. */
     void Dress();
 
     /** Shows whether something is ticked. */

@@ -216,8 +216,7 @@ std::string CSysBlock::BusOf(const fs::path& device, int nDepth) const
     return strBus.empty() ? BusOfParents(whole) : strBus;
 }
 
-/** Bus of the disks that a disk is made of; empty when it is made of none. Disks on several buses are on none
- * of them. */
+/** Bus of the disks that a disk is made of: a virtual one when they differ; empty when there are none. */
 std::string CSysBlock::BusOfParts(const fs::path& whole, int nDepth) const
 {
     std::vector<std::string> listBus;

@@ -18,8 +18,7 @@
 class CJourneyBed : public QObject
 {
 protected:
-    /** Before each test: the volumes, and a program that is not started yet, with a folder for its pictures.
-     */
+    /** Before each test: the volumes, and a program that is not started yet. */
     void Make(const QString& strPictures = TestName())
     {
         m_pSource = std::make_unique<CVolume>("Macintosh HD", "/dev/nvme0n1p1", 200);

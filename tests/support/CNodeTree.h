@@ -52,8 +52,7 @@ public:
         }
     }
 
-    /** Lists each unlisted folder at and below pNode, as the size worker does; returns how many nodes are
-     * below. */
+    /** Lists each unlisted folder from pNode down, as the size worker does; returns how many nodes follow. */
     static int ListAll(CDirNode* pNode)
     {
         int nNodes = -1;

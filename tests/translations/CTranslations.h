@@ -32,8 +32,7 @@ public:
     /** Entries of a translation source in their order; none when it cannot be read. */
     static QList<STEntry> Entries(const QString& strPath);
 
-    /** Brings the file at strPath up to date with the program's code by lupdate. Empty, or what went wrong.
-     */
+    /** Brings the file up to date with the program's code by lupdate; empty, or what went wrong. */
     static QString Update(const QString& strPath);
 
     /** What is wrong with the entries of one language, one line for each mistake. */

@@ -74,8 +74,7 @@ private slots:
     void expandingLaysOutAsOftenForManyAsForFew();
 
 private:
-    /** The pointer's shapes while the model changes in the course of the work; no wait cursor is left
-     * afterwards. */
+    /** The pointer's shapes while the model changes; in the end no wait cursor may be left. */
     QSet<Qt::CursorShape> ShapesDuring(const std::function<void()>& fnWork);
 };
 

@@ -131,8 +131,7 @@ private slots:
     void modelListsAsManyFoldersAsThereAre();
 
 private:
-    /** Makes and keeps the nodes of so many folders below "all"; each has an entry more than the last, up to
-     * ten. */
+    /** Makes and keeps the nodes of so many folders below "all", with one entry more each, up to ten. */
     QVector<const CDirNode*> Folders(int nCount);
 
     std::unique_ptr<CTempTree> m_pTree;

@@ -26,8 +26,7 @@ class QWidget;
 class CLookStage
 {
 public:
-    /** Scales the application, which is made after this, as the program does on a screen nWidth points wide.
-     */
+    /** Before there is an application: scales it as the program does on a screen nWidth points wide. */
     static STScale PrepareScale(int nWidth);
 
     /** Gives the application the program's fonts and style sheet; once. */
@@ -46,8 +45,7 @@ public:
     CCopyFileWidget* CopyPage() const;
     CFileTreeView* Tree() const;
 
-    /** A part of the page that is shown or of the title strip, by object name; the test ends when there is
-     * none. */
+    /** A part of the page that is shown or of the title strip, by object name. Without one the test ends. */
     QWidget* Part(const char* pName) const;
 
     /** The control of that name that takes clicks. */
@@ -78,8 +76,10 @@ public:
     /** A dialog on grey ground, so that its shadow and its corners are seen. */
     static QImage OnGround(QWidget* pDialog);
 
-    /** Runs fnOpen, which runs a modal dialog; gives what fnSee makes of the dialog and answers it with the
-     * button of that text. No picture when none opens. */
+    /**
+     * Runs fnOpen, which runs a modal dialog; gives what fnSee makes of the dialog and
+     * answers it with the button of that text. No picture when none opens.
+     */
     static QImage DuringModal(const std::function<void()>& fnOpen, const QString& strAnswer,
                               const std::function<QImage(QWidget*)>& fnSee);
 
