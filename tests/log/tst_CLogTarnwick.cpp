@@ -65,8 +65,7 @@ private slots:
 
     void retention_data();
     void retention();
-    void retentionLines();
-    void retentionOfSeveralFiles();
+    void retentionOfAFolder();
     void retentionRunsOnce();
     void retentionNeedsInitFolder();
     void retentionWithoutDays_data();
@@ -401,30 +400,24 @@ void tst_CLogTarnwick::retention()
     QCOMPARE(Lines().contains("No Backup delete outdate file(" + strFile + "):(true)"), !bKept);
 }
 
-void tst_CLogTarnwick::retentionLines()
-{
-    QVERIFY(Init());
-    Write("TarnwickMacPE_20200101 %1 %2.log");
-    QVERIFY(QDir(m_strFolder).mkdir("TarnwickMacPE_20200102.log"));
-    m_pLog->KeepDays(7, QString());
-    QCOMPARE(Lines(),
-             QStringList({"Process KeepDays(7), begin....",
-                          "No Backup delete outdate file(TarnwickMacPE_20200101 %1 %2.log):(true)",
-                          "Process KeepDays end."}));
-    QVERIFY(Read().startsWith("2026-11-16 12:30:45.678: Process"));
-    QVERIFY(QFileInfo(Path("TarnwickMacPE_20200102.log")).isDir());
-}
-
-void tst_CLogTarnwick::retentionOfSeveralFiles()
+void tst_CLogTarnwick::retentionOfAFolder()
 {
     QVERIFY(Init());
     for (int nDay = 1; nDay <= 16; ++nDay) {
         Write(QString("TarnwickMacPE_202611%1.log").arg(nDay, 2, 10, QLatin1Char('0')));
     }
+    Write(CURRENT, ""); // the lines are to be the first in it
+    Write("TarnwickMacPE_20200101 %1 %2.log");
+    QVERIFY(QDir(m_strFolder).mkdir("TarnwickMacPE_20200102.log"));
     m_pLog->KeepDays(7, QString());
-    QCOMPARE(Names().size(), 8);
-    QCOMPARE(Names().first(), "TarnwickMacPE_20261109.log");
-    QCOMPARE(Lines().filter("):(true)").size(), 8);
+    QVERIFY(Read().startsWith("2026-11-16 12:30:45.678: Process"));
+    QCOMPARE(Lines().first(), "Process KeepDays(7), begin....");
+    QVERIFY(Lines().contains("No Backup delete outdate file(TarnwickMacPE_20200101 %1 %2.log):(true)"));
+    QCOMPARE(Lines().filter("No Backup delete outdate file").size(), 9);
+    QCOMPARE(Lines().last(), "Process KeepDays end.");
+    QCOMPARE(Lines().size(), 11);
+    QCOMPARE(Names().mid(0, 2), QStringList({"TarnwickMacPE_20200102.log", "TarnwickMacPE_20261109.log"}));
+    QCOMPARE(Names().size(), 9);
 }
 
 void tst_CLogTarnwick::retentionRunsOnce()

@@ -259,28 +259,14 @@ public:
 
     QVariant Value(int nLevels)
     {
-        switch (Below(nLevels > 0 ? 12 : 8)) {
-        case 0:
-            return Below(2) == 1;
-        case 1:
-            return int(m_random.generate());
-        case 2:
-            return Below(2000) - 1000;
-        case 3:
-            return Float();
-        case 4:
-            return Bytes();
-        case 5:
-            return Time();
-        case 6:
-        case 7:
-            return Text(0);
-        case 8:
-        case 9:
-            return List(nLevels);
-        default:
-            return Map(nLevels);
+        const QVariant leaves[]
+            = {Below(2) == 1, int(m_random.generate()), Below(2000) - 1000, Float(), Bytes(), Time(), Text(0),
+               Text(0)};
+        const int nKind = Below(nLevels > 0 ? 12 : 8);
+        if (nKind < 8) {
+            return leaves[nKind];
         }
+        return nKind < 10 ? List(nLevels) : Map(nLevels);
     }
 
 private:
