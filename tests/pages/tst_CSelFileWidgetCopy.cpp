@@ -21,6 +21,7 @@ private slots:
     void destinationFolder();
     void freeBytesAreEnoughOneMoreIsNot();
     void acceptedSelectionIsHandedOver();
+    void copyBeginsAfterTheWorkersEnd();
     void refused_data();
     void refused();
     void nothingTakesInputDuringTheCount();
@@ -62,17 +63,18 @@ void tst_CSelFileWidgetCopy::freeBytesAreEnoughOneMoreIsNot()
     MakePage({"STICK"});
     const qint64 nFree = QStorageInfo("/Volumes/STICK").bytesAvailable();
     QVERIFY(nFree > 1000000);
-    QVERIFY(!m_pPage->ShowUsbNoEnoughDlg(nFree));
     const CModalAnswerer answerer("OK");
+    QVERIFY(!m_pPage->ShowUsbNoEnoughDlg(nFree));
+    QVERIFY(!answerer.Answered());
     QVERIFY(m_pPage->ShowUsbNoEnoughDlg(nFree + 1));
     QVERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_NO_SPACE);
 
     QSignalSpy spyCopy(m_pPage, &CSelFileWidget::SignalCopyFile);
+    const CModalAnswerer second("OK");
     m_pPage->SlotGetFileSizeFinish(nFree);
     QCOMPARE(spyCopy.count(), 1);
     QCOMPARE(m_pPage->GetTotalSize(), nFree);
-    const CModalAnswerer second("OK");
     m_pPage->SlotGetFileSizeFinish(nFree + 1);
     QVERIFY(second.Answered());
     QCOMPARE(spyCopy.count(), 1);
@@ -134,6 +136,23 @@ void tst_CSelFileWidgetCopy::Do(const QString& strStep)
     } else {
         QFAIL(qPrintable("no such step: " + strStep));
     }
+}
+
+// The worker sends its result before it ends; the next count must not find it still running.
+void tst_CSelFileWidgetCopy::copyBeginsAfterTheWorkersEnd()
+{
+    MakePage({"STICK"});
+    QVERIFY(Tick());
+    // Between its result, which the page was connected to first, and its end.
+    connect(
+        SizeThread(), &CGetFileSizeThread::SignalGetSizeFinish, SizeThread(), []() { QThread::msleep(100); },
+        Qt::DirectConnection);
+    bool bEnded = false;
+    connect(m_pPage, &CSelFileWidget::SignalCopyFile, this, [&]() { bEnded = SizeThread()->isFinished(); });
+    QSignalSpy spyCopy(m_pPage, &CSelFileWidget::SignalCopyFile);
+    m_pPage->SlotCopyBtnClick();
+    QTRY_COMPARE(spyCopy.count(), 1);
+    QVERIFY(bEnded);
 }
 
 void tst_CSelFileWidgetCopy::refused_data()
