@@ -3,13 +3,12 @@
 #include "files/CFileNameCodec.h"
 #include "pages/CPageTree.h"
 #include "support/CTempTree.h"
+#include "support/Widgets.h"
 #include "tree/CFileTreeAccess.h"
 #include "tree/CFileTreeView.h"
 #include "tree/TreeRows.h"
 
 #include <QApplication>
-#include <QFile>
-#include <QTest>
 
 #include <memory>
 
@@ -25,9 +24,7 @@ protected:
     {
         CFileNameCodec::Install();
         CFileTreeAccess::Install();
-        QFile file(":/res/TarnwickMacPE.qss");
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
+        qApp->setStyleSheet(ProgramSheet());
         m_pModel = CDirModel::GetInstence();
     }
 
@@ -52,9 +49,7 @@ protected:
     {
         m_pTree->Fill(listEntry);
         m_pView->Parse({m_pTree->Path()});
-        m_pView->show();
-        m_pView->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_pView.get()));
+        QVERIFY(ShowActive(m_pView.get()));
         m_pView->expand(At("."));
         m_pView->scrollTo(At("."), QAbstractItemView::PositionAtTop);
     }

@@ -1,9 +1,9 @@
 #include "support/CTempTree.h"
+#include "support/Widgets.h"
 #include "tree/CDirDelegate.h"
 #include "tree/CDirModel.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPaintEngine>
@@ -11,7 +11,6 @@
 #include <QPixmapCache>
 #include <QScopeGuard>
 #include <QStandardItemModel>
-#include <QTest>
 #include <QToolTip>
 #include <QTreeView>
 
@@ -137,7 +136,7 @@ class tst_CDirDelegate : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase() { qApp->setStyleSheet(ProgramSheet()); }
     void init();
 
     void clickBounds_data();
@@ -174,13 +173,6 @@ private:
 
     std::unique_ptr<CDirDelegate> m_pDelegate;
 };
-
-void tst_CDirDelegate::initTestCase()
-{
-    QFile file(":/res/TarnwickMacPE.qss");
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
-}
 
 void tst_CDirDelegate::init()
 {

@@ -94,7 +94,6 @@ private slots:
     void initTestCase();
 
     void freshModel();
-    void oneInstance();
     void parseShowsThePathAsGiven_data();
     void parseShowsThePathAsGiven();
     void parseAnnouncesTwoRows();
@@ -143,12 +142,9 @@ void tst_CDirModel::freshModel()
     QVERIFY(model.GetRootNode()->m_bDir);
     QVERIFY(!model.GetRootNode()->m_pParent);
     QVERIFY(!model.HasCheckedEntry());
-}
-
-void tst_CDirModel::oneInstance()
-{
+    // The program's is one for ever.
     CDirModel* pModel = CDirModel::GetInstence();
-    QVERIFY(pModel);
+    QVERIFY(pModel && pModel != &model);
     QCOMPARE(CDirModel::GetInstence(), pModel);
     QVERIFY(!static_cast<QObject*>(pModel)->parent());
 }

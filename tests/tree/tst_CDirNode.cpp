@@ -56,12 +56,8 @@ private slots:
     void removeAllEmpties();
     void destructorLeavesChildren();
     void loadedChild();
-    void loadAppendsToWhatIsThere();
-    void onlySkippedEntriesStayUnloaded();
     void stateOfNewChildren_data();
     void stateOfNewChildren();
-    void folderThatCannotBeListed_data();
-    void folderThatCannotBeListed();
     void errorIsForgottenOnSuccess();
     void listedPathsAreExact();
     void leadsBack_data();
@@ -231,7 +227,7 @@ void tst_CDirNode::loadedChild()
 {
     m_pTree->Write("b.txt", "12345");
     m_pTree->MkDir("A");
-    const CDirNode& node = Listed();
+    CDirNode& node = Listed();
     QCOMPARE(ChildNames(node), QStringList({"A", "b.txt"}));
     const CDirNode& folder = *node.m_listChild.at(0);
     const CDirNode& file = *node.m_listChild.at(1);
@@ -242,22 +238,9 @@ void tst_CDirNode::loadedChild()
     QCOMPARE(file.m_fileInfo.absoluteFilePath(), m_pTree->Path("b.txt"));
     QCOMPARE(file.m_fileInfo.size(), qint64(5));
     QVERIFY(folder.m_icon.cacheKey() != file.m_icon.cacheKey());
-}
-
-void tst_CDirNode::loadAppendsToWhatIsThere()
-{
-    m_pTree->Write("a");
-    CDirNode& node = Listed();
+    // Whoever lists once more gets everything once more.
     node.LoadChild();
-    QCOMPARE(ChildNames(node), QStringList({"a", "a"}));
-}
-
-void tst_CDirNode::onlySkippedEntriesStayUnloaded()
-{
-    m_pTree->Fill({"dev", "homework/"});
-    const CDirNode& node = Listed();
-    QVERIFY(node.m_listChild.isEmpty());
-    QCOMPARE(node.m_nListError, 0);
+    QCOMPARE(ChildNames(node), QStringList({"A", "b.txt", "A", "b.txt"}));
 }
 
 void tst_CDirNode::stateOfNewChildren_data()
@@ -282,29 +265,13 @@ void tst_CDirNode::stateOfNewChildren()
     QCOMPARE(node.m_chkState, nParent);
 }
 
-void tst_CDirNode::folderThatCannotBeListed_data()
+void tst_CDirNode::errorIsForgottenOnSuccess()
 {
-    QTest::addColumn<QString>("strEntry");
-    QTest::addColumn<int>("nError");
-    QTest::newRow("vanished") << "gone" << ENOENT;
-    QTest::newRow("a file by now") << "file" << ENOTDIR;
-}
-
-void tst_CDirNode::folderThatCannotBeListed()
-{
-    m_pTree->Write("file");
-    QFETCH(QString, strEntry);
-    CDirNode& node = Top(strEntry);
+    CDirNode& node = Top("later");
     node.m_bDir = true;
     node.m_chkState = Qt::Checked;
     node.LoadChild();
     QVERIFY(node.m_listChild.isEmpty());
-    QTEST(node.m_nListError, "nError");
-}
-
-void tst_CDirNode::errorIsForgottenOnSuccess()
-{
-    CDirNode& node = Listed("later");
     QCOMPARE(node.m_nListError, ENOENT);
     m_pTree->Write("later/file");
     node.LoadChild();

@@ -429,10 +429,8 @@ void tst_CFileTreeView::firstFocusHasARow()
     m_pView->setParent(&window);
     m_pView->setCurrentIndex(QModelIndex());
     button.setFocus();
-    window.show();
     m_pView->show();
-    window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(ShowActive(&window));
     QVERIFY(!m_pView->currentIndex().isValid());
     QTest::keyClick(&button, Qt::Key_Tab);
     QVERIFY(m_pView->hasFocus());
@@ -445,10 +443,8 @@ void tst_CFileTreeView::firstFocusHasARow()
 void tst_CFileTreeView::rowsThatComeLaterHaveACurrentOne()
 {
     m_pTree->Write("a");
-    m_pView->show();
     m_pView->setFocus();
-    m_pView->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_pView.get()));
+    QVERIFY(ShowActive(m_pView.get()));
     QVERIFY(m_pView->hasFocus());
     QVERIFY(!m_pView->currentIndex().isValid());
     m_pView->Parse({m_pTree->Path()});
