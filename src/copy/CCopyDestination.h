@@ -23,7 +23,10 @@ public:
      */
     std::optional<STCopyReason> MakeFolder(const QString& strFolder) const;
 
-    /** strTarget where nothing readable has that name, else the first free name after the source's. */
+    /**
+     * The name for the copy of source: strTarget when nothing readable has it, else
+     * the first free one in strFolder that is made of the source's name.
+     */
     static QString FreeName(const QString& strTarget, const QString& strFolder, const QFileInfo& source);
 
 private:

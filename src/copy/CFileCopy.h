@@ -23,8 +23,8 @@ class CCopyControl;
 class CFileCopy
 {
 public:
-    static constexpr qint64 SEEK_FAILED = -1; ///< result of ReadAt
-    static constexpr qint64 READ_FAILED = -2; ///< result of ReadAt
+    static constexpr qint64 SEEK_FAILED = -1; ///< from ReadAt: the position cannot be reached
+    static constexpr qint64 READ_FAILED = -2; ///< from ReadAt: reading fails there
 
     /** Copies source into strFolder, which exists, in chunks of nChunk bytes; control outlives this. */
     CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control);

@@ -24,7 +24,7 @@ public:
     /** Counts and emits SignalGetSizeFinish, unless it is interrupted. */
     void run() override;
 
-    /** Adds each top-level entry: a ticked one with its volume's capacity, others with ticked files. */
+    /** Adds each top-level entry: its volume's capacity when it is ticked, else its ticked files. */
     void GetDiskSize();
 
     /** Adds the ticked files below the node, not the node itself. */
