@@ -31,6 +31,7 @@ CCopyFileThread::CCopyFileThread(QObject* pParent)
     : QThread(pParent)
     , m_enStatus(COPY_STATUS_RUN)
 {
+    qRegisterMetaType<STCopyAccount>();
 }
 
 void CCopyFileThread::SetCopyParam(qint64 nTotalSize, CDirNode* pRootNode, QString strDestPath,
@@ -98,6 +99,7 @@ void CCopyFileThread::run()
     }
     m_nUsedTime = m_clock.UsedMs();
     m_report.WriteSummary(bStopped, m_nUsedTime);
+    emit SignalCopyAccount(m_report.Account(bStopped, m_nUsedTime));
     emit SignalCopyFinish();
 }
 

@@ -5,6 +5,7 @@
 #include "copy/CCopyDestination.h"
 #include "copy/CCopyReport.h"
 #include "copy/ENCopyStatus.h"
+#include "copy/STCopyAccount.h"
 
 #include <QFileInfo>
 #include <QString>
@@ -81,6 +82,9 @@ public:
     void TrimPoint(QString& strPath);
 
 signals:
+    /** What became of the copy; once a copy, directly before SignalCopyFinish. */
+    void SignalCopyAccount(STCopyAccount stAccount);
+
     /** The copy has ended, completed or stopped; after a completed one the data is on the disk. */
     void SignalCopyFinish();
 

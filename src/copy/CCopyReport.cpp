@@ -83,6 +83,17 @@ void CCopyReport::WriteSummary(bool bStopped, qint64 nMs) const
     g_TarnwickLog.LogExt(strLine);
 }
 
+STCopyAccount CCopyReport::Account(bool bStopped, qint64 nMs) const
+{
+    STCopyAccount stAccount;
+    stAccount.nFiles = m_nFiles;
+    stAccount.nBytes = m_nBytes;
+    stAccount.nProblems = m_nProblems;
+    stAccount.nMs = nMs;
+    stAccount.bStopped = bStopped;
+    return stAccount;
+}
+
 qint64 CCopyReport::Files() const { return m_nFiles; }
 
 qint64 CCopyReport::Bytes() const { return m_nBytes; }

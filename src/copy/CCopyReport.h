@@ -1,5 +1,6 @@
 #pragma once
 
+#include "copy/STCopyAccount.h"
 #include "copy/STCopyOutcome.h"
 
 #include <QString>
@@ -23,6 +24,9 @@ public:
 
     /** Logs the one line that ends a copy; nMs is the time spent copying. */
     void WriteSummary(bool bStopped, qint64 nMs) const;
+
+    /** What is booked so far, as the window is told it; nMs is the time spent copying. */
+    STCopyAccount Account(bool bStopped, qint64 nMs) const;
 
     /** Number of files copied whole. */
     qint64 Files() const;

@@ -11,6 +11,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/types.h>
 #include <unistd.h>
 #include <utility>
@@ -134,6 +135,47 @@ dirent* readdir(DIR* pDir)
 {
     const int nError = ErrorForDescriptor(ENCall::LIST, dirfd(pDir));
     return Pass("readdir", nError, static_cast<dirent*>(nullptr), pDir);
+}
+
+DIR* opendir(const char* pszPath)
+{
+    return Pass("opendir", ErrorForPath(ENCall::OPEN_FOLDER, pszPath), static_cast<DIR*>(nullptr), pszPath);
+}
+
+int stat(const char* pszPath, struct stat* pStatus) noexcept
+{
+    return Pass("stat", ErrorForPath(ENCall::STAT, pszPath), -1, pszPath, pStatus);
+}
+
+int stat64(const char* pszPath, struct stat64* pStatus) noexcept
+{
+    return Pass("stat64", ErrorForPath(ENCall::STAT, pszPath), -1, pszPath, pStatus);
+}
+
+int lstat64(const char* pszPath, struct stat64* pStatus) noexcept
+{
+    return Pass("lstat64", ErrorForPath(ENCall::STAT, pszPath), -1, pszPath, pStatus);
+}
+
+int statx(int nFolder, const char* pszPath, int nFlags, unsigned nMask, struct statx* pStatus) noexcept
+{
+    const int nError = pszPath[0] == '\0' ? 0 : ErrorForPath(ENCall::STAT, pszPath);
+    return Pass("statx", nError, -1, nFolder, pszPath, nFlags, nMask, pStatus);
+}
+
+int statvfs(const char* pszPath, struct statvfs* pStatus) noexcept
+{
+    return Pass("statvfs", ErrorForPath(ENCall::SPACE, pszPath), -1, pszPath, pStatus);
+}
+
+int statvfs64(const char* pszPath, struct statvfs64* pStatus) noexcept
+{
+    return Pass("statvfs64", ErrorForPath(ENCall::SPACE, pszPath), -1, pszPath, pStatus);
+}
+
+int fsync(int nDescriptor)
+{
+    return Pass("fsync", ErrorForDescriptor(ENCall::SYNC_FILE, nDescriptor), -1, nDescriptor);
 }
 
 int futimens(int nDescriptor, const timespec* pListTime) noexcept

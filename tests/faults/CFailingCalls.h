@@ -26,6 +26,10 @@ public:
         CLOSE, ///< fclose
         MAKE_FOLDER, ///< mkdir
         LIST, ///< readdir
+        OPEN_FOLDER, ///< opendir
+        STAT, ///< stat, lstat and statx
+        SPACE, ///< statvfs
+        SYNC_FILE, ///< fsync
         SET_TIME, ///< futimens
         FLUSH ///< syncfs
     };
@@ -36,7 +40,10 @@ public:
      */
     static void Fail(ENCall enCall, const QString& strEnd, int nError, int nGood = 0);
 
-    /** Runs fnAction once, on the calling thread, before the call is carried out; it does not fail. */
+    /**
+     * Runs fnAction once, on the calling thread, before the call is carried out; it
+     * does not fail. An action that waits is a disk that does not answer.
+     */
     static void Watch(ENCall enCall, const QString& strEnd, std::function<void()> fnAction, int nGood = 0);
 
     /** Back to the C library. Not while a worker runs. */
