@@ -27,11 +27,14 @@ static bool BeginsWithAny(const char* pszName, std::initializer_list<QLatin1Stri
     });
 }
 
-static QVector<STFoundName> ReadNames(CFolderReader& folder, std::initializer_list<QLatin1String> listSkip)
+/** The names that are kept; counts the others in nLeftOut. */
+static QVector<STFoundName> ReadNames(CFolderReader& folder, std::initializer_list<QLatin1String> listSkip,
+                                      int& nLeftOut)
 {
     QVector<STFoundName> listFound;
     while (folder.Next()) {
         if (BeginsWithAny(folder.Name(), listSkip)) {
+            ++nLeftOut;
             continue;
         }
         // Qt's own listing is not used: it drops names that are not valid UTF-8
@@ -64,10 +67,10 @@ static QString Joined(const QString& strPrefix, const QString& strName)
 STDirListing CDirListing::List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip)
 {
     CFolderReader folder(QFile::encodeName(strFolder).constData());
-    QVector<STFoundName> listFound = ReadNames(folder, listSkip);
+    STDirListing stListing;
+    QVector<STFoundName> listFound = ReadNames(folder, listSkip, stListing.nLeftOut);
     std::sort(listFound.begin(), listFound.end(), ComesBefore);
 
-    STDirListing stListing;
     stListing.nError = folder.Error();
     const QString strPrefix = strFolder.endsWith(QLatin1Char('/')) ? strFolder : strFolder + QLatin1Char('/');
     stListing.listEntry.reserve(listFound.size());

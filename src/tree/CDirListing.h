@@ -19,6 +19,7 @@ struct STDirEntry
 struct STDirListing
 {
     QVector<STDirEntry> listEntry; ///< in the order in which they are shown
+    int nLeftOut = 0; ///< entries that are not in the list for their names
     int nError = 0; ///< the errno value that refused the listing or cut it short; 0 when all was well
 };
 

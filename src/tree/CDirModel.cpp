@@ -6,6 +6,8 @@
 
 #include <QThread>
 
+#include <algorithm>
+
 // "Volumes" too is left out here, so that a start-up volume, whose folder of
 // mount points leads to every other volume, does not show them all again.
 // As with the node's own listing, "Volumes2" and "devices" go with them.
@@ -57,6 +59,14 @@ CDirModel* CDirModel::GetInstence()
 CDirNode* CDirModel::GetRootNode() const { return m_pRoot; }
 
 bool CDirModel::HasCheckedEntry() const { return nodeFromIndex(QModelIndex())->m_chkState != Qt::Unchecked; }
+
+bool CDirModel::HasUnlistedFolder() const
+{
+    const QList<CDirNode*>& listVolume = nodeFromIndex(QModelIndex())->m_listChild;
+    return std::any_of(listVolume.begin(), listVolume.end(), [](const CDirNode* pVolume) {
+        return pVolume->m_chkState == Qt::Checked && pVolume->CountUnlisted() > 0;
+    });
+}
 
 void CDirModel::SetLent(bool bLent)
 {
@@ -184,7 +194,7 @@ void CDirModel::LoadChild(const QModelIndex& index)
 void CDirModel::AppendListing(const QModelIndex& index, const STDirListing& stListing)
 {
     CDirNode* pNode = nodeFromIndex(index);
-    pNode->m_nListError = stListing.nError;
+    pNode->NoteListing(stListing);
     for (int i = 0; i < stListing.listEntry.size(); ++i) {
         auto* pChild = new CDirNode(stListing.listEntry.at(i), pNode);
         // Announces one row more than comes. Nothing points at rows behind the new

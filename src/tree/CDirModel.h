@@ -33,6 +33,12 @@ public:
     /** Whether anything in the tree is checked or partially checked. */
     bool HasCheckedEntry() const;
 
+    /**
+     * Whether a top-level entry that is fully ticked has folders that were never listed:
+     * nothing in them is copied. Looks at the top-level entries alone.
+     */
+    bool HasUnlistedFolder() const;
+
     /** Tells whether the nodes belong to a worker from now on. They can be lent to one at a time. */
     void SetLent(bool bLent);
 

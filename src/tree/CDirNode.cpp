@@ -6,6 +6,7 @@
 #include <QtAlgorithms>
 
 #include <cerrno>
+#include <limits>
 
 /** The model's invisible root, whose children are the volumes: a node without path and parent. */
 static bool IsInvisibleRoot(const CDirNode* pNode)
@@ -50,6 +51,7 @@ CDirNode::CDirNode(QFileInfo info, CDirNode* parent)
     , m_bDir(info.isDir())
     , m_strName(info.fileName())
     , m_pParent(parent)
+    , m_nUnlisted(m_bDir ? 1 : 0)
 {
 }
 
@@ -59,6 +61,7 @@ CDirNode::CDirNode(const STDirEntry& stEntry, CDirNode* parent)
     , m_bDir(stEntry.bDir)
     , m_strName(stEntry.strName)
     , m_pParent(parent)
+    , m_nUnlisted(m_bDir ? 1 : 0)
 {
 }
 
@@ -66,6 +69,7 @@ void CDirNode::AppendChild(CDirNode* child)
 {
     child->m_pParent = this;
     m_listChild.append(child);
+    AddUnlisted(child->m_nUnlisted);
 }
 
 CDirNode* CDirNode::Child(int row)
@@ -77,8 +81,14 @@ int CDirNode::ChildIndex(CDirNode* child) { return m_listChild.indexOf(child); }
 
 void CDirNode::RemoveAll()
 {
+    int nUnlisted = m_enListed == ENListed::DONE && m_bDir ? 1 : 0; // the folder itself
+    for (const CDirNode* pChild : qAsConst(m_listChild)) {
+        nUnlisted -= pChild->m_nUnlisted;
+    }
     qDeleteAll(m_listChild);
     m_listChild.clear();
+    m_enListed = ENListed::NEVER;
+    AddUnlisted(nUnlisted);
 }
 
 void CDirNode::RemoveAllBelow()
@@ -94,6 +104,7 @@ void CDirNode::RemoveAt(int row)
     if (row < 0 || row >= m_listChild.size()) {
         return;
     }
+    AddUnlisted(-m_listChild.at(row)->m_nUnlisted);
     delete m_listChild.takeAt(row);
 }
 
@@ -131,7 +142,7 @@ void CDirNode::LoadChild()
     // "development" and "homework" are left out too. The model's listing also
     // leaves out "Volumes"; this one does not.
     const STDirListing stListing = List({QLatin1String("dev"), QLatin1String("home")});
-    m_nListError = stListing.nError;
+    NoteListing(stListing);
     m_listChild.reserve(stListing.listEntry.size());
     for (const STDirEntry& stEntry : stListing.listEntry) {
         auto* pChild = new CDirNode(stEntry, this);
@@ -139,5 +150,22 @@ void CDirNode::LoadChild()
             pChild->m_chkState = Qt::Checked;
         }
         AppendChild(pChild);
+    }
+}
+
+void CDirNode::NoteListing(const STDirListing& stListing)
+{
+    m_nListError = stListing.nError;
+    m_nLeftOut = quint16(qMin(stListing.nLeftOut, int(std::numeric_limits<quint16>::max())));
+    if (m_enListed == ENListed::NEVER && m_bDir) {
+        AddUnlisted(-1);
+    }
+    m_enListed = ENListed::DONE;
+}
+
+void CDirNode::AddUnlisted(int nMore)
+{
+    for (CDirNode* pNode = nMore == 0 ? nullptr : this; pNode; pNode = pNode->m_pParent) {
+        pNode->m_nUnlisted += nMore;
     }
 }

@@ -10,6 +10,13 @@
 struct STDirEntry;
 struct STDirListing;
 
+/** How far a folder of the tree has been listed. */
+enum class ENListed : quint8
+{
+    NEVER, ///< nobody has asked, or what was listed has been removed
+    DONE ///< to its end, or as far as it could be read
+};
+
 /**
  * One file or folder of the source tree: what the user sees in a row, its tick,
  * and its children, listed only when somebody asks.
@@ -88,12 +95,28 @@ public:
      */
     void LoadChild();
 
+    /** Notes that the folder has been listed, and what the listing said beside its entries. */
+    void NoteListing(const STDirListing& stListing);
+
+    /**
+     * How many folders were never listed, this one and all below it. Kept up to date
+     * by the functions of this class.
+     */
+    int CountUnlisted() const { return m_nUnlisted; }
+
     QFileInfo m_fileInfo; ///< the entry; path, size and times come from it, read when first asked for
     QIcon m_icon; ///< of the kind of entry; may be null
     qint32 m_chkState = Qt::Unchecked; ///< a Qt::CheckState: 0 unchecked, 1 partially checked, 2 checked
     bool m_bDir = false; ///< it was a folder, or a link to one, when the node was built
+    ENListed m_enListed = ENListed::NEVER; ///< of a folder; changed by NoteListing and RemoveAll
+    quint16 m_nLeftOut = 0; ///< entries that the last listing left out for their names, 65535 for more
     QString m_strName; ///< what the row shows: the file name; for a top-level entry the path as it was given
     CDirNode* m_pParent = nullptr; ///< the node that owns this one; null for a root
     QList<CDirNode*> m_listChild; ///< in the order of the rows; owned; empty: not listed, or nothing to list
     int m_nListError = 0; ///< why the last listing failed; 0 when all was well
+
+private:
+    void AddUnlisted(int nMore);
+
+    int m_nUnlisted = 0; // folders here and below that were never listed
 };

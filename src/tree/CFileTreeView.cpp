@@ -2,6 +2,7 @@
 
 #include "tree/CDirDelegate.h"
 #include "tree/CDirModel.h"
+#include "tree/CDirNode.h"
 #include "tree/CNodeLoan.h"
 
 #include <QFocusEvent>
@@ -53,8 +54,11 @@ void CFileTreeView::InitConnect()
 {
     connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) {
         // The model lists on this thread, and a large folder or a slow disk takes its time.
-        const CWaitCursor cursor;
-        m_pDirModel->SlotExpanded(index);
+        {
+            const CWaitCursor cursor;
+            m_pDirModel->SlotExpanded(index);
+        }
+        TellFolder(index);
     });
     connect(this, &QTreeView::collapsed, m_pDirModel, &CDirModel::SlotCollapsed);
     connect(
@@ -62,6 +66,7 @@ void CFileTreeView::InitConnect()
         [this](const QModelIndex& index) {
             KeysGoOnFrom(index);
             emit SignalItemClicked();
+            TellRefusal(index);
         },
         Qt::DirectConnection);
 }
@@ -107,6 +112,7 @@ void CFileTreeView::LendNodes(bool bLent)
         return;
     }
     if (bLent) {
+        m_bUnlistedAtLoan = HasUnlistedFolder();
         m_pLoan = std::make_unique<CNodeLoan>(this, m_pDirModel);
         return;
     }
@@ -127,6 +133,31 @@ void CFileTreeView::ToggleTick(const QModelIndex& index)
     model()->setData(index, CDirDelegate::NextState(index.data(Qt::CheckStateRole).toInt()),
                      Qt::CheckStateRole);
     emit SignalItemClicked();
+    TellRefusal(index);
+}
+
+bool CFileTreeView::HasUnlistedFolder() const
+{
+    return m_pLoan ? m_bUnlistedAtLoan : m_pDirModel->HasUnlistedFolder();
+}
+
+void CFileTreeView::TellFolder(const QModelIndex& index)
+{
+    const CDirNode* pNode = m_pDirModel->nodeFromIndex(index);
+    STFolderFacts stFacts;
+    stFacts.strPath = pNode->m_fileInfo.absoluteFilePath();
+    stFacts.nLeftOut = pNode->m_nLeftOut;
+    stFacts.nError = pNode->m_nListError;
+    emit SignalFolderOpened(stFacts);
+}
+
+// A folder that could not be listed has no arrow, so whoever wants to look into it
+// presses on its name.
+void CFileTreeView::TellRefusal(const QModelIndex& index)
+{
+    if (!m_pLoan && index.isValid() && m_pDirModel->nodeFromIndex(index)->m_nListError != 0) {
+        TellFolder(index);
+    }
 }
 
 // All rows are of one height, so places and heights are the same thing.

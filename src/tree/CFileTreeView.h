@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tree/STFolderFacts.h"
+
 #include <QStringList>
 #include <QTreeView>
 
@@ -56,9 +58,23 @@ public:
     /** The place of a row among the shown ones; -1 when it is not shown. */
     int ShownPlace(const QModelIndex& index) const;
 
+    /**
+     * Whether a volume that is fully ticked has folders that were never listed, so that
+     * nothing in them is copied. Costs next to nothing. While the nodes are lent the
+     * answer is that from before.
+     */
+    bool HasUnlistedFolder() const;
+
 signals:
     /** A row was clicked, on its box or elsewhere, or ticked by key; its tick is already the new one. */
     void SignalItemClicked();
+
+    /**
+     * The user has opened a folder, or has pressed on one that cannot be opened since it
+     * could not be listed. It is listed by then, unless it does not answer; it is told
+     * again when its list comes in later while it is open.
+     */
+    void SignalFolderOpened(const STFolderFacts& stFacts);
 
     /** Another row is the current one; invalid when there is none any more. */
     void SignalCurrentChanged(const QModelIndex& index);
@@ -95,10 +111,13 @@ private:
     void EnsureCurrentRow();
     void MarkCurrentRow(bool bMark);
     void KeysGoOnFrom(const QModelIndex& index);
+    void TellFolder(const QModelIndex& index);
+    void TellRefusal(const QModelIndex& index);
 
     QStringList m_listRoot;
     CDirModel* m_pDirModel = nullptr;
     QStringList m_listLateRoot; // given while the nodes were lent
     std::unique_ptr<CNodeLoan> m_pLoan; // while the nodes are lent
+    bool m_bUnlistedAtLoan = false; // what HasUnlistedFolder said when they were lent
     bool m_bKeysUsed = false; // the last input was a key
 };

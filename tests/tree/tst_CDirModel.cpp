@@ -110,6 +110,7 @@ private slots:
     void stateOfChildren();
     void namesThatAreLeftOut_data();
     void namesThatAreLeftOut();
+    void unlistedFoldersOfTickedVolumes();
     void sameEntriesAsTheNodes();
     void loadAnnouncesOneRowTooMany();
     void loadOfAVanishedFolder();
@@ -373,8 +374,28 @@ void tst_CDirModel::namesThatAreLeftOut()
         node.LoadChild();
         QCOMPARE(node.m_listChild.size(), bInNode ? 1 : 0);
         QCOMPARE(node.m_nListError, 0);
+        QCOMPARE(int(node.m_nLeftOut), bInNode ? 0 : 1);
+        QCOMPARE(int(tree.Node("deep")->m_nLeftOut), bInModel ? 0 : 1);
+        QCOMPARE(int(tree.Node(".")->m_nLeftOut), bInModel ? 0 : 1);
         node.RemoveAll();
     }
+}
+
+void tst_CDirModel::unlistedFoldersOfTickedVolumes()
+{
+    CModelOfTree tree({"a/inner/file", "b/file"});
+    QVERIFY(!tree.m_model.HasUnlistedFolder());
+    tree.Tick(".", 2);
+    QVERIFY(tree.m_model.HasUnlistedFolder());
+    tree.Expand({"."});
+    QVERIFY(tree.m_model.HasUnlistedFolder());
+    tree.Expand({"a"});
+    QVERIFY(!tree.m_model.HasUnlistedFolder());
+    // Of a volume that is ticked in part the folders that were never opened are counted and copied.
+    tree.m_model.ClearGrandChild(tree.At("."));
+    QVERIFY(tree.m_model.HasUnlistedFolder());
+    tree.Tick("b", 0);
+    QVERIFY(!tree.m_model.HasUnlistedFolder());
 }
 
 void tst_CDirModel::sameEntriesAsTheNodes()

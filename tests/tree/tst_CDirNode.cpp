@@ -59,6 +59,10 @@ private slots:
     void stateOfNewChildren_data();
     void stateOfNewChildren();
     void errorIsForgottenOnSuccess();
+    void unlistedFoldersAreCounted();
+    void leftOutAreNoted_data();
+    void leftOutAreNoted();
+    void sizeOfANode();
     void listedPathsAreExact();
     void leadsBack_data();
     void leadsBack();
@@ -278,6 +282,54 @@ void tst_CDirNode::errorIsForgottenOnSuccess()
     QCOMPARE(ChildNames(node), QStringList("file"));
     QCOMPARE(node.m_nListError, 0);
 }
+
+void tst_CDirNode::unlistedFoldersAreCounted()
+{
+    m_pTree->Fill({"a/inner/deep/file", "b/file", "empty/", "file"});
+    CDirNode& top = Top();
+    QCOMPARE(top.CountUnlisted(), 1);
+    top.LoadChild();
+    QCOMPARE(top.CountUnlisted(), 3);
+    CDirNode& folder = *ChildNamed(top, "a");
+    folder.LoadChild();
+    QCOMPARE(folder.CountUnlisted(), 1);
+    // An empty folder is none that was never listed.
+    ChildNamed(top, "empty")->LoadChild();
+    QCOMPARE(top.CountUnlisted(), 2);
+    CNodeTree::ListAll(&top);
+    QCOMPARE(top.CountUnlisted(), 0);
+    top.Child(0)->RemoveAllBelow();
+    QCOMPARE(top.CountUnlisted(), 1);
+    QCOMPARE(folder.CountUnlisted(), 1);
+    top.RemoveAt(0);
+    QCOMPARE(top.CountUnlisted(), 0);
+    top.RemoveAllBelow();
+    QCOMPARE(top.CountUnlisted(), 1);
+}
+
+void tst_CDirNode::leftOutAreNoted_data()
+{
+    QTest::addColumn<int>("nInListing");
+    QTest::addColumn<int>("nNoted");
+    for (const int nCount : {0, 1, 65534, 65535}) {
+        QTest::addRow("%d", nCount) << nCount << nCount;
+    }
+    QTest::newRow("one more than fits") << 65536 << 65535;
+    QTest::newRow("a million") << 1000000 << 65535;
+}
+
+void tst_CDirNode::leftOutAreNoted()
+{
+    QFETCH(int, nInListing);
+    CDirNode node;
+    STDirListing stListing;
+    stListing.nLeftOut = nInListing;
+    node.NoteListing(stListing);
+    QTEST(int(node.m_nLeftOut), "nNoted");
+}
+
+// There may be a million of them.
+void tst_CDirNode::sizeOfANode() { QVERIFY(sizeof(CDirNode) <= 7 * sizeof(void*)); }
 
 void tst_CDirNode::listedPathsAreExact()
 {

@@ -11,6 +11,7 @@
 #include <QSet>
 #include <QSignalSpy>
 
+#include <cerrno>
 #include <functional>
 
 // Right of the rows, as wide as what the frame leaves free on their left less its edge.
@@ -53,6 +54,9 @@ private slots:
     void deepRowsScrollSideways();
     void keysMarkTheCurrentRow();
     void expandingListsTwoLevels();
+    void openingTellsOfTheFolder();
+    void pressTellsOfARefusedFolder();
+    void unlistedFoldersDuringALoan();
     void arrowsOfFolders_data();
     void arrowsOfFolders();
     void pressOnTheBoxTicks_data();
@@ -223,6 +227,57 @@ void tst_CFileTreeView::expandingListsTwoLevels()
     QCOMPARE(Node("a/b/c")->m_chkState, 2);
     m_pView->collapse(At("a"));
     QCOMPARE(m_pModel->rowCount(At("a/b")), 1);
+}
+
+void tst_CFileTreeView::openingTellsOfTheFolder()
+{
+    Open({"a/dev", "a/home/file", "a/kept", "b/file"});
+    QList<STFolderFacts> listFacts;
+    connect(m_pView.get(), &CFileTreeView::SignalFolderOpened, this,
+            [&](const STFolderFacts& stFacts) { listFacts.append(stFacts); });
+    for (const char* pszPath : {"a", "b"}) {
+        m_pView->expand(At(pszPath));
+        Click(pszPath, 7);
+    }
+    QCOMPARE(listFacts.size(), 2);
+    QCOMPARE(listFacts.at(0).strPath, m_pTree->Path("a"));
+    QCOMPARE(listFacts.at(0).nLeftOut, 2);
+    QCOMPARE(listFacts.at(1).strPath, m_pTree->Path("b"));
+    QCOMPARE(listFacts.at(1).nLeftOut, 0);
+    QCOMPARE(listFacts.at(1).nError, 0);
+}
+
+void tst_CFileTreeView::pressTellsOfARefusedFolder()
+{
+    m_pTree->MkDir("a");
+    m_pTree->Link("a/back", ".");
+    Open();
+    m_pView->expand(At("a"));
+    QList<STFolderFacts> listFacts;
+    connect(m_pView.get(), &CFileTreeView::SignalFolderOpened, this,
+            [&](const STFolderFacts& stFacts) { listFacts.append(stFacts); });
+    Click("a/back", 7);
+    Click("a/back", 60);
+    m_pView->setCurrentIndex(At("a/back"));
+    Press(Qt::Key_Space);
+    QCOMPARE(listFacts.size(), 3);
+    for (const STFolderFacts& stFacts : qAsConst(listFacts)) {
+        QCOMPARE(stFacts.strPath, m_pTree->Path("a/back"));
+        QCOMPARE(stFacts.nError, ELOOP);
+    }
+}
+
+void tst_CFileTreeView::unlistedFoldersDuringALoan()
+{
+    Open({"a/inner/file"});
+    m_pView->expand(At("."));
+    Click(".", 7);
+    QVERIFY(m_pView->HasUnlistedFolder());
+    m_pView->LendNodes(true);
+    QVERIFY(m_pView->HasUnlistedFolder());
+    m_pView->LendNodes(false);
+    m_pView->expand(At("a"));
+    QVERIFY(!m_pView->HasUnlistedFolder());
 }
 
 void tst_CFileTreeView::arrowsOfFolders_data()
