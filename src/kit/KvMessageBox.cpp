@@ -1,10 +1,12 @@
 #include "kit/KvMessageBox.h"
 
+#include "kit/BalancedWidth.h"
 #include "kit/CDecorationAccess.h"
 #include "kit/CSkinPicture.h"
 #include "kit/SkinFont.h"
 #include "ui_KvMessageBox.h"
 
+#include <QAccessible>
 #include <QDesktopServices>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -18,19 +20,17 @@ static const int BOX_HEIGHT = 300;
 static const int ALL_BUTTONS = Style_Yes | Style_No | Style_Ok | Style_Cancel;
 static const int SPACING_OF_ALL_BUTTONS = 20;
 
+// With a detail the parts stand closer together, so that the longest texts fit with it.
+static const int SPACING = 15;
+static const int SPACING_WITH_DETAIL = 6;
+
 // Space on either side of the message, in pixels, that takes it no further line.
-// A last line of a single word would look like an accident.
 static int BalancedMargin(const QLabel& label, int nWidth)
 {
-    const int nHeight = label.heightForWidth(nWidth);
-    if (nHeight <= label.heightForWidth(QWIDGETSIZE_MAX)) {
+    if (label.heightForWidth(nWidth) <= label.heightForWidth(QWIDGETSIZE_MAX)) {
         return 0; // one line
     }
-    int nTaken = qMax(label.minimumSizeHint().width(), nWidth / 2);
-    while (nTaken < nWidth && label.heightForWidth(nTaken) > nHeight) {
-        ++nTaken;
-    }
-    return (nWidth - nTaken) / 2;
+    return (nWidth - BalancedWidth(label, nWidth / 2, nWidth)) / 2;
 }
 
 KvMessageBox::KvMessageBox(const QString& strContent, int nStyle, QWidget* parent)
@@ -88,8 +88,31 @@ void KvMessageBox::hideIcon() { m_pForm->label_icon->hide(); }
 void KvMessageBox::SetDialogInfomationContent(const QString& strText)
 {
     m_pForm->label->setText(strText);
-    // The box's title says nothing, so a reader is given the message for a name.
-    setAccessibleName(QTextDocumentFragment::fromHtml(strText).toPlainText());
+    TellReaders();
+}
+
+void KvMessageBox::SetDetail(const QString& strText, ENDetail enKind)
+{
+    m_pDetail->SetText(strText, enKind);
+    m_pForm->verticalLayout_2->setSpacing(strText.isEmpty() ? SPACING : SPACING_WITH_DETAIL);
+    TellReaders();
+    if (isVisible()) {
+        BalanceLines();
+        QAccessibleEvent event(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void KvMessageBox::SetDetailLink(const QString& strText) { m_pDetail->SetLink(strText); }
+
+// The box's title says nothing, so a reader is given what stands in the box for a name.
+void KvMessageBox::TellReaders()
+{
+    QString strName = QTextDocumentFragment::fromHtml(m_pForm->label->text()).toPlainText();
+    if (!m_pDetail->Text().isEmpty()) {
+        strName += QLatin1Char(' ') + m_pDetail->Text();
+    }
+    setAccessibleName(strName);
 }
 
 void KvMessageBox::SetTitle(QString strText) { SetDialogInfomationContent(strText); }
@@ -168,6 +191,8 @@ void KvMessageBox::mouseMoveEvent(QMouseEvent* pEvent)
 
 void KvMessageBox::InitMessage(const QString& strContent)
 {
+    m_pDetail = new CBoxDetail(this);
+    m_pForm->verticalLayout_2->insertWidget(2, m_pDetail, 0, Qt::AlignHCenter);
     QLabel* pLabel = m_pForm->label;
     pLabel->setObjectName(QStringLiteral("label_text"));
     pLabel->setOpenExternalLinks(false);
@@ -203,16 +228,18 @@ void KvMessageBox::InitConnect()
     connect(m_pForm->pushButton_ok, &QPushButton::clicked, this, &KvMessageBox::slotClose_ok);
     connect(m_pForm->pushButton_cancel, &QPushButton::clicked, this, &KvMessageBox::slotClose_cancel);
     connect(m_pForm->label, &QLabel::linkActivated, this, &KvMessageBox::slotLink);
+    connect(m_pDetail, &CBoxDetail::SignalLink, this, &KvMessageBox::SignalDetailLink);
     connect(m_pForm->btnClose, &QPushButton::clicked, this, &KvMessageBox::SlotCloseWindow);
 }
 
-// The buttons from left to right, then the title's, which answers nothing. It
+// The buttons from left to right, the link, then the title's button, which answers nothing. It
 // comes first in the form and Qt does not put a widget behind the last one of
 // a window, so it goes before that one and that one before it.
 void KvMessageBox::InitTabOrder()
 {
     setTabOrder(m_pForm->pushButton_no, m_pForm->btnClose);
     setTabOrder(m_pForm->pushButton_no, m_pForm->pushButton_ok);
+    setTabOrder(m_pForm->pushButton_ok, m_pDetail->Link());
 }
 
 void KvMessageBox::CloseWith(int nResult)

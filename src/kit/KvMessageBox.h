@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kit/CBoxDetail.h"
 #include "kit/KvStyleDialog.h"
 
 #include <QString>
@@ -19,7 +20,8 @@ enum KvMessageBox_Style
 };
 
 /**
- * The message box of the program: an icon, one centred message, up to four buttons.
+ * The message box of the program: an icon, one centred message, up to four buttons,
+ * and between message and buttons a detail when there is one.
  *
  * Make it on the stack, adjust texts and icon, run it with exec() and read the
  * answer with GetClickedBtn(). GUI thread only.
@@ -59,6 +61,13 @@ public:
     /** Same as SetDialogInfomationContent: the box has no visible title. */
     void SetTitle(QString strText);
 
+    /** Shows a detail below the message, as plain text; an empty one is not there, as at first. */
+    void SetDetail(const QString& strText, ENDetail enKind);
+
+    /** Shows a link below the detail, which the keyboard reaches behind the buttons; an empty one is not
+     * there. */
+    void SetDetailLink(const QString& strText);
+
     /** Sets the least and the greatest size of the box in pixels, in place of the fixed 490 x 300. */
     void setBoxSize(int nMinWidth, int nMinHeight, int nMaxWidth, int nMaxHeight);
 
@@ -84,6 +93,10 @@ public slots:
     /** Opens a link of the message in the desktop's own program for it; the box stays open. */
     void slotLink(QString strLink);
 
+signals:
+    /** The link of the detail was chosen; the box stays open. */
+    void SignalDetailLink();
+
 protected:
     void showEvent(QShowEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
@@ -96,8 +109,10 @@ private:
     void InitTabOrder();
     QPushButton* Button(KvMessageBox_Style enWhich) const;
     void BalanceLines();
+    void TellReaders();
     void CloseWith(int nResult);
 
     int m_nClickedBtn = 0;
     std::unique_ptr<Ui_KvMessageBox> m_pForm;
+    CBoxDetail* m_pDetail = nullptr;
 };

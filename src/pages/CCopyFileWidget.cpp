@@ -75,6 +75,7 @@ void CCopyFileWidget::InitConnect()
 {
     connect(m_pCopyThread, &CCopyFileThread::SignalCopyCopyInfo, this, &CCopyFileWidget::SlotGetCopyInfo);
     connect(m_pCopyThread, &CCopyFileThread::SignalRemainTime, this, &CCopyFileWidget::SlotCopyRemainTime);
+    connect(m_pCopyThread, &CCopyFileThread::SignalCopyAccount, this, &CCopyFileWidget::SlotCopyAccount);
     connect(m_pCopyThread, &CCopyFileThread::SignalCopyFinish, this, &CCopyFileWidget::SlotCopyFinish);
     connect(m_pCopyThread, &QThread::finished, this, &CCopyFileWidget::OnWorkerFinished);
     connect(m_pFrameTimer, &QTimer::timeout, this, &CCopyFileWidget::LetPaint);
@@ -86,6 +87,7 @@ void CCopyFileWidget::OnCopyFile(qint64 totalSize, QString destPath, QString usb
     m_enStatus = COPY_STATUS_RUN;
     m_strUsbName = std::move(usbName);
     m_order = {totalSize, std::move(destPath)};
+    m_stAccount.reset();
 
     // It is about the copy before.
     CloseQuestion();
@@ -195,6 +197,15 @@ void CCopyFileWidget::SlotCopyRemainTime(qint64 nSeconds)
         return;
     }
     ShowTime(RemainTimeText(nSeconds));
+}
+
+STCopyAccount CCopyFileWidget::LastAccount() const { return m_stAccount.value_or(STCopyAccount()); }
+
+void CCopyFileWidget::SlotCopyAccount(const STCopyAccount& stAccount)
+{
+    if (!m_stage.IsWorkerOfEarlierCopy()) {
+        m_stAccount = stAccount;
+    }
 }
 
 void CCopyFileWidget::SlotCopyFinish()

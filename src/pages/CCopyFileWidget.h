@@ -1,6 +1,7 @@
 #pragma once
 
 #include "copy/ENCopyStatus.h"
+#include "copy/STCopyAccount.h"
 #include "pages/CCopyStage.h"
 
 #include <QString>
@@ -51,6 +52,9 @@ public:
     /** Name of the destination disk of the last copy; empty before the first. */
     QString GetCopyUsbName() const;
 
+    /** What became of the last copy; empty until its worker has handed over its account. */
+    STCopyAccount LastAccount() const;
+
     /**
      * Ends the copy because its destination was removed, and tells the user.
      * May be called any number of times for one removal, also while it is
@@ -67,6 +71,9 @@ public slots:
 
     /** Shows the remaining time; 0 means that nothing new is known. */
     void SlotCopyRemainTime(qint64 nSeconds);
+
+    /** Keeps the account of the present copy; one of an earlier copy is dropped. */
+    void SlotCopyAccount(const STCopyAccount& stAccount);
 
     /** Tells the user that the copy has ended and emits SignalCopyFileFinish. */
     void SlotCopyFinish();
@@ -110,4 +117,5 @@ private:
     KvMessageBox* m_pQuestion = nullptr; // while it is open
     STCopyOrder m_order; // the present copy's
     CCopyStage m_stage;
+    std::optional<STCopyAccount> m_stAccount; // the present copy's, once it is there
 };

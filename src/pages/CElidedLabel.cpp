@@ -13,7 +13,7 @@ CElidedLabel::CElidedLabel(QWidget* parent, Qt::WindowFlags f)
 
 // A line break or a tab in a name would change the height or the columns of
 // the line, so each is drawn as one blank.
-static QString OneLine(QString strText)
+QString CElidedLabel::OneLine(QString strText)
 {
     for (QChar& ch : strText) {
         if (ch.category() == QChar::Other_Control || ch == QChar::LineSeparator

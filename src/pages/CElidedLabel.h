@@ -22,6 +22,9 @@ public:
     /** A name as a tool tip: marks of HTML in it are shown, not obeyed, and a long one wraps. Any thread. */
     static QString ToolTipText(const QString& strName);
 
+    /** The text with a blank for each line break, tab or other control character. Any thread. */
+    static QString OneLine(QString strText);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
