@@ -1,13 +1,18 @@
 #include "journeys/CJourney.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QPixmap>
+#include <QSaveFile>
 #include <QScreen>
 #include <QTest>
+
+#include <csignal>
+#include <sys/types.h>
 
 CJourney::CJourney(const QString& strPictures)
     : m_strPictures(strPictures)
@@ -18,6 +23,7 @@ CJourney::CJourney(const QString& strPictures)
     m_environment.insert("TARNWICK_PROBE", m_dir.filePath("probe"));
     m_environment.insert("TARNWICK_SLOW", m_dir.filePath("slow"));
     m_environment.insert("TARNWICK_SLOW_LIST", m_dir.filePath("slow-list"));
+    m_environment.insert("TARNWICK_FLUSH", m_dir.filePath("flush"));
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
 }
 
@@ -59,10 +65,13 @@ QString CJourney::Errors() const
 
 QJsonObject CJourney::Ask(const QJsonObject& objQuestion, int nMs)
 {
+    QElapsedTimer timer;
+    timer.start();
     m_socket.write(QJsonDocument(objQuestion).toJson(QJsonDocument::Compact) + '\n');
-    if (!WaitFor(
-            [this] { return m_socket.canReadLine() || m_socket.state() != QLocalSocket::ConnectedState; },
-            nMs)) {
+    const bool bAnswered = WaitFor(
+        [this] { return m_socket.canReadLine() || m_socket.state() != QLocalSocket::ConnectedState; }, nMs);
+    m_nLongestAnswerMs = qMax(m_nLongestAnswerMs, timer.elapsed());
+    if (!bAnswered) {
         return {};
     }
     return QJsonDocument::fromJson(m_socket.readLine()).object();
@@ -85,6 +94,8 @@ int CJourney::Page() { return Widget("m_pStackWidget").value("currentIndex").toI
 int CJourney::Progress() { return Widget("m_pProgress").value("value").toInt(-1); }
 
 QJsonObject CJourney::Modal() { return Ask({{"ask", "modal"}}); }
+
+QString CJourney::Detail() { return Modal().value("detail").toString(); }
 
 QJsonObject CJourney::Row(const QStringList& listPath)
 {
@@ -204,18 +215,38 @@ void CJourney::Picture(const QString& strName)
     QGuiApplication::primaryScreen()->grabWindow(0).save(strFile);
 }
 
+// In one step, as the program may be reading it.
+static void WriteNumber(const QString& strFile, int nNumber)
+{
+    QSaveFile file(strFile);
+    if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray::number(nNumber)) < 0 || !file.commit()) {
+        qFatal("fixture failed: %s", qPrintable(strFile));
+    }
+}
+
 static void WriteDelay(const QString& strFile, int nMs)
 {
     if (nMs == 0) {
         QFile::remove(strFile);
         return;
     }
-    QFile file(strFile);
-    if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray::number(nMs)) < 0) {
-        qFatal("fixture failed: %s", qPrintable(strFile));
-    }
+    WriteNumber(strFile, nMs);
 }
 
 void CJourney::SlowWrites(int nMs) { WriteDelay(m_environment.value("TARNWICK_SLOW"), nMs); }
 
 void CJourney::SlowListing(int nMs) { WriteDelay(m_environment.value("TARNWICK_SLOW_LIST"), nMs); }
+
+void CJourney::HoldFlush(int nOrder)
+{
+    const QString strFile = m_environment.value("TARNWICK_FLUSH");
+    if (nOrder < 0) {
+        QFile::remove(strFile);
+        return;
+    }
+    WriteNumber(strFile, nOrder);
+}
+
+void CJourney::Send(int nSignal) { ::kill(pid_t(m_process.processId()), nSignal); }
+
+qint64 CJourney::LongestAnswerMs() const { return m_nLongestAnswerMs; }

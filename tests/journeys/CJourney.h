@@ -45,6 +45,9 @@ public:
     /** The probe's answer; empty when the window did not answer within nMs. */
     QJsonObject Ask(const QJsonObject& objQuestion, int nMs = 10000);
 
+    /** What stands below the text of the modal box; empty when nothing does. */
+    QString Detail();
+
     /** A visible widget by object name, inside the widget strIn when given. */
     QJsonObject Widget(const QString& strName, const QString& strIn = QString());
 
@@ -114,12 +117,23 @@ public:
     /** Makes each folder that the program lists take nMs longer; 0 ends that. */
     void SlowListing(int nMs);
 
+    /** Holds the last writing of the destination to its disk (0), lets it fail (an errno value) or go on
+     * (-1). */
+    void HoldFlush(int nOrder);
+
+    /** Sends the program a signal. */
+    void Send(int nSignal);
+
+    /** The longest time that the window took for an answer, in ms. */
+    qint64 LongestAnswerMs() const;
+
 private:
     void ClickAt(const QPoint& pt);
     void ClickInRow(const QStringList& listPath, int nPoints);
 
     QString m_strPictures;
     int m_nPicture = 0;
+    qint64 m_nLongestAnswerMs = 0;
     QTemporaryDir m_dir;
     QProcessEnvironment m_environment;
     QProcess m_process;

@@ -115,6 +115,9 @@ static QJsonObject DescribeModal()
         document.setHtml(pLabel->text());
         obj["text"] = document.toPlainText();
     }
+    if (const auto* pDetail = pModal->findChild<QLabel*>("label_detail")) {
+        obj["detail"] = pDetail->isVisible() ? pDetail->text() : QString();
+    }
     QJsonObject objButton;
     for (const QAbstractButton* pButton : pModal->findChildren<QAbstractButton*>()) {
         if (pButton->isVisible()) {
