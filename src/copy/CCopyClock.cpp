@@ -10,19 +10,19 @@ __extension__ typedef __int128 int128; // NOLINT: -Wpedantic takes no alias decl
 
 void CCopyClock::Start()
 {
-    m_nStartTime = m_nLastTime = CClock::NowMs();
+    m_nStartTime = m_nLastTime = CClock::SteadyMs();
     m_nPauseTime = 0;
 }
 
-void CCopyClock::BeginPause() { m_nPauseBegin = CClock::NowMs(); }
+void CCopyClock::BeginPause() { m_nPauseBegin = CClock::SteadyMs(); }
 
-void CCopyClock::EndPause() { m_nPauseTime += CClock::NowMs() - m_nPauseBegin; }
+void CCopyClock::EndPause() { m_nPauseTime += CClock::SteadyMs() - m_nPauseBegin; }
 
-qint64 CCopyClock::UsedMs() const { return CClock::NowMs() - m_nStartTime - m_nPauseTime; }
+qint64 CCopyClock::UsedMs() const { return CClock::SteadyMs() - m_nStartTime - m_nPauseTime; }
 
 bool CCopyClock::IsReportDue()
 {
-    const qint64 nNow = CClock::NowMs();
+    const qint64 nNow = CClock::SteadyMs();
     if (nNow - m_nLastTime <= REPORT_MS) {
         return false;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "copy/ENCopyStep.h"
+
 #include <QtGlobal>
 
 class QString;
@@ -15,4 +17,10 @@ public:
 
     /** After each chunk: nBytes more of the file of that name are dealt with. */
     virtual void ChunkDone(const QString& strName, qint64 nBytes) = 0;
+
+    /** Before each call to the system that may take long. */
+    virtual void StepBegins(ENCopyStep enStep) = 0;
+
+    /** After each piece: nBytes more have reached the destination. */
+    virtual void BytesWritten(qint64 nBytes) = 0;
 };

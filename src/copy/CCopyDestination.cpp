@@ -51,7 +51,8 @@ std::optional<STCopyReason> CCopyDestination::MakeFolder(const QString& strFolde
     if (QDir().mkpath(strFolder)) {
         return std::nullopt;
     }
-    return STCopyReason{QStringLiteral("its target folder cannot be created"), errno};
+    return STCopyReason{ENCopyProblem::TARGET_FOLDER, QStringLiteral("its target folder cannot be created"),
+                        errno};
 }
 
 QString CCopyDestination::FreeName(const QString& strTarget, const QString& strFolder,

@@ -88,19 +88,23 @@ void CCopyFileThread::run()
     }
     CCopyPlatform::SetLeastTimerSlack();
     m_clock.Start();
+    m_pulse.Begin();
     m_report.Reset();
     m_destination = CCopyDestination(m_strDestPath);
 
     CopyFile(m_pRootNode, m_strDestPath);
 
-    const bool bStopped = m_enStatus == COPY_STATUS_STOP;
-    if (!bStopped) {
-        FlushDestination();
+    STCopyEnd stEnd;
+    stEnd.bStopped = m_enStatus == COPY_STATUS_STOP;
+    if (!stEnd.bStopped) {
+        stEnd.enFlush = FlushDestination();
     }
-    m_nUsedTime = m_clock.UsedMs();
-    m_report.WriteSummary(bStopped, m_nUsedTime);
-    emit SignalCopyAccount(m_report.Account(bStopped, m_nUsedTime));
-    emit SignalCopyFinish();
+    m_pulse.End();
+    m_nUsedTime = stEnd.nMs = m_clock.UsedMs();
+    if (m_report.Close(stEnd)) {
+        emit SignalCopyAccount(m_report.Account());
+        emit SignalCopyFinish();
+    }
 }
 
 void CCopyFileThread::CopyFile(CDirNode* pNode, QString strDest)
@@ -137,6 +141,8 @@ void CCopyFileThread::CopyChild(CDirNode* pChild, const QString& strDest, qint64
     }
     // Paths of the start-up volume keep their leading separator: docs/behaviour.md.
     QString strFolder = strDest + '/' + strSource;
+    m_pulse.BeginItem(pChild->m_fileInfo.absoluteFilePath());
+    m_pulse.BeginStep(ENCopyStep::WRITING);
     const std::optional<STCopyReason> stReason = m_destination.MakeFolder(strFolder);
     if (m_enStatus == COPY_STATUS_STOP) {
         return; // a slow disk may have taken long, and the node may be gone
@@ -158,8 +164,10 @@ void CCopyFileThread::CopyChild(CDirNode* pChild, const QString& strDest, qint64
 /** Books what is not copied of a fully ticked folder, since it is not in the tree. */
 void CCopyFileThread::ReportUnlisted(const CDirNode& node)
 {
+    m_pulse.BeginStep(ENCopyStep::LISTING);
     CUnlistedEntries entries(node);
     while (m_enStatus != COPY_STATUS_STOP) {
+        m_pulse.BeginStep(ENCopyStep::LISTING);
         const std::optional<STCopyOutcome> stOutcome = entries.Next();
         if (!stOutcome) {
             return;
@@ -198,17 +206,23 @@ void CCopyFileThread::DealExistingFile(QString& strTarget, QString strFolder, QF
 
 void CCopyFileThread::DealCopyFile(QString& strTarget, QString strFolder, QFileInfo source, qint64 nChunk)
 {
-    m_report.AddFile(CFileCopy(source, std::move(strFolder), nChunk, *this).Copy(strTarget));
+    const STCopyOutcome stOutcome = CFileCopy(source, std::move(strFolder), nChunk, *this).Copy(strTarget);
+    m_report.AddFile(stOutcome);
+    if (stOutcome.enEnd == ENCopyEnd::WHOLE || stOutcome.stReason.enProblem == ENCopyProblem::TIME_LOST) {
+        m_pulse.AddFile();
+    }
 }
 
 bool CCopyFileThread::WaitWhilePaused()
 {
     if (m_enStatus == COPY_STATUS_PAUSE) {
         m_clock.BeginPause();
+        m_pulse.BeginStep(ENCopyStep::PAUSED);
         while (m_enStatus == COPY_STATUS_PAUSE) {
             msleep(PAUSE_POLL_MS);
         }
         m_clock.EndPause();
+        m_pulse.BeginStep(ENCopyStep::READING);
     }
     return m_enStatus != COPY_STATUS_STOP;
 }
@@ -222,17 +236,47 @@ void CCopyFileThread::ChunkDone(const QString& strName, qint64 nBytes)
     }
 }
 
-void CCopyFileThread::FlushDestination()
+void CCopyFileThread::StepBegins(ENCopyStep enStep) { m_pulse.BeginStep(enStep); }
+
+void CCopyFileThread::BytesWritten(qint64 nBytes) { m_pulse.AddBytes(nBytes); }
+
+ENCopyFlush CCopyFileThread::FlushDestination()
 {
     // Nothing was ever made there, so there is nothing to flush.
     if (m_report.Files() == 0 && !QFileInfo::exists(m_strDestPath)) {
-        return;
+        return ENCopyFlush::NOT_NEEDED;
     }
-    if (!CCopyPlatform::FlushFileSystem(m_strDestPath)) {
-        const STCopyReason stReason{QStringLiteral("the data may not be on the disk"), errno};
-        m_report.AddProblem({ENCopyEnd::NOT_WHOLE, m_strDestPath, stReason, m_report.Bytes(), m_nTotalSize});
+    m_pulse.BeginStep(ENCopyStep::FLUSHING);
+    if (CCopyPlatform::FlushFileSystem(m_strDestPath)) {
+        return ENCopyFlush::DONE;
     }
+    const STCopyReason stReason{ENCopyProblem::NOT_FLUSHED, QStringLiteral("the data may not be on the disk"),
+                                errno};
+    m_report.AddProblem({ENCopyEnd::NOT_WHOLE, m_strDestPath, stReason, m_report.Bytes(), m_nTotalSize});
+    return ENCopyFlush::FAILED;
 }
+
+STCopyAccount CCopyFileThread::CloseAccount(int nWaitMs)
+{
+    Q_UNUSED(nWaitMs)
+    STCopyEnd stEnd;
+    stEnd.bStopped = true;
+    stEnd.enFlush = ENCopyFlush::FAILED;
+    stEnd.nMs = m_clock.UsedMs();
+    const STCopyReason stReason{ENCopyProblem::NO_ANSWER, QStringLiteral("its disk does not answer")};
+    m_report.CloseWith(STCopyOutcome::Missing(m_pulse.Path(), stReason), stEnd);
+    return m_report.Account();
+}
+
+qint64 CCopyFileThread::SinceProgressMs() const { return m_pulse.SinceProgressMs(); }
+
+QString CCopyFileThread::CurrentPath() const { return m_pulse.Path(); }
+
+ENCopyStep CCopyFileThread::CurrentStep() const { return m_pulse.Step(); }
+
+qint64 CCopyFileThread::FilesDone() const { return m_pulse.Files(); }
+
+qint64 CCopyFileThread::BytesDone() const { return m_pulse.Bytes(); }
 
 void CCopyFileThread::TrimPoint(QString& strPath)
 {

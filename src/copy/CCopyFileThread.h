@@ -3,6 +3,7 @@
 #include "copy/CCopyClock.h"
 #include "copy/CCopyControl.h"
 #include "copy/CCopyDestination.h"
+#include "copy/CCopyPulse.h"
 #include "copy/CCopyReport.h"
 #include "copy/ENCopyStatus.h"
 #include "copy/STCopyAccount.h"
@@ -21,10 +22,11 @@ class QFile;
  * after another in chunks, on a thread of its own. It walks the nodes and obeys
  * the status; a CFileCopy does the work on each file.
  *
- * SetCopyParam comes before start(); SetCopyStatus and GetCopyStatus may be
- * called on any thread at any time; everything else belongs to the worker. The
- * worker reads the nodes until it has noticed a stop and not afterwards. The
- * owner tells it to stop and waits for it before destroying it.
+ * SetCopyParam comes before start(); what says "any thread" may be called at any
+ * time; everything else belongs to the worker. The worker reads the nodes until it
+ * has noticed a stop and not afterwards. The owner tells it to stop and waits for it
+ * before destroying it. A worker whose disk does not answer may be left behind
+ * after CloseAccount: it touches nothing but itself, and has to outlive its run.
  */
 class CCopyFileThread : public QThread, private CCopyControl
 {
@@ -44,6 +46,32 @@ public:
 
     /** The status as last set. Any thread. */
     ENCopyStatus GetCopyStatus() const;
+
+    /**
+     * Time in ms since the running copy got any further, by a call to the system that
+     * returned; 0 while it is paused or none runs. Any thread.
+     */
+    qint64 SinceProgressMs() const;
+
+    /** The item at the source that the copy is at; empty before the first. Any thread. */
+    QString CurrentPath() const;
+
+    /** What the copy waits for at the moment. Any thread. */
+    ENCopyStep CurrentStep() const;
+
+    /** Files of the running or the last copy that are whole so far. Any thread. */
+    qint64 FilesDone() const;
+
+    /** Bytes of the running or the last copy that have reached the destination so far. Any thread. */
+    qint64 BytesDone() const;
+
+    /**
+     * Ends the account of a copy whose disk does not answer: the item that it is at
+     * is booked, and what the worker does afterwards books, logs and tells nothing.
+     * Waits up to nWaitMs for the report on the destination. A copy that has ended
+     * meanwhile gives its own account. GUI thread, after the stop.
+     */
+    STCopyAccount CloseAccount(int nWaitMs);
 
     /** Bytes moved between two looks at the status, chosen from the total size. */
     qint64 CopySpeed() const;
@@ -98,9 +126,11 @@ private:
     void CopyChild(CDirNode* pChild, const QString& strDest, qint64 nChunk);
     void ReportUnlisted(const CDirNode& node);
     void ReportBranch(CDirNode* pNode, const STCopyReason& stReason);
-    void FlushDestination();
+    ENCopyFlush FlushDestination();
     bool WaitWhilePaused() override;
     void ChunkDone(const QString& strName, qint64 nBytes) override;
+    void StepBegins(ENCopyStep enStep) override;
+    void BytesWritten(qint64 nBytes) override;
 
     std::atomic<ENCopyStatus> m_enStatus; // written by the GUI thread, polled by the worker
     qint64 m_nTotalSize = 0;
@@ -112,4 +142,5 @@ private:
     CCopyClock m_clock;
     CCopyDestination m_destination;
     CCopyReport m_report;
+    CCopyPulse m_pulse;
 };

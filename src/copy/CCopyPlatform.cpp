@@ -46,6 +46,11 @@ std::optional<STFileState> CCopyPlatform::GetOpenState(int nDescriptor)
     return State(stRaw);
 }
 
+bool CCopyPlatform::CanWrite(const QString& strFolder)
+{
+    return access(QFile::encodeName(strFolder).constData(), W_OK | X_OK) == 0;
+}
+
 int CCopyPlatform::OpenForRead(const QString& strPath)
 {
     return open(QFile::encodeName(strPath).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);

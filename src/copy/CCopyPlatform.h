@@ -44,6 +44,9 @@ public:
     /** State of an open descriptor. */
     static std::optional<STFileState> GetOpenState(int nDescriptor);
 
+    /** Whether this user may make entries in the folder; what keeps him from it is in errno. */
+    static bool CanWrite(const QString& strFolder);
+
     /** Opens a file for reading; never waits for a pipe's other end. -1 on failure. */
     static int OpenForRead(const QString& strPath);
 

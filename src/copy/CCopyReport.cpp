@@ -49,56 +49,174 @@ static QString Escaped(uint nCode)
     }
 }
 
-void CCopyReport::Reset() { *this = CCopyReport(); }
-
-void CCopyReport::AddFile(const STCopyOutcome& stOutcome)
+static void LogProblem(const STCopyOutcome& stOutcome)
 {
-    m_nBytes += stOutcome.nCopied;
-    if (stOutcome.enEnd == ENCopyEnd::WHOLE) {
-        ++m_nFiles;
-        return;
-    }
-    if (stOutcome.enEnd == ENCopyEnd::STOPPED) {
-        m_strHalfCopied = stOutcome.strPath;
-    }
-    AddProblem(stOutcome);
-}
-
-void CCopyReport::AddProblem(const STCopyOutcome& stOutcome)
-{
-    ++m_nProblems;
-    g_TarnwickLog.LogExt("Not copied whole: " + Quoted(stOutcome.strPath) + ": "
+    g_TarnwickLog.LogExt("Not copied whole: " + CCopyReport::Quoted(stOutcome.strPath) + ": "
                          + ReasonText(stOutcome.stReason) + " ("
                          + BytesText(stOutcome.nCopied, stOutcome.nExpected) + ')');
 }
 
+void CCopyReport::Reset()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_stBooks = STBooks();
+}
+
+bool CCopyReport::AddFile(const STCopyOutcome& stOutcome)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_stBooks.bClosed) {
+            return false;
+        }
+        m_stBooks.stAccount.nBytes += stOutcome.nCopied;
+        if (stOutcome.enEnd == ENCopyEnd::WHOLE) {
+            ++m_stBooks.nFiles;
+            ++m_stBooks.stAccount.nFiles;
+            return true;
+        }
+        if (stOutcome.enEnd == ENCopyEnd::STOPPED) {
+            m_stBooks.strHalfCopied = stOutcome.strPath;
+        }
+    }
+    return AddProblem(stOutcome);
+}
+
+bool CCopyReport::AddProblem(const STCopyOutcome& stOutcome)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (!BookProblem(stOutcome)) {
+            return false;
+        }
+    }
+    LogProblem(stOutcome);
+    return true;
+}
+
+bool CCopyReport::AddNote(const STCopyOutcome& stOutcome)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_stBooks.bClosed) {
+            return false;
+        }
+        STCopyItem stItem = Item(stOutcome);
+        stItem.bNote = true;
+        BookItem(stItem);
+    }
+    g_TarnwickLog.LogExt("Note: " + Quoted(stOutcome.strPath) + ": " + ReasonText(stOutcome.stReason));
+    return true;
+}
+
+bool CCopyReport::Close(const STCopyEnd& stEnd)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_stBooks.bClosed) {
+            return false;
+        }
+        EndBooks(stEnd);
+    }
+    WriteSummary(stEnd.bStopped, stEnd.nMs);
+    return true;
+}
+
+bool CCopyReport::CloseWith(const STCopyOutcome& stOutcome, const STCopyEnd& stEnd)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (!BookProblem(stOutcome)) {
+            return false;
+        }
+        EndBooks(stEnd);
+    }
+    LogProblem(stOutcome);
+    WriteSummary(stEnd.bStopped, stEnd.nMs);
+    return true;
+}
+
+/** Under the lock. */
+void CCopyReport::EndBooks(const STCopyEnd& stEnd)
+{
+    STCopyAccount& stAccount = m_stBooks.stAccount;
+    stAccount.bStopped = stEnd.bStopped;
+    stAccount.bGone = stEnd.bGone;
+    stAccount.enFlush = stEnd.enFlush;
+    stAccount.nMs = stEnd.nMs;
+    stAccount.strReport = stEnd.strReport;
+    stAccount.bReportMissing = stEnd.bReportMissing;
+    m_stBooks.bClosed = true;
+}
+
+/** Under the lock; false when the copy is closed. */
+bool CCopyReport::BookProblem(const STCopyOutcome& stOutcome)
+{
+    if (m_stBooks.bClosed) {
+        return false;
+    }
+    ++m_stBooks.nProblems;
+    BookItem(Item(stOutcome));
+    return true;
+}
+
+/** Under the lock. */
+void CCopyReport::BookItem(const STCopyItem& stItem)
+{
+    STCopyAccount& stAccount = m_stBooks.stAccount;
+    ++(stItem.bNote ? stAccount.nNotes : stAccount.nProblems);
+    // All its bytes are there.
+    stAccount.nFiles += stItem.enProblem == ENCopyProblem::TIME_LOST ? 1 : 0;
+    if (stAccount.listItem.count() < STCopyAccount::LISTED_ITEMS) {
+        stAccount.listItem.append(stItem);
+    }
+}
+
+STCopyItem CCopyReport::Item(const STCopyOutcome& stOutcome)
+{
+    STCopyItem stItem;
+    stItem.strPath = stOutcome.strPath;
+    stItem.enProblem = stOutcome.stReason.enProblem;
+    stItem.nError = stOutcome.stReason.nError;
+    stItem.nCopied = stOutcome.nCopied;
+    stItem.nExpected = stOutcome.nExpected;
+    // The log calls a file without its time not whole; whoever misses bytes does not.
+    stItem.bNote = stItem.enProblem == ENCopyProblem::TIME_LOST;
+    return stItem;
+}
+
 void CCopyReport::WriteSummary(bool bStopped, qint64 nMs) const
 {
+    const STBooks stBooks = Books();
     QString strLine = bStopped ? QStringLiteral("Copy stopped: ") : QStringLiteral("Copy completed: ");
-    strLine += QString::asprintf("files %lld, bytes %lld, seconds %lld.%03lld, problems %lld", m_nFiles,
-                                 m_nBytes, nMs / 1000, nMs % 1000, m_nProblems);
-    if (!m_strHalfCopied.isEmpty()) {
-        strLine += QStringLiteral(", half-copied ") + Quoted(m_strHalfCopied);
+    strLine += QString::asprintf("files %lld, bytes %lld, seconds %lld.%03lld, problems %lld", stBooks.nFiles,
+                                 stBooks.stAccount.nBytes, nMs / 1000, nMs % 1000, stBooks.nProblems);
+    if (!stBooks.strHalfCopied.isEmpty()) {
+        strLine += QStringLiteral(", half-copied ") + Quoted(stBooks.strHalfCopied);
     }
     g_TarnwickLog.LogExt(strLine);
 }
 
-STCopyAccount CCopyReport::Account(bool bStopped, qint64 nMs) const
+CCopyReport::STBooks CCopyReport::Books() const
 {
-    STCopyAccount stAccount;
-    stAccount.nFiles = m_nFiles;
-    stAccount.nBytes = m_nBytes;
-    stAccount.nProblems = m_nProblems;
-    stAccount.nMs = nMs;
-    stAccount.bStopped = bStopped;
-    return stAccount;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_stBooks;
 }
 
-qint64 CCopyReport::Files() const { return m_nFiles; }
+STCopyAccount CCopyReport::Account() const { return Books().stAccount; }
 
-qint64 CCopyReport::Bytes() const { return m_nBytes; }
+void CCopyReport::SetReport(const QString& strReport, bool bMissing)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_stBooks.stAccount.strReport = strReport;
+    m_stBooks.stAccount.bReportMissing = bMissing;
+}
 
-qint64 CCopyReport::Problems() const { return m_nProblems; }
+qint64 CCopyReport::Files() const { return Books().nFiles; }
+
+qint64 CCopyReport::Bytes() const { return Books().stAccount.nBytes; }
+
+qint64 CCopyReport::Problems() const { return Books().nProblems; }
 
 QString CCopyReport::Quoted(const QString& strName)
 {

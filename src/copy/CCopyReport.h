@@ -6,9 +6,22 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <mutex>
+
+/** What is known at the end of a copy beside its items. */
+struct STCopyEnd
+{
+    bool bStopped = false; ///< told to stop before its end
+    bool bGone = false; ///< the destination was lost on the way
+    ENCopyFlush enFlush = ENCopyFlush::NOT_NEEDED;
+    qint64 nMs = 0; ///< time spent copying, pauses left out
+    QString strReport = {}; ///< path of the report beside the copy; empty when there is none
+    bool bReportMissing = false; ///< the report was needed and could not be written
+};
+
 /**
  * Book-keeping of one copy: what was copied, and one log line for each item
- * that was not copied whole. Used on the thread that copies.
+ * that was not copied whole. Any thread; once it is closed nothing is booked.
  */
 class CCopyReport
 {
@@ -16,17 +29,32 @@ public:
     /** Forgets the previous copy. */
     void Reset();
 
-    /** Books a file: its bytes, and whether it is whole, not whole or the one in which a stop was noticed. */
-    void AddFile(const STCopyOutcome& stOutcome);
+    /**
+     * Books a file: its bytes, and whether it is whole, not whole or the one in which
+     * a stop was noticed. False when the copy is closed.
+     */
+    bool AddFile(const STCopyOutcome& stOutcome);
 
-    /** Logs an item that was not copied whole; its bytes are not counted. */
-    void AddProblem(const STCopyOutcome& stOutcome);
+    /** Books and logs an item that was not copied whole, but not its bytes. False when the copy is closed. */
+    bool AddProblem(const STCopyOutcome& stOutcome);
+
+    /** Books and logs a word about an item that is whole. False when the copy is closed. */
+    bool AddNote(const STCopyOutcome& stOutcome);
+
+    /** Ends the copy with its one last line in the log; false when somebody has done it already. */
+    bool Close(const STCopyEnd& stEnd);
+
+    /** The same, with one item more that was not copied whole. */
+    bool CloseWith(const STCopyOutcome& stOutcome, const STCopyEnd& stEnd);
 
     /** Logs the one line that ends a copy; nMs is the time spent copying. */
     void WriteSummary(bool bStopped, qint64 nMs) const;
 
-    /** What is booked so far, as the window is told it; nMs is the time spent copying. */
-    STCopyAccount Account(bool bStopped, qint64 nMs) const;
+    /** What is booked so far, as the window is told it. */
+    STCopyAccount Account() const;
+
+    /** Tells where the report of the closed copy is, or that it is missing. */
+    void SetReport(const QString& strReport, bool bMissing);
 
     /** Number of files copied whole. */
     qint64 Files() const;
@@ -37,6 +65,9 @@ public:
     /** Number of problem lines written. */
     qint64 Problems() const;
 
+    /** The item as the window is told it. */
+    static STCopyItem Item(const STCopyOutcome& stOutcome);
+
     /**
      * The text in quotation marks on one line: control characters, line
      * separators, quotation marks, backslashes and bytes that are no text are
@@ -45,8 +76,20 @@ public:
     static QString Quoted(const QString& strName);
 
 private:
-    qint64 m_nFiles = 0;
-    qint64 m_nBytes = 0;
-    qint64 m_nProblems = 0;
-    QString m_strHalfCopied; // the file in which a stop was noticed
+    struct STBooks
+    {
+        STCopyAccount stAccount;
+        qint64 nFiles = 0; // whole with their times
+        qint64 nProblems = 0; // lines in the log
+        QString strHalfCopied; // the file in which a stop was noticed
+        bool bClosed = false;
+    };
+
+    STBooks Books() const;
+    void EndBooks(const STCopyEnd& stEnd);
+    void BookItem(const STCopyItem& stItem);
+    bool BookProblem(const STCopyOutcome& stOutcome);
+
+    mutable std::mutex m_mutex;
+    STBooks m_stBooks; // guarded by the mutex
 };

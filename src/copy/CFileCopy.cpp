@@ -34,8 +34,9 @@ CFileCopy::CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, 
 
 STCopyOutcome CFileCopy::Copy(const QString& strTarget)
 {
+    m_control.StepBegins(ENCopyStep::READING);
     if (IsSpecial(m_stOutcome.strPath)) {
-        Fail(QStringLiteral("a pipe, socket or device"));
+        Fail(ENCopyProblem::SPECIAL_FILE, QStringLiteral("a pipe, socket or device"));
     } else if (OpenTarget(strTarget) && OpenSource()) {
         MoveBytes();
     }
@@ -54,11 +55,13 @@ qint64 CFileCopy::ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos)
 
 bool CFileCopy::OpenTarget(const QString& strTarget)
 {
+    m_control.StepBegins(ENCopyStep::WRITING);
     m_pTarget.reset(fopen(QFile::encodeName(strTarget).constData(), "wb"));
     if (!m_pTarget) {
         const int nError = errno;
         if (QFileInfo::exists(m_strFolder)) {
-            Fail({QStringLiteral("its target cannot be created"), nError, strTarget});
+            Fail({ENCopyProblem::TARGET_CREATE, QStringLiteral("its target cannot be created"), nError,
+                  strTarget});
         } else {
             Fail(STCopyReason::DestinationGone());
         }
@@ -72,17 +75,18 @@ bool CFileCopy::OpenTarget(const QString& strTarget)
 
 bool CFileCopy::OpenSource()
 {
+    m_control.StepBegins(ENCopyStep::READING);
     const int nDescriptor = CCopyPlatform::OpenForRead(m_stOutcome.strPath);
     const int nError = errno;
     const QIODevice::OpenMode mode = QIODevice::ReadOnly | QIODevice::Unbuffered;
     if (nDescriptor == -1 || !m_source.open(nDescriptor, mode, QFileDevice::AutoCloseHandle)) {
         qDebug("open file failed");
-        Fail(QStringLiteral("open file failed"), nError);
+        Fail(ENCopyProblem::SOURCE_OPEN, QStringLiteral("open file failed"), nError);
         return false;
     }
     const std::optional<STFileState> stState = CCopyPlatform::GetOpenState(nDescriptor);
     if (!stState || stState->enKind != ENFileKind::REGULAR) {
-        Fail(QStringLiteral("no longer a file"));
+        Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("no longer a file"));
         return false;
     }
     m_stBegin = *stState;
@@ -91,7 +95,7 @@ bool CFileCopy::OpenSource()
     // Not zeroed: for a small file that would cost more than the copy itself.
     m_pBuffer.reset(new (std::nothrow) char[size_t(m_nChunk)]);
     if (!m_pBuffer) {
-        Fail(QStringLiteral("not enough memory"));
+        Fail(ENCopyProblem::NO_MEMORY, QStringLiteral("not enough memory"));
     }
     return bool(m_pBuffer);
 }
@@ -100,7 +104,7 @@ void CFileCopy::MoveBytes()
 {
     while (m_nOffset < m_stOutcome.nExpected) {
         if (!m_control.WaitWhilePaused()) {
-            Fail(QStringLiteral("the copy was stopped"));
+            Fail(ENCopyProblem::STOPPED, QStringLiteral("the copy was stopped"));
             m_stOutcome.enEnd = ENCopyEnd::STOPPED;
             return;
         }
@@ -114,7 +118,7 @@ void CFileCopy::MoveBytes()
             return;
         }
         if (*nMoved == 0) {
-            Fail(QStringLiteral("became shorter while it was copied"));
+            Fail(ENCopyProblem::SOURCE_SHORTER, QStringLiteral("became shorter while it was copied"));
         }
         // An empty read is the end of a file that became shorter; counting the
         // rest as done keeps the percentage right for the files that follow.
@@ -131,6 +135,7 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
     qint64 nMoved = 0;
     while (nMoved < nLen) {
         const int nPiece = int(qMin(nLen - nMoved, PIECE));
+        m_control.StepBegins(ENCopyStep::READING);
         errno = 0;
         const qint64 nRead = ReadAt(m_source, m_pBuffer.get(), nPiece, m_nOffset + nMoved);
         const int nError = errno;
@@ -142,7 +147,7 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
         if (nRead < 0) {
             const QString strLine = QStringLiteral("ReadFile ret = ") + QString::number(nRead);
             qDebug().noquote() << strLine;
-            Fail(strLine, nError);
+            Fail(ENCopyProblem::SOURCE_READ, strLine, nError);
             return std::nullopt;
         }
         if (!Write(nRead)) {
@@ -159,10 +164,12 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
 /** Writes the front of the buffer to the target. */
 bool CFileCopy::Write(qint64 nLen)
 {
+    m_control.StepBegins(ENCopyStep::WRITING);
     const size_t nWritten = fwrite(m_pBuffer.get(), 1, size_t(nLen), m_pTarget.get());
     m_stOutcome.nCopied += qint64(nWritten);
+    m_control.BytesWritten(qint64(nWritten));
     if (qint64(nWritten) != nLen) {
-        Fail(QStringLiteral("its target cannot be written"), errno);
+        Fail(ENCopyProblem::TARGET_WRITE, QStringLiteral("its target cannot be written"), errno);
         return false;
     }
     return true;
@@ -171,15 +178,16 @@ bool CFileCopy::Write(qint64 nLen)
 /** Closes the target, with the source's time when it is whole. */
 void CFileCopy::Finish()
 {
+    m_control.StepBegins(ENCopyStep::WRITING);
     if (m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
         if (!CCopyPlatform::SetModifiedTime(fileno(m_pTarget.get()), m_stBegin)) {
-            Fail(QStringLiteral("its time cannot be kept"), errno);
+            Fail(ENCopyProblem::TIME_LOST, QStringLiteral("its time cannot be kept"), errno);
         }
         CompareSource();
     }
     // Some file systems tell only now that the bytes found no room.
     if (m_pTarget && fclose(m_pTarget.release()) != 0 && m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
-        Fail(QStringLiteral("its target cannot be closed"), errno);
+        Fail(ENCopyProblem::TARGET_CLOSE, QStringLiteral("its target cannot be closed"), errno);
     }
 }
 
@@ -191,15 +199,19 @@ void CFileCopy::CompareSource()
         return;
     }
     if (stEnd->bRemoved) {
-        Fail(QStringLiteral("was removed while it was copied"));
+        Fail(ENCopyProblem::SOURCE_REMOVED, QStringLiteral("was removed while it was copied"));
     } else if (stEnd->nSize != m_stBegin.nSize || stEnd->nModifiedSec != m_stBegin.nModifiedSec
                || stEnd->nModifiedNsec != m_stBegin.nModifiedNsec) {
-        Fail(QStringLiteral("changed while it was copied, it has ") + QString::number(stEnd->nSize)
-             + QStringLiteral(" bytes now"));
+        Fail(ENCopyProblem::SOURCE_CHANGED,
+             QStringLiteral("changed while it was copied, it has ") + QString::number(stEnd->nSize)
+                 + QStringLiteral(" bytes now"));
     }
 }
 
-void CFileCopy::Fail(const QString& strText, int nError) { Fail(STCopyReason{strText, nError}); }
+void CFileCopy::Fail(ENCopyProblem enProblem, const QString& strText, int nError)
+{
+    Fail(STCopyReason{enProblem, strText, nError});
+}
 
 void CFileCopy::Fail(const STCopyReason& stReason)
 {

@@ -48,7 +48,7 @@ private:
     bool Write(qint64 nLen);
     void Finish();
     void CompareSource();
-    void Fail(const QString& strText, int nError = 0);
+    void Fail(ENCopyProblem enProblem, const QString& strText, int nError = 0);
     void Fail(const STCopyReason& stReason);
 
     CCopyControl& m_control;

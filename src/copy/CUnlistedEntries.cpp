@@ -30,8 +30,7 @@ std::optional<STCopyOutcome> CUnlistedEntries::Next()
 {
     while (!m_bEnded && m_folder.Next()) {
         if (m_setListed.isEmpty()) {
-            return Folder({m_bLeadsBack ? QStringLiteral("a link to a folder that it lies in, not followed")
-                                        : QStringLiteral("its contents were never listed")});
+            return Folder(NothingListed());
         }
         const QString strName = QFile::decodeName(m_folder.Name());
         if (!m_setListed.contains(strName)) {
@@ -41,9 +40,19 @@ std::optional<STCopyOutcome> CUnlistedEntries::Next()
     if (m_bEnded || m_folder.Error() == 0) {
         return std::nullopt;
     }
-    return Folder({m_folder.IsOpen() ? QStringLiteral("its contents cannot be listed to the end")
+    return Folder({ENCopyProblem::FOLDER_READ,
+                   m_folder.IsOpen() ? QStringLiteral("its contents cannot be listed to the end")
                                      : QStringLiteral("its contents cannot be listed"),
                    m_folder.Error()});
+}
+
+STCopyReason CUnlistedEntries::NothingListed() const
+{
+    if (m_bLeadsBack) {
+        return {ENCopyProblem::LEADS_BACK,
+                QStringLiteral("a link to a folder that it lies in, not followed")};
+    }
+    return {ENCopyProblem::NOT_LISTED, QStringLiteral("its contents were never listed")};
 }
 
 STCopyOutcome CUnlistedEntries::Entry(const QString& strName) const
@@ -52,7 +61,9 @@ STCopyOutcome CUnlistedEntries::Entry(const QString& strName) const
     const std::optional<STFileState> stState = CCopyPlatform::GetPathState(strPath);
     const bool bFile = stState && stState->enKind == ENFileKind::REGULAR;
     return STCopyOutcome::Missing(
-        strPath, {QStringLiteral("not in the tree: left out for its name, or newer than the list")},
+        strPath,
+        {ENCopyProblem::LEFT_OUT,
+         QStringLiteral("not in the tree: left out for its name, or newer than the list")},
         bFile ? stState->nSize : STCopyOutcome::UNKNOWN_SIZE);
 }
 

@@ -27,6 +27,7 @@ public:
     std::optional<STCopyOutcome> Next();
 
 private:
+    STCopyReason NothingListed() const;
     STCopyOutcome Entry(const QString& strName) const;
     STCopyOutcome Folder(const STCopyReason& stReason);
 

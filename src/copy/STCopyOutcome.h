@@ -1,5 +1,7 @@
 #pragma once
 
+#include "copy/STCopyAccount.h"
+
 #include <QString>
 #include <QtGlobal>
 
@@ -14,12 +16,16 @@ enum class ENCopyEnd
 /** Why an item was not copied whole, in parts; CCopyReport makes a sentence of them. */
 struct STCopyReason
 {
-    QString strText = {}; ///< in plain words, to stand behind the item's path
+    ENCopyProblem enProblem = ENCopyProblem::STOPPED; ///< for the window, which has its own words
+    QString strText = {}; ///< in plain English words, to stand behind the item's path
     int nError = 0; ///< errno value that goes with it, 0 when the system gave none
     QString strTarget = {}; ///< the path at the destination that it is about, when its name matters
 
     /** The destination is not reached any more, or another disk is in its place. */
-    static STCopyReason DestinationGone() { return {QStringLiteral("destination gone")}; }
+    static STCopyReason DestinationGone()
+    {
+        return {ENCopyProblem::DESTINATION_GONE, QStringLiteral("destination gone")};
+    }
 };
 
 /** What became of one item, a file or a folder. */

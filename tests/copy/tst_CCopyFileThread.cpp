@@ -462,10 +462,8 @@ void tst_CCopyFileThread::pauseCountsAsNoTime()
     QVERIFY(StartAndHold(4 * MIB));
     clock.Move(5000);
     m_pWorker->SetCopyStatus(COPY_STATUS_PAUSE);
-    const int nLooks = clock.Looks();
     LetGo();
-    // Two looks for the remaining time, one at the beginning of the pause.
-    QTRY_COMPARE(clock.Looks(), nLooks + 3);
+    QTRY_COMPARE(m_pWorker->CurrentStep(), ENCopyStep::PAUSED);
     clock.Move(30000);
     m_pWorker->SetCopyStatus(COPY_STATUS_RUN);
     QVERIFY(WaitForEnd());

@@ -70,10 +70,12 @@ void tst_CCopyReport::problemIsOneLine_data()
               QTest::newRow(pszRow) << STCopyOutcome{ENCopyEnd::NOT_WHOLE, "/a%1\nb", stReason, 5, nExpected}
                                     << pszRest;
           };
-    fnRow("some of it", {"it broke"}, 9, "it broke (5 of 9 bytes copied)");
-    fnRow("size unknown", {"it broke"}, STCopyOutcome::UNKNOWN_SIZE, "it broke (5 of unknown bytes copied)");
-    fnRow("with an error", {"it broke", EIO}, 9, "it broke: Input/output error (5 of 9 bytes copied)");
-    fnRow("with a target", {"it broke", EIO, "/c\nd"}, 9,
+    fnRow("some of it", {ENCopyProblem::SOURCE_READ, "it broke"}, 9, "it broke (5 of 9 bytes copied)");
+    fnRow("size unknown", {ENCopyProblem::SOURCE_READ, "it broke"}, STCopyOutcome::UNKNOWN_SIZE,
+          "it broke (5 of unknown bytes copied)");
+    fnRow("with an error", {ENCopyProblem::SOURCE_READ, "it broke", EIO}, 9,
+          "it broke: Input/output error (5 of 9 bytes copied)");
+    fnRow("with a target", {ENCopyProblem::SOURCE_READ, "it broke", EIO, "/c\nd"}, 9,
           R"(it broke: Input/output error, "/c\nd" (5 of 9 bytes copied))");
 }
 
@@ -92,7 +94,7 @@ void tst_CCopyReport::summaryOfCompletedCopy()
 {
     CCopyReport report;
     report.AddFile({ENCopyEnd::WHOLE, "/a", {}, 1000, 1000});
-    report.AddFile({ENCopyEnd::NOT_WHOLE, "/b", {"it broke"}, 200, 300});
+    report.AddFile({ENCopyEnd::NOT_WHOLE, "/b", {ENCopyProblem::SOURCE_READ, "it broke"}, 200, 300});
     report.AddFile({ENCopyEnd::WHOLE, "/c", {}, 34, 34});
     report.WriteSummary(false, 61005);
     QCOMPARE(Summary(), QString("Copy completed: files 2, bytes 1234, seconds 61.005, problems 1"));
@@ -101,7 +103,7 @@ void tst_CCopyReport::summaryOfCompletedCopy()
 void tst_CCopyReport::summaryOfStoppedCopyNamesHalfCopiedFile()
 {
     CCopyReport report;
-    report.AddFile({ENCopyEnd::STOPPED, "/x\ny", {"it was stopped"}, 7, 9});
+    report.AddFile({ENCopyEnd::STOPPED, "/x\ny", {ENCopyProblem::STOPPED, "it was stopped"}, 7, 9});
     report.WriteSummary(true, 0);
     const QStringList listExpected{
         R"(Not copied whole: "/x\ny": it was stopped (7 of 9 bytes copied))",
@@ -114,7 +116,7 @@ void tst_CCopyReport::resetForgets()
 {
     CCopyReport report;
     report.AddFile({ENCopyEnd::WHOLE, "/a", {}, 3, 3});
-    report.AddFile({ENCopyEnd::STOPPED, "/x", {"it was stopped"}, 1, 2});
+    report.AddFile({ENCopyEnd::STOPPED, "/x", {ENCopyProblem::STOPPED, "it was stopped"}, 1, 2});
     report.Reset();
     report.WriteSummary(false, 0);
     QCOMPARE(Summary(), QString("Copy completed: files 0, bytes 0, seconds 0.000, problems 0"));

@@ -83,6 +83,7 @@ public:
     QFileInfo m_source;
     int m_nAllowed = 1000; // chunks until it is to stop
     int m_nAsked = 0;
+    qint64 m_nWritten = 0;
     QVector<qint64> m_listTold; // bytes of each chunk
     std::function<void()> m_fnAfterFirst; // after the first chunk
 
@@ -97,6 +98,10 @@ private:
             m_fnAfterFirst();
         }
     }
+
+    void StepBegins(ENCopyStep /*enStep*/) override { }
+
+    void BytesWritten(qint64 nBytes) override { m_nWritten += nBytes; }
 };
 
 } // namespace

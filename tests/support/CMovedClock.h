@@ -11,10 +11,7 @@ class CMovedClock
 public:
     CMovedClock()
     {
-        CClock::SetSource([this] {
-            ++m_nLooks;
-            return m_nNow.load();
-        });
+        CClock::SetSource([this] { return m_nNow.load(); });
     }
 
     ~CMovedClock() { CClock::SetSource(std::function<qint64()>()); }
@@ -25,10 +22,6 @@ public:
     /** Moves the time forwards, or backwards when nMs is negative. Any thread. */
     void Move(qint64 nMs) { m_nNow += nMs; }
 
-    /** How often somebody has looked at the clock. Any thread. */
-    int Looks() const { return m_nLooks; }
-
 private:
     std::atomic<qint64> m_nNow{1795000000000};
-    std::atomic<int> m_nLooks{0};
 };
