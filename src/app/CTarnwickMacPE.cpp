@@ -131,6 +131,8 @@ void CTarnwickMacPE::SlotStackPageChange()
         m_pUi->m_pCopyFilePage->OnCopyFile(pSelect->GetTotalSize(), pSelect->GetDstFolder(),
                                            pSelect->GetUsbName());
     } else if (sender() == m_pUi->m_pCopyFilePage) {
+        m_pUi->m_pSelFilePage->ShowLastCopy(m_pUi->m_pCopyFilePage->LastAccount(),
+                                            m_pUi->m_pCopyFilePage->GetCopyUsbName());
         m_pUi->m_pStackWidget->setCurrentIndex(PAGE_SELECT);
         m_pUi->m_pSelFilePage->setFocus();
     }

@@ -73,11 +73,22 @@ bool CDiskList::End(const STDiskSearch& search)
     return true;
 }
 
-void CDiskList::Arrived(const QString& strPath, const QString& strName, const QByteArray& baDevice)
+void CDiskList::Arrived(const QString& strPath, const QString& strName,
+                        const std::optional<QByteArray>& baDevice)
 {
     NoteEvent(strPath, true);
     m_listDisk.append(qMakePair(strPath, strName));
-    m_hashDevice.insert(strPath, baDevice);
+    m_hashDevice.remove(strPath);
+    if (baDevice) {
+        m_hashDevice.insert(strPath, *baDevice);
+    }
+}
+
+void CDiskList::Told(const QString& strPath, const QByteArray& baDevice)
+{
+    if (IsListed(strPath) && !m_hashDevice.contains(strPath)) {
+        m_hashDevice.insert(strPath, baDevice);
+    }
 }
 
 void CDiskList::Removed(const QString& strPath)

@@ -57,8 +57,12 @@ public:
     /** A search's last step: each path is listed once from then on. False when it was replaced. */
     bool End(const STDiskSearch& search);
 
-    /** A disk has appeared and is appended, whether it is listed already or not. */
-    void Arrived(const QString& strPath, const QString& strName, const QByteArray& baDevice);
+    /** A disk has appeared and is appended, whether it is listed already or not; its device may be unknown.
+     */
+    void Arrived(const QString& strPath, const QString& strName, const std::optional<QByteArray>& baDevice);
+
+    /** A disk that is listed without its device has told it after all. */
+    void Told(const QString& strPath, const QByteArray& baDevice);
 
     /** A disk has gone: every entry with this path leaves the list; an unknown path changes nothing. */
     void Removed(const QString& strPath);

@@ -12,7 +12,7 @@ void CSelFileForm::Dress()
     InitTexts();
     InitAccess();
     ShowTicked(false);
-    ShowDisk(m_pUSBTitleLab->text(), QString());
+    ShowDisk(m_pUSBTitleLab->text(), false);
     m_pCopyBtn->setEnabled(false);
 }
 
@@ -63,6 +63,8 @@ void CSelFileForm::InitAccess()
     RefreshLab->setAccessibleName(tr("Refresh List of Disks"));
     // The picture of the disk says what the name above it says.
     CDecorationAccess::Mark({m_pLine1Lab, m_pLine2Lab, m_pUSBPicLab});
+    QWidget::setTabOrder(RefreshLab, m_pNoticeLine->TabStop());
+    QWidget::setTabOrder(m_pNoticeLine->TabStop(), m_pCopyBtn);
 }
 
 void CSelFileForm::ShowTicked(bool bTicked)
@@ -72,25 +74,28 @@ void CSelFileForm::ShowTicked(bool bTicked)
     m_pCopyLab->setAccessibleName(bTicked ? tr("Files selected") : tr("No files selected"));
 }
 
-void CSelFileForm::ShowDisk(const QString& strName, const QString& strPath)
+void CSelFileForm::ShowDisk(const QString& strName, bool bDisk)
 {
-    ShowSpace(strName, strPath);
-    m_pUSBPicLab->setPixmap(CSkinPicture::Pixmap(strPath.isEmpty()
-                                                     ? QStringLiteral(":/res/Label/usb_unselect.png")
-                                                     : QStringLiteral(":/res/Label/usb_select.png")));
+    ShowName(strName, bDisk);
+    m_pUSBPicLab->setPixmap(CSkinPicture::Pixmap(bDisk ? QStringLiteral(":/res/Label/usb_select.png")
+                                                       : QStringLiteral(":/res/Label/usb_unselect.png")));
 }
 
-void CSelFileForm::ShowSpace(const QString& strName, const QString& strPath)
+void CSelFileForm::ShowName(const QString& strName, bool bDisk)
 {
     m_pUSBTitleLab->setText(strName);
-    if (strPath.isEmpty()) {
-        m_pDropBtn->setAccessibleDescription(QString());
+    m_pDropBtn->setAccessibleDescription(bDisk ? strName : QString());
+    if (!bDisk) {
         m_pUSBBottomLab->setText(tr("Select Destination Disk:"));
-        return;
     }
-    m_pDropBtn->setAccessibleDescription(strName);
-    m_pUSBBottomLab->setText(tr("<span style=\"color:#ff7e17;\">%1GB</span> Available, "
-                                "<span style=\"color:#ff7e17;\">%2GB</span> Total")
-                                 .arg(CDiskSpace::GigabyteText(CDiskSpace::FreeBytes(strPath)),
-                                      CDiskSpace::GigabyteText(CDiskSpace::TotalBytes(strPath))));
 }
+
+void CSelFileForm::ShowSpace(qint64 nFreeBytes, qint64 nTotalBytes)
+{
+    m_pUSBBottomLab->setText(
+        tr("<span style=\"color:#ff7e17;\">%1GB</span> Available, "
+           "<span style=\"color:#ff7e17;\">%2GB</span> Total")
+            .arg(CDiskSpace::GigabyteText(nFreeBytes), CDiskSpace::GigabyteText(nTotalBytes)));
+}
+
+void CSelFileForm::HideSpace() { m_pUSBBottomLab->clear(); }

@@ -19,11 +19,17 @@ public:
     /** Shows whether something is ticked. */
     void ShowTicked(bool bTicked);
 
-    /** Shows a disk as the chosen one, its picture included; the prompt for an empty path. */
-    void ShowDisk(const QString& strName, const QString& strPath);
+    /** Shows a disk's name and picture, or without a disk the prompt with that name. */
+    void ShowDisk(const QString& strName, bool bDisk);
 
-    /** Shows a disk's name with its free and its total space, or the prompt when its path is empty. */
-    void ShowSpace(const QString& strName, const QString& strPath);
+    /** The same, but the picture stays as it is. */
+    void ShowName(const QString& strName, bool bDisk);
+
+    /** Shows the space of the disk that is shown, in bytes. */
+    void ShowSpace(qint64 nFreeBytes, qint64 nTotalBytes);
+
+    /** Says nothing of the space of the disk that is shown. */
+    void HideSpace();
 
 private:
     void InitNames();

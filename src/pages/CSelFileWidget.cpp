@@ -1,31 +1,38 @@
 #include "pages/CSelFileWidget.h"
 
+#include "copy/CCopyText.h"
 #include "copy/CGetFileSizeThread.h"
-#include "disk/CDestinationDiscovery.h"
-#include "disk/platform/CVolumeInfo.h"
 #include "kit/CClickableLabelAccess.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
-#include "pages/CDiskSpace.h"
+#include "pages/CDestinationPanel.h"
 #include "pages/CDropDownList.h"
+#include "pages/CLastCopyNotice.h"
+#include "pages/CNoticeLine.h"
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileForm.h"
 #include "pages/CSelectionCount.h"
+#include "pages/CTreeNotices.h"
 #include "tree/CFileTreeAccess.h"
 
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QDebug>
 #include <QFileInfo>
 #include <QLocale>
 #include <QMovie>
-#include <QStorageInfo>
+#include <QShowEvent>
 #include <QThread>
-#include <QtConcurrent>
 
 #include <algorithm>
 #include <utility>
+
+// What the end of the page waits for its workers, in all.
+static const int LAST_WAIT_MS = 1000;
+// Searches that no disk answers; more would not be answered either.
+static const size_t MOST_RESCANS = 4;
 
 CSelFileWidget::CSelFileWidget(QWidget* parent)
     : QWidget(parent)
@@ -42,11 +49,12 @@ CSelFileWidget::CSelFileWidget(QWidget* parent)
 CSelFileWidget::~CSelFileWidget()
 {
     m_disks.Close();
-    for (QFuture<void>& rescan : m_listRescan) {
-        rescan.waitForFinished();
+    const QDeadlineTimer deadline(LAST_WAIT_MS);
+    const auto fnLeft = [&deadline] { return std::chrono::milliseconds(deadline.remainingTime()); };
+    for (const STRescan& rescan : m_listRescan) {
+        rescan.pQuestion->Wait(fnLeft());
     }
-    m_pSizeThread->requestInterruption();
-    m_pSizeThread->wait();
+    m_pCount->Abandon(fnLeft());
 }
 
 void CSelFileWidget::InitData()
@@ -64,6 +72,9 @@ void CSelFileWidget::InitData()
     // Not modal: the page takes no input while it counts, but the window can be closed.
     m_pWaitView = new CSearchWaitView(this);
     m_pCount = std::make_unique<CSelectionCount>(m_pForm->m_pFileTree, m_pSizeThread, m_pWaitView);
+    m_pDestination = new CDestinationPanel(m_pForm.get(), m_pForm->m_pNoticeLine, this);
+    m_pLastCopy = new CLastCopyNotice(m_pForm->m_pNoticeLine, this);
+    m_pTreeNotices = new CTreeNotices(m_pForm->m_pFileTree, m_pForm->m_pNoticeLine, this);
 }
 
 void CSelFileWidget::InitView()
@@ -82,6 +93,9 @@ void CSelFileWidget::InitConnect()
     connect(m_pListWidget, &CDropDownList::SignalChosen, this, &CSelFileWidget::SlotListWidgetItemClick);
     connect(m_pForm->m_pUSBTitleLab, &CClickableLabel::SignalLabelClicked, this,
             &CSelFileWidget::SlotShowListWidget);
+    connect(
+        m_pDestination, &CDestinationPanel::SignalAnswered, this,
+        [this](const QString& strPath, const STDiskState& state) { m_disks.Told(strPath, state.baDevice); });
     connect(m_pSizeThread, &CGetFileSizeThread::SignalGetSizeFinish, this,
             &CSelFileWidget::SlotGetFileSizeFinish);
     connect(m_pForm->m_pFileTree, &CFileTreeView::SignalItemClicked, this,
@@ -95,17 +109,46 @@ void CSelFileWidget::InitConnect()
 
 // ---------------------------------------------------------------- disks
 
+/** What a search finds; the calling thread waits for each disk. Needs nothing of the page. */
+static QVector<STVolume> Volumes(const STDiskSearch& search)
+{
+    QVector<STVolume> listVolume;
+    CDestinationDiscovery::Scan([&listVolume](const STVolume& volume) { listVolume.append(volume); },
+                                *search.pReplaced);
+    return listVolume;
+}
+
 void CSelFileWidget::OnRefreshClicked()
 {
-    if (m_pCount->IsRunning()) {
+    if (m_pCount->IsRunning() || m_listRescan.size() >= MOST_RESCANS) {
+        return;
+    }
+    const std::optional<STDiskSearch> search = m_disks.NewSearch();
+    if (!search) {
         return;
     }
     ++m_nMovieRuns;
     m_pRefreshMovie->start();
-    const auto fnIsOver = [](const QFuture<void>& rescan) { return rescan.isFinished(); };
-    m_listRescan.erase(std::remove_if(m_listRescan.begin(), m_listRescan.end(), fnIsOver),
-                       m_listRescan.end());
-    m_listRescan.append(QtConcurrent::run(this, &CSelFileWidget::SlotRefreshUSB));
+    BeginSearch(*search);
+    const auto fnAsk = [search = *search] { return Volumes(search); };
+    const auto fnAnswered = [this] {
+        QMetaObject::invokeMethod(
+            this, [this] { EndRescans(); }, Qt::QueuedConnection);
+    };
+    m_listRescan.push_back({*search, std::make_unique<CAsideQuestion<QVector<STVolume>>>(fnAsk, fnAnswered)});
+}
+
+void CSelFileWidget::EndRescans()
+{
+    std::vector<STRescan> listWaiting;
+    std::vector<STRescan> listOver;
+    for (STRescan& rescan : m_listRescan) {
+        (rescan.pQuestion->Get() ? listOver : listWaiting).push_back(std::move(rescan));
+    }
+    m_listRescan = std::move(listWaiting);
+    for (const STRescan& rescan : listOver) {
+        EndSearch(rescan.search, *rescan.pQuestion->Get());
+    }
 }
 
 void CSelFileWidget::OnStopMovie()
@@ -134,29 +177,30 @@ void CSelFileWidget::SlotRefreshUSB()
         return;
     }
     const STDiskSearch& search = *begun;
-    RunOnGui([this, search]() {
-        // Until the end of the search the drop-down still shows the disks from
-        // before, which cannot be copied to meanwhile.
-        if (m_disks.Begin(search)) {
-            UpdateCopyBtn();
-        }
-    });
+    RunOnGui([this, search]() { BeginSearch(search); });
+    const QVector<STVolume> listVolume = Volumes(search);
+    RunOnGui([this, search, listVolume]() { EndSearch(search, listVolume); });
+}
+
+// Until the end of the search the drop-down still shows the disks from before,
+// which cannot be copied to meanwhile.
+void CSelFileWidget::BeginSearch(const STDiskSearch& search)
+{
+    if (m_disks.Begin(search)) {
+        UpdateCopyBtn();
+    }
+}
+
+void CSelFileWidget::EndSearch(const STDiskSearch& search, const QVector<STVolume>& listVolume)
+{
     QStringList listSource;
-    const auto fnFound = [this, search, &listSource](const STVolume& volume) {
+    for (const STVolume& volume : listVolume) {
         if (volume.enRole == VOLUME_ROLE_SOURCE) {
             listSource.append(volume.strPath);
         } else if (volume.enRole == VOLUME_ROLE_DESTINATION) {
-            RunOnGui([this, search, volume]() {
-                m_disks.Found(search, volume.strPath, volume.strName, volume.baDevice);
-            });
+            m_disks.Found(search, volume.strPath, volume.strName, volume.baDevice);
         }
-    };
-    CDestinationDiscovery::Scan(fnFound, *search.pReplaced);
-    RunOnGui([this, search, listSource]() { EndSearch(search, listSource); });
-}
-
-void CSelFileWidget::EndSearch(const STDiskSearch& search, const QStringList& listSource)
-{
+    }
     if (m_disks.End(search)) {
         m_pForm->m_pFileTree->Parse(listSource);
         OnRefreshUSB();
@@ -167,10 +211,16 @@ void CSelFileWidget::EndSearch(const STDiskSearch& search, const QStringList& li
 void CSelFileWidget::AddDisk(const QFileInfo& volume)
 {
     const QString strPath = volume.filePath();
-    m_disks.Arrived(strPath, volume.fileName(), CVolumeInfo::DeviceOf(strPath));
+    const std::optional<STDiskState> state = m_pDestination->Glance(strPath);
+    m_disks.Arrived(strPath, volume.fileName(),
+                    state ? std::optional<QByteArray>(state->baDevice) : std::nullopt);
 }
 
-void CSelFileWidget::RemoveDisk(const QString& strPath) { m_disks.Removed(strPath); }
+void CSelFileWidget::RemoveDisk(const QString& strPath)
+{
+    m_pDestination->Forget(strPath);
+    m_disks.Removed(strPath);
+}
 
 QString CSelFileWidget::GetUsbPath() const { return m_disks.PathOf(GetUsbName()); }
 
@@ -193,8 +243,16 @@ void CSelFileWidget::OnRefreshUSB()
 
 void CSelFileWidget::ShowDisk(const QString& strName)
 {
-    m_pForm->ShowDisk(strName, m_disks.PathOf(strName));
+    m_pDestination->Show(strName, m_disks.PathOf(strName));
     UpdateCopyBtn();
+}
+
+void CSelFileWidget::showEvent(QShowEvent* pEvent)
+{
+    QWidget::showEvent(pEvent);
+    if (!pEvent->spontaneous()) {
+        m_pDestination->Refresh();
+    }
 }
 
 // ---------------------------------------------------------------- the user's choices
@@ -215,12 +273,13 @@ void CSelFileWidget::SlotListWidgetItemClick(QListWidgetItem* pItem)
     }
     const QString strName = pItem->text();
     m_pListWidget->hide();
-    m_pForm->ShowSpace(strName, m_disks.PathOf(strName));
+    m_pDestination->Choose(strName, m_disks.PathOf(strName));
 }
 
 void CSelFileWidget::SlotCheckFileSelected()
 {
     m_pForm->ShowTicked(m_pCount->IsSomethingTicked());
+    m_pTreeNotices->Update();
     UpdateCopyBtn();
 }
 
@@ -251,13 +310,19 @@ void CSelFileWidget::SlotCopyBtnClick()
     if (m_target) {
         return; // the press before is still being dealt with
     }
-    m_target = ChosenDisk();
-    if (LoseTarget()) {
+    m_pForm->m_pNoticeLine->Clear(ENNotice::LAST_COPY);
+    m_pDestination->Accept();
+    const std::optional<STDiskState> state = m_pDestination->Insist(GetUsbName(), GetUsbPath());
+    if (!state) {
+        return;
+    }
+    m_target = m_disks.Target(GetUsbName(), state->baDevice);
+    if (LoseTarget(*state)) {
         WarnOfSpace();
         m_target.reset();
         return;
     }
-    if (QStorageInfo(m_target->strPath).isReadOnly()) {
+    if (!state->bWritable) {
         WarnUser(tr(
             "Your drive may be damaged and Tarnwick can not write to this drive, please change another one "
             "and retry."));
@@ -292,7 +357,8 @@ void CSelFileWidget::SlotGetFileSizeFinish(qint64 nSize)
 {
     EndCounting();
     if (!m_target) {
-        m_target = ChosenDisk();
+        const auto state = m_pDestination->Insist(GetUsbName(), GetUsbPath());
+        m_target = m_disks.Target(GetUsbName(), state.value_or(STDiskState()).baDevice);
     }
     if (ShowUsbNoEnoughDlg(nSize)) {
         m_target.reset();
@@ -311,34 +377,40 @@ void CSelFileWidget::SlotGetFileSizeFinish(qint64 nSize)
 
 bool CSelFileWidget::ShowUsbNoEnoughDlg(qint64 nSize)
 {
-    if (!LoseTarget() && CDiskSpace::FreeBytes(m_target ? m_target->strPath : GetUsbPath()) >= nSize) {
+    const auto state = m_target ? m_pDestination->Insist(m_target->strName, m_target->strPath)
+                                : m_pDestination->Insist(GetUsbName(), GetUsbPath());
+    if (!state) {
+        return true; // the notice tells
+    }
+    const bool bLost = LoseTarget(*state);
+    if (!bLost && state->nFreeBytes >= nSize) {
         return false;
     }
-    WarnOfSpace();
+    // Of a disk that has gone, nobody knows what is free there.
+    const bool bKnown = !bLost && state->nFreeBytes >= 0;
+    WarnOfSpace(bKnown ? tr("%1 are needed, %2 are free.")
+                             .arg(CCopyText::Bytes(nSize), CCopyText::Bytes(state->nFreeBytes))
+                       : QString());
     return true;
-}
-
-STCopyTarget CSelFileWidget::ChosenDisk() const
-{
-    return m_disks.Target(GetUsbName(), CVolumeInfo::DeviceOf(GetUsbPath()));
 }
 
 // True when the target has gone. One that nobody has told to be removed leaves the list, too.
-bool CSelFileWidget::LoseTarget()
+bool CSelFileWidget::LoseTarget(const STDiskState& state)
 {
-    if (!m_target) {
+    if (!m_target || !m_disks.IsGone(*m_target, state.baDevice)) {
         return false;
     }
     const QString strPath = m_target->strPath;
-    const QByteArray baDevice = CVolumeInfo::DeviceOf(strPath);
-    if (!m_disks.IsGone(*m_target, baDevice)) {
-        return false;
-    }
     g_TarnwickLog.LogExt(QStringLiteral("the chosen disk is gone: %1").arg(strPath));
-    if (m_disks.RemoveIfMoved(strPath, baDevice)) {
+    if (m_disks.RemoveIfMoved(strPath, state.baDevice)) {
         OnRefreshUSB();
     }
     return true;
+}
+
+void CSelFileWidget::ShowLastCopy(const STCopyAccount& stAccount, const QString& strUsbName)
+{
+    m_pLastCopy->Show(stAccount, strUsbName);
 }
 
 QString CSelFileWidget::DestinationFolder(const QString& strUsbPath, const QDateTime& time)
@@ -351,17 +423,18 @@ QString CSelFileWidget::DestinationFolder(const QString& strUsbPath, const QDate
              locale.toString(time, QStringLiteral("hh.mm.ss")));
 }
 
-void CSelFileWidget::WarnOfSpace()
+void CSelFileWidget::WarnOfSpace(const QString& strDetail)
 {
-    WarnUser(tr("No enough space, please select other Hard Disk or USB flash drive."));
+    WarnUser(tr("No enough space, please select other Hard Disk or USB flash drive."), strDetail);
 }
 
-void CSelFileWidget::WarnUser(const QString& strText)
+void CSelFileWidget::WarnUser(const QString& strText, const QString& strDetail)
 {
     qDebug().noquote() << strText;
     // The box's one button is its cancel button, which says "OK".
     KvMessageBox box(strText, Style_Cancel, this);
     box.SetBtnText(Style_Cancel, tr("OK"));
     box.setIcon(QStringLiteral(":/res/Tip/tips.png"));
+    box.SetDetail(strDetail, ENDetail::PLAIN);
     box.exec();
 }

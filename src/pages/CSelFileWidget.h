@@ -1,27 +1,34 @@
 #pragma once
 
+#include "disk/CDestinationDiscovery.h"
+#include "files/CAsideQuestion.h"
 #include "pages/CDiskList.h"
 
-#include <QFuture>
 #include <QList>
 #include <QPair>
 #include <QString>
-#include <QStringList>
+#include <QVector>
 #include <QWidget>
 
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
+class CDestinationPanel;
 class CDropDownList;
 class CGetFileSizeThread;
+class CLastCopyNotice;
 class CSearchWaitView;
 class CSelectionCount;
 class CSelFileForm;
+class CTreeNotices;
 class QDateTime;
 class QFileInfo;
 class QListWidgetItem;
 class QMovie;
+struct STCopyAccount;
+struct STDiskState;
 
 /**
  * The first page: the user ticks files on the left and chooses a destination
@@ -38,7 +45,10 @@ public:
     /** Builds the page and looks for disks, which may take as long as the system needs to describe them. */
     explicit CSelFileWidget(QWidget* parent = nullptr);
 
-    /** Ends a running count and a running search for disks and waits for both. */
+    /**
+     * Ends a running count and running searches for disks and waits up to a second for
+     * all of them. What does not end, as its disk does not answer, is left behind.
+     */
     ~CSelFileWidget() override;
 
     /** Rebuilds the drop-down and the labels from the list of disks and chooses the first one. */
@@ -70,6 +80,12 @@ public:
      * selection needs (nSize, in bytes), or has gone. True when it has told.
      */
     bool ShowUsbNoEnoughDlg(qint64 nSize);
+
+    /**
+     * Notes what the last copy has left behind on that disk, with the list of its items;
+     * a whole copy leaves nothing to be noted. It stands until Copy is pressed again.
+     */
+    void ShowLastCopy(const STCopyAccount& stAccount, const QString& strUsbName);
 
     /** The folder for a copy begun at this time on the disk at strUsbPath. */
     static QString DestinationFolder(const QString& strUsbPath, const QDateTime& time);
@@ -107,23 +123,35 @@ signals:
     /** Kept for receivers that connect to it; the page itself never emits it. */
     void SignalDiskChange();
 
+protected:
+    /** Reads the space of the chosen disk once more: a copy may have taken some. */
+    void showEvent(QShowEvent* pEvent) override;
+
 private:
+    /** A search that runs aside; what asks keeps all that it needs. */
+    struct STRescan
+    {
+        STDiskSearch search;
+        std::unique_ptr<CAsideQuestion<QVector<STVolume>>> pQuestion; ///< what it has found
+    };
+
     void InitData();
     void InitView();
     void InitConnect();
     void OnRefreshClicked();
     void OnStopMovie();
     void RunOnGui(std::function<void()> fnStep);
-    void EndSearch(const STDiskSearch& search, const QStringList& listSource);
+    void BeginSearch(const STDiskSearch& search);
+    void EndSearch(const STDiskSearch& search, const QVector<STVolume>& listVolume);
+    void EndRescans();
     void ShowDisk(const QString& strName);
     void UpdateCopyBtn();
     void EnableCopyBtn(bool bEnable);
     void BeginCounting();
     void EndCounting();
-    STCopyTarget ChosenDisk() const;
-    bool LoseTarget();
-    void WarnOfSpace();
-    void WarnUser(const QString& strText);
+    bool LoseTarget(const STDiskState& state);
+    void WarnOfSpace(const QString& strDetail = QString());
+    void WarnUser(const QString& strText, const QString& strDetail = QString());
 
     std::unique_ptr<CSelFileForm> m_pForm;
     QList<QPair<QString, QString>> m_listUsbDisk; // path and display name of each candidate
@@ -131,7 +159,10 @@ private:
     CDropDownList* m_pListWidget = nullptr;
     QMovie* m_pRefreshMovie = nullptr;
     int m_nMovieRuns = 0; // searches that the refresh animation still turns for
-    QList<QFuture<void>> m_listRescan;
+    std::vector<STRescan> m_listRescan; // those that have not ended
+    CDestinationPanel* m_pDestination = nullptr;
+    CTreeNotices* m_pTreeNotices = nullptr;
+    CLastCopyNotice* m_pLastCopy = nullptr;
 
     CGetFileSizeThread* m_pSizeThread = nullptr;
     CSearchWaitView* m_pWaitView = nullptr;

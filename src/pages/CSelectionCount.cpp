@@ -1,9 +1,12 @@
 #include "pages/CSelectionCount.h"
 
 #include "copy/CGetFileSizeThread.h"
+#include "files/CLeftBehind.h"
 #include "pages/CSearchWaitView.h"
 #include "tree/CDirModel.h"
 #include "tree/CFileTreeView.h"
+
+#include <QDeadlineTimer>
 
 CSelectionCount::CSelectionCount(CFileTreeView* pTree, CGetFileSizeThread* pThread,
                                  CSearchWaitView* pWaitView)
@@ -41,6 +44,19 @@ bool CSelectionCount::End()
     m_bRunning = false;
     m_pTree->LendNodes(false);
     return true;
+}
+
+void CSelectionCount::Abandon(std::chrono::milliseconds time)
+{
+    m_pThread->requestInterruption();
+    if (m_pThread->wait(QDeadlineTimer(time))) {
+        return;
+    }
+    CLeftBehind::Add();
+    m_pThread->setParent(nullptr);
+    QObject::connect(
+        m_pThread, &QThread::finished, m_pThread, [] { CLeftBehind::Remove(); }, Qt::DirectConnection);
+    QObject::connect(m_pThread, &QThread::finished, m_pThread, &QObject::deleteLater);
 }
 
 bool CSelectionCount::IsSomethingTicked() const

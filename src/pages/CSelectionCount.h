@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 class CFileTreeView;
 class CGetFileSizeThread;
 class CSearchWaitView;
@@ -24,6 +26,13 @@ public:
 
     /** Waits for the worker's end and takes the nodes back. False when no count was running. */
     bool End();
+
+    /**
+     * Tells a running worker to end without result and waits up to that time. One that
+     * does not end, as its disk does not answer, is left behind with the nodes, which
+     * stay as long as the process, and frees itself when it ends after all.
+     */
+    void Abandon(std::chrono::milliseconds time);
 
     /** True from Begin to End. */
     bool IsRunning() const { return m_bRunning; }

@@ -1,0 +1,33 @@
+#include "pages/CLastCopyNotice.h"
+
+#include "copy/CCopyText.h"
+#include "pages/CItemListDialog.h"
+#include "pages/CNoticeLine.h"
+
+#include <QWidget>
+
+CLastCopyNotice::CLastCopyNotice(CNoticeLine* pNotice, QWidget* pPage)
+    : QObject(pPage)
+    , m_pNotice(pNotice)
+    , m_pPage(pPage)
+{
+    connect(pNotice, &CNoticeLine::SignalLink, this, &CLastCopyNotice::ShowItems);
+}
+
+void CLastCopyNotice::Show(const STCopyAccount& stAccount, const QString& strUsbName)
+{
+    m_stAccount = stAccount;
+    if (stAccount.IsWhole()) {
+        m_pNotice->Clear(ENNotice::LAST_COPY);
+        return;
+    }
+    m_pNotice->Set(ENNotice::LAST_COPY,
+                   tr("%1: %2").arg(m_pNotice->Shortened(strUsbName), CCopyText::Summary(stAccount)),
+                   stAccount.listItem.isEmpty() ? QString() : tr("Show the list"));
+}
+
+void CLastCopyNotice::ShowItems()
+{
+    CItemListDialog dialog(m_stAccount, m_pPage);
+    dialog.exec();
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <map>
+
+class CElidedLabel;
+class CLinkButton;
+
+/** What a notice is about, the most serious first. */
+enum class ENNotice
+{
+    NO_ANSWER, ///< a disk does not answer
+    LAST_COPY, ///< what the last copy has left behind
+    UNLISTED, ///< a ticked volume has folders that will not be copied
+    FOLDER, ///< the folder that was opened last does not show all that is in it
+    DESTINATION ///< the destination is another one than the user knows of
+};
+
+/**
+ * One line of notices behind a mark, the most serious one first and as many as fit
+ * whole; nothing is seen while there is none. A notice may have a link.
+ *
+ * Screen readers are told what is new. All texts are plain. GUI thread only.
+ */
+class CNoticeLine : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CNoticeLine(QWidget* pParent = nullptr);
+
+    /** Shows a notice in place of an earlier one of its kind; an empty text takes it back. */
+    void Set(ENNotice enNotice, const QString& strText, const QString& strLink = QString());
+
+    /** Takes a notice back. */
+    void Clear(ENNotice enNotice) { Set(enNotice, QString()); }
+
+    /** What the line says at present; empty without a notice. */
+    QString Text() const;
+
+    /** A name as it may stand in a notice: not so long that it would hide what is said of it. */
+    QString Shortened(const QString& strName) const;
+
+    /** What the keyboard reaches in it: the link, while there is one. */
+    QWidget* TabStop() const;
+
+signals:
+    /** The link of a notice was pressed. */
+    void SignalLink();
+
+protected:
+    void resizeEvent(QResizeEvent* pEvent) override;
+    /** The mark before the text. */
+    void paintEvent(QPaintEvent* pEvent) override;
+
+private:
+    struct STNotice
+    {
+        QString strText;
+        QString strLink;
+    };
+
+    void Rebuild();
+    void Arrange();
+    int RoomForText() const;
+    void Say(const QString& strText);
+
+    std::map<ENNotice, STNotice> m_mapNotice;
+    CElidedLabel* m_pText;
+    CLinkButton* m_pLink;
+};
