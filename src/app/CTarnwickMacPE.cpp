@@ -142,6 +142,7 @@ bool CTarnwickMacPE::IsCopyPageShown() const { return m_pUi->m_pStackWidget->cur
 
 void CTarnwickMacPE::closeEvent(QCloseEvent* pEvent)
 {
+    m_pUi->m_pCopyFilePage->SetExitQuestion(true);
     if (IsCopyPageShown()) {
         m_pUi->m_pCopyFilePage->SetCopyStatus(COPY_STATUS_PAUSE);
     }
@@ -150,6 +151,7 @@ void CTarnwickMacPE::closeEvent(QCloseEvent* pEvent)
     box.SetButtonText(tr("Yes"), QString(), QString(), tr("Cancel"));
     box.setIcon(QStringLiteral(":/res/Tip/tips_mark.png"));
     box.exec();
+    m_pUi->m_pCopyFilePage->SetExitQuestion(false);
     switch (box.GetClickedBtn()) {
     case Style_Yes:
     case Style_Ok:

@@ -12,7 +12,7 @@
 
 static const int MOST_TEXT_WIDTH = 384;
 static const int SIGN_SIZE = 16;
-static const int SIGN_GAP = 8;
+static const int SIGN_GAP = 10;
 static const int MARGIN_SIDE = 12;
 static const int MARGIN_TOP = 5;
 
@@ -54,7 +54,7 @@ CBoxDetail::CBoxDetail(QWidget* parent)
     m_pLink->hide();
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(MARGIN_SIDE, MARGIN_TOP, MARGIN_SIDE, MARGIN_TOP);
-    pLayout->setSpacing(2);
+    pLayout->setSpacing(3);
     pLayout->addWidget(m_pText, 0, Qt::AlignHCenter);
     pLayout->addWidget(m_pLink, 0, Qt::AlignHCenter);
     connect(m_pLink, &QPushButton::clicked, this, &CBoxDetail::SignalLink);

@@ -171,9 +171,32 @@ void KvMessageBox::showEvent(QShowEvent* pEvent)
 void KvMessageBox::BalanceLines()
 {
     m_pForm->label->setContentsMargins(0, 0, 0, 0);
-    layout()->activate();
+    m_pForm->verticalSpacer->changeSize(0, 0);
+    LayOut();
     const int nMargin = BalancedMargin(*m_pForm->label, m_pForm->label->width());
     m_pForm->label->setContentsMargins(nMargin, 0, nMargin, 0);
+    if (!m_pDetail->isHidden()) {
+        MoveTogether(nMargin);
+    }
+}
+
+// Message and detail say one thing, so what is left of the height goes around both.
+void KvMessageBox::MoveTogether(int nMargin)
+{
+    QLabel* pLabel = m_pForm->label;
+    const int nLeft = pLabel->height() - pLabel->heightForWidth(pLabel->width());
+    if (nLeft <= 0) {
+        return;
+    }
+    pLabel->setContentsMargins(nMargin, nLeft * 3 / 10, nMargin, 0);
+    m_pForm->verticalSpacer->changeSize(0, nLeft / 2);
+    LayOut();
+}
+
+void KvMessageBox::LayOut()
+{
+    m_pForm->verticalLayout_2->invalidate();
+    layout()->activate();
 }
 
 // The box takes every event of the mouse, the base only those of a drag.

@@ -109,6 +109,8 @@ private:
     void InitTabOrder();
     QPushButton* Button(KvMessageBox_Style enWhich) const;
     void BalanceLines();
+    void MoveTogether(int nMargin);
+    void LayOut();
     void TellReaders();
     void CloseWith(int nResult);
 

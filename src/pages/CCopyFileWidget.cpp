@@ -8,6 +8,10 @@
 #include "kit/KvMessageBox.h"
 #include "kit/SkinFont.h"
 #include "log/CLogTarnwick.h"
+#include "pages/CCopyEndBox.h"
+#include "pages/CCopyWatch.h"
+#include "pages/CEarlyPressGuard.h"
+#include "pages/CStuckWorker.h"
 #include "tree/CDirModel.h"
 #include "ui_CCopyFileWidget.h"
 
@@ -18,6 +22,11 @@
 
 // Screens show 60 pictures a second.
 static const int FRAME_MS = 16;
+
+// When the page goes, the program is ending: its user waits.
+static const unsigned long WAIT_AT_END_MS = 1000;
+static const unsigned long WAIT_FOR_FLUSH_MS = 2000; // more, for the last bytes
+static const int WAIT_FOR_REPORT_MS = 300;
 
 static const qint64 SECONDS_A_DAY = 86400;
 static const qint64 SECONDS_AN_HOUR = 3600;
@@ -36,12 +45,20 @@ CCopyFileWidget::CCopyFileWidget(QWidget* parent)
 CCopyFileWidget::~CCopyFileWidget()
 {
     m_pCopyThread->SetCopyStatus(COPY_STATUS_STOP);
-    m_pCopyThread->wait();
+    bool bEnded = m_pCopyThread->wait(WAIT_AT_END_MS);
+    if (!bEnded && m_pCopyThread->CurrentStep() == ENCopyStep::FLUSHING) {
+        bEnded = m_pCopyThread->wait(WAIT_FOR_FLUSH_MS);
+    }
+    if (!bEnded) {
+        CStuckWorker::LeaveBehind(m_pCopyThread, WAIT_FOR_REPORT_MS);
+    }
 }
 
 void CCopyFileWidget::InitData()
 {
-    m_pCopyThread = new CCopyFileThread(this);
+    MakeWorker();
+    m_pWatch = new CCopyWatch(m_pForm->m_pStateLab);
+    m_pPressGuard = new CEarlyPressGuard(m_pForm->m_pCancelBtn);
     m_pMovie = new QMovie(CSkinPicture::MoviePath(QStringLiteral(":/res/Gif/copy.gif")), QByteArray(), this);
     m_pForm->m_pGifLab->setMovie(m_pMovie);
     m_pFrameTimer = new QTimer(this);
@@ -64,6 +81,8 @@ void CCopyFileWidget::InitView()
     m_pForm->m_pCopyTitleLab->setStyleSheet(strColor);
     m_pForm->m_pTimeLab->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
     m_pForm->m_pTimeLab->setStyleSheet(CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));
+    m_pForm->m_pStateLab->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
+    m_pForm->m_pStateLab->setStyleSheet(CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));
     ShowTime(tr("Calculating..."));
 
     setAccessibleName(tr("Copy Progress"));
@@ -71,20 +90,38 @@ void CCopyFileWidget::InitView()
     CDecorationAccess::Mark({m_pForm->m_pGifLab});
 }
 
+// What a worker that was left behind had still to say is on its way when its
+// connections end, so who speaks is looked at on arrival.
+template <typename Signal, typename Slot> void CCopyFileWidget::Hear(Signal fnSignal, Slot fnSlot)
+{
+    const auto fnHear = [this, pWorker = m_pCopyThread, fnSlot](const auto&... values) {
+        if (pWorker == m_pCopyThread) {
+            (this->*fnSlot)(values...);
+        }
+    };
+    connect(m_pCopyThread, fnSignal, this, fnHear);
+}
+
+void CCopyFileWidget::MakeWorker()
+{
+    m_pCopyThread = new CCopyFileThread(this);
+    Hear(&CCopyFileThread::SignalCopyCopyInfo, &CCopyFileWidget::SlotGetCopyInfo);
+    Hear(&CCopyFileThread::SignalRemainTime, &CCopyFileWidget::SlotCopyRemainTime);
+    Hear(&CCopyFileThread::SignalCopyAccount, &CCopyFileWidget::SlotCopyAccount);
+    Hear(&CCopyFileThread::SignalCopyFinish, &CCopyFileWidget::SlotCopyFinish);
+    connect(m_pCopyThread, &QThread::finished, this, &CCopyFileWidget::OnWorkerFinished);
+}
+
 void CCopyFileWidget::InitConnect()
 {
-    connect(m_pCopyThread, &CCopyFileThread::SignalCopyCopyInfo, this, &CCopyFileWidget::SlotGetCopyInfo);
-    connect(m_pCopyThread, &CCopyFileThread::SignalRemainTime, this, &CCopyFileWidget::SlotCopyRemainTime);
-    connect(m_pCopyThread, &CCopyFileThread::SignalCopyAccount, this, &CCopyFileWidget::SlotCopyAccount);
-    connect(m_pCopyThread, &CCopyFileThread::SignalCopyFinish, this, &CCopyFileWidget::SlotCopyFinish);
-    connect(m_pCopyThread, &QThread::finished, this, &CCopyFileWidget::OnWorkerFinished);
+    connect(m_pWatch, &CCopyWatch::SignalGivenUp, this, &CCopyFileWidget::LeaveWorkerBehind);
     connect(m_pFrameTimer, &QTimer::timeout, this, &CCopyFileWidget::LetPaint);
     connect(m_pForm->m_pCancelBtn, &QPushButton::clicked, this, &CCopyFileWidget::SlotCancelBtnClick);
 }
 
 void CCopyFileWidget::OnCopyFile(qint64 totalSize, QString destPath, QString usbName)
 {
-    m_enStatus = COPY_STATUS_RUN;
+    m_enStatus = m_bExitQuestion ? COPY_STATUS_PAUSE : COPY_STATUS_RUN;
     m_strUsbName = std::move(usbName);
     m_order = {totalSize, std::move(destPath)};
     m_stAccount.reset();
@@ -95,9 +132,14 @@ void CCopyFileWidget::OnCopyFile(qint64 totalSize, QString destPath, QString usb
     m_pForm->m_pProgress->setValue(0);
     m_pForm->m_pCopyTitleLab->clear();
     ShowTime(tr("Calculating..."));
+    m_pForm->m_pCancelBtn->setEnabled(true);
+    m_pPressGuard->Begin();
 
+    m_pWatch->End();
     if (m_stage.Begin()) {
         StartWorker();
+    } else {
+        m_pWatch->Await(m_pCopyThread);
     }
 }
 
@@ -110,24 +152,47 @@ void CCopyFileWidget::StartWorker()
     m_pCopyThread->SetCopyParam(m_order.nTotalSize, CDirModel::GetInstence()->GetRootNode(),
                                 m_order.strDestPath, m_enStatus);
     m_pCopyThread->start(QThread::TimeCriticalPriority);
+    m_pWatch->Begin(m_pCopyThread);
 }
 
 // Arrives after every other signal of that run.
 void CCopyFileWidget::OnWorkerFinished()
 {
+    m_pWatch->End();
     if (m_stage.WorkerEnded()) {
         StartWorker();
+    }
+}
+
+// Its disk does not answer, and nobody knows whether it ever will.
+void CCopyFileWidget::LeaveWorkerBehind()
+{
+    const bool bEndsCopy = m_stage.Stage() == ENCopyStage::COPYING;
+    const STCopyAccount stAccount = CStuckWorker::LeaveBehind(m_pCopyThread, WAIT_FOR_REPORT_MS);
+    SlotCopyAccount(stAccount);
+    MakeWorker();
+    m_pWatch->End();
+    if (m_stage.LeaveWorker()) {
+        StartWorker();
+        return;
+    }
+    if (bEndsCopy) {
+        m_pMovie->stop();
+        emit SignalCopyFileFinish();
     }
 }
 
 void CCopyFileWidget::SetCopyStatus(int nStatus)
 {
     // The exit question pauses and resumes without knowing that the user, or a
-    // removed disk, has stopped the copy already.
-    if (!IsStopping()) {
+    // removed disk, has stopped the copy already, or that its stop is being asked about.
+    const bool bBehindQuestion = m_pQuestion && nStatus == COPY_STATUS_RUN;
+    if (!IsStopping() && !bBehindQuestion) {
         ApplyStatus(static_cast<ENCopyStatus>(nStatus));
     }
 }
+
+void CCopyFileWidget::SetExitQuestion(bool bOpen) { m_bExitQuestion = bOpen; }
 
 // Stopped, and the worker has not come to it yet.
 bool CCopyFileWidget::IsStopping() const { return m_stage.IsWorkerBusy() && m_enStatus == COPY_STATUS_STOP; }
@@ -203,9 +268,12 @@ STCopyAccount CCopyFileWidget::LastAccount() const { return m_stAccount.value_or
 
 void CCopyFileWidget::SlotCopyAccount(const STCopyAccount& stAccount)
 {
-    if (!m_stage.IsWorkerOfEarlierCopy()) {
-        m_stAccount = stAccount;
+    if (m_stage.IsWorkerOfEarlierCopy()) {
+        return;
     }
+    m_stAccount = stAccount;
+    // The worker was told to stop and may not have touched the disk since.
+    m_stAccount->bGone |= m_stage.Stage() == ENCopyStage::REMOVED;
 }
 
 void CCopyFileWidget::SlotCopyFinish()
@@ -215,16 +283,14 @@ void CCopyFileWidget::SlotCopyFinish()
         return;
     }
     m_pMovie->stop();
+    m_pWatch->End();
     CloseQuestion();
     ShowTime(QStringLiteral("00:00:00"));
 
-    // A stop chosen by the user ends here as well and is reported in the same
-    // words: what was asked for has been done.
     if (!m_pFinishBox) {
-        m_pFinishBox = new KvMessageBox(tr("Copy file completed!"), Style_Ok, this);
-        m_pFinishBox->SetBtnText(Style_Ok, tr("OK"));
-        m_pFinishBox->setIcon(QStringLiteral(":/res/Tip/tips_completed.png"));
+        m_pFinishBox = new CCopyEndBox(this);
     }
+    m_pFinishBox->SetAccount(m_stAccount);
     m_pFinishBox->exec();
 
     if (m_bExtract) {
@@ -252,7 +318,7 @@ bool CCopyFileWidget::SlotCancelBtnClick()
     case 0: // closed from the title bar
     case Style_No:
     case Style_Cancel:
-        ApplyStatus(COPY_STATUS_RUN);
+        ApplyStatus(m_bExitQuestion ? COPY_STATUS_PAUSE : COPY_STATUS_RUN);
         m_pMovie->setPaused(false);
         return false;
     case Style_Yes:
@@ -285,11 +351,24 @@ void CCopyFileWidget::StopByUser()
 {
     ApplyStatus(COPY_STATUS_STOP);
     if (!m_stage.Stop()) {
+        ShowStopping();
         return;
     }
+    m_stAccount.emplace().bStopped = true;
     g_TarnwickLog.LogExt(QStringLiteral("copy ended before it began"));
     m_pMovie->stop();
     emit SignalCopyFileFinish();
+}
+
+// The worker comes to its end when its disks let it.
+void CCopyFileWidget::ShowStopping()
+{
+    m_pWatch->Stop();
+    // The page, so that the next key goes to none of the window's own buttons.
+    if (window()->focusWidget() == m_pForm->m_pCancelBtn) {
+        setFocus();
+    }
+    m_pForm->m_pCancelBtn->setEnabled(false);
 }
 
 // Takes the question away without an answer.
@@ -303,17 +382,15 @@ void CCopyFileWidget::CloseQuestion()
 
 void CCopyFileWidget::USBExtract()
 {
+    const bool bWhole = m_pFinishBox && m_pFinishBox->SaysAllIsOnTheDisk();
     if (!m_stage.Remove()) {
         return; // told already, or the user is still reading it
     }
     m_bExtract = true;
     ApplyStatus(COPY_STATUS_STOP);
     m_pMovie->stop();
+    CloseOfRemoval();
     CLeftoverFolder::CleanMountPoint(m_strUsbName);
-    CloseQuestion();
-    if (m_pFinishBox) {
-        m_pFinishBox->hide();
-    }
 
     KvMessageBox box(
         tr("The destination storage device has been removed! Please check and connect the storage "
@@ -321,6 +398,27 @@ void CCopyFileWidget::USBExtract()
         Style_Ok, this);
     box.SetBtnText(Style_Ok, tr("OK"));
     box.setIcon(QStringLiteral(":/res/Tip/tips.png"));
+    if (bWhole) {
+        box.SetDetail(tr("Everything was on the disk before it was removed."), ENDetail::GOOD);
+    }
     box.exec();
     emit SignalCopyFileFinish();
+}
+
+// What was said or asked before is out of date.
+void CCopyFileWidget::CloseOfRemoval()
+{
+    CloseQuestion();
+    if (m_pFinishBox) {
+        m_pFinishBox->TakeAway();
+    }
+    if (!m_stAccount) {
+        m_stAccount.emplace().bGone = true;
+    }
+    if (!m_stage.IsWorkerBusy() || m_stage.IsWorkerOfEarlierCopy()) {
+        return;
+    }
+    m_stAccount->nFiles = m_pCopyThread->FilesDone();
+    m_stAccount->nBytes = m_pCopyThread->BytesDone();
+    m_pWatch->Stop();
 }

@@ -10,7 +10,10 @@
 #include <memory>
 #include <optional>
 
+class CCopyEndBox;
 class CCopyFileThread;
+class CCopyWatch;
+class CEarlyPressGuard;
 class KvMessageBox;
 class QMovie;
 class QTimer;
@@ -18,9 +21,11 @@ class Ui_CCopyFileWidget;
 
 /**
  * The page that is shown while the copy runs: the current file, the progress,
- * the remaining time and a way to stop.
+ * the remaining time, how it goes, and a way to stop. In the end it says what has
+ * become of the copy.
  *
- * Owns the copy worker and waits for it before it goes. GUI thread only.
+ * Owns the copy worker. One that does not end when it is to, as its disk does not
+ * answer, is left behind, and a fresh one takes its place. GUI thread only.
  */
 class CCopyFileWidget : public QWidget
 {
@@ -29,7 +34,7 @@ class CCopyFileWidget : public QWidget
 public:
     explicit CCopyFileWidget(QWidget* parent = nullptr);
 
-    /** Stops the copy and waits for the worker; a half-copied file stays as it is. */
+    /** Stops the copy and waits a moment for the worker; a half-copied file stays as it is. */
     ~CCopyFileWidget() override;
 
     /**
@@ -43,8 +48,14 @@ public:
      */
     void OnCopyFile(qint64 totalSize, QString destPath, QString usbName);
 
-    /** Pauses (1), resumes (0) or stops (2) page and worker; a copy that was stopped stays stopped. */
+    /**
+     * Pauses (1), resumes (0) or stops (2) page and worker; a copy that was stopped
+     * stays stopped, and one whose stop is being asked about stays paused.
+     */
     void SetCopyStatus(int nStatus);
+
+    /** Whether the user is asked to leave the program: a copy that begins meanwhile begins paused. */
+    void SetExitQuestion(bool bOpen);
 
     /** The status as last set. */
     int GetCopyStatus() const;
@@ -52,7 +63,7 @@ public:
     /** Name of the destination disk of the last copy; empty before the first. */
     QString GetCopyUsbName() const;
 
-    /** What became of the last copy; empty until its worker has handed over its account. */
+    /** What became of the last copy, as far as it is known; nothing is told of a copy that has not ended. */
     STCopyAccount LastAccount() const;
 
     /**
@@ -95,13 +106,18 @@ private:
     void InitData();
     void InitView();
     void InitConnect();
+    void MakeWorker();
+    template <typename Signal, typename Slot> void Hear(Signal fnSignal, Slot fnSlot);
     void StartWorker();
     void OnWorkerFinished();
+    void LeaveWorkerBehind();
     bool IsStopping() const;
     void ApplyStatus(ENCopyStatus enStatus);
     std::optional<int> AskStop();
     void StopByUser();
+    void ShowStopping();
     void CloseQuestion();
+    void CloseOfRemoval();
     void ShowTime(const QString& strTime);
     void HoldPainting();
     void LetPaint();
@@ -113,9 +129,12 @@ private:
     QTimer* m_pFrameTimer = nullptr; // runs for one picture of the screen after progress was painted
     QString m_strUsbName;
     bool m_bExtract = false; // the worker's last signal has nothing to report: the removal was reported
-    KvMessageBox* m_pFinishBox = nullptr;
+    CCopyEndBox* m_pFinishBox = nullptr;
     KvMessageBox* m_pQuestion = nullptr; // while it is open
     STCopyOrder m_order; // the present copy's
     CCopyStage m_stage;
     std::optional<STCopyAccount> m_stAccount; // the present copy's, once it is there
+    CCopyWatch* m_pWatch = nullptr;
+    CEarlyPressGuard* m_pPressGuard = nullptr;
+    bool m_bExitQuestion = false;
 };

@@ -35,6 +35,14 @@ bool CCopyStage::WorkerEnded()
     return false;
 }
 
+bool CCopyStage::LeaveWorker()
+{
+    if (m_enStage == ENCopyStage::COPYING) {
+        m_enStage = ENCopyStage::ENDED;
+    }
+    return WorkerEnded();
+}
+
 bool CCopyStage::Stop()
 {
     if (m_enStage != ENCopyStage::WAITING && m_enStage != ENCopyStage::REFUSED) {

@@ -25,6 +25,9 @@ enum class ENCopyStage
  *       | WAITING |---------------------------->| ENDED |<----------------'
  *       '---------'          Stop               '-------'
  *
+ * LeaveWorker does what WorkerEnded does, for a worker that does not end: a waiting
+ * copy gets a fresh one, and COPYING leads to ENDED, as no word will come of it.
+ *
  * Begin leads from every stage to COPYING or WAITING, as from NONE. Finish leads to
  * ENDED from every stage but WAITING, whose worker is another copy's, and REMOVED,
  * to which Remove leads from every stage. The worker is a story of its own: when its
@@ -41,6 +44,9 @@ public:
 
     /** The worker has ended and says no more. True when it is to be started for the waiting copy now. */
     bool WorkerEnded();
+
+    /** The worker is left behind, a fresh one takes its place. True when that is to be started now. */
+    bool LeaveWorker();
 
     /** The user stops the copy. True when it ends here and now, as no worker will report its end. */
     bool Stop();

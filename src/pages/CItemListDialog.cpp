@@ -1,5 +1,6 @@
 #include "pages/CItemListDialog.h"
 
+#include "copy/CCopyText.h"
 #include "kit/SkinColor.h"
 #include "kit/SkinFont.h"
 #include "pages/CElidedLabel.h"
@@ -106,7 +107,13 @@ void CItemListDialog::FillList(const STCopyAccount& stAccount)
 {
     for (const STCopyItem& stItem : stAccount.listItem) {
         auto* pItem = new QListWidgetItem(stItem.strPath);
-        pItem->setToolTip(CElidedLabel::ToolTipText(stItem.strPath));
+        const QString strReason = CCopyText::Reason(stItem);
+        const QString strAmount = CCopyText::Amount(stItem);
+        pItem->setToolTip(CElidedLabel::ToolTipText(stItem.strPath) + CElidedLabel::ToolTipText(strReason));
+        pItem->setData(Qt::AccessibleTextRole,
+                       QStringList({stItem.strPath, strReason, strAmount}).join(QStringLiteral(" – ")));
+        pItem->setData(CItemRowDelegate::REASON_ROLE, strReason);
+        pItem->setData(CItemRowDelegate::AMOUNT_ROLE, strAmount);
         pItem->setData(CItemRowDelegate::NOTE_ROLE, stItem.bNote);
         m_pList->addItem(pItem);
     }

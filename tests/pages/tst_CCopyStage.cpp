@@ -24,6 +24,9 @@ static bool Tell(CCopyStage& stage, const QString& strEvent)
     if (strEvent == "worker ended") {
         return stage.WorkerEnded();
     }
+    if (strEvent == "worker left") {
+        return stage.LeaveWorker();
+    }
     if (strEvent == "stop") {
         return stage.Stop();
     }
@@ -46,37 +49,42 @@ void tst_CCopyStage::transitions_data()
     QTest::addColumn<QString>("worker ended");
     QTest::addColumn<QString>("stop");
     QTest::addColumn<QString>("remove");
+    QTest::addColumn<QString>("worker left");
     const auto row = [](const char* pName, const char* pBefore, const QStringList& listAfter) {
         QTestData& data = QTest::newRow(pName) << QString(pBefore);
         for (const QString& strAfter : listAfter) {
             data << strAfter;
         }
     };
-    row("none free", "", {"copying own!", "ended free!", "none free", "none free", "removed free!"});
+    row("none free", "",
+        {"copying own!", "ended free!", "none free", "none free", "removed free!", "none free"});
     row("copying own", "begin",
-        {"waiting earlier", "ended own!", "refused free", "copying own", "removed own!"});
+        {"waiting earlier", "ended own!", "refused free", "copying own", "removed own!", "ended free"});
     row("waiting earlier", "begin,begin",
-        {"waiting earlier", "waiting earlier", "copying own!", "ended earlier!", "removed earlier!"});
+        {"waiting earlier", "waiting earlier", "copying own!", "ended earlier!", "removed earlier!",
+         "copying own!"});
     row("refused free", "begin,worker ended",
-        {"copying own!", "ended free!", "refused free", "ended free!", "removed free!"});
+        {"copying own!", "ended free!", "refused free", "ended free!", "removed free!", "refused free"});
     row("ended own", "begin,finish",
-        {"waiting earlier", "ended own!", "ended free", "ended own", "removed own!"});
+        {"waiting earlier", "ended own!", "ended free", "ended own", "removed own!", "ended free"});
     row("ended earlier", "begin,begin,stop",
-        {"waiting earlier", "ended earlier", "ended free", "ended earlier", "removed earlier!"});
+        {"waiting earlier", "ended earlier", "ended free", "ended earlier", "removed earlier!",
+         "ended free"});
     row("ended free", "begin,finish,worker ended",
-        {"copying own!", "ended free!", "ended free", "ended free", "removed free!"});
+        {"copying own!", "ended free!", "ended free", "ended free", "removed free!", "ended free"});
     row("removed own", "begin,remove",
-        {"waiting earlier", "removed own!", "removed free", "removed own", "removed own"});
+        {"waiting earlier", "removed own!", "removed free", "removed own", "removed own", "removed free"});
     row("removed earlier", "begin,begin,remove",
-        {"waiting earlier", "removed earlier", "removed free", "removed earlier", "removed earlier"});
+        {"waiting earlier", "removed earlier", "removed free", "removed earlier", "removed earlier",
+         "removed free"});
     row("removed free", "remove",
-        {"copying own!", "removed free!", "removed free", "removed free", "removed free"});
+        {"copying own!", "removed free!", "removed free", "removed free", "removed free", "removed free"});
 }
 
 void tst_CCopyStage::transitions()
 {
     QFETCH(QString, strBefore);
-    for (const char* pEvent : {"begin", "finish", "worker ended", "stop", "remove"}) {
+    for (const char* pEvent : {"begin", "finish", "worker ended", "stop", "remove", "worker left"}) {
         CCopyStage stage;
         for (const QString& strEvent : strBefore.split(',', Qt::SkipEmptyParts)) {
             Tell(stage, strEvent);
