@@ -10,6 +10,8 @@
 #include <QMutexLocker>
 #include <QStringList>
 
+#include <sys/stat.h>
+
 static const int LEAST_LIMIT = 1024;
 
 CLogTarnwick g_TarnwickLog;
@@ -123,9 +125,43 @@ void CLogTarnwick::Log(const QString& strMessage)
     WriteLog(strMessage);
 }
 
+void CLogTarnwick::KeepEarlyLines()
+{
+    const QMutexLocker locker(&m_lock);
+    m_bKeepEarly = true;
+}
+
+void CLogTarnwick::WriteEarlyLines()
+{
+    const QMutexLocker locker(&m_lock);
+    m_bKeepEarly = false;
+    for (const QString& strLine : qAsConst(m_listEarly)) {
+        WriteLog(strLine);
+    }
+    if (m_nEarlyLost > 0) {
+        WriteLog(QStringLiteral("lines that found no room before the log was there: %1").arg(m_nEarlyLost));
+    }
+    m_listEarly.clear();
+    m_nEarlyLost = 0;
+}
+
+/** True for a line that is not to be written yet. */
+bool CLogTarnwick::KeepEarly(const QString& strLine)
+{
+    if (!m_bKeepEarly || !m_strPath.isEmpty()) {
+        return false;
+    }
+    if (m_listEarly.size() < MOST_EARLY_LINES) {
+        m_listEarly.append(strLine);
+    } else {
+        ++m_nEarlyLost;
+    }
+    return true;
+}
+
 void CLogTarnwick::WriteLog(const QString& strLine)
 {
-    if (!OpenFile()) {
+    if (KeepEarly(strLine) || !OpenFile()) {
         return;
     }
     if (quint64(m_file.size()) > m_nLimit) {
@@ -162,9 +198,16 @@ QString CLogTarnwick::FilePath() const
     return m_strFolder + QLatin1Char('/') + m_strName + QLatin1Char('_') + m_strDate + m_strExtension;
 }
 
+// Opening a pipe would wait for somebody who reads it.
+static bool IsNoFile(const QString& strPath)
+{
+    struct stat status;
+    return ::stat(QFile::encodeName(strPath).constData(), &status) == 0 && !S_ISREG(status.st_mode);
+}
+
 bool CLogTarnwick::OpenFile()
 {
-    if (m_strPath.isEmpty()) {
+    if (m_strPath.isEmpty() || IsNoFile(m_strPath)) {
         return false;
     }
     m_file.setFileName(m_strPath);

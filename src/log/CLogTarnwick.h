@@ -4,6 +4,7 @@
 #include <QMutex>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTextStream>
 
 /**
@@ -11,7 +12,8 @@
  * aside as a ".bak" file when it has grown too large, deleted after some days.
  *
  * There is one object, g_TarnwickLog. Lines that arrive before InitFolder() has
- * run are dropped. The text is written in the locale's encoding.
+ * run are dropped, unless KeepEarlyLines() was called. The text is written in the
+ * locale's encoding.
  */
 class CLogTarnwick : public QObject
 {
@@ -33,6 +35,21 @@ public:
      * Start-up thread, once the application object exists.
      */
     bool InitFolder(const char* pSubFolder, int nSizeLimit, const char* pName, const char* pExtension);
+
+    /** The most lines that are kept for WriteEarlyLines(). */
+    static constexpr int MOST_EARLY_LINES = 1000;
+
+    /**
+     * From now on lines that arrive before InitFolder() has run are kept, each with the time
+     * at which it came. Any thread.
+     */
+    void KeepEarlyLines();
+
+    /**
+     * Writes the lines that were kept, and how many did not find room; keeps none any
+     * more. After InitFolder(); any thread.
+     */
+    void WriteEarlyLines();
 
     /**
      * Removes the log files that are more than nDays days old, once per run;
@@ -70,6 +87,7 @@ public:
 
 private:
     QString FilePath() const;
+    bool KeepEarly(const QString& strLine);
     bool OpenFile();
     void SetAside();
     QStringList OutdatedFiles(const QDate& dateCutOff) const;
@@ -86,6 +104,9 @@ private:
     QString m_strDate;
     quint64 m_nLimit = 0;
     qint32 m_nKeepDays = 0;
+    bool m_bKeepEarly = false;
+    QStringList m_listEarly; // kept for WriteEarlyLines
+    qint64 m_nEarlyLost = 0; // lines that found no room there
 };
 
 /** The program's one log, usable from static initialisation to the end of the process. */

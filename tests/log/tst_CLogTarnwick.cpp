@@ -1,3 +1,4 @@
+#include "files/CAsideQuestion.h"
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
 #include "support/CLogCapture.h"
@@ -8,8 +9,11 @@
 #include <QTextCodec>
 #include <QtTest>
 
+#include <fcntl.h>
 #include <memory>
 #include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 static const char SUB_FOLDER[] = "tst_Log/Inner";
@@ -53,7 +57,11 @@ private slots:
     void logWritesMessageAlone();
 
     void earlyLinesAreDropped();
+    void earlyLinesAreKeptOnRequest();
+    void earlyLinesHaveAnEnd();
     void fileThatCannotBeOpenedLosesTheLine();
+    void whatIsNoFileHoldsNobody_data();
+    void whatIsNoFileHoldsNobody();
     void closeOnDemand();
 
     void sizeLimit_data();
@@ -246,6 +254,70 @@ void tst_CLogTarnwick::earlyLinesAreDropped()
     QVERIFY(Init());
     m_pLog->Log("in time");
     QCOMPARE(Read(), "in time\n");
+}
+
+void tst_CLogTarnwick::earlyLinesAreKeptOnRequest()
+{
+    m_pLog->KeepEarlyLines();
+    m_pLog->LogExt("early");
+    m_pLog->Log("as it is");
+    SetNow(16, QTime(13, 0));
+    QVERIFY(Init());
+    m_pLog->Log("begin");
+    QCOMPARE(Read(), "begin\n");
+    m_pLog->WriteEarlyLines();
+    const QByteArray baAll = "begin\n2026-11-16 12:30:45.678: early\nas it is\n";
+    QCOMPARE(Read(), baAll);
+    m_pLog->WriteEarlyLines();
+    QCOMPARE(Read(), baAll);
+}
+
+void tst_CLogTarnwick::earlyLinesHaveAnEnd()
+{
+    m_pLog->KeepEarlyLines();
+    for (int n = 1; n <= CLogTarnwick::MOST_EARLY_LINES + 2; ++n) {
+        m_pLog->Log(QString::number(n));
+    }
+    QVERIFY(Init());
+    m_pLog->WriteEarlyLines();
+    const QList<QByteArray> listLine = Read().split('\n');
+    QCOMPARE(listLine.size(), CLogTarnwick::MOST_EARLY_LINES + 2);
+    QCOMPARE(listLine.at(CLogTarnwick::MOST_EARLY_LINES - 1), "1000");
+    QCOMPARE(listLine.at(CLogTarnwick::MOST_EARLY_LINES),
+             "lines that found no room before the log was there: 2");
+}
+
+void tst_CLogTarnwick::whatIsNoFileHoldsNobody_data()
+{
+    QTest::addColumn<QString>("strLinkTo");
+    QTest::newRow("pipe") << QString();
+    QTest::newRow("device") << "/dev/full";
+    QTest::newRow("terminal") << "/dev/tty";
+}
+
+void tst_CLogTarnwick::whatIsNoFileHoldsNobody()
+{
+    QFETCH(QString, strLinkTo);
+    QVERIFY(Init());
+    const QByteArray baPath = QFile::encodeName(Path(CURRENT));
+    if (strLinkTo.isEmpty()) {
+        QCOMPARE(mkfifo(baPath.constData(), 0600), 0);
+    } else {
+        QVERIFY(QFile::link(strLinkTo, Path(CURRENT)));
+    }
+    // On a thread of its own, so that a line that waits fails this test and no more.
+    const auto done = CAsideQuestion<bool>::Ask(std::chrono::seconds(10), [pLog = m_pLog.get()] {
+        pLog->Log("lost");
+        return true;
+    });
+    const int nReader = open(baPath.constData(), O_RDONLY | O_NONBLOCK); // lets it go on
+    QVERIFY(done);
+    char ch = 0;
+    QVERIFY(!strLinkTo.isEmpty() || read(nReader, &ch, 1) == 0);
+    close(nReader);
+    QVERIFY(QFile::remove(Path(CURRENT)));
+    m_pLog->Log("back again");
+    QCOMPARE(Read(), "back again\n");
 }
 
 void tst_CLogTarnwick::fileThatCannotBeOpenedLosesTheLine()
