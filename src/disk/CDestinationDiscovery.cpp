@@ -1,144 +1,114 @@
 #include "disk/CDestinationDiscovery.h"
 
+#include "disk/CInfoQuery.h"
+#include "disk/platform/CVolumeFolder.h"
 #include "disk/platform/CVolumeInfo.h"
 #include "log/CLogTarnwick.h"
 #include "settings/PListParser.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
-#include <QDebug>
-#include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
+#include <QVector>
 
-#include <csignal>
 #include <memory>
-#include <sys/types.h>
-#include <unistd.h>
+#include <utility>
+#include <vector>
 
 // How often a wait looks at the wish to cancel.
 static const int SLICE_MS = 50;
 
-// How long a killed child may take to be gone.
-static const int REAP_MS = 500;
-
-// A description of a volume is a few kilobytes. A command that prints more than
-// this is not describing one, and must not fill the memory.
-static const int MAX_OUTPUT_BYTES = 4 * 1024 * 1024;
+// An answer that takes longer makes the volumes that are left be asked at once, so
+// that several disks that do not answer cost one wait and not one each.
+static const int LATE_MS = 2000;
 
 static const int DEFAULT_TIMEOUT_MS = 30000;
 static std::atomic<int> s_nTimeoutMs{DEFAULT_TIMEOUT_MS};
 
+static std::atomic<bool> s_bEnded{false};
+
+static std::function<void(const STDiskWait&)>& Waiter()
+{
+    static std::function<void(const STDiskWait&)> s_fnWaiter;
+    return s_fnWaiter;
+}
+
 namespace {
 
-/** A child process in a process group of its own, so that it can be ended with all that it started. */
-class CGroupProcess : public QProcess
+/** Asks the command for one volume after the other, or for all that are left. */
+class CVolumeQueries
 {
 public:
-    void KillGroup()
-    {
-        const auto nGroup = pid_t(processId());
-        if (nGroup > 0) {
-            ::kill(-nGroup, SIGKILL);
-        }
-        kill();
-    }
-
-protected:
-    void setupChildProcess() override { ::setpgid(0, 0); }
-};
-
-/** Runs the command for one device node after the other in one process object. */
-class CInfoQuery
-{
-public:
-    explicit CInfoQuery(const std::atomic<bool>& bCancelled)
-        : m_bCancelled(bCancelled)
+    CVolumeQueries(QVector<STVolume>& listVolume, const std::atomic<bool>& bCancelled)
+        : m_listVolume(listVolume)
+        , m_bCancelled(bCancelled)
+        , m_listQuery(size_t(listVolume.size()))
     {
     }
-    ~CInfoQuery() { End(); }
 
-    /** What the command printed within its time. */
-    QByteArray Ask(const QString& strDeviceNode);
+    bool IsCancelled() const { return m_bCancelled || s_bEnded; }
+
+    /** Sets a volume's device and waits for what the command prints of it. In the order of the volumes. */
+    QByteArray Answer(int nVolume);
 
 private:
-    void Start(const QString& strDeviceNode);
-    void Wait(bool bForFirstOutput);
-    void End();
-    bool HasFailed() const;
-    bool IsRunning() const { return m_pProcess->state() != QProcess::NotRunning; }
+    void Start(int nVolume);
+    void StartRest(int nFirst);
+    void ProceedAll(int nVolume);
 
+    QVector<STVolume>& m_listVolume;
     const std::atomic<bool>& m_bCancelled;
-    std::unique_ptr<CGroupProcess> m_pProcess;
-    QByteArray m_baOutput;
+    std::vector<std::unique_ptr<CInfoQuery>> m_listQuery; // one for each volume that is being asked for
+    std::unique_ptr<CInfoQuery> m_pIdle; // serves one volume after the other
 };
 
 } // namespace
 
-QByteArray CInfoQuery::Ask(const QString& strDeviceNode)
+QByteArray CVolumeQueries::Answer(int nVolume)
 {
-    m_baOutput.clear();
-    Start(strDeviceNode);
-    Wait(true);
-    // A time-out is no error: what has been printed by then counts.
-    Wait(false);
-    if (IsRunning()) {
-        qDebug().noquote() << QStringLiteral("Disk query ended early:") << strDeviceNode;
-    } else if (HasFailed()) {
-        qDebug().noquote() << QStringLiteral("Disk query failed:") << strDeviceNode
-                           << m_pProcess->errorString() << m_pProcess->exitCode();
-    }
-    End();
-    return m_baOutput;
-}
-
-void CInfoQuery::Start(const QString& strDeviceNode)
-{
-    if (!m_pProcess) {
-        m_pProcess = std::make_unique<CGroupProcess>();
-        // Its complaints are for whoever reads ours, and must not pile up in the pipe.
-        m_pProcess->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    }
-    m_pProcess->start(CDestinationDiscovery::InfoCommand(),
-                      CDestinationDiscovery::InfoArguments(strDeviceNode), QIODevice::ReadWrite);
-}
-
-/** Reads until the child has ended (or has printed something), its time is over, or nobody wants to know. */
-void CInfoQuery::Wait(bool bForFirstOutput)
-{
-    QElapsedTimer timer;
-    timer.start();
-    const int nTimeoutMs = CDestinationDiscovery::CommandTimeoutMs();
-    for (;;) {
-        m_baOutput += m_pProcess->readAllStandardOutput();
-        const bool bEnough = m_baOutput.size() > (bForFirstOutput ? 0 : MAX_OUTPUT_BYTES);
-        if (bEnough || m_bCancelled || !IsRunning() || timer.hasExpired(nTimeoutMs)) {
-            return;
+    Start(nVolume);
+    CInfoQuery& query = *m_listQuery[size_t(nVolume)];
+    while (!query.IsOver() && !IsCancelled()) {
+        ProceedAll(nVolume);
+        if (query.ElapsedMs() > LATE_MS) {
+            StartRest(nVolume + 1);
         }
-        m_pProcess->waitForReadyRead(SLICE_MS);
+        if (Waiter()) {
+            Waiter()({m_listVolume[nVolume].strName, query.ElapsedMs()});
+        }
+    }
+    const QByteArray baOutput = query.TakeOutput();
+    m_pIdle = std::move(m_listQuery[size_t(nVolume)]);
+    return baOutput;
+}
+
+void CVolumeQueries::Start(int nVolume)
+{
+    std::unique_ptr<CInfoQuery>& pQuery = m_listQuery[size_t(nVolume)];
+    if (pQuery) {
+        return;
+    }
+    pQuery = m_pIdle ? std::move(m_pIdle) : std::make_unique<CInfoQuery>();
+    STVolume& volume = m_listVolume[nVolume];
+    volume.baDevice = CVolumeInfo::DeviceOf(volume.strPath);
+    pQuery->Start(QFile::decodeName(volume.baDevice));
+}
+
+void CVolumeQueries::StartRest(int nFirst)
+{
+    for (int nVolume = nFirst; nVolume < m_listVolume.size(); ++nVolume) {
+        Start(nVolume);
     }
 }
 
-bool CInfoQuery::HasFailed() const
+void CVolumeQueries::ProceedAll(int nVolume)
 {
-    return m_pProcess->error() == QProcess::FailedToStart || m_pProcess->exitStatus() != QProcess::NormalExit
-        || m_pProcess->exitCode() != 0;
-}
-
-void CInfoQuery::End()
-{
-    if (!m_pProcess || !IsRunning()) {
-        return;
+    m_listQuery[size_t(nVolume)]->Proceed(SLICE_MS);
+    for (size_t n = size_t(nVolume) + 1; n < m_listQuery.size(); ++n) {
+        if (m_listQuery[n]) {
+            m_listQuery[n]->Proceed(0);
+        }
     }
-    m_pProcess->KillGroup();
-    if (m_pProcess->waitForFinished(REAP_MS)) {
-        return;
-    }
-    // A child stuck in a broken disk's driver cannot be killed, and destroying its
-    // object would wait for it. The object is given up, the next volume gets another.
-    qWarning().noquote() << QStringLiteral("Disk query cannot be ended, process") << m_pProcess->processId();
-    static_cast<void>(m_pProcess.release());
 }
 
 QString CDestinationDiscovery::VolumesFolder() { return QStringLiteral("/Volumes"); }
@@ -190,23 +160,40 @@ static void LogVolume(const STVolume& volume)
     }
 }
 
+void CDestinationDiscovery::EndScans() { s_bEnded = true; }
+
+void CDestinationDiscovery::SetWaiter(std::function<void(const STDiskWait&)> fnWaiter)
+{
+    Waiter() = std::move(fnWaiter);
+}
+
+static QVector<STVolume> ListedVolumes()
+{
+    QVector<STVolume> listVolume;
+    const QString strFolder = CDestinationDiscovery::VolumesFolder();
+    const QStringList listName = CVolumeFolder::Names(strFolder);
+    for (const QString& strName : listName) {
+        listVolume.append(
+            {strFolder + QLatin1Char('/') + strName, strName, QByteArray(), VOLUME_ROLE_SOURCE});
+    }
+    return listVolume;
+}
+
 bool CDestinationDiscovery::Scan(const std::function<void(const STVolume&)>& fnFound,
                                  const std::atomic<bool>& bCancelled)
 {
-    const QFileInfoList listEntry
-        = QDir(VolumesFolder()).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
+    QVector<STVolume> listVolume = ListedVolumes();
     const QByteArray baOwnDevice = CVolumeInfo::DeviceOf(QCoreApplication::applicationDirPath());
-    CInfoQuery query(bCancelled);
-    for (const QFileInfo& entry : listEntry) {
-        const QByteArray baDevice = CVolumeInfo::DeviceOf(entry.absoluteFilePath());
-        const QByteArray baPList = bCancelled ? QByteArray() : query.Ask(QFile::decodeName(baDevice));
-        if (bCancelled) {
+    CVolumeQueries queries(listVolume, bCancelled);
+    for (int nVolume = 0; nVolume < listVolume.size(); ++nVolume) {
+        const QByteArray baPList = queries.IsCancelled() ? QByteArray() : queries.Answer(nVolume);
+        if (queries.IsCancelled()) {
             return false;
         }
-        const STVolume volume{entry.filePath(), entry.fileName(), baDevice,
-                              RoleOf(BusProtocol(baPList), baDevice, baOwnDevice)};
+        STVolume& volume = listVolume[nVolume];
+        volume.enRole = RoleOf(BusProtocol(baPList), volume.baDevice, baOwnDevice);
         LogVolume(volume);
         fnFound(volume);
     }
-    return !bCancelled;
+    return !queries.IsCancelled();
 }

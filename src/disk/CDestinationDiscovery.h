@@ -24,6 +24,13 @@ struct STVolume
     ENVolumeRole enRole = VOLUME_ROLE_SOURCE;
 };
 
+/** What a search for disks waits for at the moment. */
+struct STDiskWait
+{
+    QString strName; ///< the volume's display name
+    qint64 nMs = 0; ///< since the command was started for it
+};
+
 /** Finds out which of the mounted volumes may receive the copy. */
 class CDestinationDiscovery
 {
@@ -49,13 +56,25 @@ public:
      * written to the log. Whatever goes wrong with the command makes the volume
      * a source.
      *
+     * As soon as one answer takes longer than 2 s the volumes that are left are
+     * asked for side by side; what is told keeps its order.
+     *
      * Runs on the calling thread and blocks it for up to twice the command's
-     * time per volume; needs no event loop. Once bCancelled turns true it ends
+     * time; needs no event loop. Once bCancelled turns true it ends
      * within about 100 ms, leaves no child process behind and returns false;
-     * otherwise true.
+     * otherwise true. No volume itself is touched.
      */
     static bool Scan(const std::function<void(const STVolume&)>& fnFound,
                      const std::atomic<bool>& bCancelled);
+
+    /**
+     * Has fnWaiter called about 20 times a second by each search while it waits for the
+     * command, on the searching thread; an empty function ends that. While no search runs.
+     */
+    static void SetWaiter(std::function<void(const STDiskWait&)> fnWaiter);
+
+    /** Cancels every search, also those that have not begun yet: the program ends. Any thread. */
+    static void EndScans();
 
     /** The bus that the command's output names; empty without one, or without property list. Any thread. */
     static QString BusProtocol(const QByteArray& baPList);

@@ -118,15 +118,27 @@ std::optional<QString> CLeftoverFolder::Obstacle(const QString& strFolder)
     return strMountPoint ? strMountPoint : ObstacleIn(folder, baReal, status.st_dev, 0);
 }
 
+/** Whether the folder has an entry of that name; the entry itself is not touched. */
+static bool HasEntry(const QString& strFolder, const QString& strName)
+{
+    const QByteArray baName = QFile::encodeName(strName);
+    CFolderReader folder(QFile::encodeName(strFolder).constData());
+    while (folder.Next()) {
+        if (baName == folder.Name()) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // The command is pointed at the folder of all volumes, not at the one mount
 // point, so it may run only when nothing at all stands there that could be lost.
 void CLeftoverFolder::CleanMountPoint(const QString& strVolume)
 {
-    const QString strMountPoint = CDestinationDiscovery::VolumesFolder() + QLatin1Char('/') + strVolume;
-    if (strVolume.isEmpty() || !QFileInfo::exists(strMountPoint)) {
+    const QString strFolder = CDestinationDiscovery::VolumesFolder();
+    if (strVolume.isEmpty() || !HasEntry(strFolder, strVolume)) {
         return;
     }
-    const QString strFolder = QFileInfo(strMountPoint).absolutePath();
     if (const std::optional<QString> strObstacle = Obstacle(strFolder)) {
         g_TarnwickLog.LogExt(QStringLiteral("left-over mount point kept, \"%1\" is not empty: %2")
                                  .arg(strFolder, *strObstacle));

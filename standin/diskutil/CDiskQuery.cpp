@@ -1,12 +1,17 @@
 #include "diskutil/CDiskQuery.h"
 
+#include "files/CAsideQuestion.h"
+
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <sys/statvfs.h>
 #include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
+
+static constexpr std::chrono::milliseconds SIZE_TIME{700};
 
 /** Bus of a mount that no disk is behind. */
 static std::string BusOfMount(const std::string& strType)
@@ -35,6 +40,13 @@ static bool IsEjectableBus(const std::string& strBus)
     return IsOneOf(strBus, {"USB", "FireWire", "Secure Digital", "Disk Image"});
 }
 
+/** Size of a mounted file system in bytes; 0 when it does not tell. Waits for its disk. */
+static std::uint64_t SizeOf(const std::string& strPoint)
+{
+    struct statvfs status = {};
+    return statvfs(strPoint.c_str(), &status) == 0 ? std::uint64_t(status.f_blocks) * status.f_frsize : 0;
+}
+
 /** Adds what the mounted file system tells. */
 static void AddMount(STDiskInfo& info, const STMount& mount)
 {
@@ -43,10 +55,11 @@ static void AddMount(STDiskInfo& info, const STMount& mount)
     info.strVolumeName = strLast.empty() ? mount.strPoint : strLast;
     info.strFilesystem = mount.strType;
     info.bWritable = !mount.bReadOnly;
-    struct statvfs status = {};
-    if (statvfs(mount.strPoint.c_str(), &status) == 0 && status.f_blocks > 0) {
-        info.nTotalSize = std::uint64_t(status.f_blocks) * status.f_frsize;
-    }
+    // A disk that does not answer has the size that sysfs tells.
+    const std::uint64_t nSize = CAsideQuestion<std::uint64_t>::Ask(SIZE_TIME, [strPoint = mount.strPoint] {
+                                    return SizeOf(strPoint);
+                                }).value_or(0);
+    info.nTotalSize = nSize > 0 ? nSize : info.nTotalSize;
 }
 
 CDiskQuery::CDiskQuery(CSysBlock sys, CMountList mounts)

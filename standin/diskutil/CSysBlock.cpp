@@ -1,7 +1,10 @@
 #include "diskutil/CSysBlock.h"
 
+#include "files/CAsideQuestion.h"
+
 #include <algorithm>
 #include <cctype>
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <sys/stat.h>
@@ -15,6 +18,8 @@ namespace fs = std::filesystem;
 // A disk made of disks made of disks: real stacks have three or four layers.
 static const int MOST_LAYERS = 16;
 static const int MOST_LINKS = 8;
+
+static constexpr std::chrono::milliseconds NODE_TIME{700};
 
 static const char BUS_USB[] = "USB";
 static const char BUS_VIRTUAL[] = "Virtual Interface";
@@ -54,6 +59,31 @@ static fs::path FollowLinks(const std::string& strNode)
         path = (path.parent_path() / target).lexically_normal();
     }
     return path;
+}
+
+namespace {
+
+/** What a path leads to. */
+struct STNode
+{
+    bool bNoDevice = false; ///< something is there that is no block device
+    std::string strNumber; ///< "MAJOR:MINOR"; empty without a node
+    fs::path target; ///< where its links lead
+};
+
+} // namespace
+
+/** Waits for the disk that the path lies on, which need not be the one that it names. */
+static STNode LookAt(const std::string& strNode)
+{
+    STNode node;
+    struct stat status = {};
+    if (stat(strNode.c_str(), &status) == 0) {
+        node.bNoDevice = !S_ISBLK(status.st_mode);
+        node.strNumber = std::to_string(major(status.st_rdev)) + ":" + std::to_string(minor(status.st_rdev));
+    }
+    node.target = FollowLinks(strNode);
+    return node;
 }
 
 /** Entries of a folder; none when it cannot be read. */
@@ -133,18 +163,13 @@ fs::path CSysBlock::Find(const std::string& strNode) const
     if (strNode.find('/') == std::string::npos) {
         return Entry("class/block", strNode);
     }
-    struct stat status = {};
-    if (stat(strNode.c_str(), &status) == 0) {
-        if (!S_ISBLK(status.st_mode)) {
-            return {};
-        }
-        const fs::path device
-            = FindNumber(std::to_string(major(status.st_rdev)) + ":" + std::to_string(minor(status.st_rdev)));
-        if (!device.empty()) {
-            return device;
-        }
+    const std::optional<STNode> node
+        = CAsideQuestion<STNode>::Ask(NODE_TIME, [strNode] { return LookAt(strNode); });
+    if (!node || node->bNoDevice) {
+        return {};
     }
-    return FindPath(FollowLinks(strNode));
+    const fs::path device = FindNumber(node->strNumber);
+    return device.empty() ? FindPath(node->target) : device;
 }
 
 fs::path CSysBlock::FindNumber(const std::string& strNumber) const { return Entry("dev/block", strNumber); }

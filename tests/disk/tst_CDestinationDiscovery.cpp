@@ -49,6 +49,8 @@ private slots:
     void closedOutputCostsNoProcessorTime();
     void endlessOutputEndsEarly();
     void nextVolumeIsAskedAfterAHang();
+    void lateAnswerHasAllTheOthersAskedAtOnce();
+    void waiterHearsWhatIsWaitedFor();
     void cancelledBeforeTheStart();
     void cancelledDuringAHang_data();
     void cancelledDuringAHang();
@@ -462,6 +464,49 @@ void tst_CDestinationDiscovery::nextVolumeIsAskedAfterAHang()
         QCOMPARE(volume.enRole, volume.strName == "B" ? VOLUME_ROLE_DESTINATION : VOLUME_ROLE_SOURCE);
     }
     QTRY_VERIFY(NothingLeftRunning());
+}
+
+/** Three disks that do not answer cost one wait, and nothing changes its order. */
+void tst_CDestinationDiscovery::lateAnswerHasAllTheOthersAskedAtOnce()
+{
+    CDestinationDiscovery::SetCommandTimeoutMs(3000);
+    UseCommand("case $3 in /dev/bad*) exec sleep 600;; esac\n" + PRINTS_USB);
+    for (const char* pszName : {"a", "bad1", "b", "bad2", "c", "bad3"}) {
+        QVERIFY(CVolume::Mount(QByteArray("/dev/") + pszName, QByteArray("/Volumes/") + pszName));
+    }
+    const QStringList listFolder
+        = QDir("/Volumes").entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
+    QElapsedTimer timer;
+    timer.start();
+    QStringList listFound;
+    QStringList listLog;
+    for (const STVolume& volume : Scanned()) {
+        const bool bBad = volume.strName.startsWith("bad");
+        QCOMPARE(volume.enRole, bBad ? VOLUME_ROLE_SOURCE : VOLUME_ROLE_DESTINATION);
+        QCOMPARE(volume.baDevice, "/dev/" + volume.strName.toLatin1());
+        listFound.append(volume.strName);
+        listLog.append(bBad ? volume.strPath : "diskName: " + volume.strName);
+    }
+    // One after the other takes 18 s.
+    QVERIFY2(timer.elapsed() < 12000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(listFound, listFolder);
+    QCOMPARE(LogLines(), listLog);
+    QCOMPARE(Asked().size(), 6);
+    QTRY_VERIFY(NothingLeftRunning());
+}
+
+void tst_CDestinationDiscovery::waiterHearsWhatIsWaitedFor()
+{
+    CDestinationDiscovery::SetCommandTimeoutMs(300);
+    UseCommand("[ \"$3\" = /dev/good ] || exec sleep 600\n" + PRINTS_USB);
+    QVERIFY(CVolume::Mount("/dev/good", "/Volumes/A"));
+    QVERIFY(CVolume::Mount("/dev/bad", "/Volumes/B"));
+    qint64 nMs = -1;
+    CDestinationDiscovery::SetWaiter(
+        [&nMs](const STDiskWait& wait) { nMs = wait.strName == "B" ? wait.nMs : nMs; });
+    QCOMPARE(Scanned().size(), 2);
+    CDestinationDiscovery::SetWaiter({});
+    QVERIFY2(nMs >= 500, qPrintable(QString::number(nMs)));
 }
 
 void tst_CDestinationDiscovery::cancelledBeforeTheStart()

@@ -1,4 +1,5 @@
 #include "CFailingCalls.h"
+#include "files/CWriteSignals.h"
 #include "support/CCopyBed.h"
 #include "support/CLogCapture.h"
 #include "support/CVolume.h"
@@ -8,7 +9,6 @@
 #include <QRegularExpression>
 
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -251,11 +251,10 @@ void tst_CopyFaults::fileSizeLimit()
     rlimit stOld;
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &stOld), 0);
     const rlimit stLimit = {MIB + 1000, stOld.rlim_max};
-    const auto pfnOld = signal(SIGXFSZ, SIG_IGN);
+    CWriteSignals::Ignore(); // as the program does at its start
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &stLimit), 0);
     Run();
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &stOld), 0);
-    signal(SIGXFSZ, pfnOld);
     const QString strReason = "its target cannot be written: File too large";
     QCOMPARE(Problems(), QStringList{"file" + Rest(strReason, MIB + 1000)});
     QCOMPARE(QFileInfo(Copy("file")).size(), qint64(MIB + 1000));
