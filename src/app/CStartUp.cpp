@@ -4,8 +4,10 @@
 #include "app/CFontFallback.h"
 #include "app/CGetScreenPixel.h"
 #include "app/CMessageRelay.h"
+#include "app/CProgramEnd.h"
 #include "app/CTarnwickMacPE.h"
 #include "files/CFileNameCodec.h"
+#include "files/CWriteSignals.h"
 #include "log/CLogTarnwick.h"
 
 #include <QApplication>
@@ -60,6 +62,7 @@ static void StartLog()
     g_TarnwickLog.InitFolder("Log", LOG_SIZE_LIMIT, "TarnwickMacPE", ".log");
     g_TarnwickLog.KeepDays(LOG_KEEP_DAYS, QString());
     g_TarnwickLog.LogExt(QStringLiteral("==========================start TarnwickMacPE=================="));
+    g_TarnwickLog.WriteEarlyLines();
 }
 
 static void CentreWindow(QWidget& window)
@@ -69,9 +72,31 @@ static void CentreWindow(QWidget& window)
     }
 }
 
+static QString StyleSheet()
+{
+    QFile file(QStringLiteral(":/res/TarnwickMacPE.qss"));
+    file.open(QIODevice::ReadOnly);
+    return CStartUp::StyleSheetText(file.readAll());
+}
+
+/** The window's life; the status that the process is to have. */
+static int RunWindow()
+{
+    CTarnwickMacPE window(nullptr);
+    CProgramEnd::SetWindow(&window);
+    StartLog();
+    CentreWindow(window);
+    window.show();
+    const int nStatus = CProgramEnd::Exec();
+    CProgramEnd::Leave(nStatus);
+    return nStatus;
+}
+
 int CStartUp::Run(int& nArgc, char** ppArgv)
 {
     CFileNameCodec::Install();
+    g_TarnwickLog.KeepEarlyLines();
+    CWriteSignals::Ignore();
     CMessageRelay::Install();
     // Never deleted: it is asked once, before there is an application to own it.
     auto* pScreenPixel = new CGetScreenPixel;
@@ -80,14 +105,7 @@ int CStartUp::Run(int& nArgc, char** ppArgv)
     CFontFallback::Install();
     CCommandPath::Append();
 
-    QFile fileStyleSheet(QStringLiteral(":/res/TarnwickMacPE.qss"));
-    fileStyleSheet.open(QIODevice::ReadOnly);
-    const QString strStyleSheet = StyleSheetText(fileStyleSheet.readAll());
-    application.setStyleSheet(strStyleSheet);
-
-    CTarnwickMacPE window(nullptr);
-    StartLog();
-    CentreWindow(window);
-    window.show();
-    return QApplication::exec();
+    application.setStyleSheet(StyleSheet());
+    CProgramEnd::Prepare();
+    return CProgramEnd::Finish(RunWindow());
 }

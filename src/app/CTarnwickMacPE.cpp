@@ -1,6 +1,8 @@
 #include "app/CTarnwickMacPE.h"
 
+#include "copy/CCopyFileThread.h"
 #include "disk/CDestinationDiscovery.h"
+#include "disk/platform/CVolumeFolder.h"
 #include "kit/CDecorationAccess.h"
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
@@ -10,9 +12,12 @@
 #include "ui_CTarnwickMacPE.h"
 
 #include <QCloseEvent>
-#include <QDir>
+#include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QProcess>
 #include <QStyleHints>
+
+#include <algorithm>
 
 static const int PAGE_SELECT = 0;
 static const int PAGE_COPY = 1;
@@ -103,12 +108,12 @@ void CTarnwickMacPE::SlotDiskChange()
     const ENDiskEventType enType = m_pDiskEvent->enType;
     const QString strPath = DiskEventPath(*m_pDiskEvent);
     const QString strVolumes = CDestinationDiscovery::VolumesFolder();
-    const QFileInfoList listEntry = QDir(strVolumes).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
+    const QStringList listName = CVolumeFolder::Names(strVolumes);
     // A removal is told once for every volume that is left; both receivers bear the repetition.
-    for (const QFileInfo& entry : listEntry) {
+    for (const QString& strName : listName) {
         if (enType != DISK_EVENT_DISAPPEARED) {
-            if (entry.filePath() == strPath) {
-                m_pUi->m_pSelFilePage->AddDisk(entry);
+            if (strVolumes + QLatin1Char('/') + strName == strPath) {
+                m_pUi->m_pSelFilePage->AddDisk(QFileInfo(strPath));
             }
             continue;
         }
@@ -136,6 +141,15 @@ void CTarnwickMacPE::SlotStackPageChange()
         m_pUi->m_pStackWidget->setCurrentIndex(PAGE_SELECT);
         m_pUi->m_pSelFilePage->setFocus();
     }
+}
+
+bool CTarnwickMacPE::EndCopy(int nWaitMs)
+{
+    m_pUi->m_pCopyFilePage->SetCopyStatus(COPY_STATUS_STOP);
+    const QDeadlineTimer deadline(nWaitMs);
+    const auto listWorker = m_pUi->m_pCopyFilePage->findChildren<CCopyFileThread*>();
+    return std::all_of(listWorker.begin(), listWorker.end(),
+                       [&deadline](CCopyFileThread* pWorker) { return pWorker->wait(deadline); });
 }
 
 bool CTarnwickMacPE::IsCopyPageShown() const { return m_pUi->m_pStackWidget->currentIndex() == PAGE_COPY; }

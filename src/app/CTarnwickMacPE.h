@@ -45,6 +45,12 @@ public:
     /** Connects the window's signals. */
     void InitConnect();
 
+    /**
+     * Stops a running copy and waits up to nWaitMs for its worker; false when that still
+     * runs. No box is opened, but one that is open stays.
+     */
+    bool EndCopy(int nWaitMs);
+
     /** Starts the command that keeps display and system awake for 30 days; a failure is not reported. */
     static void ProhibitSleep();
 

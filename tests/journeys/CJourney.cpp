@@ -24,6 +24,7 @@ CJourney::CJourney(const QString& strPictures)
     m_environment.insert("TARNWICK_SLOW", m_dir.filePath("slow"));
     m_environment.insert("TARNWICK_SLOW_LIST", m_dir.filePath("slow-list"));
     m_environment.insert("TARNWICK_FLUSH", m_dir.filePath("flush"));
+    m_environment.insert("TARNWICK_HANG", m_dir.filePath("hang"));
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
 }
 
@@ -35,17 +36,29 @@ CJourney::~CJourney()
     }
 }
 
-bool CJourney::Start(const QString& strExecutable)
+void CJourney::Launch(const QString& strExecutable, const QStringList& listArgument)
 {
     m_process.setProcessEnvironment(m_environment);
     m_process.setStandardErrorFile(m_dir.filePath("errors"));
-    m_process.start(strExecutable, QStringList());
-    return WaitFor([this] {
-        if (m_socket.state() == QLocalSocket::UnconnectedState) {
-            m_socket.connectToServer(m_environment.value("TARNWICK_PROBE"));
-        }
-        return m_socket.state() == QLocalSocket::ConnectedState && Shows("CTarnwickMacPE");
-    });
+    m_process.start(strExecutable, listArgument);
+}
+
+bool CJourney::WaitForWidget(const QString& strName, int nMs)
+{
+    return WaitFor(
+        [&] {
+            if (m_socket.state() == QLocalSocket::UnconnectedState) {
+                m_socket.connectToServer(m_environment.value("TARNWICK_PROBE"));
+            }
+            return m_socket.state() == QLocalSocket::ConnectedState && Shows(strName);
+        },
+        nMs);
+}
+
+bool CJourney::Start(const QString& strExecutable, const QStringList& listArgument)
+{
+    Launch(strExecutable, listArgument);
+    return WaitForWidget("CTarnwickMacPE");
 }
 
 bool CJourney::IsRunning() const { return m_process.state() != QProcess::NotRunning; }
@@ -250,3 +263,23 @@ void CJourney::HoldFlush(int nOrder)
 void CJourney::Send(int nSignal) { ::kill(pid_t(m_process.processId()), nSignal); }
 
 qint64 CJourney::LongestAnswerMs() const { return m_nLongestAnswerMs; }
+
+void CJourney::Hang(const QStringList& listCall)
+{
+    // Renamed into place, so that nobody reads half of it.
+    const QString strFile = m_environment.value("TARNWICK_HANG");
+    QFile file(strFile + ".new");
+    if (!file.open(QIODevice::WriteOnly) || file.write(listCall.join('\n').toUtf8()) < 0) {
+        qFatal("fixture failed: %s", qPrintable(file.fileName()));
+    }
+    file.close();
+    QFile::remove(strFile);
+    if (!file.rename(strFile)) {
+        qFatal("fixture failed: %s", qPrintable(strFile));
+    }
+}
+
+void CJourney::SetVariable(const QString& strName, const QString& strValue)
+{
+    m_environment.insert(strName, strValue);
+}

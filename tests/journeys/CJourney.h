@@ -28,13 +28,19 @@ public:
     ~CJourney() override;
 
     /** Starts the executable and waits for its window; false when it does not come. */
-    bool Start(const QString& strExecutable);
+    bool Start(const QString& strExecutable, const QStringList& listArgument = {});
 
     /** True while the program runs. */
     bool IsRunning() const;
 
     /** Waits up to nMs for the program to end; false when it does not. */
     bool WaitForEnd(int nMs = 5000);
+
+    /** Starts the executable and waits for nothing. */
+    void Launch(const QString& strExecutable, const QStringList& listArgument = {});
+
+    /** Waits up to nMs for a visible widget of a program that was launched; false when it does not come. */
+    bool WaitForWidget(const QString& strName, int nMs = 20000);
 
     /** Exit status of the ended program; -1 when it crashed. */
     int ExitCode() const;
@@ -113,6 +119,16 @@ public:
 
     /** Makes each block that the program writes take nMs longer; 0 ends that. */
     void SlowWrites(int nMs);
+
+    /**
+     * Holds such calls of the program, and of the commands that it runs, until the next
+     * Hang: lines "CALL PATH" of a call ("open", "read", "readdir", "stat", "statvfs",
+     * "opendir", "write") and the beginning of a path below /Volumes.
+     */
+    void Hang(const QStringList& listCall);
+
+    /** Sets a variable of the program's environment; before Start. */
+    void SetVariable(const QString& strName, const QString& strValue);
 
     /** Makes each folder that the program lists take nMs longer; 0 ends that. */
     void SlowListing(int nMs);

@@ -1,3 +1,5 @@
+#include "support/probe/HangingCalls.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -29,6 +31,7 @@ extern "C" size_t fwrite(const void* pData, size_t nSize, size_t nCount, FILE* p
     using PFNWrite = size_t (*)(const void*, size_t, size_t, FILE*);
     static const PFNWrite s_pfnWrite = reinterpret_cast<PFNWrite>(dlsym(RTLD_NEXT, "fwrite"));
     const size_t nBlock = 4096;
+    HangOnDescriptor("write", fileno(pFile));
     if (nSize * nCount >= nBlock) {
         usleep(useconds_t(SlowMs("TARNWICK_SLOW")) * 1000);
     }
@@ -46,5 +49,6 @@ extern "C" DIR* opendir(const char* pPath)
     if (nMs > 0) {
         usleep(useconds_t(nMs) * 1000);
     }
+    HangOnPath("opendir", pPath);
     return s_pfnOpen(pPath);
 }

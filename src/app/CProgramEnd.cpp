@@ -1,0 +1,113 @@
+#include "app/CProgramEnd.h"
+
+#include "app/CEndSignals.h"
+#include "app/CEndWatch.h"
+#include "app/CTarnwickMacPE.h"
+#include "disk/CDestinationDiscovery.h"
+#include "files/CLeftBehind.h"
+#include "log/CLogTarnwick.h"
+
+#include <QApplication>
+#include <QThreadPool>
+
+#include <atomic>
+#include <cstdlib>
+#include <mutex>
+
+// How long a copy that is stopped has for its last bytes and its account.
+static const int COPY_MS = 2500;
+
+// As shells tell of a process that a signal has ended.
+static const int SIGNAL_STATUS = 128;
+
+static const int DISPLAY_LOST_STATUS = 1;
+
+static const int NOT_ASKED = -1;
+
+static CTarnwickMacPE* s_pWindow = nullptr;
+static std::atomic<int> s_nAsked{NOT_ASKED}; // the status that a signal asks for
+static std::atomic<bool> s_bLeaving{false};
+
+// Guards the application object against an end that comes from two sides.
+static std::mutex s_mutexApplication;
+
+static void StopCopy()
+{
+    if (s_pWindow != nullptr && !s_pWindow->EndCopy(COPY_MS)) {
+        g_TarnwickLog.LogExt(QStringLiteral("the copy does not end"));
+    }
+}
+
+// Modal boxes run event loops of their own; the exit ends all of them, without an answer.
+static void LeaveEventLoops(int nStatus)
+{
+    if (s_pWindow != nullptr) {
+        s_pWindow->EndCopy(0);
+    }
+    QCoreApplication::exit(nStatus);
+}
+
+/** On the thread that waits for signals: the GUI thread may hang, or be busy with the start. */
+static void EndBySignal(int nSignal)
+{
+    const int nStatus = SIGNAL_STATUS + nSignal;
+    CEndWatch::Begin(nStatus);
+    s_nAsked = nStatus;
+    g_TarnwickLog.LogExt(QStringLiteral("ended by signal %1 (%2)")
+                             .arg(nSignal)
+                             .arg(QLatin1String(CEndSignals::Name(nSignal))));
+    CDestinationDiscovery::EndScans();
+    const std::lock_guard<std::mutex> lock(s_mutexApplication);
+    if (!s_bLeaving) {
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [nStatus] { LeaveEventLoops(nStatus); }, Qt::QueuedConnection);
+    }
+}
+
+/**
+ * Whoever calls exit() runs this: it is what the connection to the display does when it
+ * breaks, in the middle of the event loop. Windows cannot be asked for anything any more.
+ */
+static void EndByExit()
+{
+    if (s_bLeaving) {
+        return;
+    }
+    CEndWatch::Begin(DISPLAY_LOST_STATUS);
+    g_TarnwickLog.LogExt(QStringLiteral("ended by the loss of the display"));
+    CDestinationDiscovery::EndScans();
+    StopCopy();
+    CEndWatch::EndNow(DISPLAY_LOST_STATUS);
+}
+
+void CProgramEnd::Prepare() { CEndSignals::Install(&EndBySignal); }
+
+void CProgramEnd::SetWindow(CTarnwickMacPE* pWindow) { s_pWindow = pWindow; }
+
+int CProgramEnd::Exec()
+{
+    // What is made before is destroyed after EndByExit; the pool's end would wait for searches.
+    QThreadPool::globalInstance();
+    std::atexit(&EndByExit);
+    return s_nAsked == NOT_ASKED ? QApplication::exec() : s_nAsked.load();
+}
+
+void CProgramEnd::Leave(int nStatus)
+{
+    CEndWatch::Begin(nStatus);
+    {
+        const std::lock_guard<std::mutex> lock(s_mutexApplication);
+        s_bLeaving = true;
+    }
+    StopCopy();
+    s_pWindow = nullptr;
+}
+
+int CProgramEnd::Finish(int nStatus)
+{
+    if (CLeftBehind::Any()) {
+        g_TarnwickLog.LogExt(QStringLiteral("something that does not answer is left behind"));
+        CEndWatch::EndNow(nStatus);
+    }
+    return nStatus;
+}
