@@ -1,11 +1,40 @@
 #include "settings/CLanguageSetting.h"
 
 #include "settings/CSystemLanguages.h"
+#include "settings/CTranslationFile.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
 #include <QTranslator>
+
+namespace {
+
+/** A translator that owns the bytes that it works on. */
+class CKeptTranslator : public QTranslator
+{
+public:
+    /** Loads the file; one that is damaged is left alone, with a line. */
+    void Load(const QString& strPath);
+
+private:
+    QByteArray m_baFile;
+};
+
+} // namespace
+
+void CKeptTranslator::Load(const QString& strPath)
+{
+    const std::optional<QByteArray> baFile = CTranslationFile::Read(strPath);
+    const std::optional<QString> strDamage
+        = baFile ? CTranslationFile::Damage(*baFile) : QStringLiteral("it cannot be read");
+    if (strDamage) {
+        qWarning().noquote() << QStringLiteral("Translation not used, %1: \"%2\"").arg(*strDamage, strPath);
+        return;
+    }
+    m_baFile = *baFile;
+    load(reinterpret_cast<const uchar*>(m_baFile.constData()), m_baFile.size());
+}
 
 CLanguageSetting& CLanguageSetting::GetInstance()
 {
@@ -43,8 +72,8 @@ void CLanguageSetting::SetLanguage(QString strName)
     }
     // Never freed: the texts of the whole run come from it. A file that does not
     // load is installed as well and translates nothing.
-    auto* pTranslator = new QTranslator;
-    pTranslator->load(strPath);
+    auto* pTranslator = new CKeptTranslator;
+    pTranslator->Load(strPath);
     QCoreApplication::installTranslator(pTranslator);
 }
 
