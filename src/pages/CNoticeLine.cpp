@@ -15,6 +15,7 @@ static const int GAP = 8; // behind the mark
 static const int LINK_GAP = 8; // the link has a margin of its own
 static const int COPY_GAP = 20; // before what stands behind the line
 static const int NAME_WIDTH = 220;
+static const int SLACK = 2; // what shortens a text measures in fractions of a pixel
 
 CNoticeLine::CNoticeLine(QWidget* pParent)
     : QWidget(pParent)
@@ -89,7 +90,7 @@ void CNoticeLine::Rebuild()
 // The link stands directly behind the text; without one the text has the whole line.
 void CNoticeLine::Arrange()
 {
-    const int nText = m_pText->fontMetrics().horizontalAdvance(m_pText->text());
+    const int nText = m_pText->fontMetrics().horizontalAdvance(m_pText->text()) + SLACK;
     const int nRoom = RoomForText();
     m_pText->setGeometry(MARK_SIZE + GAP, 0, m_pLink->text().isEmpty() ? nRoom : std::min(nText, nRoom),
                          height());

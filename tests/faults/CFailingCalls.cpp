@@ -173,6 +173,11 @@ int statvfs64(const char* pszPath, struct statvfs64* pStatus) noexcept
     return Pass("statvfs64", ErrorForPath(ENCall::SPACE, pszPath), -1, pszPath, pStatus);
 }
 
+int access(const char* pszPath, int nMode) noexcept
+{
+    return Pass("access", ErrorForPath(ENCall::ACCESS, pszPath), -1, pszPath, nMode);
+}
+
 int fsync(int nDescriptor)
 {
     return Pass("fsync", ErrorForDescriptor(ENCall::SYNC_FILE, nDescriptor), -1, nDescriptor);

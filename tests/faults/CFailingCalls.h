@@ -29,6 +29,7 @@ public:
         OPEN_FOLDER, ///< opendir
         STAT, ///< stat, lstat and statx
         SPACE, ///< statvfs
+        ACCESS, ///< access
         SYNC_FILE, ///< fsync
         SET_TIME, ///< futimens
         FLUSH ///< syncfs

@@ -33,7 +33,7 @@ class CPageBed : public QObject
 {
     Q_OBJECT
 
-private slots:
+protected slots:
     void init()
     {
         NEEDS_VOLUMES();
