@@ -2,6 +2,7 @@
 
 #include "tree/CDirModel.h"
 #include "tree/CDirNode.h"
+#include "tree/CFolderTrouble.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -114,7 +115,11 @@ void CDirDelegate::paint(QPainter* pPainter, const QStyleOptionViewItem& option,
     const int nBoxRight = rect.left() + m_pCheckBox->width() - 1;
     pPainter->drawPixmap(QRect(QPoint(rect.left(), nTop), m_pCheckBox->size()), pixBox);
     const auto icon = index.data(Qt::DecorationRole).value<QIcon>();
-    pPainter->drawPixmap(QPoint(nBoxRight + ICON_GAP, nTop), IconPixmap(icon, rRatio));
+    const QRect rectIcon(nBoxRight + ICON_GAP, nTop, ICON_SIDE, ICON_SIDE);
+    pPainter->drawPixmap(rectIcon.topLeft(), IconPixmap(icon, rRatio));
+    if (const auto* pModel = qobject_cast<const CDirModel*>(index.model())) {
+        CFolderTrouble::DrawBadge(pPainter, rectIcon, CFolderTrouble::Of(*pModel->nodeFromIndex(index)));
+    }
     DrawName(pPainter, QRect(QPoint(nBoxRight + TEXT_GAP, rect.top()), rect.bottomRight()),
              displayText(index.data(Qt::DisplayRole), option.locale));
     pPainter->restore();
@@ -152,11 +157,15 @@ bool CDirDelegate::helpEvent(QHelpEvent* pEvent, QAbstractItemView* pView, const
     if (!pModel || pEvent->type() != QEvent::ToolTip) {
         return QStyledItemDelegate::helpEvent(pEvent, pView, option, index);
     }
-    const QString strPath = pModel->nodeFromIndex(index)->m_fileInfo.absoluteFilePath();
+    const CDirNode* pNode = pModel->nodeFromIndex(index);
     // A tip that looks like HTML is rendered as HTML, so the path is always
     // handed over as HTML that says nothing but this text.
-    const QString strTip
-        = QLatin1String("<p style='white-space:pre'>") + strPath.toHtmlEscaped() + QLatin1String("</p>");
+    QString strTip = QLatin1String("<p style='white-space:pre'>")
+        + pNode->m_fileInfo.absoluteFilePath().toHtmlEscaped() + QLatin1String("</p>");
+    const QString strTrouble = CFolderTrouble::Text(*pNode);
+    if (!strTrouble.isEmpty()) {
+        strTip += QLatin1String("<p>") + strTrouble.toHtmlEscaped() + QLatin1String("</p>");
+    }
     QToolTip::showText(pEvent->globalPos(), strTip, pView, pView->visualRect(index));
     return true;
 }

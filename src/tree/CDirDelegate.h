@@ -32,7 +32,7 @@ public:
     bool editorEvent(QEvent* pEvent, QAbstractItemModel* pModel, const QStyleOptionViewItem& option,
                      const QModelIndex& index) override;
 
-    /** Shows the full path of a row of the tree as its tool tip, as plain text. */
+    /** Shows the full path of a row of the tree as its tool tip, as plain text, and what is wrong with it. */
     bool helpEvent(QHelpEvent* pEvent, QAbstractItemView* pView, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 

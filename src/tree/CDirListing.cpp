@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 namespace {
@@ -55,6 +56,15 @@ static bool ComesBefore(const STFoundName& stLeft, const STFoundName& stRight)
     return nOrder != 0 ? nOrder < 0 : stLeft.strName < stRight.strName;
 }
 
+/** Whether a path is the folder or lies in it. */
+static bool Contains(const QString& strFolder, const QString& strPath)
+{
+    if (strFolder == QLatin1String("/") || strFolder == strPath) {
+        return true;
+    }
+    return strPath.startsWith(strFolder) && strPath.at(strFolder.size()) == QLatin1Char('/');
+}
+
 /** One path of exactly its length: the usual ways to join strings leave room for more in every node. */
 static QString Joined(const QString& strPrefix, const QString& strName)
 {
@@ -79,4 +89,31 @@ STDirListing CDirListing::List(const QString& strFolder, std::initializer_list<Q
             {QFileInfo(Joined(strPrefix, stFound.strName)), stFound.strName, stFound.bDir, stFound.bLink});
     }
     return stListing;
+}
+
+STDirListing CDirListing::List(const STFolderToList& stFolder, std::initializer_list<QLatin1String> listSkip)
+{
+    if (LeadsBack(stFolder)) {
+        STDirListing stRefused;
+        stRefused.nError = ELOOP;
+        return stRefused;
+    }
+    return List(stFolder.strPath, listSkip);
+}
+
+bool CDirListing::LeadsBack(const STFolderToList& stFolder)
+{
+    const QFileInfo info(stFolder.strPath);
+    if (stFolder.listAbove.isEmpty() || !info.isSymLink()) {
+        return false;
+    }
+    // All links resolved; empty when there is nothing.
+    const QString strTarget = info.canonicalFilePath();
+    if (strTarget.isEmpty()) {
+        return false;
+    }
+    return std::any_of(stFolder.listAbove.begin(), stFolder.listAbove.end(), [&](const QString& strPath) {
+        const QString strAbove = QFileInfo(strPath).canonicalFilePath();
+        return !strAbove.isEmpty() && Contains(strTarget, strAbove);
+    });
 }

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <initializer_list>
@@ -23,6 +24,13 @@ struct STDirListing
     int nError = 0; ///< the errno value that refused the listing or cut it short; 0 when all was well
 };
 
+/** A folder to list, in copies, so that whoever lists it needs nothing of the tree. */
+struct STFolderToList
+{
+    QString strPath; ///< absolute
+    QStringList listAbove; ///< paths of the folders that it lies in as the tree shows it, from the nearest on
+};
+
 /** Reads folders for the tree. Safe on any thread; puts nothing on the screen and opens no file. */
 class CDirListing
 {
@@ -34,4 +42,13 @@ public:
      * are in the order of their characters.
      */
     static STDirListing List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip);
+
+    /** The same; a link that leads back is refused with ELOOP. */
+    static STDirListing List(const STFolderToList& stFolder, std::initializer_list<QLatin1String> listSkip);
+
+    /**
+     * Whether a folder is a symbolic link whose target is, or contains, one of the
+     * folders that it lies in: listing it would go round for ever.
+     */
+    static bool LeadsBack(const STFolderToList& stFolder);
 };

@@ -1,8 +1,9 @@
 #include "tree/CDirModel.h"
 
+#include "files/CAsideQuestion.h"
 #include "tree/CDirListing.h"
 #include "tree/CDirNode.h"
-#include "tree/CListAhead.h"
+#include "tree/CFolderOpening.h"
 
 #include <QThread>
 
@@ -13,6 +14,15 @@
 // As with the node's own listing, "Volumes2" and "devices" go with them.
 static const std::initializer_list<QLatin1String> SKIPPED
     = {QLatin1String("dev"), QLatin1String("home"), QLatin1String("Volumes")};
+
+// So often a look is taken for disks that do not answer.
+static const int OVERDUE_LOOK_MS = 500;
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+// Whose disk was asked shortly before the end of the time has not had it yet.
+static const milliseconds LEAST_OVERDUE(400);
 
 CDirModel* CDirModel::s_pDirModel = nullptr;
 
@@ -36,11 +46,14 @@ CDirModel::CDirModel(QObject* parent)
     , m_pRoot(new CDirNode(QFileInfo(), nullptr))
 {
     m_pRoot->m_bDir = true;
+    m_overdueTimer.setInterval(OVERDUE_LOOK_MS);
+    connect(&m_overdueTimer, &QTimer::timeout, this, &CDirModel::LookForOverdue);
 }
 
 CDirModel::~CDirModel()
 {
     AssertOwned();
+    DropListings();
     beginResetModel();
     m_pRoot->RemoveAllBelow();
     delete m_pRoot;
@@ -72,6 +85,13 @@ void CDirModel::SetLent(bool bLent)
 {
     Q_ASSERT_X(!bLent || !m_bLent, "CDirModel", "the nodes are lent already");
     m_bLent = bLent;
+    TakeLateSoon();
+}
+
+void CDirModel::SetHeld(bool bHeld)
+{
+    m_bHeld = bHeld;
+    TakeLateSoon();
 }
 
 // Whatever reads, ticks or lists a node for the GUI thread comes through here.
@@ -185,9 +205,9 @@ Qt::CheckState CDirModel::GetParentChkState(const QModelIndex& index)
 
 void CDirModel::LoadChild(const QModelIndex& index)
 {
-    const CDirNode* pNode = nodeFromIndex(index);
-    if (pNode && pNode->m_listChild.isEmpty()) {
-        AppendListing(index, pNode->List(SKIPPED));
+    CDirNode* pNode = nodeFromIndex(index);
+    if (pNode->m_listChild.isEmpty()) {
+        ListFolders({{pNode, index.row()}}, false, steady_clock::now() + PATIENCE);
     }
 }
 
@@ -205,24 +225,133 @@ void CDirModel::AppendListing(const QModelIndex& index, const STDirListing& stLi
     }
 }
 
-void CDirModel::LoadGrandChild(const QModelIndex& index)
+void CDirModel::LoadGrandChild(const QModelIndex& index, milliseconds wait)
 {
-    LoadChild(index);
-    // A file has no entries. Asking the disk for those of 100,000 files takes a
-    // second, and the user waits for it each time the folder is opened.
-    QVector<int> listRow;
-    QVector<const CDirNode*> listFolder;
-    const CDirNode* pNode = nodeFromIndex(index);
+    const steady_clock::time_point end = steady_clock::now() + wait;
+    CDirNode* pNode = nodeFromIndex(index);
+    if (!pNode->m_listChild.isEmpty() || ListFolders({{pNode, index.row()}}, true, end)) {
+        ListBelow(pNode, end);
+    }
+}
+
+// A file has no entries. Asking the disk for those of 100,000 files takes a second,
+// and the user waits for it each time the folder is opened.
+void CDirModel::ListBelow(CDirNode* pNode, steady_clock::time_point end)
+{
+    QVector<STFolderRow> listRow;
     for (int i = 0; i < pNode->m_listChild.size(); ++i) {
-        const CDirNode* pChild = pNode->m_listChild.at(i);
+        CDirNode* pChild = pNode->m_listChild.at(i);
         if (pChild->m_bDir && pChild->m_listChild.isEmpty()) {
-            listRow.append(i);
-            listFolder.append(pChild);
+            listRow.append({pChild, i});
         }
     }
-    CListAhead listAhead(listFolder, SKIPPED);
-    for (const int nRow : qAsConst(listRow)) {
-        AppendListing(this->index(nRow, 0, index), listAhead.Next());
+    ListFolders(listRow, false, end);
+}
+
+// True when all are listed; else the rest comes late, and with bBelow what is in it.
+bool CDirModel::ListFolders(const QVector<STFolderRow>& listRow, bool bBelow, steady_clock::time_point end)
+{
+    const auto wait = std::chrono::duration_cast<milliseconds>(end - steady_clock::now());
+    auto pOpening = std::make_unique<CFolderOpening>(listRow, SKIPPED);
+    while (!pOpening->IsDone()) {
+        for (const STListedRow& stListed : pOpening->Take(end)) {
+            AppendListing(IndexOf(stListed.stRow), stListed.stListing);
+        }
+        if (steady_clock::now() >= end) {
+            break;
+        }
+    }
+    if (pOpening->IsDone()) {
+        return true;
+    }
+    MarkOverdue(*pOpening, std::max(wait / 2, LEAST_OVERDUE));
+    pOpening->GoOnLater([this] {
+        QMetaObject::invokeMethod(
+            this, [this] { TakeLate(); }, Qt::QueuedConnection);
+    });
+    m_listLate.push_back({std::move(pOpening), bBelow ? listRow.first().pNode : nullptr});
+    m_overdueTimer.start();
+    return false;
+}
+
+QModelIndex CDirModel::IndexOf(const STFolderRow& stRow) const
+{
+    return stRow.pNode == m_pRoot ? QModelIndex() : createIndex(stRow.nRow, 0, stRow.pNode);
+}
+
+void CDirModel::AwaitListings(milliseconds wait)
+{
+    const steady_clock::time_point end = steady_clock::now() + wait;
+    for (size_t n = 0; n < m_listLate.size(); ++n) {
+        CFolderOpening& opening = *m_listLate.at(n).pOpening;
+        while (opening.IsComing() && steady_clock::now() < end) {
+            TakeLate(opening, end);
+        }
+    }
+    TakeLate();
+}
+
+void CDirModel::DropListings()
+{
+    m_listLate.clear();
+    m_overdueTimer.stop();
+}
+
+void CDirModel::TakeLateSoon()
+{
+    if (IsOwned() && !m_listLate.empty()) {
+        QMetaObject::invokeMethod(
+            this, [this] { TakeLate(); }, Qt::QueuedConnection);
+    }
+}
+
+void CDirModel::TakeLate()
+{
+    if (!IsOwned()) {
+        return;
+    }
+    // What is begun here is late as well, and has its turn when it comes.
+    for (size_t n = m_listLate.size(); n > 0; --n) {
+        TakeLate(*m_listLate.at(n - 1).pOpening, steady_clock::now());
+        if (!m_listLate.at(n - 1).pOpening->IsDone()) {
+            continue;
+        }
+        CDirNode* pListBelow = m_listLate.at(n - 1).pListBelow;
+        m_listLate.erase(m_listLate.begin() + std::ptrdiff_t(n - 1));
+        if (pListBelow) {
+            ListBelow(pListBelow, steady_clock::now());
+        }
+    }
+    if (m_listLate.empty()) {
+        m_overdueTimer.stop();
+    }
+}
+
+void CDirModel::TakeLate(CFolderOpening& opening, steady_clock::time_point end)
+{
+    for (const STListedRow& stListed : opening.Take(end)) {
+        const QModelIndex index = IndexOf(stListed.stRow);
+        AppendListing(index, stListed.stListing);
+        if (stListed.stRow.pNode->m_chkState == Qt::Checked) {
+            ChangeChildChkState(index, Qt::Checked);
+        }
+        emit dataChanged(index, index);
+        emit SignalListedLate(index);
+    }
+}
+
+void CDirModel::LookForOverdue()
+{
+    for (size_t n = 0; IsOwned() && n < m_listLate.size(); ++n) {
+        MarkOverdue(*m_listLate.at(n).pOpening, PATIENCE);
+    }
+}
+
+void CDirModel::MarkOverdue(CFolderOpening& opening, milliseconds time)
+{
+    for (const STFolderRow& stRow : opening.MarkOverdue(time)) {
+        const QModelIndex index = IndexOf(stRow);
+        emit dataChanged(index, index);
     }
 }
 
@@ -242,6 +371,9 @@ void CDirModel::RemoveAllChild(const QModelIndex& index)
     if (nRows == 0) {
         return;
     }
+    const CDirNode* pNode = nodeFromIndex(index);
+    const auto fnIsBelow = [pNode](const STLate& stLate) { return stLate.pOpening->IsBelow(pNode); };
+    m_listLate.erase(std::remove_if(m_listLate.begin(), m_listLate.end(), fnIsBelow), m_listLate.end());
     beginRemoveRows(index, 0, nRows - 1);
     for (int i = 0; i < nRows; ++i) {
         const QModelIndex child = this->index(i, 0, index);
@@ -254,15 +386,34 @@ void CDirModel::RemoveAllChild(const QModelIndex& index)
     emit layoutChanged();
 }
 
+void CDirModel::AskKinds(const QStringList& listPath)
+{
+    std::vector<std::unique_ptr<CAsideQuestion<bool>>> listQuestion;
+    for (const QString& strPath : listPath) {
+        listQuestion.push_back(
+            std::make_unique<CAsideQuestion<bool>>([strPath] { return QFileInfo(strPath).isDir(); }));
+    }
+    const steady_clock::time_point end = steady_clock::now() + KIND_PATIENCE;
+    for (int i = 0; i < listPath.size(); ++i) {
+        const CAsideQuestion<bool>& question = *listQuestion.at(size_t(i));
+        question.Wait(std::chrono::duration_cast<milliseconds>(end - steady_clock::now()));
+        m_hashFolder.insert(listPath.at(i), question.Get().value_or(true));
+    }
+}
+
 void CDirModel::Parse(QString path)
 {
     AssertOwned();
+    if (!m_hashFolder.contains(path)) {
+        AskKinds({path});
+    }
+    const bool bFolder = m_hashFolder.take(path);
     // Rows 0 and 1 are announced whatever the count is. The roots are all added
     // before anything is shown or selected, so no view holds an index that the
     // wrong range could shift.
     beginInsertRows(QModelIndex(), 0, 1);
-    auto* pNode = new CDirNode(QFileInfo(path), m_pRoot);
-    pNode->m_strName = path;
+    const STDirEntry stEntry{QFileInfo(path), path, bFolder, false};
+    auto* pNode = new CDirNode(stEntry, m_pRoot);
     m_pRoot->AppendChild(pNode);
     endInsertRows();
 }

@@ -5,7 +5,6 @@
 
 #include <QtAlgorithms>
 
-#include <cerrno>
 #include <limits>
 
 /** The model's invisible root, whose children are the volumes: a node without path and parent. */
@@ -23,21 +22,6 @@ static ENEntryKind KindOf(const CDirNode* pParent, bool bDir, bool bLink)
         return bLink ? ENEntryKind::FOLDER_LINK : ENEntryKind::FOLDER;
     }
     return bLink ? ENEntryKind::FILE_LINK : ENEntryKind::FILE;
-}
-
-static bool Contains(const QString& strFolder, const QString& strPath)
-{
-    if (strFolder == QLatin1String("/") || strFolder == strPath) {
-        return true;
-    }
-    return strPath.startsWith(strFolder) && strPath.at(strFolder.size()) == QLatin1Char('/');
-}
-
-/** Where `node` really is, all links resolved; empty when it has no path or is gone. */
-static QString RealPath(const CDirNode& node)
-{
-    const QString strPath = node.m_fileInfo.filePath();
-    return strPath.isEmpty() ? QString() : QFileInfo(strPath).canonicalFilePath();
 }
 
 CDirNode::CDirNode()
@@ -81,14 +65,14 @@ int CDirNode::ChildIndex(CDirNode* child) { return m_listChild.indexOf(child); }
 
 void CDirNode::RemoveAll()
 {
-    int nUnlisted = m_enListed == ENListed::DONE && m_bDir ? 1 : 0; // the folder itself
+    int nUnlisted = 0;
     for (const CDirNode* pChild : qAsConst(m_listChild)) {
-        nUnlisted -= pChild->m_nUnlisted;
+        nUnlisted += pChild->m_nUnlisted;
     }
     qDeleteAll(m_listChild);
     m_listChild.clear();
-    m_enListed = ENListed::NEVER;
-    AddUnlisted(nUnlisted);
+    AddUnlisted(-nUnlisted);
+    SetListed(ENListed::NEVER);
 }
 
 void CDirNode::RemoveAllBelow()
@@ -108,32 +92,27 @@ void CDirNode::RemoveAt(int row)
     delete m_listChild.takeAt(row);
 }
 
-bool CDirNode::LeadsBack() const
+QStringList CDirNode::PathsFromHere() const
 {
-    if (!m_fileInfo.isSymLink()) {
-        return false;
-    }
-    const QString strTarget = RealPath(*this);
-    if (strTarget.isEmpty()) {
-        return false;
-    }
-    for (const CDirNode* pAbove = m_pParent; pAbove; pAbove = pAbove->m_pParent) {
-        const QString strAbove = RealPath(*pAbove);
-        if (!strAbove.isEmpty() && Contains(strTarget, strAbove)) {
-            return true;
+    QStringList listPath;
+    for (const CDirNode* pNode = this; pNode; pNode = pNode->m_pParent) {
+        if (!pNode->m_fileInfo.filePath().isEmpty()) {
+            listPath.append(pNode->m_fileInfo.absoluteFilePath());
         }
     }
-    return false;
+    return listPath;
 }
+
+STFolderToList CDirNode::ToList() const
+{
+    return {m_fileInfo.absoluteFilePath(), m_pParent ? m_pParent->PathsFromHere() : QStringList()};
+}
+
+bool CDirNode::LeadsBack() const { return CDirListing::LeadsBack(ToList()); }
 
 STDirListing CDirNode::List(std::initializer_list<QLatin1String> listSkip) const
 {
-    if (LeadsBack()) {
-        STDirListing stRefused;
-        stRefused.nError = ELOOP;
-        return stRefused;
-    }
-    return CDirListing::List(m_fileInfo.absoluteFilePath(), listSkip);
+    return CDirListing::List(ToList(), listSkip);
 }
 
 void CDirNode::LoadChild()
@@ -157,10 +136,16 @@ void CDirNode::NoteListing(const STDirListing& stListing)
 {
     m_nListError = stListing.nError;
     m_nLeftOut = quint16(qMin(stListing.nLeftOut, int(std::numeric_limits<quint16>::max())));
-    if (m_enListed == ENListed::NEVER && m_bDir) {
-        AddUnlisted(-1);
+    SetListed(ENListed::DONE);
+}
+
+void CDirNode::SetListed(ENListed enListed)
+{
+    const int nBefore = m_enListed == ENListed::DONE ? 0 : 1;
+    m_enListed = enListed;
+    if (m_bDir) {
+        AddUnlisted((enListed == ENListed::DONE ? 0 : 1) - nBefore);
     }
-    m_enListed = ENListed::DONE;
 }
 
 void CDirNode::AddUnlisted(int nMore)

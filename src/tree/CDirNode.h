@@ -4,16 +4,20 @@
 #include <QIcon>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <initializer_list>
 
 struct STDirEntry;
 struct STDirListing;
+struct STFolderToList;
 
 /** How far a folder of the tree has been listed. */
 enum class ENListed : quint8
 {
     NEVER, ///< nobody has asked, or what was listed has been removed
+    AWAITED, ///< its disk has been asked
+    OVERDUE, ///< the same, and the disk does not answer
     DONE ///< to its end, or as far as it could be read
 };
 
@@ -72,6 +76,12 @@ public:
     /** Deletes the direct child at `row`; does nothing when there is none. */
     void RemoveAt(int row);
 
+    /** The paths of this node and of the folders that it lies in, from here upwards. */
+    QStringList PathsFromHere() const;
+
+    /** What has to be known to list the folder. */
+    STFolderToList ToList() const;
+
     /**
      * Whether this is a symbolic link below another node whose target is, or
      * contains, one of the folders that the node lies in: listing it would go round
@@ -95,6 +105,9 @@ public:
      */
     void LoadChild();
 
+    /** How far it has been listed from now on. */
+    void SetListed(ENListed enListed);
+
     /** Notes that the folder has been listed, and what the listing said beside its entries. */
     void NoteListing(const STDirListing& stListing);
 
@@ -108,7 +121,7 @@ public:
     QIcon m_icon; ///< of the kind of entry; may be null
     qint32 m_chkState = Qt::Unchecked; ///< a Qt::CheckState: 0 unchecked, 1 partially checked, 2 checked
     bool m_bDir = false; ///< it was a folder, or a link to one, when the node was built
-    ENListed m_enListed = ENListed::NEVER; ///< of a folder; changed by NoteListing and RemoveAll
+    ENListed m_enListed = ENListed::NEVER; ///< of a folder; changed by SetListed, NoteListing and RemoveAll
     quint16 m_nLeftOut = 0; ///< entries that the last listing left out for their names, 65535 for more
     QString m_strName; ///< what the row shows: the file name; for a top-level entry the path as it was given
     CDirNode* m_pParent = nullptr; ///< the node that owns this one; null for a root

@@ -3,6 +3,7 @@
 #include "tree/CDirModel.h"
 #include "tree/CDirNode.h"
 #include "tree/CFileTreeView.h"
+#include "tree/CFolderTrouble.h"
 
 #include <QLocale>
 #include <QStyledItemDelegate>
@@ -55,7 +56,10 @@ QString CFileRowAccess::text(QAccessible::Text enText) const
         return QString();
     }
     if (enText == QAccessible::Description) {
-        return CDirModel::GetInstence()->nodeFromIndex(m_index)->m_fileInfo.absoluteFilePath();
+        const CDirNode* pNode = CDirModel::GetInstence()->nodeFromIndex(m_index);
+        const QString strPath = pNode->m_fileInfo.absoluteFilePath();
+        const QString strTrouble = CFolderTrouble::Text(*pNode);
+        return strTrouble.isEmpty() ? strPath : strTrouble + QLatin1Char('\n') + strPath;
     }
     const auto* pDelegate = qobject_cast<const QStyledItemDelegate*>(m_pView->itemDelegate());
     if (enText != QAccessible::Name || !pDelegate) {

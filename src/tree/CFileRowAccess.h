@@ -34,7 +34,7 @@ public:
     int childCount() const override;
     int indexOfChild(const QAccessibleInterface* pChild) const override;
 
-    /** The name as it is shown, and as the description the full path. */
+    /** The name as it is shown, and as the description what is wrong with the folder, and the full path. */
     QString text(QAccessible::Text enText) const override;
     void setText(QAccessible::Text enText, const QString& strText) override;
     QRect rect() const override;

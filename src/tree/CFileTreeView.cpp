@@ -15,6 +15,8 @@
 static const int ROW_GAP = 9;
 // Rows looked at for the deepest one: those on the screen and many more, but never all.
 static const int MEASURED_ROWS = 1000;
+// With what CDirModel::AskKinds waits, 1.5 seconds: the window is to be there soon.
+static const std::chrono::milliseconds START_PATIENCE(1000);
 // The bar before the current row.
 static const int MARK_WIDTH = 3;
 static const int MARK_MARGIN = 6;
@@ -42,7 +44,7 @@ CFileTreeView::CFileTreeView(QWidget* parent)
     InitView();
 }
 
-CFileTreeView::~CFileTreeView() = default;
+CFileTreeView::~CFileTreeView() { m_pDirModel->SetHeld(false); }
 
 void CFileTreeView::InitData()
 {
@@ -59,6 +61,11 @@ void CFileTreeView::InitConnect()
             m_pDirModel->SlotExpanded(index);
         }
         TellFolder(index);
+    });
+    connect(m_pDirModel, &CDirModel::SignalListedLate, this, [this](const QModelIndex& index) {
+        if (isExpanded(index)) {
+            TellFolder(index);
+        }
     });
     connect(this, &QTreeView::collapsed, m_pDirModel, &CDirModel::SlotCollapsed);
     connect(
@@ -97,10 +104,11 @@ void CFileTreeView::Parse(QStringList roots)
     }
     const CWaitCursor cursor;
     m_listRoot = roots;
+    m_pDirModel->AskKinds(m_listRoot);
     for (const QString& strPath : qAsConst(m_listRoot)) {
         m_pDirModel->Parse(strPath);
     }
-    m_pDirModel->LoadGrandChild(m_pDirModel->parent(m_pDirModel->index(0, 0)));
+    m_pDirModel->LoadGrandChild(m_pDirModel->parent(m_pDirModel->index(0, 0)), START_PATIENCE);
     if (hasFocus()) {
         EnsureCurrentRow();
     }
@@ -112,6 +120,10 @@ void CFileTreeView::LendNodes(bool bLent)
         return;
     }
     if (bLent) {
+        {
+            const CWaitCursor cursor;
+            m_pDirModel->AwaitListings();
+        }
         m_bUnlistedAtLoan = HasUnlistedFolder();
         m_pLoan = std::make_unique<CNodeLoan>(this, m_pDirModel);
         return;
@@ -148,6 +160,7 @@ void CFileTreeView::TellFolder(const QModelIndex& index)
     stFacts.strPath = pNode->m_fileInfo.absoluteFilePath();
     stFacts.nLeftOut = pNode->m_nLeftOut;
     stFacts.nError = pNode->m_nListError;
+    stFacts.bNoAnswer = pNode->m_enListed == ENListed::OVERDUE;
     emit SignalFolderOpened(stFacts);
 }
 
@@ -155,7 +168,11 @@ void CFileTreeView::TellFolder(const QModelIndex& index)
 // presses on its name.
 void CFileTreeView::TellRefusal(const QModelIndex& index)
 {
-    if (!m_pLoan && index.isValid() && m_pDirModel->nodeFromIndex(index)->m_nListError != 0) {
+    if (m_pLoan || !index.isValid()) {
+        return;
+    }
+    const CDirNode* pNode = m_pDirModel->nodeFromIndex(index);
+    if (pNode->m_nListError != 0 || pNode->m_enListed == ENListed::OVERDUE) {
         TellFolder(index);
     }
 }
@@ -291,6 +308,18 @@ void CFileTreeView::resizeEvent(QResizeEvent* pEvent)
 {
     QTreeView::resizeEvent(pEvent);
     resizeColumnToContents(0);
+}
+
+void CFileTreeView::showEvent(QShowEvent* pEvent)
+{
+    QTreeView::showEvent(pEvent);
+    m_pDirModel->SetHeld(false);
+}
+
+void CFileTreeView::hideEvent(QHideEvent* pEvent)
+{
+    QTreeView::hideEvent(pEvent);
+    m_pDirModel->SetHeld(true);
 }
 
 void CFileTreeView::keyPressEvent(QKeyEvent* pEvent)

@@ -27,7 +27,8 @@ public:
     void InitView();
 
     /**
-     * Makes `roots` the top-level entries and lists their first level. Works once:
+     * Makes `roots` the top-level entries and lists their first level; waits for their
+     * disks 1.5 seconds at most, and what comes later is shown later. Works once:
      * as soon as a list that is not empty has been taken, further calls do nothing.
      * While the nodes are lent the list is kept and taken when they are returned.
      */
@@ -35,7 +36,8 @@ public:
 
     /**
      * Lends the nodes to the size worker (true: call it before the worker starts)
-     * and takes them back (false: call it after the worker's end). Meanwhile the
+     * and takes them back (false: call it after the worker's end). What is still being
+     * listed is awaited before, unless its disk does not answer. Meanwhile the
      * view takes no input, and whoever reads a node through the model breaks the
      * contract (see CNodeLoan). What the worker listed is shown afterwards. Saying
      * the same twice changes nothing.
@@ -96,6 +98,8 @@ protected:
     bool event(QEvent* pEvent) override;
     bool viewportEvent(QEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
+    void showEvent(QShowEvent* pEvent) override;
+    void hideEvent(QHideEvent* pEvent) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 

@@ -4,26 +4,32 @@
 
 #include <QVector>
 
-#include <array>
 #include <chrono>
-#include <condition_variable>
+#include <functional>
 #include <initializer_list>
+#include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
-class CDirNode;
+/** The listing of one of several folders. */
+struct STListedFolder
+{
+    int nFolder = 0; ///< its place among the folders
+    STDirListing stListing;
+};
 
 /**
- * Lists many folders for a caller that takes the listings one after the other.
+ * Lists many folders on threads of its own, for a caller that takes the listings as
+ * they come. A disk that does not answer holds up nobody but who waits for it.
  *
- * Listings that take no time are made as they are asked for. As soon as one takes
- * long, helper threads ask the disk for several folders at once, so that the
- * caller waits for it a few times and not once for each folder. Only a few listings
- * are kept ready, however many folders there are.
+ * One thread lists one folder after the other. As soon as one takes long, others help
+ * and ask the disk for several folders at once, so that the caller waits for it a few
+ * times and not once for each folder. Only a few listings are kept ready, however
+ * many folders there are.
  *
- * Made, asked and destroyed on one thread. Until it is destroyed the nodes, and those
- * above them, stay where they are and their m_fileInfo belongs to this object.
+ * The threads hold copies of all that they need. One that is still asking a disk when
+ * this object ends, or after GoOnLater(), is left behind (CLeftBehind). Where the system
+ * gives no thread the caller lists. Made, asked and destroyed on one thread.
  */
 class CListAhead
 {
@@ -32,42 +38,47 @@ public:
     static const std::chrono::milliseconds LONG;
 
     /**
-     * Will list the folders of `listNode`, leaving out names as CDirNode::List does.
-     * What `listSkip` refers to has to live longer than this object.
+     * Begins to list the folders, leaving out names as CDirListing does. What `listSkip`
+     * refers to has to live as long as the process.
      */
-    CListAhead(QVector<const CDirNode*> listNode, std::initializer_list<QLatin1String> listSkip,
+    CListAhead(QVector<STFolderToList> listFolder, std::initializer_list<QLatin1String> listSkip,
                std::chrono::milliseconds longTime = LONG);
 
-    /** Waits for the listings that are under way. */
+    /** Waits for nobody. */
     ~CListAhead();
 
     CListAhead(const CListAhead&) = delete;
     CListAhead& operator=(const CListAhead&) = delete;
 
-    /** The listing of the next folder; waits for it. To be called at most once for each folder. */
-    STDirListing Next();
+    /**
+     * The listings that have come since the last call, by their places. Waits up to that
+     * time for the first of them; none when none came by then, or all have been taken.
+     */
+    std::vector<STListedFolder> Take(std::chrono::milliseconds time);
+
+    /** Whether all listings have been taken. */
+    bool IsDone() const;
+
+    /**
+     * To be called when the caller waits no longer: from now on fnReady runs on any thread
+     * as soon as there is something to take. It must not call this object.
+     */
+    void GoOnLater(std::function<void()> fnReady);
+
+    /**
+     * The folders whose disks have been asked for so long without an answer, by their
+     * places. Brings in helpers for others that wait behind them.
+     */
+    std::vector<int> Overdue(std::chrono::milliseconds time);
 
 private:
-    // Listings that may be under way or ready beyond the ones that were taken.
-    static const int AHEAD = 32;
+    struct STShared;
 
-    STDirListing ListHere(int nFolder);
+    static void Help(const std::shared_ptr<STShared>& pShared);
+    static void ListNext(STShared& stShared, std::unique_lock<std::mutex>& lock);
+    bool StartHelper();
     void StartHelpers();
-    void Help();
-    bool HasRoom() const { return m_nClaimed < m_nTaken + AHEAD; }
 
-    const QVector<const CDirNode*> m_listNode;
-    const std::initializer_list<QLatin1String> m_listSkip;
     const std::chrono::milliseconds m_longTime;
-
-    std::mutex m_mutex; // guards what follows, but for the threads
-    std::condition_variable m_room; // for helpers
-    std::condition_variable m_ready; // for the caller
-    std::array<STDirListing, AHEAD> m_listing; // of folder n at n % AHEAD
-    std::array<bool, AHEAD> m_bReady{};
-    int m_nClaimed = 0; // folders that somebody lists or has listed
-    int m_nTaken = 0; // listings that were handed out
-    bool m_bEnd = false;
-
-    std::vector<std::thread> m_listHelper;
+    const std::shared_ptr<STShared> m_pShared;
 };

@@ -24,6 +24,7 @@ static QByteArray s_baEnd;
 static int s_nError = 0;
 static int s_nGood = 0;
 static std::function<void()> s_fnAction;
+static bool s_bEachTime = false; // the action runs with each call
 static std::atomic<int> s_nCalls{0};
 
 static void Set(ENCall enCall, const QString& strEnd, int nError, int nGood, std::function<void()> fnAction)
@@ -32,6 +33,7 @@ static void Set(ENCall enCall, const QString& strEnd, int nError, int nGood, std
     s_nError = nError;
     s_nGood = nGood;
     s_fnAction = std::move(fnAction);
+    s_bEachTime = false;
     s_nCalls = 0;
     s_enCall = enCall;
 }
@@ -46,6 +48,13 @@ void CFailingCalls::Watch(ENCall enCall, const QString& strEnd, std::function<vo
     Set(enCall, strEnd, 0, nGood, std::move(fnAction));
 }
 
+void CFailingCalls::WatchAll(ENCall enCall, const QString& strEnd, std::function<void()> fnAction)
+{
+    Set(ENCall::NONE, strEnd, 0, 0, std::move(fnAction));
+    s_bEachTime = true;
+    s_enCall = enCall;
+}
+
 void CFailingCalls::Reset() { Set(ENCall::NONE, QString(), 0, 0, std::function<void()>()); }
 
 int CFailingCalls::Calls() { return s_nCalls; }
@@ -58,7 +67,7 @@ static int ErrorForPath(ENCall enCall, const char* pszPath)
     }
     const int nCall = s_nCalls++;
     if (s_fnAction) {
-        if (nCall == s_nGood) {
+        if (s_bEachTime || nCall == s_nGood) {
             s_fnAction();
         }
         return 0;

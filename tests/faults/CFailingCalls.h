@@ -47,6 +47,9 @@ public:
      */
     static void Watch(ENCall enCall, const QString& strEnd, std::function<void()> fnAction, int nGood = 0);
 
+    /** The same with every such call, on several threads at once where the program makes them so. */
+    static void WatchAll(ENCall enCall, const QString& strEnd, std::function<void()> fnAction);
+
     /** Back to the C library. Not while a worker runs. */
     static void Reset();
 

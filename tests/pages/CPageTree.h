@@ -12,6 +12,7 @@ public:
     /** Takes every entry out of the tree. No view may be looking at it. */
     static void Clear()
     {
+        CDirModel::GetInstence()->DropListings();
         CDirNode* pRoot = CDirModel::GetInstence()->GetRootNode();
         pRoot->RemoveAllBelow();
         pRoot->m_chkState = Qt::Unchecked;

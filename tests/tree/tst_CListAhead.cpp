@@ -1,4 +1,5 @@
 #include "files/CFileNameCodec.h"
+#include "files/CLeftBehind.h"
 #include "support/CTempTree.h"
 #include "tree/CDirModel.h"
 #include "tree/CDirNode.h"
@@ -7,6 +8,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
@@ -15,6 +17,7 @@
 #include <future>
 #include <memory>
 #include <mutex>
+#include <pthread.h>
 #include <set>
 #include <string>
 #include <thread>
@@ -43,6 +46,7 @@ public:
         m_strHeld.clear();
         m_nTogether = nTogether;
         m_bMissed = false;
+        m_changed.notify_all();
     }
 
     /** Opening one folder takes until it is released, by an empty name. */
@@ -59,13 +63,14 @@ public:
         if (m_strBelow.empty() || strPath.rfind(m_strBelow, 0) != 0) {
             return;
         }
-        m_listPath.push_back(strPath.substr(m_strBelow.size()));
+        const std::string strOpened = strPath.substr(m_strBelow.size());
+        m_listPath.push_back(strOpened);
         m_setThread.insert(std::this_thread::get_id());
         m_changed.notify_all();
         if (m_listPath.size() > 1) {
             WaitFor(lock, [this] { return m_listPath.size() >= m_nTogether; });
         }
-        if (m_listPath.back() == m_strHeld) {
+        if (strOpened == m_strHeld) {
             WaitFor(lock, [this] { return m_strHeld.empty(); });
         }
     }
@@ -78,9 +83,18 @@ public:
     }
 
     /** True when somebody waited in vain. */
-    bool IsMissed() const { return m_bMissed; }
+    bool IsMissed() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_bMissed;
+    }
 
-    bool IsOnlyBy(std::thread::id id) const { return m_setThread == std::set<std::thread::id>{id}; }
+    /** The threads that opened folders. */
+    std::set<std::thread::id> Threads() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_setThread;
+    }
 
 private:
     template <typename TCondition> void WaitFor(std::unique_lock<std::mutex>& lock, TCondition fnCame)
@@ -109,7 +123,44 @@ extern "C" DIR* opendir(const char* pszPath)
     return s_pfnOpen(pszPath);
 }
 
+static std::atomic<bool> s_bNoThreads{false};
+
+/** Stands in front of the C library's, too: the system may give no thread. */
+extern "C" int pthread_create(pthread_t* pThread, const pthread_attr_t* pAttr, void* (*fnRun)(void*),
+                              void* pArgument)
+{
+    using PFNCreate = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    static const PFNCreate s_pfnCreate = reinterpret_cast<PFNCreate>(dlsym(RTLD_NEXT, "pthread_create"));
+    return s_bNoThreads ? EAGAIN : s_pfnCreate(pThread, pAttr, fnRun, pArgument);
+}
+
 static const std::initializer_list<QLatin1String> SKIP = {QLatin1String("dev"), QLatin1String("home")};
+
+/** Takes the listings of so many folders, by their places; each has to come once. */
+static QVector<STDirListing> TakeAll(CListAhead& listAhead, int nCount)
+{
+    QVector<STDirListing> listListing(nCount);
+    std::set<int> setCame;
+    while (!listAhead.IsDone()) {
+        for (STListedFolder& stFolder : listAhead.Take(10s)) {
+            if (!setCame.insert(stFolder.nFolder).second) {
+                qFatal("a listing has come twice");
+            }
+            listListing[stFolder.nFolder] = std::move(stFolder.stListing);
+        }
+    }
+    return listListing;
+}
+
+/** Whether each of the folders that Folders() makes has as many entries as it was given. */
+static bool IsAllThere(const QVector<STDirListing>& listListing)
+{
+    int nFolder = -1;
+    return std::all_of(listListing.begin(), listListing.end(), [&nFolder](const STDirListing& stListing) {
+        ++nFolder;
+        return stListing.listEntry.size() == nFolder % 11;
+    });
+}
 
 class tst_CListAhead : public QObject
 {
@@ -120,44 +171,47 @@ private slots:
     void init() { m_pTree = std::make_unique<CTempTree>(); }
     void cleanup();
 
-    void listingsComeInOrder_data();
-    void listingsComeInOrder();
+    void eachListingComesOnce_data();
+    void eachListingComesOnce();
     void slowOnesAreAskedTogether();
     void oneThatTakesLongerIsWaitedFor();
-    void quickOnesTakeNoThread();
+    void oneThatHangsHoldsNobody();
+    void whoIsDestroyedWaitsForNobody();
+    void goesOnLater();
+    void withoutThreadsTheCallerLists();
+    void quickOnesTakeOneThread();
     void onlyAFewAreReadAhead();
     void modelOpensFoldersOnly();
     void modelListsAsManyFoldersAsThereAre();
 
 private:
-    /** Makes and keeps the nodes of so many folders below "all", with one entry more each, up to ten. */
-    QVector<const CDirNode*> Folders(int nCount);
+    /** Makes so many folders below "all", with one entry more each, up to ten. */
+    QVector<STFolderToList> Folders(int nCount);
 
     std::unique_ptr<CTempTree> m_pTree;
-    std::vector<std::unique_ptr<CDirNode>> m_listNode;
 };
 
 void tst_CListAhead::cleanup()
 {
+    s_bNoThreads = false;
     s_watch.Begin(QString());
-    m_listNode.clear();
+    QTRY_VERIFY(!CLeftBehind::Any());
     m_pTree.reset();
 }
 
-QVector<const CDirNode*> tst_CListAhead::Folders(int nCount)
+QVector<STFolderToList> tst_CListAhead::Folders(int nCount)
 {
-    QVector<const CDirNode*> listFolder;
+    QVector<STFolderToList> listFolder;
     for (int i = 0; i < nCount; ++i) {
         const QString strFolder = QString("all/%1").arg(i, 4, 10, QLatin1Char('0'));
         m_pTree->MkDir(strFolder);
         m_pTree->FillNumbered(strFolder + "/file %1", 1, i % 11);
-        m_listNode.push_back(std::make_unique<CDirNode>(QFileInfo(m_pTree->Path(strFolder)), nullptr));
-        listFolder.append(m_listNode.back().get());
+        listFolder.append({m_pTree->Path(strFolder), {}});
     }
     return listFolder;
 }
 
-void tst_CListAhead::listingsComeInOrder_data()
+void tst_CListAhead::eachListingComesOnce_data()
 {
     QTest::addColumn<int>("nCount");
     QTest::addColumn<int>("nLongMs");
@@ -167,18 +221,20 @@ void tst_CListAhead::listingsComeInOrder_data()
     }
 }
 
-void tst_CListAhead::listingsComeInOrder()
+void tst_CListAhead::eachListingComesOnce()
 {
     QFETCH(int, nCount);
     QFETCH(int, nLongMs);
-    QVector<const CDirNode*> listFolder = Folders(nCount - 1);
-    const CDirNode gone(QFileInfo(m_pTree->Path("gone")), nullptr);
-    listFolder.insert(nCount / 2, &gone);
+    QVector<STFolderToList> listFolder = Folders(nCount - 1);
+    const int nGone = nCount / 2;
+    listFolder.insert(nGone, {m_pTree->Path("gone"), {}});
     CListAhead listAhead(listFolder, SKIP, std::chrono::milliseconds(nLongMs));
-    for (const CDirNode* pNode : qAsConst(listFolder)) {
-        const STDirListing stListing = listAhead.Next();
-        const STDirListing stExpected = pNode->List(SKIP);
-        QCOMPARE(stListing.nError, pNode == &gone ? ENOENT : 0);
+    const QVector<STDirListing> listListing = TakeAll(listAhead, nCount);
+    QVERIFY(listAhead.Take(1h).empty());
+    for (int n = 0; n < nCount; ++n) {
+        const STDirListing& stListing = listListing.at(n);
+        const STDirListing stExpected = CDirListing::List(listFolder.at(n), SKIP);
+        QCOMPARE(stListing.nError, n == nGone ? ENOENT : 0);
         QCOMPARE(stListing.listEntry.size(), stExpected.listEntry.size());
         for (int i = 0; i < stListing.listEntry.size(); ++i) {
             QCOMPARE(stListing.listEntry.at(i).fileInfo, stExpected.listEntry.at(i).fileInfo);
@@ -188,65 +244,123 @@ void tst_CListAhead::listingsComeInOrder()
 
 void tst_CListAhead::slowOnesAreAskedTogether()
 {
-    const QVector<const CDirNode*> listFolder = Folders(9);
+    const QVector<STFolderToList> listFolder = Folders(9);
     // The first tells that the disk is slow; of the others nobody returns before all have come.
     s_watch.Begin(m_pTree->Path("all"), 9);
     CListAhead listAhead(listFolder, SKIP, 0ms);
-    for (int i = 0; i < listFolder.size(); ++i) {
-        QCOMPARE(listAhead.Next().listEntry.size(), i % 11);
-    }
+    QVERIFY(IsAllThere(TakeAll(listAhead, listFolder.size())));
     QVERIFY(!s_watch.IsMissed());
     QCOMPARE(s_watch.Opened().size(), size_t(9));
 }
 
 void tst_CListAhead::oneThatTakesLongerIsWaitedFor()
 {
-    const QVector<const CDirNode*> listFolder = Folders(120);
+    const QVector<STFolderToList> listFolder = Folders(120);
     s_watch.Begin(m_pTree->Path("all"));
     s_watch.Hold("/0072");
     CListAhead listAhead(listFolder, SKIP, 0ms);
-    for (int i = 0; i < listFolder.size(); ++i) {
-        std::future<void> released;
-        if (i == 40 || i == 40 + 32) {
-            // Leaves both to the helpers, the second in the place that the first had.
-            QTRY_VERIFY(Has(s_watch.Opened(), "/00" + std::to_string(i)));
-        }
-        if (i == 40 + 32) {
-            // Nobody sees that the caller waits: time is given to one that does not.
-            released = std::async(std::launch::async, [] {
-                std::this_thread::sleep_for(50ms);
-                s_watch.Hold({});
-            });
-        }
-        QCOMPARE(listAhead.Next().listEntry.size(), i % 11);
-    }
+    // Nobody sees that the caller waits: time is given to one that does not.
+    const std::future<void> released = std::async(std::launch::async, [] {
+        std::this_thread::sleep_for(50ms);
+        s_watch.Hold({});
+    });
+    QVERIFY(IsAllThere(TakeAll(listAhead, listFolder.size())));
     QVERIFY(!s_watch.IsMissed());
 }
 
-void tst_CListAhead::quickOnesTakeNoThread()
+void tst_CListAhead::oneThatHangsHoldsNobody()
 {
-    const QVector<const CDirNode*> listFolder = Folders(50);
+    // The first is that of the one thread that there is by then.
+    const QVector<STFolderToList> listFolder = Folders(120);
+    s_watch.Begin(m_pTree->Path("all"));
+    s_watch.Hold("/0000");
+    CListAhead listAhead(listFolder, SKIP);
+    std::vector<int> listCame;
+    while (listCame.size() < 119) {
+        for (const STListedFolder& stFolder : listAhead.Take(10s)) {
+            listCame.push_back(stFolder.nFolder);
+        }
+    }
+    QVERIFY(std::find(listCame.begin(), listCame.end(), 0) == listCame.end());
+    QVERIFY(listAhead.Take(0ms).empty());
+    QVERIFY(!listAhead.IsDone());
+    QVERIFY(listAhead.Overdue(1h).empty());
+    QCOMPARE(listAhead.Overdue(0ms), std::vector<int>{0});
+    s_watch.Hold({});
+    QCOMPARE(listAhead.Take(10s).size(), size_t(1));
+    QVERIFY(listAhead.IsDone());
+    QVERIFY(listAhead.Overdue(0ms).empty());
+}
+
+void tst_CListAhead::whoIsDestroyedWaitsForNobody()
+{
+    const QVector<STFolderToList> listFolder = Folders(20);
+    s_watch.Begin(m_pTree->Path("all"));
+    s_watch.Hold("/0000");
+    {
+        CListAhead listAhead(listFolder, SKIP);
+        QTRY_VERIFY(Has(s_watch.Opened(), "/0000"));
+        QVERIFY(!CLeftBehind::Any());
+    }
+    QVERIFY(CLeftBehind::Any());
+    s_watch.Hold({});
+    QTRY_VERIFY(!CLeftBehind::Any());
+    // It has gone on with no other folder.
+    QCOMPARE(s_watch.Opened().size(), size_t(1));
+}
+
+void tst_CListAhead::goesOnLater()
+{
+    const QVector<STFolderToList> listFolder = Folders(2);
+    s_watch.Begin(m_pTree->Path("all"));
+    s_watch.Hold("/0001");
+    CListAhead listAhead(listFolder, SKIP);
+    QTRY_VERIFY(Has(s_watch.Opened(), "/0001"));
+    // What is there already is told at once.
+    std::atomic<int> nTold{0};
+    listAhead.GoOnLater([&nTold] { ++nTold; });
+    QCOMPARE(nTold.load(), 1);
+    QVERIFY(CLeftBehind::Any());
+    QCOMPARE(listAhead.Take(0ms).size(), size_t(1));
+    s_watch.Hold({});
+    QTRY_COMPARE(nTold.load(), 2);
+    QVERIFY(!CLeftBehind::Any());
+    QCOMPARE(listAhead.Take(0ms).at(0).stListing.listEntry.size(), 1);
+}
+
+void tst_CListAhead::withoutThreadsTheCallerLists()
+{
+    const QVector<STFolderToList> listFolder = Folders(40);
+    s_watch.Begin(m_pTree->Path("all"));
+    s_bNoThreads = true;
+    CListAhead listAhead(listFolder, SKIP, 0ms);
+    QVERIFY(IsAllThere(TakeAll(listAhead, listFolder.size())));
+    QCOMPARE(s_watch.Threads(), std::set<std::thread::id>{std::this_thread::get_id()});
+}
+
+void tst_CListAhead::quickOnesTakeOneThread()
+{
+    const QVector<STFolderToList> listFolder = Folders(50);
     s_watch.Begin(m_pTree->Path("all"));
     CListAhead listAhead(listFolder, SKIP, 1h);
-    for (int i = 0; i < listFolder.size(); ++i) {
-        listAhead.Next();
-    }
+    TakeAll(listAhead, listFolder.size());
     QCOMPARE(s_watch.Opened().size(), size_t(50));
-    QVERIFY(s_watch.IsOnlyBy(std::this_thread::get_id()));
+    // Not that of the caller, who must not be held up by a disk.
+    const std::set<std::thread::id> setThread = s_watch.Threads();
+    QCOMPARE(setThread.size(), size_t(1));
+    QVERIFY(*setThread.begin() != std::this_thread::get_id());
 }
 
 void tst_CListAhead::onlyAFewAreReadAhead()
 {
-    const QVector<const CDirNode*> listFolder = Folders(300);
+    const QVector<STFolderToList> listFolder = Folders(300);
     s_watch.Begin(m_pTree->Path("all"));
-    {
-        CListAhead listAhead(listFolder, SKIP, 0ms);
-        listAhead.Next();
-        // The helpers go on until they may not, and then wait.
-        QTRY_VERIFY(s_watch.Opened().size() > 20);
-    }
-    // They have ended by now, so nothing is opened after this look.
-    const size_t nOpened = s_watch.Opened().size();
+    CListAhead listAhead(listFolder, SKIP, 0ms);
+    const size_t nTaken = listAhead.Take(10s).size();
+    // The helpers go on until they may not, and then wait.
+    QTRY_VERIFY(s_watch.Opened().size() > nTaken + 20);
+    QTRY_VERIFY(listAhead.Overdue(0ms).empty());
+    const size_t nOpened = s_watch.Opened().size() - nTaken;
     QVERIFY2(nOpened < 60, qPrintable(QString::number(nOpened)));
 }
 
