@@ -21,6 +21,12 @@ public:
     /** Before each call to the system that may take long. */
     virtual void StepBegins(ENCopyStep enStep) = 0;
 
-    /** After each piece: nBytes more have reached the destination. */
+    /** After each piece: nBytes more have reached the destination, or fewer when a file begins anew. */
     virtual void BytesWritten(qint64 nBytes) = 0;
+
+    /**
+     * When the disk is full and nBytes more are needed, 0 when nobody knows: gives up
+     * room that the copy has kept for itself. False when that cannot help.
+     */
+    virtual bool MakeRoom(qint64 nBytes) = 0;
 };

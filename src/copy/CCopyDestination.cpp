@@ -34,17 +34,38 @@ static bool CanBeRead(const QString& strPath)
     return true;
 }
 
+/** The folder that holds the path; null when it cannot be opened. */
+static std::shared_ptr<const CDescriptor> OpenParent(const QString& strPath)
+{
+    const int nDescriptor = CCopyPlatform::OpenFolder(strPath.left(qMax(strPath.lastIndexOf('/'), 1)));
+    return nDescriptor == -1 ? nullptr : std::make_shared<const CDescriptor>(nDescriptor);
+}
+
 CCopyDestination::CCopyDestination(QString strPath)
     : m_strPath(std::move(strPath))
     , m_nDevice(NearestDevice(m_strPath))
+    , m_pParent(OpenParent(m_strPath))
 {
 }
+
+bool CCopyDestination::IsGone() const
+{
+    return m_nDevice && NearestDevice(m_strPath).value_or(*m_nDevice) != *m_nDevice;
+}
+
+bool CCopyDestination::Flush() const
+{
+    return m_pParent ? CCopyPlatform::FlushFileSystem(m_pParent->Get())
+                     : CCopyPlatform::FlushFileSystem(m_strPath);
+}
+
+std::shared_ptr<const CDescriptor> CCopyDestination::Parent() const { return m_pParent; }
 
 std::optional<STCopyReason> CCopyDestination::MakeFolder(const QString& strFolder) const
 {
     // Where the stick was mounted an empty folder may be left: making the path
     // again would fill the disk that the machine runs from.
-    if (m_nDevice && NearestDevice(m_strPath).value_or(*m_nDevice) != *m_nDevice) {
+    if (IsGone()) {
         return STCopyReason::DestinationGone();
     }
     errno = 0;

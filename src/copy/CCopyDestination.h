@@ -1,10 +1,12 @@
 #pragma once
 
+#include "copy/CDescriptor.h"
 #include "copy/STCopyOutcome.h"
 
 #include <QFileInfo>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 /** The folder that a copy goes into; used on the thread that copies. */
@@ -14,8 +16,20 @@ public:
     /** No folder yet: whatever is asked for is made. */
     CCopyDestination() = default;
 
-    /** Remembers the disk that holds the folder, or would hold it once it is made. */
+    /** Remembers the disk that holds the folder, or would hold it once it is made, and keeps hold of it. */
     explicit CCopyDestination(QString strPath);
+
+    /** Whether another disk is in its place, or none. False when the disk does not say. */
+    bool IsGone() const;
+
+    /**
+     * Returns when everything written there since this object was made is on the disk;
+     * false when it is not, with the reason in errno.
+     */
+    bool Flush() const;
+
+    /** The folder that holds the folder of the copy; null when it cannot be opened or is not there. */
+    std::shared_ptr<const CDescriptor> Parent() const;
 
     /**
      * Makes a folder below this one, with its parents. Gives the reason when it is
@@ -32,4 +46,5 @@ public:
 private:
     QString m_strPath;
     std::optional<quint64> m_nDevice; // file system that holds the folder
+    std::shared_ptr<const CDescriptor> m_pParent; // null when it cannot be opened
 };

@@ -3,12 +3,15 @@
 #include "copy/CCopyPlatform.h"
 #include "copy/CFileCopy.h"
 #include "copy/CUnlistedEntries.h"
+#include "files/CAsideQuestion.h"
+#include "log/CClock.h"
 #include "tree/CDirNode.h"
 
 #include <QDebug>
 #include <QFile>
 
 #include <cerrno>
+#include <chrono>
 #include <optional>
 #include <utility>
 
@@ -41,6 +44,7 @@ void CCopyFileThread::SetCopyParam(qint64 nTotalSize, CDirNode* pRootNode, QStri
     m_pRootNode = pRootNode;
     m_strDestPath = std::move(strDestPath);
     m_enStatus = enStatus;
+    m_pReportFile = std::make_shared<CCopyReportFile>(m_strDestPath);
 }
 
 void CCopyFileThread::SetCopyStatus(ENCopyStatus enStatus) { m_enStatus = enStatus; }
@@ -91,20 +95,51 @@ void CCopyFileThread::run()
     m_pulse.Begin();
     m_report.Reset();
     m_destination = CCopyDestination(m_strDestPath);
+    Begin();
 
     CopyFile(m_pRootNode, m_strDestPath);
 
-    STCopyEnd stEnd;
-    stEnd.bStopped = m_enStatus == COPY_STATUS_STOP;
-    if (!stEnd.bStopped) {
-        stEnd.enFlush = FlushDestination();
-    }
-    m_pulse.End();
-    m_nUsedTime = stEnd.nMs = m_clock.UsedMs();
+    const STCopyEnd stEnd = Finish();
     if (m_report.Close(stEnd)) {
         emit SignalCopyAccount(m_report.Account());
         emit SignalCopyFinish();
     }
+}
+
+/** Says in the log and on the destination that a copy begins. */
+void CCopyFileThread::Begin()
+{
+    STCopyBeginning stBeginning{CClock::Now(), {}, m_strDestPath, m_nTotalSize};
+    const int nCount = m_enStatus == COPY_STATUS_STOP ? 0 : m_pRootNode->m_listChild.count();
+    for (int nRow = 0; nRow < nCount && m_enStatus != COPY_STATUS_STOP; ++nRow) {
+        const CDirNode* pChild = m_pRootNode->Child(nRow);
+        if (pChild != nullptr && pChild->m_chkState != Qt::Unchecked) {
+            stBeginning.listSource.append(pChild->m_fileInfo.absoluteFilePath());
+        }
+    }
+    m_report.WriteBegin(stBeginning.listSource, m_strDestPath, m_nTotalSize);
+    // Of nothing there is nothing to report.
+    if (!stBeginning.listSource.isEmpty()) {
+        m_pReportFile->Begin(m_destination.Parent(), stBeginning);
+    }
+}
+
+/** Brings what was copied to the disk, and the report up to it. */
+STCopyEnd CCopyFileThread::Finish()
+{
+    m_pulse.BeginStep(ENCopyStep::FLUSHING);
+    STCopyEnd stEnd;
+    stEnd.bStopped = m_enStatus == COPY_STATUS_STOP;
+    stEnd.bGone = m_destination.IsGone();
+    stEnd.enFlush = FlushDestination(stEnd.bStopped, stEnd.bGone);
+    m_nUsedTime = stEnd.nMs = m_clock.UsedMs();
+    const STReportEnd stReport = m_pReportFile->End(m_report.AccountWith(stEnd));
+    stEnd.strReport = stReport.strPath;
+    stEnd.bReportMissing = stReport.bMissing;
+    // Nothing of the destination stays open when the window is told of the end.
+    m_destination = CCopyDestination();
+    m_pulse.End();
+    return stEnd;
 }
 
 void CCopyFileThread::CopyFile(CDirNode* pNode, QString strDest)
@@ -142,8 +177,7 @@ void CCopyFileThread::CopyChild(CDirNode* pChild, const QString& strDest, qint64
     // Paths of the start-up volume keep their leading separator: docs/behaviour.md.
     QString strFolder = strDest + '/' + strSource;
     m_pulse.BeginItem(pChild->m_fileInfo.absoluteFilePath());
-    m_pulse.BeginStep(ENCopyStep::WRITING);
-    const std::optional<STCopyReason> stReason = m_destination.MakeFolder(strFolder);
+    const std::optional<STCopyReason> stReason = MakeFolder(strFolder);
     if (m_enStatus == COPY_STATUS_STOP) {
         return; // a slow disk may have taken long, and the node may be gone
     }
@@ -155,10 +189,56 @@ void CCopyFileThread::CopyChild(CDirNode* pChild, const QString& strDest, qint64
         WriteFile(pChild, strFolder, nChunk, strDest);
         return;
     }
+    const std::optional<STCopyReason> stReplaced = LookAtFolder(*pChild);
+    if (m_enStatus == COPY_STATUS_STOP) {
+        return;
+    }
+    if (stReplaced) {
+        ReportBranch(pChild, *stReplaced);
+        return;
+    }
     if (pChild->m_chkState == Qt::Checked) {
         ReportUnlisted(*pChild);
     }
     CopyFile(pChild, strDest);
+}
+
+std::optional<STCopyReason> CCopyFileThread::MakeFolder(const QString& strFolder)
+{
+    m_pulse.BeginStep(ENCopyStep::WRITING);
+    std::optional<STCopyReason> stReason = m_destination.MakeFolder(strFolder);
+    while (stReason && IsNoRoom(stReason->nError) && MakeRoom(0)) {
+        stReason = m_destination.MakeFolder(strFolder);
+    }
+    return stReason;
+}
+
+/**
+ * The reason why a folder is not to be entered: a link has taken its place. Notes a
+ * link that leads to another volume, once for all that is below it. The node is
+ * looked at before the disk and not afterwards.
+ */
+std::optional<STCopyReason> CCopyFileThread::LookAtFolder(const CDirNode& node)
+{
+    const QString strPath = node.m_fileInfo.absoluteFilePath();
+    const bool bLink = node.m_bLink;
+    const bool bVolume = node.m_pParent == m_pRootNode;
+    if (bVolume) {
+        return std::nullopt; // a volume may be a link to where it is mounted
+    }
+    m_pulse.BeginStep(ENCopyStep::READING);
+    const std::optional<STFileState> stEntry = CCopyPlatform::GetEntryState(strPath);
+    if (!stEntry || stEntry->enKind != ENFileKind::LINK) {
+        return std::nullopt;
+    }
+    if (!bLink) {
+        return STCopyReason{ENCopyProblem::SOURCE_REPLACED, QStringLiteral("a link has taken its place")};
+    }
+    const std::optional<STFileState> stTarget = CCopyPlatform::GetPathState(strPath);
+    if (stTarget && stTarget->nDevice != stEntry->nDevice) {
+        AddNote(strPath);
+    }
+    return std::nullopt;
 }
 
 /** Books what is not copied of a fully ticked folder, since it is not in the tree. */
@@ -172,16 +252,18 @@ void CCopyFileThread::ReportUnlisted(const CDirNode& node)
         if (!stOutcome) {
             return;
         }
-        m_report.AddProblem(*stOutcome);
+        AddProblem(*stOutcome);
     }
 }
 
-/** Books a ticked node that has no target folder, with everything ticked below it. */
+/** Books a ticked node that is not copied, with everything ticked below it. */
 void CCopyFileThread::ReportBranch(CDirNode* pNode, const STCopyReason& stReason)
 {
-    const qint64 nExpected = pNode->m_bDir ? STCopyOutcome::UNKNOWN_SIZE : pNode->m_fileInfo.size();
-    m_report.AddProblem(STCopyOutcome::Missing(pNode->m_fileInfo.absoluteFilePath(), stReason, nExpected));
+    const QFileInfo info = pNode->m_fileInfo;
     const int nCount = pNode->m_listChild.count();
+    const qint64 nExpected = pNode->m_bDir ? STCopyOutcome::UNKNOWN_SIZE : info.size();
+    AddProblem(STCopyOutcome::Missing(info.absoluteFilePath(), stReason, nExpected));
+    // The size and the line of the report came from disks that may be slow.
     for (int nRow = 0; nRow < nCount && m_enStatus != COPY_STATUS_STOP; ++nRow) {
         CDirNode* pChild = pNode->Child(nRow);
         if (pChild != nullptr && pChild->m_chkState != Qt::Unchecked) {
@@ -190,26 +272,57 @@ void CCopyFileThread::ReportBranch(CDirNode* pNode, const STCopyReason& stReason
     }
 }
 
+void CCopyFileThread::AddProblem(const STCopyOutcome& stOutcome)
+{
+    if (m_report.AddProblem(stOutcome)) {
+        m_pulse.BeginStep(ENCopyStep::WRITING);
+        m_pReportFile->Add(CCopyReport::Item(stOutcome));
+    }
+}
+
+/** Notes a link that leads to another volume. */
+void CCopyFileThread::AddNote(const QString& strPath)
+{
+    STCopyOutcome stOutcome;
+    stOutcome.strPath = strPath;
+    stOutcome.stReason
+        = {ENCopyProblem::LEAVES_VOLUME, QStringLiteral("a link to another volume, copied as it resolves")};
+    if (m_report.AddNote(stOutcome)) {
+        m_pulse.BeginStep(ENCopyStep::WRITING);
+        m_pReportFile->Add(CCopyReport::Item(stOutcome));
+    }
+}
+
 void CCopyFileThread::WriteFile(CDirNode* pNode, QString& strFolder, qint64 nChunk, QString /*strDest*/)
 {
     // A copy of what the node knows: the node itself may be gone after a stop.
     const QFileInfo source = pNode->m_fileInfo;
+    m_bListedAsLink = pNode->m_bLink;
     QString strTarget = strFolder + '/' + source.fileName();
     DealExistingFile(strTarget, strFolder, source);
     DealCopyFile(strTarget, strFolder, source, nChunk);
+    m_bListedAsLink = std::nullopt;
 }
 
 void CCopyFileThread::DealExistingFile(QString& strTarget, QString strFolder, QFileInfo source)
 {
+    m_pulse.BeginStep(ENCopyStep::WRITING);
     strTarget = CCopyDestination::FreeName(strTarget, strFolder, source);
 }
 
 void CCopyFileThread::DealCopyFile(QString& strTarget, QString strFolder, QFileInfo source, qint64 nChunk)
 {
-    const STCopyOutcome stOutcome = CFileCopy(source, std::move(strFolder), nChunk, *this).Copy(strTarget);
-    m_report.AddFile(stOutcome);
-    if (stOutcome.enEnd == ENCopyEnd::WHOLE || stOutcome.stReason.enProblem == ENCopyProblem::TIME_LOST) {
+    CFileCopy copy(source, std::move(strFolder), nChunk, *this, m_bListedAsLink);
+    const STCopyOutcome stOutcome = copy.Copy(strTarget);
+    if (stOutcome.HasAllBytes()) {
         m_pulse.AddFile();
+    }
+    if (m_report.AddFile(stOutcome) && stOutcome.enEnd != ENCopyEnd::WHOLE) {
+        m_pulse.BeginStep(ENCopyStep::WRITING);
+        m_pReportFile->Add(CCopyReport::Item(stOutcome));
+    }
+    if (stOutcome.bLeavesVolume && stOutcome.HasAllBytes()) {
+        AddNote(stOutcome.strPath);
     }
 }
 
@@ -240,31 +353,55 @@ void CCopyFileThread::StepBegins(ENCopyStep enStep) { m_pulse.BeginStep(enStep);
 
 void CCopyFileThread::BytesWritten(qint64 nBytes) { m_pulse.AddBytes(nBytes); }
 
-ENCopyFlush CCopyFileThread::FlushDestination()
+bool CCopyFileThread::MakeRoom(qint64 nBytes)
+{
+    const int nError = errno;
+    const bool bMade = m_pReportFile->GiveUpRoom(nBytes);
+    errno = nError;
+    return bMade;
+}
+
+ENCopyFlush CCopyFileThread::FlushDestination(bool bStopped, bool bGone)
 {
     // Nothing was ever made there, so there is nothing to flush.
-    if (m_report.Files() == 0 && !QFileInfo::exists(m_strDestPath)) {
+    if (!bGone && m_report.Files() == 0 && !QFileInfo::exists(m_strDestPath)) {
         return ENCopyFlush::NOT_NEEDED;
     }
-    m_pulse.BeginStep(ENCopyStep::FLUSHING);
-    if (CCopyPlatform::FlushFileSystem(m_strDestPath)) {
+    if (!bGone && m_destination.Flush()) {
         return ENCopyFlush::DONE;
     }
-    const STCopyReason stReason{ENCopyProblem::NOT_FLUSHED, QStringLiteral("the data may not be on the disk"),
-                                errno};
-    m_report.AddProblem({ENCopyEnd::NOT_WHOLE, m_strDestPath, stReason, m_report.Bytes(), m_nTotalSize});
+    const int nError = bGone ? ENOENT : errno;
+    // Who has stopped a copy, or whose disk was pulled out and is told so, misses no more lines.
+    if (!bStopped || !bGone) {
+        const STCopyReason stReason{ENCopyProblem::NOT_FLUSHED,
+                                    QStringLiteral("the data may not be on the disk"), nError};
+        AddProblem({ENCopyEnd::NOT_WHOLE, m_strDestPath, stReason, m_report.Bytes(), m_nTotalSize});
+    }
     return ENCopyFlush::FAILED;
 }
 
 STCopyAccount CCopyFileThread::CloseAccount(int nWaitMs)
 {
-    Q_UNUSED(nWaitMs)
     STCopyEnd stEnd;
     stEnd.bStopped = true;
     stEnd.enFlush = ENCopyFlush::FAILED;
     stEnd.nMs = m_clock.UsedMs();
+    stEnd.bReportMissing = true;
     const STCopyReason stReason{ENCopyProblem::NO_ANSWER, QStringLiteral("its disk does not answer")};
-    m_report.CloseWith(STCopyOutcome::Missing(m_pulse.Path(), stReason), stEnd);
+    const STCopyOutcome stOutcome = STCopyOutcome::Missing(m_pulse.Path(), stReason);
+    if (!m_report.CloseWith(stOutcome, stEnd)) {
+        return m_report.Account();
+    }
+    // On a thread of its own: it may be this very file that the worker waits for.
+    const auto fnEnd
+        = [pFile = m_pReportFile, stItem = CCopyReport::Item(stOutcome), stAccount = m_report.Account()] {
+              pFile->Add(stItem);
+              return pFile->End(stAccount);
+          };
+    const auto stReport = CAsideQuestion<STReportEnd>::Ask(std::chrono::milliseconds(nWaitMs), fnEnd);
+    if (stReport) {
+        m_report.SetReport(stReport->strPath, stReport->bMissing);
+    }
     return m_report.Account();
 }
 

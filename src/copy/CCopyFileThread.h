@@ -5,6 +5,7 @@
 #include "copy/CCopyDestination.h"
 #include "copy/CCopyPulse.h"
 #include "copy/CCopyReport.h"
+#include "copy/CCopyReportFile.h"
 #include "copy/ENCopyStatus.h"
 #include "copy/STCopyAccount.h"
 
@@ -13,6 +14,8 @@
 #include <QThread>
 
 #include <atomic>
+#include <memory>
+#include <optional>
 
 class CDirNode;
 class QFile;
@@ -123,14 +126,21 @@ signals:
     void SignalRemainTime(qint64 nSeconds);
 
 private:
+    void Begin();
+    STCopyEnd Finish();
     void CopyChild(CDirNode* pChild, const QString& strDest, qint64 nChunk);
+    std::optional<STCopyReason> MakeFolder(const QString& strFolder);
+    std::optional<STCopyReason> LookAtFolder(const CDirNode& node);
+    void AddProblem(const STCopyOutcome& stOutcome);
+    void AddNote(const QString& strPath);
     void ReportUnlisted(const CDirNode& node);
     void ReportBranch(CDirNode* pNode, const STCopyReason& stReason);
-    ENCopyFlush FlushDestination();
+    ENCopyFlush FlushDestination(bool bStopped, bool bGone);
     bool WaitWhilePaused() override;
     void ChunkDone(const QString& strName, qint64 nBytes) override;
     void StepBegins(ENCopyStep enStep) override;
     void BytesWritten(qint64 nBytes) override;
+    bool MakeRoom(qint64 nBytes) override;
 
     std::atomic<ENCopyStatus> m_enStatus; // written by the GUI thread, polled by the worker
     qint64 m_nTotalSize = 0;
@@ -142,5 +152,7 @@ private:
     CCopyClock m_clock;
     CCopyDestination m_destination;
     CCopyReport m_report;
+    std::shared_ptr<CCopyReportFile> m_pReportFile; // shared with who completes it for a worker that hangs
     CCopyPulse m_pulse;
+    std::optional<bool> m_bListedAsLink; // the file that WriteFile is at
 };

@@ -12,17 +12,24 @@ static ENFileKind Kind(mode_t nMode)
     if (S_ISREG(nMode)) {
         return ENFileKind::REGULAR;
     }
+    if (S_ISLNK(nMode)) {
+        return ENFileKind::LINK;
+    }
     return S_ISDIR(nMode) ? ENFileKind::DIRECTORY : ENFileKind::SPECIAL;
 }
 
 STFileState CCopyPlatform::State(const struct stat& stRaw)
 {
+    const struct timespec stAccessed = AccessTime(stRaw);
     const struct timespec stModified = ModifiedTime(stRaw);
     STFileState stState;
     stState.enKind = Kind(stRaw.st_mode);
     stState.bRemoved = stRaw.st_nlink == 0;
     stState.nDevice = quint64(stRaw.st_dev);
+    stState.nInode = quint64(stRaw.st_ino);
     stState.nSize = stRaw.st_size;
+    stState.nAccessedSec = stAccessed.tv_sec;
+    stState.nAccessedNsec = stAccessed.tv_nsec;
     stState.nModifiedSec = stModified.tv_sec;
     stState.nModifiedNsec = stModified.tv_nsec;
     return stState;
@@ -32,6 +39,15 @@ std::optional<STFileState> CCopyPlatform::GetPathState(const QString& strPath)
 {
     struct stat stRaw;
     if (stat(QFile::encodeName(strPath).constData(), &stRaw) != 0) {
+        return std::nullopt;
+    }
+    return State(stRaw);
+}
+
+std::optional<STFileState> CCopyPlatform::GetEntryState(const QString& strPath)
+{
+    struct stat stRaw;
+    if (lstat(QFile::encodeName(strPath).constData(), &stRaw) != 0) {
         return std::nullopt;
     }
     return State(stRaw);
@@ -51,17 +67,24 @@ bool CCopyPlatform::CanWrite(const QString& strFolder)
     return access(QFile::encodeName(strFolder).constData(), W_OK | X_OK) == 0;
 }
 
-int CCopyPlatform::OpenForRead(const QString& strPath)
+int CCopyPlatform::OpenForRead(const QString& strPath, bool bFollowLink)
 {
-    return open(QFile::encodeName(strPath).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    const int nFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (bFollowLink ? 0 : O_NOFOLLOW);
+    return open(QFile::encodeName(strPath).constData(), nFlags);
+}
+
+int CCopyPlatform::OpenFolder(const QString& strPath)
+{
+    return open(QFile::encodeName(strPath).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
 
 void CCopyPlatform::KeepFromChildren(int nDescriptor) { fcntl(nDescriptor, F_SETFD, FD_CLOEXEC); }
 
-bool CCopyPlatform::SetModifiedTime(int nDescriptor, const STFileState& stState)
+bool CCopyPlatform::SetTimes(int nDescriptor, const STFileState& stState)
 {
+    // Both: asked to leave one as it is, some file systems set none and call it done.
     const struct timespec listTime[2] = {
-        {0, UTIME_OMIT},
+        {time_t(stState.nAccessedSec), long(stState.nAccessedNsec)},
         {time_t(stState.nModifiedSec), long(stState.nModifiedNsec)},
     };
     return futimens(nDescriptor, listTime) == 0;
@@ -69,12 +92,11 @@ bool CCopyPlatform::SetModifiedTime(int nDescriptor, const STFileState& stState)
 
 bool CCopyPlatform::FlushFileSystem(const QString& strFolder)
 {
-    const int nDescriptor
-        = open(QFile::encodeName(strFolder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int nDescriptor = OpenFolder(strFolder);
     if (nDescriptor == -1) {
         return false;
     }
-    const bool bDone = FlushDescriptor(nDescriptor);
+    const bool bDone = FlushFileSystem(nDescriptor);
     const int nError = errno;
     close(nDescriptor);
     errno = nError;

@@ -13,6 +13,7 @@ enum class ENFileKind
 {
     REGULAR,
     DIRECTORY,
+    LINK, ///< a symbolic link; of an entry only
     SPECIAL ///< pipe, socket or device: reading it may hang or do something
 };
 
@@ -22,7 +23,10 @@ struct STFileState
     ENFileKind enKind = ENFileKind::REGULAR;
     bool bRemoved = false; ///< no name leads to the file any more
     quint64 nDevice = 0; ///< identifies the file system while it is mounted
+    quint64 nInode = 0; ///< identifies the file there while it exists
     qint64 nSize = 0; ///< bytes
+    qint64 nAccessedSec = 0; ///< seconds since the epoch
+    qint64 nAccessedNsec = 0; ///< rest of the second, in ns
     qint64 nModifiedSec = 0; ///< seconds since the epoch
     qint64 nModifiedNsec = 0; ///< rest of the second, in ns
 };
@@ -41,20 +45,38 @@ public:
     /** State of what the path leads to, links followed, without opening it. */
     static std::optional<STFileState> GetPathState(const QString& strPath);
 
+    /** State of the entry itself, a link not followed. */
+    static std::optional<STFileState> GetEntryState(const QString& strPath);
+
     /** State of an open descriptor. */
     static std::optional<STFileState> GetOpenState(int nDescriptor);
 
     /** Whether this user may make entries in the folder; what keeps him from it is in errno. */
     static bool CanWrite(const QString& strFolder);
 
-    /** Opens a file for reading; never waits for a pipe's other end. -1 on failure. */
-    static int OpenForRead(const QString& strPath);
+    /**
+     * Opens a file for reading; never waits for a pipe's other end. -1 on failure; a
+     * link that is not to be followed fails with ELOOP.
+     */
+    static int OpenForRead(const QString& strPath, bool bFollowLink = true);
+
+    /** Opens a folder, to make entries in it and to flush its disk. -1 on failure. */
+    static int OpenFolder(const QString& strPath);
 
     /** Keeps the descriptor out of the programs that are started while it is open. */
     static void KeepFromChildren(int nDescriptor);
 
-    /** Gives the open file the modification time of the state; the access time stays. */
-    static bool SetModifiedTime(int nDescriptor, const STFileState& stState);
+    /** Gives the open file the times of the state, of its last access and its last change. */
+    static bool SetTimes(int nDescriptor, const STFileState& stState);
+
+    /**
+     * Takes nBytes of room on the disk for what will be written to the file behind
+     * nSize; its size stays. Not every file system can.
+     */
+    static bool Reserve(int nDescriptor, qint64 nSize, qint64 nBytes);
+
+    /** Returns when the file, or the entries of the folder, are on the disk. */
+    static bool FlushFile(int nDescriptor);
 
     /**
      * Returns when everything written to the file system that holds the folder
@@ -62,8 +84,15 @@ public:
      */
     static bool FlushFileSystem(const QString& strFolder);
 
+    /**
+     * The same by a descriptor in the file system. What could not be written since the
+     * descriptor was opened is an error, whoever has been told of it meanwhile, where
+     * the system keeps account of that.
+     */
+    static bool FlushFileSystem(int nDescriptor);
+
 private:
+    static struct timespec AccessTime(const struct stat& stRaw);
     static struct timespec ModifiedTime(const struct stat& stRaw);
-    static bool FlushDescriptor(int nDescriptor);
     static STFileState State(const struct stat& stRaw);
 };

@@ -1,5 +1,6 @@
 #include "copy/CCopyPlatform.h"
 
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,6 +12,15 @@ void CCopyPlatform::SetLeastTimerSlack()
     prctl(PR_SET_TIMERSLACK, 1UL, 0UL, 0UL, 0UL);
 }
 
+struct timespec CCopyPlatform::AccessTime(const struct stat& stRaw) { return stRaw.st_atim; }
+
 struct timespec CCopyPlatform::ModifiedTime(const struct stat& stRaw) { return stRaw.st_mtim; }
 
-bool CCopyPlatform::FlushDescriptor(int nDescriptor) { return syncfs(nDescriptor) == 0; }
+bool CCopyPlatform::Reserve(int nDescriptor, qint64 nSize, qint64 nBytes)
+{
+    return fallocate(nDescriptor, FALLOC_FL_KEEP_SIZE, nSize, nBytes) == 0;
+}
+
+bool CCopyPlatform::FlushFile(int nDescriptor) { return fsync(nDescriptor) == 0; }
+
+bool CCopyPlatform::FlushFileSystem(int nDescriptor) { return syncfs(nDescriptor) == 0; }

@@ -9,12 +9,27 @@ void CCopyPlatform::SetLeastTimerSlack()
     // A thread of the highest priority sleeps exactly here without being asked.
 }
 
+struct timespec CCopyPlatform::AccessTime(const struct stat& stRaw) { return stRaw.st_atimespec; }
+
 struct timespec CCopyPlatform::ModifiedTime(const struct stat& stRaw) { return stRaw.st_mtimespec; }
 
-bool CCopyPlatform::FlushDescriptor(int nDescriptor)
+bool CCopyPlatform::Reserve(int nDescriptor, qint64 /*nSize*/, qint64 nBytes)
 {
-    // sync() hands everything to the disks; F_FULLFSYNC then waits until this
-    // disk has emptied its own cache. File systems without it have fsync.
-    sync();
+    // Counted from the physical end of the file, behind what it holds already.
+    fstore_t stStore = {F_ALLOCATEALL, F_PEOFPOSMODE, 0, nBytes, 0};
+    return fcntl(nDescriptor, F_PREALLOCATE, &stStore) != -1;
+}
+
+bool CCopyPlatform::FlushFile(int nDescriptor)
+{
+    // F_FULLFSYNC waits until the disk has emptied its own cache. File systems
+    // without it have fsync.
     return fcntl(nDescriptor, F_FULLFSYNC) != -1 || fsync(nDescriptor) == 0;
+}
+
+bool CCopyPlatform::FlushFileSystem(int nDescriptor)
+{
+    // sync() hands everything to the disks.
+    sync();
+    return FlushFile(nDescriptor);
 }

@@ -62,6 +62,16 @@ void CCopyReport::Reset()
     m_stBooks = STBooks();
 }
 
+void CCopyReport::WriteBegin(const QStringList& listSource, const QString& strDest, qint64 nTotalSize) const
+{
+    QStringList listName;
+    for (const QString& strSource : listSource) {
+        listName.append(Quoted(strSource));
+    }
+    g_TarnwickLog.LogExt("Copy begins: from " + listName.join(QLatin1String(", ")) + " to " + Quoted(strDest)
+                         + ", bytes at most " + QString::number(nTotalSize));
+}
+
 bool CCopyReport::AddFile(const STCopyOutcome& stOutcome)
 {
     {
@@ -101,9 +111,7 @@ bool CCopyReport::AddNote(const STCopyOutcome& stOutcome)
         if (m_stBooks.bClosed) {
             return false;
         }
-        STCopyItem stItem = Item(stOutcome);
-        stItem.bNote = true;
-        BookItem(stItem);
+        BookItem(Item(stOutcome));
     }
     g_TarnwickLog.LogExt("Note: " + Quoted(stOutcome.strPath) + ": " + ReasonText(stOutcome.stReason));
     return true;
@@ -136,16 +144,20 @@ bool CCopyReport::CloseWith(const STCopyOutcome& stOutcome, const STCopyEnd& stE
     return true;
 }
 
-/** Under the lock. */
-void CCopyReport::EndBooks(const STCopyEnd& stEnd)
+void CCopyReport::Apply(const STCopyEnd& stEnd, STCopyAccount& stAccount)
 {
-    STCopyAccount& stAccount = m_stBooks.stAccount;
     stAccount.bStopped = stEnd.bStopped;
     stAccount.bGone = stEnd.bGone;
     stAccount.enFlush = stEnd.enFlush;
     stAccount.nMs = stEnd.nMs;
     stAccount.strReport = stEnd.strReport;
     stAccount.bReportMissing = stEnd.bReportMissing;
+}
+
+/** Under the lock. */
+void CCopyReport::EndBooks(const STCopyEnd& stEnd)
+{
+    Apply(stEnd, m_stBooks.stAccount);
     m_stBooks.bClosed = true;
 }
 
@@ -181,7 +193,8 @@ STCopyItem CCopyReport::Item(const STCopyOutcome& stOutcome)
     stItem.nCopied = stOutcome.nCopied;
     stItem.nExpected = stOutcome.nExpected;
     // The log calls a file without its time not whole; whoever misses bytes does not.
-    stItem.bNote = stItem.enProblem == ENCopyProblem::TIME_LOST;
+    stItem.bNote
+        = stItem.enProblem == ENCopyProblem::TIME_LOST || stItem.enProblem == ENCopyProblem::LEAVES_VOLUME;
     return stItem;
 }
 
@@ -204,6 +217,13 @@ CCopyReport::STBooks CCopyReport::Books() const
 }
 
 STCopyAccount CCopyReport::Account() const { return Books().stAccount; }
+
+STCopyAccount CCopyReport::AccountWith(const STCopyEnd& stEnd) const
+{
+    STCopyAccount stAccount = Account();
+    Apply(stEnd, stAccount);
+    return stAccount;
+}
 
 void CCopyReport::SetReport(const QString& strReport, bool bMissing)
 {

@@ -4,6 +4,7 @@
 #include "copy/STCopyOutcome.h"
 
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include <mutex>
@@ -29,6 +30,9 @@ public:
     /** Forgets the previous copy. */
     void Reset();
 
+    /** Logs the line with which a copy begins: from where, to where, and how many bytes at most. */
+    void WriteBegin(const QStringList& listSource, const QString& strDest, qint64 nTotalSize) const;
+
     /**
      * Books a file: its bytes, and whether it is whole, not whole or the one in which
      * a stop was noticed. False when the copy is closed.
@@ -52,6 +56,9 @@ public:
 
     /** What is booked so far, as the window is told it. */
     STCopyAccount Account() const;
+
+    /** The same, as it is when the copy ends so. */
+    STCopyAccount AccountWith(const STCopyEnd& stEnd) const;
 
     /** Tells where the report of the closed copy is, or that it is missing. */
     void SetReport(const QString& strReport, bool bMissing);
@@ -86,6 +93,7 @@ private:
     };
 
     STBooks Books() const;
+    static void Apply(const STCopyEnd& stEnd, STCopyAccount& stAccount);
     void EndBooks(const STCopyEnd& stEnd);
     void BookItem(const STCopyItem& stItem);
     bool BookProblem(const STCopyOutcome& stOutcome);

@@ -15,33 +15,72 @@ static const qint64 PIECE = qint64(256) * 1024;
 
 static const unsigned long CHUNK_SLEEP_US = 100; // keeps the machine responsive
 
-/** Whether opening the path may hang or set something off. */
-static bool IsSpecial(const QString& strPath)
-{
-    const std::optional<STFileState> stState = CCopyPlatform::GetPathState(strPath);
-    return stState && stState->enKind == ENFileKind::SPECIAL;
-}
+// The coarsest times that file systems keep are even seconds; they lose no date.
+static const qint64 TIME_STEP_SEC = 2;
 
-CFileCopy::CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control)
+CFileCopy::CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control,
+                     std::optional<bool> bListedAsLink)
     : m_control(control)
     , m_strName(source.fileName())
     , m_strFolder(std::move(strFolder))
     , m_nChunk(qMax<qint64>(nChunk, 1))
+    , m_bListedAsLink(bListedAsLink)
 {
+    m_control.StepBegins(ENCopyStep::READING);
     m_stOutcome.strPath = source.absoluteFilePath();
     m_stOutcome.nExpected = source.size();
 }
 
 STCopyOutcome CFileCopy::Copy(const QString& strTarget)
 {
-    m_control.StepBegins(ENCopyStep::READING);
-    if (IsSpecial(m_stOutcome.strPath)) {
-        Fail(ENCopyProblem::SPECIAL_FILE, QStringLiteral("a pipe, socket or device"));
-    } else if (OpenTarget(strTarget) && OpenSource()) {
+    CopyOnce(strTarget);
+    // Where the disk says only at the end that the bytes found no room, all are written again.
+    while (m_stOutcome.stReason.enProblem == ENCopyProblem::TARGET_CLOSE
+           && IsNoRoom(m_stOutcome.stReason.nError) && m_control.MakeRoom(0)) {
+        BeginAnew();
+        CopyOnce(strTarget);
+    }
+    return m_stOutcome;
+}
+
+void CFileCopy::CopyOnce(const QString& strTarget)
+{
+    if (LookAtSource() && OpenTarget(strTarget) && OpenSource()) {
         MoveBytes();
     }
     Finish();
-    return m_stOutcome;
+}
+
+void CFileCopy::BeginAnew()
+{
+    m_control.BytesWritten(-m_stOutcome.nCopied);
+    m_stOutcome.enEnd = ENCopyEnd::WHOLE;
+    m_stOutcome.stReason = STCopyReason();
+    m_stOutcome.nCopied = 0;
+    m_nOffset = 0;
+    m_source.close();
+}
+
+/** Looks at the source without opening it, as opening some may hang or set something off. */
+bool CFileCopy::LookAtSource()
+{
+    m_control.StepBegins(ENCopyStep::READING);
+    m_stFound = CCopyPlatform::GetEntryState(m_stOutcome.strPath);
+    m_bLink = m_stFound && m_stFound->enKind == ENFileKind::LINK;
+    if (m_bLink) {
+        if (m_bListedAsLink == false) {
+            Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("a link has taken its place"));
+            return false;
+        }
+        const quint64 nDevice = m_stFound->nDevice;
+        m_stFound = CCopyPlatform::GetPathState(m_stOutcome.strPath);
+        m_stOutcome.bLeavesVolume = m_stFound && m_stFound->nDevice != nDevice;
+    }
+    if (m_stFound && m_stFound->enKind == ENFileKind::SPECIAL) {
+        Fail(ENCopyProblem::SPECIAL_FILE, QStringLiteral("a pipe, socket or device"));
+        return false;
+    }
+    return true;
 }
 
 qint64 CFileCopy::ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos)
@@ -56,7 +95,7 @@ qint64 CFileCopy::ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos)
 bool CFileCopy::OpenTarget(const QString& strTarget)
 {
     m_control.StepBegins(ENCopyStep::WRITING);
-    m_pTarget.reset(fopen(QFile::encodeName(strTarget).constData(), "wb"));
+    m_pTarget.reset(CreateTarget(strTarget));
     if (!m_pTarget) {
         const int nError = errno;
         if (QFileInfo::exists(m_strFolder)) {
@@ -73,11 +112,25 @@ bool CFileCopy::OpenTarget(const QString& strTarget)
     return true;
 }
 
+FILE* CFileCopy::CreateTarget(const QString& strTarget)
+{
+    const QByteArray baTarget = QFile::encodeName(strTarget);
+    FILE* pFile = fopen(baTarget.constData(), "wb");
+    while (pFile == nullptr && IsNoRoom(errno) && m_control.MakeRoom(0)) {
+        pFile = fopen(baTarget.constData(), "wb");
+    }
+    return pFile;
+}
+
 bool CFileCopy::OpenSource()
 {
     m_control.StepBegins(ENCopyStep::READING);
-    const int nDescriptor = CCopyPlatform::OpenForRead(m_stOutcome.strPath);
+    const int nDescriptor = CCopyPlatform::OpenForRead(m_stOutcome.strPath, m_bLink || !m_stFound);
     const int nError = errno;
+    if (nDescriptor == -1 && nError == ELOOP && !m_bLink && m_stFound) {
+        Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("a link has taken its place"));
+        return false;
+    }
     const QIODevice::OpenMode mode = QIODevice::ReadOnly | QIODevice::Unbuffered;
     if (nDescriptor == -1 || !m_source.open(nDescriptor, mode, QFileDevice::AutoCloseHandle)) {
         qDebug("open file failed");
@@ -90,6 +143,10 @@ bool CFileCopy::OpenSource()
         return false;
     }
     m_stBegin = *stState;
+    if (!IsSameFile()) {
+        Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("another file has taken its place"));
+        return false;
+    }
     // The size known so far may date from when the selection was counted.
     m_stOutcome.nExpected = m_stBegin.nSize;
     // Not zeroed: for a small file that would cost more than the copy itself.
@@ -98,6 +155,17 @@ bool CFileCopy::OpenSource()
         Fail(ENCopyProblem::NO_MEMORY, QStringLiteral("not enough memory"));
     }
     return bool(m_pBuffer);
+}
+
+/** Whether what was opened is what was looked at. */
+bool CFileCopy::IsSameFile() const
+{
+    if (!m_stFound || (m_stFound->nDevice == m_stBegin.nDevice && m_stFound->nInode == m_stBegin.nInode)) {
+        return true;
+    }
+    // Not every file system gives a file the same number each time that it is looked up.
+    return m_stFound->nSize == m_stBegin.nSize && m_stFound->nModifiedSec == m_stBegin.nModifiedSec
+        && m_stFound->nModifiedNsec == m_stBegin.nModifiedNsec;
 }
 
 void CFileCopy::MoveBytes()
@@ -123,9 +191,11 @@ void CFileCopy::MoveBytes()
         // An empty read is the end of a file that became shorter; counting the
         // rest as done keeps the percentage right for the files that follow.
         const qint64 nStep = *nMoved > 0 ? *nMoved : nRemaining;
-        m_control.ChunkDone(m_strName, nStep);
-        QThread::usleep(CHUNK_SLEEP_US);
         m_nOffset += nStep;
+        // A file that began anew is not counted twice.
+        m_control.ChunkDone(m_strName, qMax<qint64>(0, m_nOffset - m_nTold));
+        m_nTold = qMax(m_nTold, m_nOffset);
+        QThread::usleep(CHUNK_SLEEP_US);
     }
 }
 
@@ -164,31 +234,59 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
 /** Writes the front of the buffer to the target. */
 bool CFileCopy::Write(qint64 nLen)
 {
-    m_control.StepBegins(ENCopyStep::WRITING);
-    const size_t nWritten = fwrite(m_pBuffer.get(), 1, size_t(nLen), m_pTarget.get());
-    m_stOutcome.nCopied += qint64(nWritten);
-    m_control.BytesWritten(qint64(nWritten));
-    if (qint64(nWritten) != nLen) {
+    const size_t nAll = size_t(nLen);
+    size_t nWritten = WriteSome(m_pBuffer.get(), nAll);
+    while (nWritten != nAll && IsNoRoom(errno)
+           && m_control.MakeRoom(m_stOutcome.nExpected - m_stOutcome.nCopied)) {
+        nWritten += WriteSome(m_pBuffer.get() + nWritten, nAll - nWritten);
+    }
+    if (nWritten != nAll) {
         Fail(ENCopyProblem::TARGET_WRITE, QStringLiteral("its target cannot be written"), errno);
         return false;
     }
     return true;
 }
 
-/** Closes the target, with the source's time when it is whole. */
+/** Writes as much as there is room for; what keeps it from more is in errno. */
+size_t CFileCopy::WriteSome(const char* pBuf, size_t nLen)
+{
+    m_control.StepBegins(ENCopyStep::WRITING);
+    const size_t nWritten = fwrite(pBuf, 1, nLen, m_pTarget.get());
+    const int nError = errno;
+    m_stOutcome.nCopied += qint64(nWritten);
+    m_control.BytesWritten(qint64(nWritten));
+    errno = nError;
+    return nWritten;
+}
+
+/** Closes the target, with the source's times when it is whole. */
 void CFileCopy::Finish()
 {
     m_control.StepBegins(ENCopyStep::WRITING);
     if (m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
-        if (!CCopyPlatform::SetModifiedTime(fileno(m_pTarget.get()), m_stBegin)) {
-            Fail(ENCopyProblem::TIME_LOST, QStringLiteral("its time cannot be kept"), errno);
-        }
+        KeepTimes();
         CompareSource();
     }
     // Some file systems tell only now that the bytes found no room.
-    if (m_pTarget && fclose(m_pTarget.release()) != 0 && m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
+    if (m_pTarget && fclose(m_pTarget.release()) != 0 && m_stOutcome.HasAllBytes()) {
         Fail(ENCopyProblem::TARGET_CLOSE, QStringLiteral("its target cannot be closed"), errno);
     }
+}
+
+void CFileCopy::KeepTimes()
+{
+    const int nDescriptor = fileno(m_pTarget.get());
+    int nError = 0;
+    if (CCopyPlatform::SetTimes(nDescriptor, m_stBegin)) {
+        // Some file systems say that they have set it and have not.
+        const std::optional<STFileState> stState = CCopyPlatform::GetOpenState(nDescriptor);
+        if (!stState || qAbs(stState->nModifiedSec - m_stBegin.nModifiedSec) <= TIME_STEP_SEC) {
+            return;
+        }
+    } else {
+        nError = errno;
+    }
+    Fail(ENCopyProblem::TIME_LOST, QStringLiteral("its time cannot be kept"), nError);
 }
 
 /** Looks whether the source is still what was copied. */

@@ -26,8 +26,13 @@ public:
     static constexpr qint64 SEEK_FAILED = -1; ///< from ReadAt: the position cannot be reached
     static constexpr qint64 READ_FAILED = -2; ///< from ReadAt: reading fails there
 
-    /** Copies source into strFolder, which exists, in chunks of nChunk bytes; control outlives this. */
-    CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control);
+    /**
+     * Copies source into strFolder, which exists, in chunks of nChunk bytes; control
+     * outlives this. bListedAsLink says whether the source was a symbolic link when it
+     * was listed, nothing when nobody knows.
+     */
+    CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control,
+              std::optional<bool> bListedAsLink = std::nullopt);
 
     /** Creates or truncates strTarget, copies into it and closes it; call it once. */
     STCopyOutcome Copy(const QString& strTarget);
@@ -41,12 +46,19 @@ private:
         void operator()(FILE* pFile) const { fclose(pFile); }
     };
 
+    void CopyOnce(const QString& strTarget);
+    void BeginAnew();
+    bool LookAtSource();
     bool OpenTarget(const QString& strTarget);
+    FILE* CreateTarget(const QString& strTarget);
     bool OpenSource();
+    bool IsSameFile() const;
     void MoveBytes();
     std::optional<qint64> MoveChunk(qint64 nLen);
     bool Write(qint64 nLen);
+    size_t WriteSome(const char* pBuf, size_t nLen);
     void Finish();
+    void KeepTimes();
     void CompareSource();
     void Fail(ENCopyProblem enProblem, const QString& strText, int nError = 0);
     void Fail(const STCopyReason& stReason);
@@ -55,7 +67,11 @@ private:
     const QString m_strName; // as told to the control
     const QString m_strFolder;
     const qint64 m_nChunk;
+    const std::optional<bool> m_bListedAsLink;
     qint64 m_nOffset = 0; // bytes dealt with
+    qint64 m_nTold = 0; // bytes that the control knows to be dealt with
+    bool m_bLink = false; // the source is a symbolic link
+    std::optional<STFileState> m_stFound; // the source before it was opened
     QFile m_source;
     std::unique_ptr<FILE, STCloseFile> m_pTarget;
     std::unique_ptr<char[]> m_pBuffer;

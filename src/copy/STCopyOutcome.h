@@ -5,6 +5,8 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <cerrno>
+
 /** How the copy of one item ended. */
 enum class ENCopyEnd
 {
@@ -28,6 +30,9 @@ struct STCopyReason
     }
 };
 
+/** Whether the errno value says that there is no room. */
+inline bool IsNoRoom(int nError) { return nError == ENOSPC || nError == EDQUOT; }
+
 /** What became of one item, a file or a folder. */
 struct STCopyOutcome
 {
@@ -38,11 +43,18 @@ struct STCopyOutcome
     STCopyReason stReason = {}; ///< empty when the item is whole
     qint64 nCopied = 0; ///< bytes that reached the destination
     qint64 nExpected = UNKNOWN_SIZE; ///< bytes at the source
+    bool bLeavesVolume = false; ///< a link that leads to another volume, copied as it resolves
 
     /** For an item of which nothing was copied. */
     static STCopyOutcome Missing(const QString& strPath, const STCopyReason& stReason,
                                  qint64 nExpected = UNKNOWN_SIZE)
     {
         return {ENCopyEnd::NOT_WHOLE, strPath, stReason, 0, nExpected};
+    }
+
+    /** Whether all its bytes are there, even where its time is not. */
+    bool HasAllBytes() const
+    {
+        return enEnd == ENCopyEnd::WHOLE || stReason.enProblem == ENCopyProblem::TIME_LOST;
     }
 };

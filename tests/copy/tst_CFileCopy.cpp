@@ -102,6 +102,8 @@ private:
     void StepBegins(ENCopyStep /*enStep*/) override { }
 
     void BytesWritten(qint64 nBytes) override { m_nWritten += nBytes; }
+
+    bool MakeRoom(qint64 /*nBytes*/) override { return false; }
 };
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "CFailingCalls.h"
+#include "copy/CCopyText.h"
 #include "files/CWriteSignals.h"
 #include "support/CCopyBed.h"
 #include "support/CLogCapture.h"
@@ -19,6 +20,7 @@ using ENCall = CFailingCalls::ENCall;
 static const int MIB = 1024 * 1024;
 static const int PIECE = 256 * 1024;
 static const int SIZE = 3 * MIB; // of "file"
+static const int KEPT = 64 * 1024; // what the report has of room once a small file has taken a page of it
 static const QString OTHERS = "before, after, 1";
 
 /** What stands behind the name of a file that is not whole. */
@@ -61,7 +63,10 @@ private slots:
     void workersSleepsAreExact();
     void childrenOfTheProgramInheritNoFile();
     void flushComesBeforeTheFinish();
-    void noFlushAfterAStop();
+    void stopIsFlushedBeforeItIsTold();
+    void stopWhoseFlushFailsIsNotTrusted();
+    void stopOnALostDestinationIsNotFlushed();
+    void flushSeesWhatFailedFromTheBeginning();
     void failedFlushIsLogged();
     void nothingCopiedNothingFlushed();
     void lostDestinationIsNotFlushed();
@@ -231,18 +236,26 @@ void tst_CopyFaults::sourceDiskThatVanishes()
 void tst_CopyFaults::fullDestination()
 {
     UseStick(1);
+    Add("rest", QByteArray(KEPT, 'r'));
+    Add("none", "none");
     Add("empty");
     Run();
-    // The big file takes all the room there is; the small one after it finds none,
-    // and an empty one needs none.
+    // The big file takes all the room there is but what the copy keeps for its report;
+    // that room goes to small ones, and so does the report's own. After that a small one
+    // finds none, and an empty one needs none.
     const qint64 nRoom = QFileInfo(Copy("file")).size();
     QVERIFY(nRoom > MIB / 2 && nRoom < MIB);
     const QString strReason = "its target cannot be written: No space left on device";
-    QCOMPARE(Problems(), (QStringList{"file" + Rest(strReason, nRoom), "after" + Rest(strReason, 0, 5)}));
+    QCOMPARE(Problems(), (QStringList{"file" + Rest(strReason, nRoom), "none" + Rest(strReason, 0, 4)}));
     QCOMPARE(Copied("before"), QByteArray("before"));
+    QCOMPARE(Copied("after"), QByteArray("after"));
+    QCOMPARE(Copied("rest").size(), KEPT);
     QVERIFY(QFileInfo::exists(Copy("empty")));
     QCOMPARE(m_pFinished->count(), 1);
-    QVERIFY(Summary().startsWith("Copy completed: files 2, bytes " + QString::number(nRoom + 6)));
+    QVERIFY(Summary().startsWith("Copy completed: files 4, bytes " + QString::number(nRoom + KEPT + 11)));
+    QVERIFY(!QFileInfo::exists(ReportPath()));
+    QVERIFY(Account().bReportMissing);
+    QCOMPARE(Account().listItem.count(), 2);
 }
 
 void tst_CopyFaults::fileSizeLimit()
@@ -421,7 +434,7 @@ void tst_CopyFaults::childrenOfTheProgramInheritNoFile()
         }
     });
     Run();
-    QCOMPARE(nOpen, 2);
+    QCOMPARE(nOpen, 4); // source and target, the report and the folder that it is in
     QCOMPARE(nInherited, 0);
 }
 
@@ -431,7 +444,7 @@ void tst_CopyFaults::flushComesBeforeTheFinish()
 {
     int nFinishedAtFlush = -1;
     QByteArray baAtFlush;
-    CFailingCalls::Watch(ENCall::FLUSH, m_strDest, [&] {
+    CFailingCalls::Watch(ENCall::FLUSH, m_pTree->Path(), [&] {
         nFinishedAtFlush = m_pFinished->count();
         baAtFlush = Copied("after");
     });
@@ -442,18 +455,62 @@ void tst_CopyFaults::flushComesBeforeTheFinish()
     QCOMPARE(Others(), OTHERS);
 }
 
-void tst_CopyFaults::noFlushAfterAStop()
+void tst_CopyFaults::stopIsFlushedBeforeItIsTold()
 {
-    CFailingCalls::Watch(ENCall::FLUSH, QString(), [] {});
+    int nFinishedAtFlush = -1;
+    CFailingCalls::Watch(ENCall::FLUSH, m_pTree->Path(), [&] { nFinishedAtFlush = m_pFinished->count(); });
     AfterChunk("file", 1, [&] { m_pWorker->SetCopyStatus(COPY_STATUS_STOP); });
     Run();
-    QCOMPARE(CFailingCalls::Calls(), 0);
+    QCOMPARE(CFailingCalls::Calls(), 1);
+    QCOMPARE(nFinishedAtFlush, 0);
     QCOMPARE(m_pFinished->count(), 1);
+    QVERIFY(Account().bStopped);
+    QCOMPARE(Account().enFlush, ENCopyFlush::DONE);
+    QCOMPARE(CCopyText::Summary(Account()),
+             QString("The copy was stopped. 1 file, 1.05 MB are on the disk."));
+}
+
+void tst_CopyFaults::stopWhoseFlushFailsIsNotTrusted()
+{
+    CFailingCalls::Fail(ENCall::FLUSH, m_pTree->Path(), EIO);
+    AfterChunk("file", 1, [&] { m_pWorker->SetCopyStatus(COPY_STATUS_STOP); });
+    Run();
+    QCOMPARE(Account().enFlush, ENCopyFlush::FAILED);
+    QVERIFY(Problems().last().contains("the data may not be on the disk: Input/output error"));
+    QVERIFY(ReportLines().contains(
+        "The disk did not confirm that everything is on it. Do not rely on this copy."));
+}
+
+void tst_CopyFaults::stopOnALostDestinationIsNotFlushed()
+{
+    UseStick();
+    CFailingCalls::Watch(ENCall::FLUSH, QString(), [] {});
+    AfterChunk("file", 1, [&] {
+        m_pStick->Pull();
+        m_pWorker->SetCopyStatus(COPY_STATUS_STOP);
+    });
+    Run();
+    QCOMPARE(CFailingCalls::Calls(), 0);
+    QVERIFY(Account().bGone);
+    QVERIFY(!Account().IsWhole());
+    QVERIFY(QDir(m_pStick->Path()).isEmpty());
+}
+
+void tst_CopyFaults::flushSeesWhatFailedFromTheBeginning()
+{
+    // A descriptor that is opened at the end knows nothing of an error that another
+    // program's flush has been told of.
+    bool bBegun = true;
+    CFailingCalls::Watch(ENCall::OPEN, m_pTree->Path(), [&] { bBegun = QFileInfo::exists(m_strDest); });
+    Run();
+    QCOMPARE(CFailingCalls::Calls(), 1);
+    QVERIFY(!bBegun);
+    QCOMPARE(Account().enFlush, ENCopyFlush::DONE);
 }
 
 void tst_CopyFaults::failedFlushIsLogged()
 {
-    CFailingCalls::Fail(ENCall::FLUSH, m_strDest, EIO);
+    CFailingCalls::Fail(ENCall::FLUSH, m_pTree->Path(), EIO);
     Run(SIZE + 20);
     const QString strRest
         = "the data may not be on the disk: Input/output error (3145739 of 3145748 bytes copied)";

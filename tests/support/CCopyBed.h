@@ -39,6 +39,7 @@ protected:
         m_pProgress = std::make_unique<QSignalSpy>(m_pWorker.get(), &CCopyFileThread::SignalCopyCopyInfo);
         m_pRemaining = std::make_unique<QSignalSpy>(m_pWorker.get(), &CCopyFileThread::SignalRemainTime);
         m_pFinished = std::make_unique<QSignalSpy>(m_pWorker.get(), &CCopyFileThread::SignalCopyFinish);
+        m_pAccounts = std::make_unique<QSignalSpy>(m_pWorker.get(), &CCopyFileThread::SignalCopyAccount);
         connect(
             m_pWorker.get(), &CCopyFileThread::SignalCopyFinish, m_pWorker.get(),
             [pEnds = m_pEnds.get()] { pEnds->Open(); }, Qt::DirectConnection);
@@ -56,6 +57,7 @@ protected:
         }
         m_pWorker->wait();
         m_pHeld.reset();
+        m_pAccounts.reset();
         m_pFinished.reset();
         m_pRemaining.reset();
         m_pProgress.reset();
@@ -136,6 +138,25 @@ protected:
     /** Content of its copy. */
     QByteArray Copied(const QString& strName) const { return Content(Copy(strName)); }
 
+    /** The account of the last copy. */
+    STCopyAccount Account() const
+    {
+        return m_pAccounts->isEmpty() ? STCopyAccount() : m_pAccounts->last().at(0).value<STCopyAccount>();
+    }
+
+    /** Where the report of the copy is as long as it is needed. */
+    QString ReportPath() const { return m_strDest + ".txt"; }
+
+    /** The lines of the report, the head's without the blanks behind them. */
+    QStringList ReportLines() const
+    {
+        QStringList listLine;
+        for (const QByteArray& baLine : Content(ReportPath()).split('\n')) {
+            listLine.append(QString::fromUtf8(baLine).trimmed());
+        }
+        return listLine;
+    }
+
     /** What a signal has told, one text for each time, its values with blanks between. */
     static QStringList Told(const QSignalSpy& spy)
     {
@@ -161,6 +182,7 @@ protected:
     std::unique_ptr<QSignalSpy> m_pProgress;
     std::unique_ptr<QSignalSpy> m_pRemaining;
     std::unique_ptr<QSignalSpy> m_pFinished;
+    std::unique_ptr<QSignalSpy> m_pAccounts;
 
 private:
     struct STHeld
