@@ -99,11 +99,9 @@ template <typename Call> static int Do(const char* pszCall, const char* pszPath,
     return Result(call(Real(pszPath).c_str()));
 }
 
-static int GetAttr(const char* pszPath, struct stat* pStatus, fuse_file_info* pFile)
+static int GetAttr(const char* pszPath, struct stat* pStatus, fuse_file_info*)
 {
-    return Do("getattr", pszPath, [=](const char* pszReal) {
-        return pFile != nullptr && pFile->fh != 0 ? fstat(int(pFile->fh), pStatus) : lstat(pszReal, pStatus);
-    });
+    return Do("getattr", pszPath, [=](const char* pszReal) { return lstat(pszReal, pStatus); });
 }
 
 static int ReadLink(const char* pszPath, char* pBuf, size_t nSize)

@@ -1,5 +1,6 @@
 #include "support/probe/HangingCalls.h"
 
+#include <cerrno>
 #include <climits>
 #include <cstdarg>
 #include <cstdio>
@@ -47,21 +48,26 @@ static bool IsHeld(const char* pFile, const char* pCall, const char* pPath)
 
 void HangOnPath(const char* pCall, const char* pPath)
 {
+    // The end of a folder is told by errno being left alone.
+    const int nError = errno;
     const char* pFile = getenv("TARNWICK_HANG");
     while (pFile != nullptr && pPath != nullptr && BeginsWith(pPath, VOLUMES)
            && IsHeld(pFile, pCall, pPath)) {
         usleep(20000);
     }
+    errno = nError;
 }
 
 void HangOnDescriptor(const char* pCall, int nDescriptor)
 {
+    const int nError = errno;
     char szLink[64] = {};
     char szPath[PATH_MAX] = {};
     snprintf(szLink, sizeof szLink, "/proc/self/fd/%d", nDescriptor);
     if (getenv("TARNWICK_HANG") != nullptr && readlink(szLink, szPath, sizeof szPath - 1) > 0) {
         HangOnPath(pCall, szPath);
     }
+    errno = nError;
 }
 
 extern "C" {
