@@ -33,9 +33,9 @@ CDirNode::CDirNode(QFileInfo info, CDirNode* parent)
     : m_fileInfo(info)
     , m_icon(CEntryIcon::Of(KindOf(parent, info.isDir(), info.isSymLink())))
     , m_bDir(info.isDir())
-    , m_bLink(info.isSymLink())
     , m_strName(info.fileName())
     , m_pParent(parent)
+    , m_bLink(info.isSymLink())
     , m_nUnlisted(m_bDir ? 1 : 0)
 {
 }
@@ -44,9 +44,9 @@ CDirNode::CDirNode(const STDirEntry& stEntry, CDirNode* parent)
     : m_fileInfo(stEntry.fileInfo)
     , m_icon(CEntryIcon::Of(KindOf(parent, stEntry.bDir, stEntry.bLink)))
     , m_bDir(stEntry.bDir)
-    , m_bLink(stEntry.bLink)
     , m_strName(stEntry.strName)
     , m_pParent(parent)
+    , m_bLink(stEntry.bLink)
     , m_nUnlisted(m_bDir ? 1 : 0)
 {
 }
@@ -136,7 +136,7 @@ void CDirNode::LoadChild()
 
 void CDirNode::NoteListing(const STDirListing& stListing)
 {
-    m_nListError = stListing.nError;
+    m_nListError = qint16(stListing.nError);
     m_nLeftOut = quint16(qMin(stListing.nLeftOut, int(std::numeric_limits<quint16>::max())));
     SetListed(ENListed::DONE);
 }

@@ -121,13 +121,13 @@ public:
     QIcon m_icon; ///< of the kind of entry; may be null
     qint32 m_chkState = Qt::Unchecked; ///< a Qt::CheckState: 0 unchecked, 1 partially checked, 2 checked
     bool m_bDir = false; ///< it was a folder, or a link to one, when the node was built
-    bool m_bLink = false; ///< it was a symbolic link, of whatever target, when the node was built
     ENListed m_enListed = ENListed::NEVER; ///< of a folder; changed by SetListed, NoteListing and RemoveAll
     quint16 m_nLeftOut = 0; ///< entries that the last listing left out for their names, 65535 for more
     QString m_strName; ///< what the row shows: the file name; for a top-level entry the path as it was given
     CDirNode* m_pParent = nullptr; ///< the node that owns this one; null for a root
     QList<CDirNode*> m_listChild; ///< in the order of the rows; owned; empty: not listed, or nothing to list
-    int m_nListError = 0; ///< why the last listing failed; 0 when all was well
+    qint16 m_nListError = 0; ///< why the last listing failed; 0 when all was well
+    bool m_bLink = false; ///< it was a symbolic link, of whatever target, when the node was built
 
 private:
     void AddUnlisted(int nMore);
