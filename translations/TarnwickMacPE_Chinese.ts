@@ -137,6 +137,17 @@ Connect one, and it appears here.</source>
     </message>
 </context>
 <context>
+    <name>CStartSplash</name>
+    <message>
+        <source>Searching for disks…</source>
+        <translation>正在搜索磁盘…</translation>
+    </message>
+    <message>
+        <source>Waiting for %1…</source>
+        <translation>正在等待“%1”…</translation>
+    </message>
+</context>
+<context>
     <name>CTarnwickMacPE</name>
     <message>
         <source>CTarnwickMacPE</source>

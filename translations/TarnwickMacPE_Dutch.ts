@@ -137,6 +137,17 @@ Sluit er een aan, dan verschijnt die hier.</translation>
     </message>
 </context>
 <context>
+    <name>CStartSplash</name>
+    <message>
+        <source>Searching for disks…</source>
+        <translation>Zoeken naar schijven…</translation>
+    </message>
+    <message>
+        <source>Waiting for %1…</source>
+        <translation>Wachten op ‘%1’…</translation>
+    </message>
+</context>
+<context>
     <name>CTarnwickMacPE</name>
     <message>
         <source>CTarnwickMacPE</source>

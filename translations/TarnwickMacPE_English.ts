@@ -137,6 +137,17 @@ Connect one, and it appears here.</translation>
     </message>
 </context>
 <context>
+    <name>CStartSplash</name>
+    <message>
+        <source>Searching for disks…</source>
+        <translation>Searching for disks…</translation>
+    </message>
+    <message>
+        <source>Waiting for %1…</source>
+        <translation>Waiting for %1…</translation>
+    </message>
+</context>
+<context>
     <name>CTarnwickMacPE</name>
     <message>
         <source>CTarnwickMacPE</source>

@@ -137,6 +137,17 @@ Connectez-en un et il apparaîtra ici.</translation>
     </message>
 </context>
 <context>
+    <name>CStartSplash</name>
+    <message>
+        <source>Searching for disks…</source>
+        <translation>Recherche des disques…</translation>
+    </message>
+    <message>
+        <source>Waiting for %1…</source>
+        <translation>En attente de «&#xa0;%1&#xa0;»…</translation>
+    </message>
+</context>
+<context>
     <name>CTarnwickMacPE</name>
     <message>
         <source>CTarnwickMacPE</source>

@@ -137,6 +137,17 @@ Schließen Sie eines an, dann erscheint es hier.</translation>
     </message>
 </context>
 <context>
+    <name>CStartSplash</name>
+    <message>
+        <source>Searching for disks…</source>
+        <translation>Laufwerke werden gesucht&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Waiting for %1…</source>
+        <translation>Warten auf „%1“&#xa0;…</translation>
+    </message>
+</context>
+<context>
     <name>CTarnwickMacPE</name>
     <message>
         <source>CTarnwickMacPE</source>

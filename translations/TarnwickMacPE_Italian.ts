@@ -137,6 +137,17 @@ Collegane uno e apparirà qui.</translation>
     </message>
 </context>
 <context>
+    <name>CStartSplash</name>
+    <message>
+        <source>Searching for disks…</source>
+        <translation>Ricerca dei dischi…</translation>
+    </message>
+    <message>
+        <source>Waiting for %1…</source>
+        <translation>In attesa di “%1”…</translation>
+    </message>
+</context>
+<context>
     <name>CTarnwickMacPE</name>
     <message>
         <source>CTarnwickMacPE</source>

@@ -137,6 +137,17 @@ Connect one, and it appears here.</source>
     </message>
 </context>
 <context>
+    <name>CStartSplash</name>
+    <message>
+        <source>Searching for disks…</source>
+        <translation>ディスクを検索中…</translation>
+    </message>
+    <message>
+        <source>Waiting for %1…</source>
+        <translation>“%1”を待っています…</translation>
+    </message>
+</context>
+<context>
     <name>CTarnwickMacPE</name>
     <message>
         <source>CTarnwickMacPE</source>

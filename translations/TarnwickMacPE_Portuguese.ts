@@ -137,6 +137,17 @@ Conecte um e ele aparecerá aqui.</translation>
     </message>
 </context>
 <context>
+    <name>CStartSplash</name>
+    <message>
+        <source>Searching for disks…</source>
+        <translation>Buscando discos…</translation>
+    </message>
+    <message>
+        <source>Waiting for %1…</source>
+        <translation>Aguardando “%1”…</translation>
+    </message>
+</context>
+<context>
     <name>CTarnwickMacPE</name>
     <message>
         <source>CTarnwickMacPE</source>

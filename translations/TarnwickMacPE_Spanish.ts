@@ -137,6 +137,17 @@ Conecta uno y aparecerá aquí.</translation>
     </message>
 </context>
 <context>
+    <name>CStartSplash</name>
+    <message>
+        <source>Searching for disks…</source>
+        <translation>Buscando discos…</translation>
+    </message>
+    <message>
+        <source>Waiting for %1…</source>
+        <translation>Esperando a “%1”…</translation>
+    </message>
+</context>
+<context>
     <name>CTarnwickMacPE</name>
     <message>
         <source>CTarnwickMacPE</source>

@@ -5,7 +5,9 @@
 #include "app/CGetScreenPixel.h"
 #include "app/CMessageRelay.h"
 #include "app/CProgramEnd.h"
+#include "app/CStartSplash.h"
 #include "app/CTarnwickMacPE.h"
+#include "disk/CDestinationDiscovery.h"
 #include "files/CFileNameCodec.h"
 #include "files/CWriteSignals.h"
 #include "log/CLogTarnwick.h"
@@ -82,11 +84,15 @@ static QString StyleSheet()
 /** The window's life; the status that the process is to have. */
 static int RunWindow()
 {
+    CStartSplash splash;
+    CDestinationDiscovery::SetWaiter([&splash](const STDiskWait& wait) { splash.Wait(wait); });
     CTarnwickMacPE window(nullptr);
+    CDestinationDiscovery::SetWaiter({});
     CProgramEnd::SetWindow(&window);
     StartLog();
     CentreWindow(window);
     window.show();
+    splash.hide();
     const int nStatus = CProgramEnd::Exec();
     CProgramEnd::Leave(nStatus);
     return nStatus;

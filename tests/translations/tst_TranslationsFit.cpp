@@ -1,4 +1,6 @@
 #include "app/CFontFallback.h"
+#include "app/CStartSplash.h"
+#include "disk/CDestinationDiscovery.h"
 #include "kit/KvMessageBox.h"
 #include "pages/CCopyFileWidget.h"
 #include "pages/CElidedLabel.h"
@@ -32,6 +34,7 @@ static const char BUTTON[] = "button"; ///< button of a message box or a page
 static const char LABEL[] = "label"; ///< label of a page
 static const char HINT[] = "hint"; ///< what the empty drop-down says
 static const char WAIT[] = "wait"; ///< message of the waiting dialog
+static const char SPLASH[] = "splash"; ///< what is shown before the window
 static const char FOLDER[] = "folder"; ///< piece of a folder's name
 static const char SPOKEN[] = "spoken"; ///< what a screen reader says of a part without a text
 static const char UNSEEN[] = "unseen"; ///< replaced before it is seen, or a name of a window
@@ -83,6 +86,8 @@ static const struct
     {"CSelFileWidget", "Tarnwick", FOLDER},
     {"CSelFileWidget", " at ", FOLDER},
     {"CSelFileWidget", "OK", BUTTON},
+    {"CStartSplash", "Searching for disks…", SPLASH},
+    {"CStartSplash", "Waiting for %1…", SPLASH},
     {"CTarnwickMacPE", "CTarnwickMacPE", UNSEEN},
     {"CTarnwickMacPE", "Close", SPOKEN},
     {"CTarnwickMacPE", "Minimize", SPOKEN},
@@ -198,6 +203,7 @@ private slots:
     void selectionPage();
     void copyPage();
     void waitingDialog();
+    void startSplash();
     void messageBoxes();
     void everyLetterHasAFace();
     void lettersComeFromTheFaceMeant_data();
@@ -299,6 +305,19 @@ void tst_TranslationsFit::waitingDialog()
         QVERIFY(QTest::qWaitForWindowExposed(&dialog));
         QCOMPARE(Measured(&dialog), QString("1 texts"));
         Save(&dialog, "wait");
+    }
+}
+
+void tst_TranslationsFit::startSplash()
+{
+    for (const qint64 nMs : {qint64(0), qint64(CStartSplash::NAME_AFTER_MS)}) {
+        CStartSplash splash;
+        QVERIFY(QTest::qWaitFor([&] {
+            splash.Wait({"Macintosh HD", nMs});
+            return splash.isVisible();
+        }));
+        QCOMPARE(Measured(&splash), QString("2 texts"));
+        Save(&splash, nMs == 0 ? "splash-searching" : "splash-waiting");
     }
 }
 

@@ -1,6 +1,8 @@
 #include "visual/Looks.h"
 
+#include "app/CStartSplash.h"
 #include "app/CTarnwickMacPE.h"
+#include "disk/CDestinationDiscovery.h"
 #include "kit/KvMessageBox.h"
 #include "pages/CCopyFileWidget.h"
 #include "pages/CPageTree.h"
@@ -215,6 +217,16 @@ static QImage LongestBox()
     return QTest::qWaitForWindowActive(&box) ? CLookStage::OnGround(&box) : QImage();
 }
 
+static QImage Splash(qint64 nMs)
+{
+    CStartSplash splash;
+    const bool bShown = QTest::qWaitFor([&] {
+        splash.Wait({"Macintosh HD", nMs});
+        return splash.isVisible();
+    });
+    return bShown ? CLookStage::OnGround(&splash) : QImage();
+}
+
 static QImage WaitDialog(const QString& strText)
 {
     CSearchWaitView dialog(nullptr);
@@ -398,6 +410,8 @@ static QList<STLook> DialogLooks()
             [fnButton](KvMessageBox& box) { CLookStage::Hover(fnButton(box, "toolBtnEx")); }),
         Box("box-second-pressed", ALL_BUTTONS,
             [fnButton](KvMessageBox& box) { fnButton(box, "toolBtnEx")->setDown(true); }),
+        {"splash-searching", [] { return Splash(0); }},
+        {"splash-waiting", [] { return Splash(CStartSplash::NAME_AFTER_MS); }},
         {"wait-one-line", [] { return WaitDialog("Calculating files size..."); }},
         {"wait-two-lines",
          [] { return WaitDialog("Calculating the size of the files that are ticked, this may take long"); }},
