@@ -197,6 +197,7 @@ void KvMessageBox::LayOut()
 {
     m_pForm->verticalLayout_2->invalidate();
     layout()->activate();
+    m_pForm->verticalLayout_2->activate();
 }
 
 // The box takes every event of the mouse, the base only those of a drag.

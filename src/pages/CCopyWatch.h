@@ -53,7 +53,7 @@ private:
     void Show(const STCopySample& stSample);
 
     CElidedLabel* m_pLabel;
-    QTimer m_timer;
+    QTimer m_timer{this};
     std::optional<qint64> m_nStopMs; // time of CClock, while an end is waited for
     QPointer<const CCopyFileThread> m_pWorker;
     bool m_bShown = false; // in the label

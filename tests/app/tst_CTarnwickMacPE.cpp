@@ -60,6 +60,10 @@ private slots:
     void copyRequestShowsTheCopyPageAndItsEndTheFirst();
     void closeAnswers_data();
     void closeAnswers();
+    void copyBegunUnderTheExitQuestion_data();
+    void copyBegunUnderTheExitQuestion();
+    void exitQuestionUnderTheStopQuestion();
+    void doubleClickOnCopyDoesNotCancel();
 
 private:
     void Event(const QString& strPath, ENDiskEventType enType);
@@ -452,6 +456,60 @@ void tst_CTarnwickMacPE::closeAnswers()
     if (bCopyPage) {
         QTEST(CopyPage()->GetCopyStatus(), "nStatusAfter");
     }
+}
+
+void tst_CTarnwickMacPE::copyBegunUnderTheExitQuestion_data()
+{
+    QTest::addColumn<QString>("strButton");
+    QTest::addColumn<int>("nStatusAfter");
+    QTest::newRow("cancel") << "Cancel" << 0;
+    QTest::newRow("yes") << "Yes" << 1;
+}
+
+// The selection was still being counted when the user was asked.
+void tst_CTarnwickMacPE::copyBegunUnderTheExitQuestion()
+{
+    QFETCH(QString, strButton);
+    CModalAnswerer answerer(strButton);
+    answerer.Meanwhile([&] {
+        emit SelectPage()->SignalCopyFile();
+        QCOMPARE(CopyPage()->GetCopyStatus(), 1);
+    });
+    m_pWindow->close();
+    QVERIFY(answerer.Answered());
+    QTEST(CopyPage()->GetCopyStatus(), "nStatusAfter");
+}
+
+void tst_CTarnwickMacPE::exitQuestionUnderTheStopQuestion()
+{
+    emit SelectPage()->SignalCopyFile();
+    CModalAnswerer stop("Cancel");
+    stop.Meanwhile([&] {
+        const CModalAnswerer leave("Cancel");
+        QVERIFY(!m_pWindow->close());
+        QCOMPARE(leave.Text(), TEXT_EXIT);
+        QCOMPARE(CopyPage()->GetCopyStatus(), 1); // the stop is still being asked about
+    });
+    QVERIFY(!CopyPage()->SlotCancelBtnClick());
+    QVERIFY(stop.Answered());
+    QCOMPARE(CopyPage()->GetCopyStatus(), 0);
+}
+
+// Cancel comes up where Copy was.
+void tst_CTarnwickMacPE::doubleClickOnCopyDoesNotCancel()
+{
+    const int nInterval = QApplication::doubleClickInterval();
+    QApplication::setDoubleClickInterval(3600000);
+    emit SelectPage()->SignalCopyFile();
+    auto* pCancel = CopyPage()->findChild<QPushButton*>("toolBtn");
+    CModalAnswerer answerer("Cancel");
+    QTest::mouseClick(pCancel, Qt::LeftButton);
+    QVERIFY(!answerer.Answered());
+    QCOMPARE(CopyPage()->GetCopyStatus(), 0);
+    QTest::keyClick(pCancel, Qt::Key_Space);
+    QVERIFY(answerer.Answered());
+    QCOMPARE(answerer.Text(), TEXT_STOP);
+    QApplication::setDoubleClickInterval(nInterval);
 }
 
 QTEST_MAIN(tst_CTarnwickMacPE)

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QPushButton>
+#include <QSignalSpy>
 
 namespace {
 
@@ -44,6 +45,8 @@ public:
     QLabel* Message() const { return findChild<QLabel*>("label_text"); }
     QLabel* Icon() const { return findChild<QLabel*>("label_icon"); }
     QImage IconImage() const { return Icon()->pixmap(Qt::ReturnByValue).toImage(); }
+    QLabel* Detail() const { return findChild<QLabel*>("label_detail"); }
+    QPushButton* Link() const { return findChild<QPushButton*>("m_pDetailLink"); }
     QPushButton* Close() const { return findChild<QPushButton*>("btnClose"); }
     QWidget* Content() const { return findChild<QWidget*>("widget"); }
     QFrame* Title() const { return findChild<QFrame*>("frame_title"); }
@@ -99,6 +102,15 @@ private slots:
     void longMessageFits();
     void icon_data();
     void icon();
+    void emptyDetailIsNotThere();
+    void detail_data();
+    void detail();
+    void detailIsPlainText();
+    void longDetailFits_data();
+    void longDetailFits();
+    void detailLinkByKey_data();
+    void detailLinkByKey();
+    void readersHearTheDetail();
     void setBtnText_data();
     void setBtnText();
     void setButtonText();
@@ -404,6 +416,147 @@ void tst_KvMessageBox::icon()
     QVERIFY(box.Icon()->isVisibleTo(&box));
     box.hideIcon();
     QVERIFY(!box.Icon()->isVisibleTo(&box));
+}
+
+// Before it is set, and after it was taken away again.
+void tst_KvMessageBox::emptyDetailIsNotThere()
+{
+    CBox before(9);
+    QVERIFY(before.Activate());
+    const QImage imgBefore = before.grab().toImage();
+    before.close();
+    CBox after(9);
+    after.SetDetail("38 of 1,242 items were not copied whole.", ENDetail::WARNING);
+    after.SetDetailLink("Show the list");
+    QVERIFY(after.Activate());
+    QVERIFY(after.grab().toImage() != imgBefore);
+    after.SetDetail(QString(), ENDetail::PLAIN);
+    after.SetDetailLink(QString());
+    QVERIFY(!after.Detail()->isVisible());
+    QCOMPARE(after.grab().toImage(), imgBefore);
+    QCOMPARE(after.Content()->layout()->spacing(), 15);
+}
+
+void tst_KvMessageBox::detail_data()
+{
+    QTest::addColumn<int>("nKind");
+    QTest::addColumn<QRgb>("nInk");
+    QTest::newRow("plain") << int(ENDetail::PLAIN) << qRgb(0x58, 0x58, 0x58);
+    QTest::newRow("good") << int(ENDetail::GOOD) << qRgb(0x48, 0x48, 0x48);
+    QTest::newRow("warning") << int(ENDetail::WARNING) << qRgb(0xa6, 0x3c, 0x00);
+}
+
+void tst_KvMessageBox::detail()
+{
+    QFETCH(int, nKind);
+    CBox box(Style_Ok, TEXT_COMPLETED);
+    box.SetDetail("38 of 1,242 items were not copied whole.", ENDetail(nKind));
+    QVERIFY(box.Activate());
+    const QRect place = PlaceIn(&box, box.Detail());
+    QVERIFY(box.Detail()->isVisible());
+    QVERIFY(!box.Link()->isVisible());
+    QVERIFY(place.top() > PlaceIn(&box, box.Message()).bottom());
+    QVERIFY(place.bottom() < PlaceIn(&box, box.Button("OK")).top());
+    QTEST(box.Detail()->palette().color(box.Detail()->foregroundRole()).rgb(), "nInk");
+    // Beside its text stands a sign, but for the plain one; the warning has a ground of its own.
+    const QImage image = box.grab().toImage();
+    const QRgb nGround = image.pixel(place.left() + 1, place.top());
+    const bool bWarning = ENDetail(nKind) == ENDetail::WARNING;
+    QCOMPARE(nGround, bWarning ? qRgb(0xff, 0xf2, 0xe7) : qRgb(255, 255, 255));
+    bool bSign = false;
+    for (int x = place.left(); x < place.left() + 16; ++x) {
+        const QColor color = image.pixelColor(x, place.center().y());
+        bSign = bSign || color.saturation() > 100;
+    }
+    QCOMPARE(bSign, ENDetail(nKind) != ENDetail::PLAIN);
+}
+
+void tst_KvMessageBox::detailIsPlainText()
+{
+    CBox box(Style_Ok);
+    box.SetDetail("<b>STICK</b> &amp; more", ENDetail::PLAIN);
+    QCOMPARE(box.Detail()->textFormat(), Qt::PlainText);
+    QCOMPARE(box.Detail()->text(), QString("<b>STICK</b> &amp; more"));
+}
+
+void tst_KvMessageBox::longDetailFits_data()
+{
+    QTest::addColumn<QString>("strMessage");
+    QTest::addColumn<QString>("strDetail");
+    const QString strUnsure = "The disk did not confirm that everything is on it. Do not rely on this copy.\n"
+                              "The list could not be saved on the disk.";
+    QTest::newRow("completion") << TEXT_COMPLETED << strUnsure;
+    QTest::newRow("removal") << TEXT_REMOVED << "Everything was on the disk before it was removed.";
+    QTest::newRow("no space") << TEXT_NO_SPACE << "5.20 GB are needed, 3.10 GB are free.";
+    QTest::newRow("German") << "Kopieren der Dateien abgeschlossen!"
+                            << "Das Laufwerk hat nicht bestätigt, dass alles darauf gesichert ist. Verlassen "
+                               "Sie sich nicht auf diese Kopie.\nDie Liste konnte nicht auf dem Laufwerk "
+                               "gesichert werden.";
+}
+
+void tst_KvMessageBox::longDetailFits()
+{
+    QFETCH(QString, strMessage);
+    QFETCH(QString, strDetail);
+    CBox box(Style_Ok, strMessage);
+    box.SetDetail(strDetail, ENDetail::WARNING);
+    box.SetDetailLink("Show the list");
+    QVERIFY(box.Activate());
+    QCOMPARE(box.size(), QSize(490, 300));
+    const QRect placeMessage = PlaceIn(&box, box.Message());
+    const QRect placeDetail = PlaceIn(&box, box.Detail());
+    const QRect placeLink = PlaceIn(&box, box.Link());
+    QVERIFY(box.Message()->heightForWidth(placeMessage.width()) <= placeMessage.height());
+    QVERIFY(box.Detail()->heightForWidth(placeDetail.width()) <= placeDetail.height());
+    QVERIFY(placeMessage.top() > PlaceIn(&box, box.Icon()).bottom());
+    QVERIFY(placeMessage.bottom() < placeDetail.top());
+    QVERIFY(placeDetail.bottom() < placeLink.top());
+    QVERIFY(placeLink.bottom() < PlaceIn(&box, box.Button("OK")).top());
+    QVERIFY(placeDetail.left() > 4 && placeDetail.right() < box.width() - 5);
+}
+
+void tst_KvMessageBox::detailLinkByKey_data()
+{
+    QTest::addColumn<Qt::Key>("enKey");
+    QTest::newRow("space") << Qt::Key_Space;
+    QTest::newRow("return") << Qt::Key_Return;
+    QTest::newRow("enter") << Qt::Key_Enter;
+}
+
+// Tab comes to it behind the buttons and before the title's.
+void tst_KvMessageBox::detailLinkByKey()
+{
+    QFETCH(Qt::Key, enKey);
+    CBox box(9);
+    box.SetDetail("38 of 1,242 items were not copied whole.", ENDetail::WARNING);
+    box.SetDetailLink("Show the list");
+    const QSignalSpy spy(&box, &KvMessageBox::SignalDetailLink);
+    QVERIFY(box.Activate());
+    for (QWidget* pStop : {box.Button("Cancel"), box.Button("Yes"), box.Link(), box.Close()}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), pStop);
+    }
+    QTest::keyClick(box.Close(), Qt::Key_Backtab);
+    QCOMPARE(QApplication::focusWidget(), box.Link());
+    QTest::keyClick(box.Link(), enKey);
+    QCOMPARE(spy.count(), 1);
+    QVERIFY(box.isVisible());
+    QTest::mouseClick(box.Link(), Qt::LeftButton);
+    QCOMPARE(spy.count(), 2);
+}
+
+void tst_KvMessageBox::readersHearTheDetail()
+{
+    CBox box(9, "Done");
+    box.SetDetail("38 items are missing.", ENDetail::WARNING);
+    box.SetDetailLink("Show the list");
+    box.show();
+    QCOMPARE(NameHeard(&box), QString("Done 38 items are missing."));
+    QCOMPARE(NameHeard(box.Detail()), QString("38 items are missing."));
+    QCOMPARE(Heard(box.Link())->role(), QAccessible::PushButton);
+    QCOMPARE(NameHeard(box.Link()), QString("Show the list"));
+    box.SetDetail(QString(), ENDetail::PLAIN);
+    QCOMPARE(NameHeard(&box), QString("Done"));
 }
 
 void tst_KvMessageBox::setBtnText_data()

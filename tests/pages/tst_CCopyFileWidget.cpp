@@ -1,4 +1,6 @@
 #include "copy/CCopyFileThread.h"
+#include "copy/CCopyText.h"
+#include "kit/CBoxDetail.h"
 #include "kit/KvMessageBox.h"
 #include "pages/CCopyFileWidget.h"
 #include "pages/CElidedLabel.h"
@@ -22,6 +24,7 @@
 #include <QLayout>
 #include <QMap>
 #include <QMovie>
+#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -68,6 +71,10 @@ private slots:
     void newCopyStartsFromTheBeginning();
     void copyIsDoneAndTold();
     void completionBoxIsKept();
+    void accountIsTold_data();
+    void accountIsTold();
+    void accountOfAnEarlierCopyIsDropped();
+    void stateLineMovesNothing();
     void cancelAnswers_data();
     void cancelAnswers();
     void copyEndsWhileTheQuestionIsOpen();
@@ -513,6 +520,94 @@ void tst_CCopyFileWidget::completionBoxIsKept()
         pFirst = listBox.at(0);
         QCOMPARE(m_pFinished->count(), i);
     }
+}
+
+void tst_CCopyFileWidget::accountIsTold_data()
+{
+    QTest::addColumn<STCopyAccount>("stAccount");
+    QTest::addColumn<int>("nKind");
+    QTest::addColumn<bool>("bLink");
+    STCopyAccount stAccount;
+    QTest::newRow("nothing copied") << stAccount << int(ENDetail::PLAIN) << false;
+    stAccount.nFiles = 1204;
+    stAccount.nBytes = 3200000000;
+    stAccount.enFlush = ENCopyFlush::DONE;
+    QTest::newRow("whole") << stAccount << int(ENDetail::GOOD) << false;
+    STCopyAccount stNote = stAccount;
+    stNote.nNotes = 1;
+    stNote.listItem.append(STCopyItem());
+    QTest::newRow("whole, with a note") << stNote << int(ENDetail::GOOD) << true;
+    STCopyAccount stProblem = stNote;
+    stProblem.nProblems = 38;
+    QTest::newRow("not whole") << stProblem << int(ENDetail::WARNING) << true;
+    stProblem.bReportMissing = true;
+    QTest::newRow("not whole, no report") << stProblem << int(ENDetail::WARNING) << true;
+    STCopyAccount stStopped = stAccount;
+    stStopped.bStopped = true;
+    QTest::newRow("stopped") << stStopped << int(ENDetail::WARNING) << false;
+    STCopyAccount stUnsure = stAccount;
+    stUnsure.enFlush = ENCopyFlush::FAILED;
+    QTest::newRow("not confirmed") << stUnsure << int(ENDetail::WARNING) << false;
+}
+
+void tst_CCopyFileWidget::accountIsTold()
+{
+    QFETCH(STCopyAccount, stAccount);
+    QFETCH(int, nKind);
+    m_pPage->SlotCopyAccount(stAccount);
+    CModalAnswerer answerer("OK");
+    answerer.Meanwhile([&] {
+        const auto* pDetail = QApplication::activeModalWidget()->findChild<CBoxDetail*>();
+        const QString strMissing = stAccount.bReportMissing ? '\n' + CCopyText::ReportMissing() : QString();
+        QVERIFY(pDetail->isVisible());
+        QCOMPARE(pDetail->Text(), CCopyText::Summary(stAccount) + strMissing);
+        QCOMPARE(int(pDetail->Kind()), nKind);
+        QTEST(pDetail->Link()->isVisible(), "bLink");
+    });
+    m_pPage->SlotCopyFinish();
+    QVERIFY(answerer.Answered());
+    QCOMPARE(answerer.Text(), TEXT_COMPLETED);
+    QCOMPARE(answerer.Icon().toImage(), QPixmap(":/res/Tip/tips_completed.png").toImage());
+    QCOMPARE(m_pPage->LastAccount().nFiles, stAccount.nFiles);
+}
+
+void tst_CCopyFileWidget::accountOfAnEarlierCopyIsDropped()
+{
+    STCopyAccount stAccount;
+    stAccount.nFiles = 7;
+    StartPausedCopy();
+    StartCopy("second");
+    m_pPage->SlotCopyAccount(stAccount); // of the first, which the second waits for
+    QCOMPARE(m_pPage->LastAccount().nFiles, 0);
+    Worker()->SetCopyStatus(COPY_STATUS_STOP);
+    CModalAnswerer answerer("OK");
+    QTRY_COMPARE(m_pFinished->count(), 1);
+    QCOMPARE(m_pPage->LastAccount().nFiles, 2);
+    // What is told of the third has nothing to do with the second.
+    m_pPage->OnCopyFile(1000, QString(), "STICK");
+    QCOMPARE(m_pPage->LastAccount().nFiles, 0);
+    CModalAnswerer bare("OK");
+    bare.Meanwhile(
+        [] { QVERIFY(!QApplication::activeModalWidget()->findChild<CBoxDetail*>()->isVisible()); });
+    m_pPage->SlotCopyFinish();
+    QVERIFY(bare.Answered());
+}
+
+void tst_CCopyFileWidget::stateLineMovesNothing()
+{
+    auto* pState = m_pPage->findChild<CElidedLabel*>("m_pStateLab");
+    QCOMPARE(pState->text(), QString());
+    const QImage imgBefore = m_pPage->grab().toImage();
+    const QRect place = PlaceIn(m_pPage.get(), pState);
+    QVERIFY(place.top() > PlaceIn(m_pPage.get(), TimeLab()).bottom());
+    pState->setText(QString(400, 'W'));
+    QCoreApplication::sendPostedEvents();
+    QImage imgAfter = m_pPage->grab().toImage();
+    QVERIFY(imgAfter != imgBefore);
+    QPainter painter(&imgAfter);
+    painter.drawImage(place.topLeft(), imgBefore, place);
+    painter.end();
+    QCOMPARE(imgAfter, imgBefore);
 }
 
 void tst_CCopyFileWidget::cancelAnswers_data()
