@@ -14,8 +14,11 @@
 #include <cstdlib>
 #include <mutex>
 
-// How long a copy that is stopped has for its last bytes and its account.
-static const int COPY_MS = 2500;
+// How long a copy that is stopped has for its block, before its page waits in turn.
+static const int COPY_MS = 1000;
+
+// How long it has where there is no page that waits, for its last bytes and its account as well.
+static const int COPY_WITHOUT_PAGE_MS = 3000;
 
 // As shells tell of a process that a signal has ended.
 static const int SIGNAL_STATUS = 128;
@@ -31,16 +34,10 @@ static std::atomic<bool> s_bLeaving{false};
 // Guards the application object against an end that comes from two sides.
 static std::mutex s_mutexApplication;
 
-static void StopCopy()
-{
-    if (s_pWindow != nullptr && !s_pWindow->EndCopy(COPY_MS)) {
-        g_TarnwickLog.LogExt(QStringLiteral("the copy does not end"));
-    }
-}
-
 // Modal boxes run event loops of their own; the exit ends all of them, without an answer.
 static void LeaveEventLoops(int nStatus)
 {
+    // Without a window the start goes on and finds the status.
     if (s_pWindow != nullptr) {
         s_pWindow->EndCopy(0);
     }
@@ -76,7 +73,9 @@ static void EndByExit()
     CEndWatch::Begin(DISPLAY_LOST_STATUS);
     g_TarnwickLog.LogExt(QStringLiteral("ended by the loss of the display"));
     CDestinationDiscovery::EndScans();
-    StopCopy();
+    if (!s_pWindow->EndCopy(COPY_WITHOUT_PAGE_MS)) {
+        s_pWindow->CloseCopy();
+    }
     CEndWatch::EndNow(DISPLAY_LOST_STATUS);
 }
 
@@ -99,7 +98,7 @@ void CProgramEnd::Leave(int nStatus)
         const std::lock_guard<std::mutex> lock(s_mutexApplication);
         s_bLeaving = true;
     }
-    StopCopy();
+    s_pWindow->EndCopy(COPY_MS);
     s_pWindow = nullptr;
 }
 

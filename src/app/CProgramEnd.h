@@ -16,7 +16,8 @@ public:
     /** Names the window whose copy is stopped at the end; it has to live until Leave has run. GUI thread. */
     static void SetWindow(CTarnwickMacPE* pWindow);
 
-    /** Runs the event loop, unless a signal has come before; the process's exit status. GUI thread. */
+    /** With a window named: runs the event loop, unless a signal has come before; the process's exit status.
+     * GUI thread. */
     static int Exec();
 
     /** After the event loop: stops the copy and waits a moment for its end. GUI thread. */

@@ -23,6 +23,7 @@ static const int PAGE_SELECT = 0;
 static const int PAGE_COPY = 1;
 static const int AWAKE_SECONDS = 2592000;
 static const int START_TIMEOUT_MS = 30000;
+static const int REPORT_WAIT_MS = 300;
 
 CTarnwickMacPE::CTarnwickMacPE(QWidget* pParent)
     : QMainWindow(pParent)
@@ -150,6 +151,16 @@ bool CTarnwickMacPE::EndCopy(int nWaitMs)
     const auto listWorker = m_pUi->m_pCopyFilePage->findChildren<CCopyFileThread*>();
     return std::all_of(listWorker.begin(), listWorker.end(),
                        [&deadline](CCopyFileThread* pWorker) { return pWorker->wait(deadline); });
+}
+
+void CTarnwickMacPE::CloseCopy()
+{
+    const auto listWorker = m_pUi->m_pCopyFilePage->findChildren<CCopyFileThread*>();
+    for (CCopyFileThread* pWorker : listWorker) {
+        if (pWorker->isRunning()) {
+            pWorker->CloseAccount(REPORT_WAIT_MS);
+        }
+    }
 }
 
 bool CTarnwickMacPE::IsCopyPageShown() const { return m_pUi->m_pStackWidget->currentIndex() == PAGE_COPY; }

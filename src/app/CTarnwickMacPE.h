@@ -51,6 +51,9 @@ public:
      */
     bool EndCopy(int nWaitMs);
 
+    /** Completes the account of a copy that does not end, as far as its disk answers. */
+    void CloseCopy();
+
     /** Starts the command that keeps display and system awake for 30 days; a failure is not reported. */
     static void ProhibitSleep();
 

@@ -34,6 +34,7 @@ private:
     void Reach(int nStage);
     void StartCopy();
     QString ProgramLog() const;
+    QString Report() const;
 };
 
 // Leaving may take 5 s; the rest is for a machine that is busy with other tests.
@@ -65,6 +66,14 @@ QString tst_Ends::ProgramLog() const
         strLog += Content(dir.filePath(strName));
     }
     return strLog;
+}
+
+/** What stands beside the copy. */
+QString tst_Ends::Report() const
+{
+    const QDir dir(m_pLarge->Path());
+    const QStringList listName = dir.entryList({"Tarnwick *.txt"}, QDir::Files);
+    return listName.size() == 1 ? Content(dir.filePath(listName.first())) : QString();
 }
 
 void tst_Ends::StartCopy()
@@ -131,6 +140,7 @@ void tst_Ends::signalEndsInOrder()
     QVERIFY(!ProgramLog().contains("does not answer"));
     const bool bCopy = nStage == COPYING || nStage == STOP_QUESTION;
     QCOMPARE(ProgramLog().contains("Copy stopped"), bCopy);
+    QVERIFY2(!bCopy || Report().contains("The copy was stopped."), qPrintable(Report()));
 }
 
 void tst_Ends::lostDisplayEndsInOrder()
@@ -151,6 +161,7 @@ void tst_Ends::lostDisplayEndsInOrder()
     QCOMPARE(m_pJourney->ExitCode(), 1);
     QVERIFY2(ProgramLog().contains("ended by the loss of the display"), qPrintable(ProgramLog()));
     QVERIFY(ProgramLog().contains("Copy stopped"));
+    QVERIFY2(Report().contains("The copy was stopped."), qPrintable(Report()));
 }
 
 /** The system sends a signal that would end the program, beside the error. */
@@ -203,6 +214,9 @@ void tst_Ends::nothingThatHangsHoldsTheEnd()
     QVERIFY2(timer.elapsed() < MOST_MS, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(m_pJourney->ExitCode(), bSignal ? 128 + SIGTERM : 0);
     QVERIFY2(ProgramLog().contains("does not answer"), qPrintable(ProgramLog()));
+    QVERIFY(!ProgramLog().contains("ended although"));
+    const bool bCopy = nStage == COPYING;
+    QVERIFY2(!bCopy || Report().contains("\nEnded: "), qPrintable(Report()));
 }
 
 QTEST_MAIN(tst_Ends)
