@@ -1,6 +1,14 @@
 #pragma once
 
+#include "files/CAsideThread.h"
+
+#include <QString>
+#include <QStringList>
 #include <QThread>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
 
 class CDirNode;
 
@@ -10,6 +18,9 @@ class CDirNode;
  *
  * While it runs the nodes belong to it. requestInterruption() makes it end soon
  * without a result; the owner waits for it before the nodes or the thread go.
+ *
+ * Disks are asked on one more thread, which holds no nodes: one that does not
+ * answer keeps this one from ending only until it is interrupted.
  */
 class CGetFileSizeThread : public QThread
 {
@@ -17,6 +28,7 @@ class CGetFileSizeThread : public QThread
 
 public:
     explicit CGetFileSizeThread(QObject* pParent = nullptr);
+    ~CGetFileSizeThread() override;
 
     /** The root whose children are the top-level entries; not owned. Call it before start(). */
     void SetRootNode(CDirNode* pRootNode);
@@ -30,13 +42,26 @@ public:
     /** Adds the ticked files below the node, not the node itself. */
     void GetSelFileSize(CDirNode* pNode);
 
+    /** How long the disk has not answered that is being asked, in ms. Any thread. */
+    qint64 SinceProgressMs() const;
+
+    /** The name of the top-level entry that is being counted; empty before the first. Any thread. */
+    QString CurrentEntry() const;
+
 signals:
     /** The selection's size in bytes. */
     void SignalGetSizeFinish(qint64 nSize);
 
 private:
+    template <typename Answer> std::optional<Answer> Ask(std::function<Answer()> fnAsk);
+    void AddFiles(QStringList& listFile);
     void AddSize(qint64 nBytes);
+    void NoteProgress();
 
     CDirNode* m_pRootNode = nullptr;
     qint64 m_nTotalSize = 0;
+    std::unique_ptr<CAsideThread> m_pAside; // while it counts
+    std::atomic<qint64> m_nProgressMs{0}; // when a disk has answered last, by the steady clock
+    mutable std::mutex m_mutexEntry;
+    QString m_strEntry;
 };

@@ -111,5 +111,5 @@ void CDestinationPanel::NoticeOther()
 
 void CDestinationPanel::NoticeNoAnswer(const QString& strName)
 {
-    m_pNotice->Set(ENNotice::NO_ANSWER, tr("%1 does not answer.").arg(m_pNotice->Shortened(strName)));
+    m_pNotice->Set(ENNotice::NO_ANSWER, m_pNotice->NoAnswerText(strName));
 }

@@ -21,8 +21,7 @@ void CLastCopyNotice::Show(const STCopyAccount& stAccount, const QString& strUsb
         m_pNotice->Clear(ENNotice::LAST_COPY);
         return;
     }
-    m_pNotice->Set(ENNotice::LAST_COPY,
-                   tr("%1: %2").arg(m_pNotice->Shortened(strUsbName), CCopyText::Summary(stAccount)),
+    m_pNotice->Set(ENNotice::LAST_COPY, m_pNotice->TextOf(strUsbName, CCopyText::Summary(stAccount)),
                    stAccount.listItem.isEmpty() ? QString() : tr("Show the list"));
 }
 

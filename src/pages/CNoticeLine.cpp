@@ -55,6 +55,17 @@ QString CNoticeLine::Shortened(const QString& strName) const
     return m_pText->fontMetrics().elidedText(strName, Qt::ElideMiddle, NAME_WIDTH);
 }
 
+QString CNoticeLine::NoAnswerText(const QString& strName) const
+{
+    return tr("%1 does not answer.").arg(Shortened(strName));
+}
+
+QString CNoticeLine::TextOf(const QString& strName, const QString& strText) const
+{
+    //: A name and what is said of it.
+    return tr("%1: %2").arg(Shortened(strName), strText);
+}
+
 QWidget* CNoticeLine::TabStop() const { return m_pLink; }
 
 void CNoticeLine::resizeEvent(QResizeEvent* pEvent)

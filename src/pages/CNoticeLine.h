@@ -43,6 +43,12 @@ public:
     /** A name as it may stand in a notice: not so long that it would hide what is said of it. */
     QString Shortened(const QString& strName) const;
 
+    /** What is said of the disk or folder of that name that does not answer. */
+    QString NoAnswerText(const QString& strName) const;
+
+    /** A name and what is said of it. */
+    QString TextOf(const QString& strName, const QString& strText) const;
+
     /** What the keyboard reaches in it: the link, while there is one. */
     QWidget* TabStop() const;
 

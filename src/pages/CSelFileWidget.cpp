@@ -71,7 +71,12 @@ void CSelFileWidget::InitData()
     m_pSizeThread = new CGetFileSizeThread(this);
     // Not modal: the page takes no input while it counts, but the window can be closed.
     m_pWaitView = new CSearchWaitView(this);
-    m_pCount = std::make_unique<CSelectionCount>(m_pForm->m_pFileTree, m_pSizeThread, m_pWaitView);
+    const auto fnGivenUp = [this] {
+        EndCounting();
+        m_target.reset();
+    };
+    m_pCount = std::make_unique<CSelectionCount>(m_pForm->m_pFileTree, m_pSizeThread, m_pWaitView,
+                                                 m_pForm->m_pNoticeLine, fnGivenUp);
     m_pDestination = new CDestinationPanel(m_pForm.get(), m_pForm->m_pNoticeLine, this);
     m_pLastCopy = new CLastCopyNotice(m_pForm->m_pNoticeLine, this);
     m_pTreeNotices = new CTreeNotices(m_pForm->m_pFileTree, m_pForm->m_pNoticeLine, this);

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <QTimer>
+
 #include <chrono>
+#include <functional>
 
 class CFileTreeView;
 class CGetFileSizeThread;
+class CNoticeLine;
 class CSearchWaitView;
 
 class QString;
@@ -13,13 +17,19 @@ class QString;
  * happen before the size worker starts and after it has ended.
  *
  * While it runs the nodes belong to the worker, the tree takes no input, the
- * waiting dialog is shown and nothing on this thread reads a node. GUI thread only.
+ * waiting dialog is shown and nothing on this thread reads a node. A disk that does
+ * not answer is named in the line of notices, and some time later the count is given
+ * up, so that the dialog does not stand for ever. GUI thread only.
  */
 class CSelectionCount
 {
 public:
-    /** None of the three is owned; they have to live as long. */
-    CSelectionCount(CFileTreeView* pTree, CGetFileSizeThread* pThread, CSearchWaitView* pWaitView);
+    /** None of the four is owned; they have to live as long. fnGivenUp is run when a count was given up. */
+    CSelectionCount(CFileTreeView* pTree, CGetFileSizeThread* pThread, CSearchWaitView* pWaitView,
+                    CNoticeLine* pNotice, std::function<void()> fnGivenUp);
+
+    /** How long a disk may not answer before it is named (20 s), and before the count is given up (60 s). */
+    static void SetPatience(std::chrono::milliseconds notice, std::chrono::milliseconds end);
 
     /** Lends the nodes to the worker and starts it; strText is what the waiting dialog says. */
     void Begin(const QString& strText);
@@ -41,9 +51,15 @@ public:
     bool IsSomethingTicked() const;
 
 private:
+    void Look();
+
     CFileTreeView* m_pTree;
     CGetFileSizeThread* m_pThread;
     CSearchWaitView* m_pWaitView;
+    CNoticeLine* m_pNotice;
+    const std::function<void()> m_fnGivenUp;
+    QTimer m_timer; // runs while the count does
     bool m_bRunning = false;
+    bool m_bNamed = false; // the notice names the source's disk
     bool m_bTickedAtBegin = false;
 };

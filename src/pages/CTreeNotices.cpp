@@ -42,16 +42,16 @@ static QString ErrorText(const STFolderFacts& stFacts)
 
 QString CTreeNotices::FolderText(const STFolderFacts& stFacts) const
 {
-    const QString strName = m_pNotice->Shortened(QFileInfo(stFacts.strPath).fileName());
+    const QString strName = QFileInfo(stFacts.strPath).fileName();
     if (stFacts.bNoAnswer) {
-        return tr("%1 does not answer.").arg(strName);
+        return m_pNotice->NoAnswerText(strName);
     }
     if (stFacts.nError != 0) {
-        return tr("%1: %2").arg(strName, ErrorText(stFacts));
+        return m_pNotice->TextOf(strName, ErrorText(stFacts));
     }
     if (stFacts.nLeftOut > 0) {
         return tr("Entries left out of %1 because of their names: %2")
-            .arg(strName, QLocale().toString(stFacts.nLeftOut));
+            .arg(m_pNotice->Shortened(strName), QLocale().toString(stFacts.nLeftOut));
     }
     return QString();
 }

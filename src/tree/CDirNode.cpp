@@ -117,12 +117,18 @@ STDirListing CDirNode::List(std::initializer_list<QLatin1String> listSkip) const
     return CDirListing::List(ToList(), listSkip);
 }
 
-void CDirNode::LoadChild()
+void CDirNode::LoadChild() { TakeListing(ListForCopy(ToList())); }
+
+STDirListing CDirNode::ListForCopy(const STFolderToList& stFolder)
 {
     // At every depth, not only where a system keeps its device and home folders:
     // "development" and "homework" are left out too. The model's listing also
     // leaves out "Volumes"; this one does not.
-    const STDirListing stListing = List({QLatin1String("dev"), QLatin1String("home")});
+    return CDirListing::List(stFolder, {QLatin1String("dev"), QLatin1String("home")});
+}
+
+void CDirNode::TakeListing(const STDirListing& stListing)
+{
     NoteListing(stListing);
     m_listChild.reserve(stListing.listEntry.size());
     for (const STDirEntry& stEntry : stListing.listEntry) {

@@ -105,6 +105,12 @@ public:
      */
     void LoadChild();
 
+    /** What LoadChild lists of a folder; safe on any thread. */
+    static STDirListing ListForCopy(const STFolderToList& stFolder);
+
+    /** The second half of LoadChild: takes what ListForCopy has said of this folder. */
+    void TakeListing(const STDirListing& stListing);
+
     /** How far it has been listed from now on. */
     void SetListed(ENListed enListed);
 

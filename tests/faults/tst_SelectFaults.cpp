@@ -2,6 +2,7 @@
 #include "files/CLeftBehind.h"
 #include "pages/CNoticeLine.h"
 #include "pages/CPageBed.h"
+#include "pages/CSelectionCount.h"
 #include "support/CGate.h"
 #include "support/CModalAnswerer.h"
 
@@ -52,10 +53,14 @@ private slots:
     void diskThatHangsAtCopy();
     void diskThatHangsAfterTheCount();
     void diskThatHangsWhenItAppears();
+    void diskInThePlaceOfOneThatHangs();
     void hangingDiskHoldsOneThread();
     void diskThatMayNotBeWritten();
     void folderThatMayNotBeRead();
     void countThatHangsIsLeftBehind();
+    void countThatHangsIsGivenUp_data();
+    void countThatHangsIsGivenUp();
+    void countThatIsSlowGoesOn();
     void searchThatHangsIsLeftBehind();
 
 private:
@@ -93,6 +98,7 @@ void tst_SelectFaults::cleanup()
 {
     QVERIFY2(!m_bHangsHere, "the window itself waits for the disk");
     m_bHangs = false;
+    CSelectionCount::SetPatience(std::chrono::seconds(20), std::chrono::seconds(60));
     CPageBed::cleanup();
     // What was left behind ends before the nodes and the volumes go.
     QTRY_VERIFY(!CLeftBehind::Any());
@@ -223,6 +229,25 @@ void tst_SelectFaults::diskThatHangsWhenItAppears()
     QVERIFY(LogLines().contains("the chosen disk is gone: /Volumes/STICK"));
 }
 
+void tst_SelectFaults::diskInThePlaceOfOneThatHangs()
+{
+    MakePage();
+    Plug("STICK");
+    Hang(ENCall::SPACE, "/Volumes/STICK");
+    Arrive("STICK");
+    QVERIFY(m_bHangs);
+    QCOMPARE(Space(), QString());
+    Stick("STICK").Pull();
+    Leave("STICK");
+    Plug("STICK", 100);
+    Arrive("STICK");
+    QVERIFY(Space().contains("0.10GB</span> Total"));
+    QCOMPARE(Notice(), QString());
+    LetGo();
+    QCoreApplication::processEvents();
+    QVERIFY(Space().contains("0.10GB</span> Total"));
+}
+
 void tst_SelectFaults::hangingDiskHoldsOneThread()
 {
     MakePage({"STICK"});
@@ -287,6 +312,61 @@ void tst_SelectFaults::countThatHangsIsLeftBehind()
     QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(CLeftBehind::Any()); // so the process ends without waiting for it
     LetGo();
+}
+
+void tst_SelectFaults::countThatHangsIsGivenUp_data()
+{
+    QTest::addColumn<ENCall>("enCall");
+    QTest::addColumn<QString>("strEnd");
+    QTest::newRow("a folder") << ENCall::OPEN_FOLDER << "/docs/one/two";
+    QTest::newRow("a size") << ENCall::STAT << "/docs/a.txt";
+}
+
+void tst_SelectFaults::countThatHangsIsGivenUp()
+{
+    QFETCH(ENCall, enCall);
+    QFETCH(QString, strEnd);
+    WriteFile(m_pSource->Path("docs/one/two/three/photo.jpg"), "photo");
+    MakePage({"STICK"});
+    QVERIFY(Tick("docs"));
+    QSignalSpy spyCopy(m_pPage, &CSelFileWidget::SignalCopyFile);
+    Hang(enCall, strEnd);
+    // Named at once, given up when the user has had time to read it.
+    CSelectionCount::SetPatience(std::chrono::milliseconds(500), std::chrono::seconds(3));
+    QTest::mouseClick(CopyBtn(), Qt::LeftButton);
+    QTRY_COMPARE(Notice(), "Macintosh HD does not answer.");
+    QVERIFY(m_bHangs);
+    QVERIFY(WaitView()->isVisible());
+    QTRY_VERIFY(!WaitView()->isVisible());
+    QVERIFY(!SizeThread()->isRunning());
+    QCOMPARE(Notice(), "Macintosh HD does not answer.");
+    QVERIFY(Answers());
+    // The selection is what it was; without that disk in it, or with the disk in order, it can be copied.
+    QVERIFY(Tree()->model());
+    QVERIFY(CopyBtn()->isEnabled());
+    QVERIFY(Shows(Label("m_pCopyLab"), ":/res/Label/allow.png"));
+    m_gate.Open();
+    QTRY_VERIFY(!CLeftBehind::Any());
+    CFailingCalls::Reset();
+    QTest::mouseClick(CopyBtn(), Qt::LeftButton);
+    QTRY_COMPARE(spyCopy.count(), 1);
+    QCOMPARE(m_pPage->GetTotalSize(), qint64(1505));
+    QCOMPARE(Notice(), QString());
+}
+
+void tst_SelectFaults::countThatIsSlowGoesOn()
+{
+    MakePage({"STICK"});
+    QVERIFY(Tick("docs"));
+    QSignalSpy spyCopy(m_pPage, &CSelFileWidget::SignalCopyFile);
+    Hang(ENCall::STAT, "/docs/a.txt");
+    CSelectionCount::SetPatience(std::chrono::milliseconds(1), std::chrono::seconds(60));
+    QTest::mouseClick(CopyBtn(), Qt::LeftButton);
+    QTRY_COMPARE(Notice(), "Macintosh HD does not answer.");
+    m_gate.Open();
+    QTRY_COMPARE(spyCopy.count(), 1);
+    QCOMPARE(m_pPage->GetTotalSize(), qint64(1500));
+    QCOMPARE(Notice(), QString());
 }
 
 void tst_SelectFaults::searchThatHangsIsLeftBehind()
