@@ -266,14 +266,22 @@ void CCopyFileWidget::SlotCopyRemainTime(qint64 nSeconds)
 
 STCopyAccount CCopyFileWidget::LastAccount() const { return m_stAccount.value_or(STCopyAccount()); }
 
+// The worker was told to stop and may not have touched the removed disk since.
+static void TakeForLost(STCopyAccount& stAccount)
+{
+    stAccount.bGone = true;
+    stAccount.enFlush = ENCopyFlush::FAILED;
+}
+
 void CCopyFileWidget::SlotCopyAccount(const STCopyAccount& stAccount)
 {
     if (m_stage.IsWorkerOfEarlierCopy()) {
         return;
     }
     m_stAccount = stAccount;
-    // The worker was told to stop and may not have touched the disk since.
-    m_stAccount->bGone |= m_stage.Stage() == ENCopyStage::REMOVED;
+    if (m_stage.Stage() == ENCopyStage::REMOVED && !stAccount.IsWhole()) {
+        TakeForLost(*m_stAccount);
+    }
 }
 
 void CCopyFileWidget::SlotCopyFinish()
@@ -413,7 +421,7 @@ void CCopyFileWidget::CloseOfRemoval()
         m_pFinishBox->TakeAway();
     }
     if (!m_stAccount) {
-        m_stAccount.emplace().bGone = true;
+        TakeForLost(m_stAccount.emplace());
     }
     if (!m_stage.IsWorkerBusy() || m_stage.IsWorkerOfEarlierCopy()) {
         return;

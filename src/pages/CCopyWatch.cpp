@@ -94,15 +94,21 @@ void CCopyWatch::Show(const STCopySample& stSample)
     }
     const ENCopyState enBefore = m_line.State();
     m_line.Look(stSample, CClock::SteadyMs());
-    m_pLabel->setText(m_line.Text());
     if (m_line.State() == enBefore) {
+        m_pLabel->setText(m_line.Text());
         return;
     }
-    const bool bWarning = m_line.State() == ENCopyState::NO_ANSWER;
-    m_pLabel->setStyleSheet(bWarning ? QStringLiteral("color: %1;").arg(QColor(SkinColor::WARNING).name())
-                                     : CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));
+    ShowLine(*m_pLabel, m_line);
     if (m_line.State() > ENCopyState::FIGURES) {
         QAccessibleEvent event(m_pLabel, QAccessible::Alert);
         QAccessible::updateAccessibility(&event);
     }
+}
+
+void CCopyWatch::ShowLine(CElidedLabel& label, const CCopyStateLine& line)
+{
+    label.setText(line.Text());
+    const bool bWarning = line.State() == ENCopyState::NO_ANSWER;
+    label.setStyleSheet(bWarning ? QStringLiteral("color: %1;").arg(QColor(SkinColor::WARNING).name())
+                                 : CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));
 }

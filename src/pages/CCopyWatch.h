@@ -40,6 +40,9 @@ public:
     /** The copy has ended, there is nothing to watch any more. */
     void End();
 
+    /** Shows what the line says in a label, in the ink of a warning when a disk does not answer. */
+    static void ShowLine(CElidedLabel& label, const CCopyStateLine& line);
+
     /** Whether a worker that has to end is given up, nStopMs after it was told so. */
     static bool IsGivenUp(qint64 nStopMs, qint64 nSinceProgressMs, bool bFlushing);
 

@@ -5,6 +5,9 @@
 #include "disk/CDestinationDiscovery.h"
 #include "kit/KvMessageBox.h"
 #include "pages/CCopyFileWidget.h"
+#include "pages/CCopyWatch.h"
+#include "pages/CElidedLabel.h"
+#include "pages/CItemListDialog.h"
 #include "pages/CPageTree.h"
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileWidget.h"
@@ -19,6 +22,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cerrno>
 #include <limits>
 
 static const QString LONG_NAME = "A stick with a very long name, longer than its place in the window";
@@ -137,6 +141,65 @@ static void ShowWholeCopied(CLookStage& stage)
     stage.CopyPage()->SlotCopyRemainTime(1);
 }
 
+/** What Tab reaches in a window, in its order. */
+static QList<QWidget*> TabStops(QWidget* pWindow)
+{
+    QList<QWidget*> listStop;
+    for (QWidget* pWidget = pWindow->nextInFocusChain(); pWidget != pWindow;
+         pWidget = pWidget->nextInFocusChain()) {
+        const bool bTaken = pWidget->isVisible() && pWidget->isEnabled() && pWidget->window() == pWindow
+            && !pWidget->focusProxy();
+        if (bTaken && (pWidget->focusPolicy() & Qt::TabFocus)) {
+            listStop.append(pWidget);
+        }
+    }
+    return listStop;
+}
+
+static void GiveFocus(QWidget* pWindow, int nStop)
+{
+    QWidget* pStop = TabStops(pWindow).at(nStop);
+    // As after a key of the user: some styles draw more then.
+    pWindow->setAttribute(Qt::WA_KeyboardFocusChange);
+    // The one that has it already is to get it by Tab all the same.
+    pStop->clearFocus();
+    pStop->setFocus(Qt::TabFocusReason);
+}
+
+/** The line that says how the copy goes, after looks at the worker that lie ten seconds apart. */
+static Scene ShowState(bool bStop, const STCopySample& stLast)
+{
+    return [bStop, stLast](CLookStage& stage) {
+        ShowHalfCopied(stage);
+        CCopyStateLine line;
+        line.Begin();
+        line.Look({}, 0);
+        if (bStop) {
+            line.Stop();
+        }
+        line.Look(stLast, 10000);
+        CCopyWatch::ShowLine(*static_cast<CElidedLabel*>(stage.Part("m_pStateLab")), line);
+    };
+}
+
+static STCopySample Sample(qint64 nSinceProgressMs, bool bFlushing)
+{
+    STCopySample stSample;
+    stSample.nFiles = 1204;
+    stSample.nBytes = 184000000;
+    stSample.nSinceProgressMs = nSinceProgressMs;
+    stSample.bFlushing = bFlushing;
+    stSample.strPath = "/Volumes/Macintosh HD/Users/anna/" + LONG_FILE;
+    return stSample;
+}
+
+/** Cancel was pressed and answered with Yes. */
+static void ShowStopping(CLookStage& stage)
+{
+    ShowState(true, Sample(0, false))(stage);
+    stage.Button("toolBtn")->setEnabled(false);
+}
+
 // ---------------------------------------------------------------- dialogs
 
 static QImage SeenBox(QWidget* pBox) { return CLookStage::OnGround(pBox); }
@@ -177,6 +240,97 @@ static QImage WithBox(int nMask, const std::function<void(KvMessageBox&)>& fnCha
 static STLook Box(const QString& strName, int nMask, const std::function<void(KvMessageBox&)>& fnChange)
 {
     return {strName, [nMask, fnChange] { return WithBox(nMask, fnChange); }};
+}
+
+static const int LISTED = 12;
+
+/** An account of a copy that is not whole, with more items than it lists. */
+static STCopyAccount BadAccount()
+{
+    STCopyAccount stAccount;
+    stAccount.nFiles = 1204;
+    stAccount.nBytes = 3200000000;
+    stAccount.nProblems = 1230;
+    stAccount.enFlush = ENCopyFlush::DONE;
+    stAccount.strReport = "/Volumes/RESCUE/Tarnwick 2026-11-22 at 10.00.00.txt";
+    for (int n = 0; n < LISTED; ++n) {
+        STCopyItem stItem;
+        stItem.strPath = QString("/Volumes/Macintosh HD/Users/anna/%1. %2").arg(n + 1).arg(LONG_FILE);
+        stItem.enProblem = n % 2 ? ENCopyProblem::TARGET_WRITE : ENCopyProblem::SOURCE_READ;
+        stItem.nError = n % 2 ? ENOSPC : EIO;
+        stItem.nCopied = n * 1000000;
+        stItem.nExpected = 12000000;
+        stAccount.listItem.append(stItem);
+    }
+    stAccount.listItem[2] = {"/Volumes/Macintosh HD/Users/anna/lists/passwd", ENCopyProblem::LEAVES_VOLUME};
+    stAccount.listItem[2].bNote = true;
+    return stAccount;
+}
+
+/** What the box of the end says of a copy. */
+static STLook End(const char* pName, const std::function<void(STCopyAccount&)>& fnChange)
+{
+    STCopyAccount stAccount = BadAccount();
+    fnChange(stAccount);
+    return Asked(
+        pName,
+        [stAccount](CLookStage& stage) {
+            stage.CopyPage()->SlotCopyAccount(stAccount);
+            stage.CopyPage()->SlotCopyFinish();
+        },
+        "OK");
+}
+
+static void MakeWhole(STCopyAccount& stAccount)
+{
+    stAccount.nProblems = 0;
+    stAccount.listItem.clear();
+}
+
+static QList<STLook> EndLooks()
+{
+    return {
+        End("end-whole", MakeWhole),
+        End("end-not-whole", [](STCopyAccount&) {}),
+        End("end-no-report", [](STCopyAccount& stAccount) { stAccount.bReportMissing = true; }),
+        End("end-nothing",
+            [](STCopyAccount& stAccount) {
+                stAccount.nFiles = 0;
+                stAccount.nBytes = 0;
+            }),
+        End("end-stopped", [](STCopyAccount& stAccount) { stAccount.bStopped = true; }),
+        End("end-not-confirmed",
+            [](STCopyAccount& stAccount) {
+                MakeWhole(stAccount);
+                stAccount.enFlush = ENCopyFlush::FAILED;
+            }),
+    };
+}
+
+/** The disk was pulled while the user read that all is on it. */
+static QImage RemovedWhole()
+{
+    CLookStage stage;
+    QImage img;
+    const auto fnOpen = [&] {
+        STCopyAccount stAccount = BadAccount();
+        MakeWhole(stAccount);
+        stage.CopyPage()->SlotCopyAccount(stAccount);
+        stage.CopyPage()->SlotCopyFinish();
+    };
+    const auto fnPull = [&](QWidget*) {
+        img = CLookStage::DuringModal([&] { stage.CopyPage()->USBExtract(); }, "OK", SeenBox);
+        return QImage();
+    };
+    CLookStage::DuringModal(fnOpen, "OK", fnPull);
+    return img;
+}
+
+static QImage ItemList()
+{
+    CItemListDialog dialog(BadAccount());
+    dialog.show();
+    return QTest::qWaitForWindowActive(&dialog) ? CLookStage::OnGround(&dialog) : QImage();
 }
 
 /** The language's text for one of the program's; the text itself when it has none. */
@@ -237,31 +391,6 @@ static QImage WaitDialog(const QString& strText)
 }
 
 // ---------------------------------------------------------------- keyboard focus
-
-/** What Tab reaches in a window, in its order. */
-static QList<QWidget*> TabStops(QWidget* pWindow)
-{
-    QList<QWidget*> listStop;
-    for (QWidget* pWidget = pWindow->nextInFocusChain(); pWidget != pWindow;
-         pWidget = pWidget->nextInFocusChain()) {
-        const bool bTaken = pWidget->isVisible() && pWidget->isEnabled() && pWidget->window() == pWindow
-            && !pWidget->focusProxy();
-        if (bTaken && (pWidget->focusPolicy() & Qt::TabFocus)) {
-            listStop.append(pWidget);
-        }
-    }
-    return listStop;
-}
-
-static void GiveFocus(QWidget* pWindow, int nStop)
-{
-    QWidget* pStop = TabStops(pWindow).at(nStop);
-    // As after a key of the user: some styles draw more then.
-    pWindow->setAttribute(Qt::WA_KeyboardFocusChange);
-    // The one that has it already is to get it by Tab all the same.
-    pStop->clearFocus();
-    pStop->setFocus(Qt::TabFocusReason);
-}
 
 /** A name for each stop: the text of a button, else its object name. */
 static QStringList StopNames(QWidget* pWindow, const QString& strBefore)
@@ -376,6 +505,10 @@ static QList<STLook> CopyLooks()
         Whole("copy-begin", ShowNewCopy),
         Whole("copy-half", ShowHalfCopied),
         Whole("copy-whole", ShowWholeCopied),
+        Whole("copy-figures", ShowState(false, Sample(0, false))),
+        Whole("copy-no-answer", ShowState(false, Sample(25000, false))),
+        Whole("copy-stopping", ShowStopping),
+        Part("copy-last-bytes", "m_pStateLab", ShowState(false, Sample(0, true))),
         Part("copy-cancel-hover", "toolBtn",
              [](CLookStage& stage) {
                  ShowHalfCopied(stage);
@@ -400,6 +533,25 @@ static QList<STLook> DialogLooks()
         Asked("box-read-only", RefuseReadOnlyDisk, "OK"),
         Asked("box-no-space", RefuseTooMuch, "OK"),
         {"box-longest-text", LongestBox},
+        Box("box-detail-plain", Style_Ok,
+            [](KvMessageBox& box) {
+                box.SetDetail("5.20 GB are needed, 3.10 GB are free.", ENDetail::PLAIN);
+            }),
+        Box("box-detail-good", Style_Ok,
+            [](KvMessageBox& box) {
+                box.SetDetail("1,204 files, 3.20 GB are on the disk. It can be unplugged now.",
+                              ENDetail::GOOD);
+            }),
+        Box("box-detail-warning", Style_Ok,
+            [](KvMessageBox& box) {
+                box.SetDetail("The disk did not confirm that everything is on it. Do not rely on this "
+                              "copy.\nThe list could not be saved on the disk.",
+                              ENDetail::WARNING);
+                box.SetDetailLink("Show the list");
+                GiveFocus(&box, 1);
+            }),
+        {"box-removed-whole", RemovedWhole},
+        {"item-list", ItemList},
         Box("box-no-button", 0, [](KvMessageBox&) {}),
         Box("box-all-buttons", ALL_BUTTONS, [](KvMessageBox&) {}),
         Box("box-close-hover", ALL_BUTTONS,
@@ -421,5 +573,5 @@ static QList<STLook> DialogLooks()
 QList<STLook> AllLooks()
 {
     return SelectLooks() + FocusLooks("select-focus-", ChooseRow) + CopyLooks()
-        + FocusLooks("copy-focus-", ShowNewCopy) + DialogLooks() + BoxFocusLooks();
+        + FocusLooks("copy-focus-", ShowNewCopy) + DialogLooks() + EndLooks() + BoxFocusLooks();
 }
