@@ -99,7 +99,11 @@ void CCopyFileThread::run()
 
     CopyFile(m_pRootNode, m_strDestPath);
 
-    const STCopyEnd stEnd = Finish();
+    // One that was left behind has nobody to finish for: what is to be said is said.
+    const STCopyEnd stEnd = m_report.IsClosed() ? STCopyEnd() : Finish();
+    // Nothing of the destination stays open when the window is told of the end.
+    m_destination = CCopyDestination();
+    m_pulse.End();
     if (m_report.Close(stEnd)) {
         emit SignalCopyAccount(m_report.Account());
         emit SignalCopyFinish();
@@ -136,9 +140,6 @@ STCopyEnd CCopyFileThread::Finish()
     const STReportEnd stReport = m_pReportFile->End(m_report.AccountWith(stEnd));
     stEnd.strReport = stReport.strPath;
     stEnd.bReportMissing = stReport.bMissing;
-    // Nothing of the destination stays open when the window is told of the end.
-    m_destination = CCopyDestination();
-    m_pulse.End();
     return stEnd;
 }
 

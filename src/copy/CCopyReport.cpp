@@ -216,6 +216,8 @@ CCopyReport::STBooks CCopyReport::Books() const
     return m_stBooks;
 }
 
+bool CCopyReport::IsClosed() const { return Books().bClosed; }
+
 STCopyAccount CCopyReport::Account() const { return Books().stAccount; }
 
 STCopyAccount CCopyReport::AccountWith(const STCopyEnd& stEnd) const

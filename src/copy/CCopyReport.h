@@ -51,6 +51,9 @@ public:
     /** The same, with one item more that was not copied whole. */
     bool CloseWith(const STCopyOutcome& stOutcome, const STCopyEnd& stEnd);
 
+    /** Whether somebody has ended the copy. */
+    bool IsClosed() const;
+
     /** Logs the one line that ends a copy; nMs is the time spent copying. */
     void WriteSummary(bool bStopped, qint64 nMs) const;
 

@@ -1,4 +1,5 @@
 #include "copy/CCopyClock.h"
+#include "log/CClock.h"
 #include "support/CMovedClock.h"
 
 #include <QtTest>
@@ -17,6 +18,7 @@ private slots:
     void reportIsDueAtMostOnceASecond_data();
     void reportIsDueAtMostOnceASecond();
     void pausesAreNoUsedTime();
+    void wallClockThatIsSetChangesNothing();
 };
 
 void tst_CCopyClock::remainingSeconds_data()
@@ -92,6 +94,25 @@ void tst_CCopyClock::pausesAreNoUsedTime()
     QVERIFY(!clock.IsReportDue());
     time.Move(7);
     QCOMPARE(clock.UsedMs(), 7);
+}
+
+void tst_CCopyClock::wallClockThatIsSetChangesNothing()
+{
+    qint64 nWallMs = 1795000000000;
+    qint64 nSteadyMs = 5000;
+    CClock::SetSources([&] { return nWallMs; }, [&] { return nSteadyMs; });
+    CCopyClock clock;
+    clock.Start();
+    nSteadyMs += 1000;
+    nWallMs -= 3600000; // an hour back, as a time server may set it
+    const bool bDue = clock.IsReportDue();
+    clock.BeginPause();
+    nWallMs += 7200000;
+    clock.EndPause();
+    const qint64 nUsedMs = clock.UsedMs();
+    CClock::SetSource({});
+    QVERIFY(bDue);
+    QCOMPARE(nUsedMs, 1000);
 }
 
 QTEST_GUILESS_MAIN(tst_CCopyClock)

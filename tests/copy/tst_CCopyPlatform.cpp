@@ -1,5 +1,6 @@
 #include "copy/CCopyPlatform.h"
 #include "support/CTempTree.h"
+#include "support/CVolume.h"
 
 #include <QFile>
 #include <QtTest>
@@ -25,6 +26,9 @@ private slots:
     void openFilesAreKeptFromChildren();
     void bothTimesKeepNanoseconds();
     void flushOfAFolderOnly();
+    void entryStateOfALink();
+    void linksAreNotFollowedUnlessAsked();
+    void folderThatTakesNoEntries();
 };
 
 static int TimerSlack() { return prctl(PR_GET_TIMERSLACK, 0UL, 0UL, 0UL, 0UL); }
@@ -148,6 +152,44 @@ void tst_CCopyPlatform::flushOfAFolderOnly()
     QCOMPARE(errno, ENOENT);
     QVERIFY(!CCopyPlatform::FlushFileSystem(strFile));
     QCOMPARE(errno, ENOTDIR);
+}
+
+void tst_CCopyPlatform::entryStateOfALink()
+{
+    CTempTree tree;
+    const QString strFile = tree.Write("file", "12345");
+    const QString strLink = tree.Link("link", "file");
+    QCOMPARE(CCopyPlatform::GetEntryState(strLink)->enKind, ENFileKind::LINK);
+    QCOMPARE(CCopyPlatform::GetEntryState(strFile)->enKind, ENFileKind::REGULAR);
+    QCOMPARE(CCopyPlatform::GetPathState(strLink)->nInode, CCopyPlatform::GetEntryState(strFile)->nInode);
+    QVERIFY(!CCopyPlatform::GetEntryState(tree.Path("nothing")));
+    QCOMPARE(errno, ENOENT);
+}
+
+void tst_CCopyPlatform::linksAreNotFollowedUnlessAsked()
+{
+    CTempTree tree;
+    tree.Write("file", "12345");
+    const QString strLink = tree.Link("link", "file");
+    QCOMPARE(CCopyPlatform::OpenForRead(strLink, false), -1);
+    QCOMPARE(errno, ELOOP);
+    const int nDescriptor = CCopyPlatform::OpenForRead(strLink);
+    QVERIFY(nDescriptor != -1);
+    close(nDescriptor);
+}
+
+void tst_CCopyPlatform::folderThatTakesNoEntries()
+{
+    CTempTree tree;
+    QVERIFY(CCopyPlatform::CanWrite(tree.Path()));
+    QVERIFY(!CCopyPlatform::CanWrite(tree.Path("nowhere")));
+    QCOMPARE(errno, ENOENT);
+    CVolume volume("Stick", "/dev/disk8s4", 1);
+    if (!volume.IsValid() || !volume.MakeReadOnly()) {
+        QSKIP("no volumes here");
+    }
+    QVERIFY(!CCopyPlatform::CanWrite(volume.Path()));
+    QCOMPARE(errno, EROFS);
 }
 
 QTEST_GUILESS_MAIN(tst_CCopyPlatform)

@@ -23,6 +23,7 @@ public:
         SEEK,
         READ,
         WRITE, ///< fwrite
+        WRITE_AT, ///< pwrite
         CLOSE, ///< fclose
         MAKE_FOLDER, ///< mkdir
         LIST, ///< readdir
@@ -34,6 +35,9 @@ public:
         SET_TIME, ///< futimens
         FLUSH ///< syncfs
     };
+
+    /** For Fail: the call does nothing and says that it is done. */
+    static constexpr int IGNORED = -1;
 
     /**
      * From now on the call fails with nError for files whose path ends with

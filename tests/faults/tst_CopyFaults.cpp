@@ -45,6 +45,11 @@ private slots:
     void listingThatBreaksOff();
 
     void sourceThatBecomesAPipeWhenOpened();
+    void sourceThatIsReplaced_data();
+    void sourceThatIsReplaced();
+    void folderThatIsReplacedByALink();
+    void linksThatLeaveTheirVolume();
+    void timeThatIsSaidToBeKept();
     void sourceDiskThatVanishes();
 
     void fullDestination();
@@ -211,6 +216,98 @@ void tst_CopyFaults::sourceThatBecomesAPipeWhenOpened()
     Run();
     QCOMPARE(Problems(), QStringList{"file" + Rest("no longer a file", 0)});
     QCOMPARE(Others(), OTHERS);
+}
+
+void tst_CopyFaults::sourceThatIsReplaced_data()
+{
+    QTest::addColumn<int>("nWhen"); // before which opening of the file; -1: before the copy
+    QTest::addColumn<bool>("bLink");
+    QTest::addColumn<QString>("strReason");
+    QTest::newRow("by a link, after it was listed") << -1 << true << "a link has taken its place";
+    QTest::newRow("by a link, before it is opened") << 1 << true << "a link has taken its place";
+    QTest::newRow("by a file, before it is opened") << 1 << false << "another file has taken its place";
+}
+
+void tst_CopyFaults::sourceThatIsReplaced()
+{
+    QFETCH(int, nWhen);
+    QFETCH(bool, bLink);
+    QFETCH(QString, strReason);
+    const auto fnReplace = [&] {
+        QVERIFY(QFile::rename(Source("file"), Source("old")));
+        if (bLink) {
+            m_pTree->Link("src/file", Source("before"));
+        } else {
+            m_pTree->Write("src/file", "another");
+        }
+    };
+    if (nWhen < 0) {
+        fnReplace();
+    } else {
+        CFailingCalls::Watch(ENCall::OPEN, "/src/file", fnReplace, nWhen);
+    }
+    Run();
+    QCOMPARE(Problems(), QStringList{"file" + Rest(strReason, 0)});
+    QCOMPARE(Account().listItem.value(0).enProblem, ENCopyProblem::SOURCE_REPLACED);
+    QVERIFY(Copied("file").isEmpty() || !QFileInfo::exists(Copy("file")));
+    QCOMPARE(Others(), OTHERS);
+}
+
+void tst_CopyFaults::folderThatIsReplacedByALink()
+{
+    CDirNode* pFolder = m_pNodes->Add(m_pTree->MkDir("src/top"));
+    CDirNode* pSub = m_pNodes->Add(m_pTree->MkDir("src/top/sub"), Qt::Checked, pFolder);
+    Add("top/sub/in", "1", Qt::Checked, pSub);
+    QVERIFY(QFile::rename(Source("top/sub"), Source("other")));
+    m_pTree->Link("src/top/sub", Source("other"));
+    Run();
+    const QString strReason = ": a link has taken its place (0 of ";
+    QCOMPARE(Problems(),
+             (QStringList{"top/sub" + strReason + "unknown bytes copied)",
+                          "top/sub/in" + strReason + "1 bytes copied)"}));
+    QVERIFY(!QFileInfo::exists(Copy("top/sub/in")));
+}
+
+void tst_CopyFaults::linksThatLeaveTheirVolume()
+{
+    const CVolume volume("Other", "/dev/disk8s1", 1);
+    WriteFile(volume.Path("passwd"), "secret");
+    WriteFile(volume.Path("folder/in"), "inside");
+    m_pTree->Link("src/top/near", Source("before"));
+    m_pTree->Link("src/top/passwd", volume.Path("passwd"));
+    m_pTree->Link("src/top/broken", volume.Path("nowhere"));
+    m_pTree->Link("src/top/folder", volume.Path("folder"));
+    m_pNodes->AddListed(Source("top"));
+    Run();
+    QCOMPARE(Copied("top/passwd"), QByteArray("secret"));
+    QCOMPARE(Copied("top/folder/in"), QByteArray("inside"));
+    QCOMPARE(Copied("top/near"), QByteArray("before"));
+    const QString strRest = "\": a link to another volume, copied as it resolves";
+    QCOMPARE(LogLines().filter("Note: "),
+             (QStringList{"Note: \"" + Source("top/folder") + strRest,
+                          "Note: \"" + Source("top/passwd") + strRest}));
+    QCOMPARE(Problems().count(), 1);
+    QVERIFY(Problems().at(0).startsWith("top/broken: open file failed"));
+    QCOMPARE(Account().nNotes, 2);
+    QCOMPARE(Account().nProblems, 1);
+    QCOMPARE(Account().listItem.value(0).enProblem, ENCopyProblem::LEAVES_VOLUME);
+    QVERIFY(ReportLines().contains('"' + Source("top/passwd")
+                                   + "\": It is a link to another disk. What it leads to was copied."));
+}
+
+void tst_CopyFaults::timeThatIsSaidToBeKept()
+{
+    const timespec listTime[2] = {{1000000000, 0}, {1100000000, 0}};
+    QCOMPARE(utimensat(AT_FDCWD, QFile::encodeName(Source("file")).constData(), listTime, 0), 0);
+    CFailingCalls::Fail(ENCall::SET_TIME, Copy("file"), CFailingCalls::IGNORED);
+    Run();
+    QCOMPARE(Problems(), QStringList{"file" + Rest("its time cannot be kept", SIZE)});
+    // Its bytes are whole all the same.
+    QCOMPARE(Account().nFiles, 3);
+    QCOMPARE(Account().nProblems, 0);
+    QCOMPARE(Account().nNotes, 1);
+    QVERIFY(ReportLines().contains('"' + Source("file")
+                                   + "\": It was copied whole, but its date could not be kept."));
 }
 
 void tst_CopyFaults::sourceDiskThatVanishes()

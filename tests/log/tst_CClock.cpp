@@ -26,6 +26,17 @@ private slots:
         QCOMPARE(CClock::Now().timeSpec(), Qt::LocalTime);
     }
 
+    void steadyTimeNeverGoesBack()
+    {
+        const qint64 nFirst = CClock::SteadyMs();
+        QTRY_VERIFY(CClock::SteadyMs() > nFirst);
+        CClock::SetSource([] { return qint64(1000); });
+        QCOMPARE(CClock::SteadyMs(), 1000);
+        CClock::SetSources([] { return qint64(1000); }, [] { return qint64(2000); });
+        QCOMPARE(CClock::NowMs(), 1000);
+        QCOMPARE(CClock::SteadyMs(), 2000);
+    }
+
     void emptySourceBringsTheSystemsTimeBack()
     {
         CClock::SetSource([] { return qint64(1000); });
