@@ -45,6 +45,32 @@
     </message>
 </context>
 <context>
+    <name>CDestinationPanel</name>
+    <message>
+        <source>The destination is now %1</source>
+        <translation>目的位置現在是「%1」</translation>
+    </message>
+</context>
+<context>
+    <name>CLastCopyNotice</name>
+    <message>
+        <source>Show the list</source>
+        <translation>顯示列表</translation>
+    </message>
+</context>
+<context>
+    <name>CNoticeLine</name>
+    <message>
+        <source>%1 does not answer.</source>
+        <translation>「%1」沒有回應。</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>A name and what is said of it.</extracomment>
+        <translation>%1：%2</translation>
+    </message>
+</context>
+<context>
     <name>CSearchWaitView</name>
     <message>
         <source>NotFoundOrNoItemView</source>
@@ -135,6 +161,10 @@ Connect one, and it appears here.</source>
         <source>No files selected</source>
         <translation>未選擇檔案</translation>
     </message>
+    <message>
+        <source>%1 are needed, %2 are free.</source>
+        <translation>需要 %1，可用 %2。</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -188,6 +218,17 @@ Connect one, and it appears here.</source>
     <message>
         <source>Zoom</source>
         <translation>縮放</translation>
+    </message>
+</context>
+<context>
+    <name>CTreeNotices</name>
+    <message>
+        <source>Only opened folders of a fully ticked volume are copied.</source>
+        <translation>勾選整個卷宗時，只會拷貝已打開過的檔案夾。</translation>
+    </message>
+    <message>
+        <source>Entries left out of %1 because of their names: %2</source>
+        <translation>「%1」中因名稱而略過的項目：%2</translation>
     </message>
 </context>
 <context>

@@ -45,6 +45,32 @@
     </message>
 </context>
 <context>
+    <name>CDestinationPanel</name>
+    <message>
+        <source>The destination is now %1</source>
+        <translation>De bestemming is nu ‘%1’</translation>
+    </message>
+</context>
+<context>
+    <name>CLastCopyNotice</name>
+    <message>
+        <source>Show the list</source>
+        <translation>Toon lijst</translation>
+    </message>
+</context>
+<context>
+    <name>CNoticeLine</name>
+    <message>
+        <source>%1 does not answer.</source>
+        <translation>‘%1’ reageert niet.</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>A name and what is said of it.</extracomment>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>CSearchWaitView</name>
     <message>
         <source>NotFoundOrNoItemView</source>
@@ -135,6 +161,10 @@ Sluit er een aan, dan verschijnt die hier.</translation>
         <source>No files selected</source>
         <translation>Geen bestanden geselecteerd</translation>
     </message>
+    <message>
+        <source>%1 are needed, %2 are free.</source>
+        <translation>Er is %1 nodig en %2 vrij.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -188,6 +218,17 @@ Sluit er een aan, dan verschijnt die hier.</translation>
     <message>
         <source>Zoom</source>
         <translation>Vergroot/verklein</translation>
+    </message>
+</context>
+<context>
+    <name>CTreeNotices</name>
+    <message>
+        <source>Only opened folders of a fully ticked volume are copied.</source>
+        <translation>Van een volledig geselecteerd volume worden alleen geopende mappen gekopieerd.</translation>
+    </message>
+    <message>
+        <source>Entries left out of %1 because of their names: %2</source>
+        <translation>Vanwege hun naam weggelaten onderdelen in ‘%1’: %2</translation>
     </message>
 </context>
 <context>

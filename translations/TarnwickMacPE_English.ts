@@ -45,6 +45,32 @@
     </message>
 </context>
 <context>
+    <name>CDestinationPanel</name>
+    <message>
+        <source>The destination is now %1</source>
+        <translation>The destination is now %1</translation>
+    </message>
+</context>
+<context>
+    <name>CLastCopyNotice</name>
+    <message>
+        <source>Show the list</source>
+        <translation>Show the list</translation>
+    </message>
+</context>
+<context>
+    <name>CNoticeLine</name>
+    <message>
+        <source>%1 does not answer.</source>
+        <translation>%1 does not answer.</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>A name and what is said of it.</extracomment>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>CSearchWaitView</name>
     <message>
         <source>NotFoundOrNoItemView</source>
@@ -135,6 +161,10 @@ Connect one, and it appears here.</translation>
         <source>No files selected</source>
         <translation>No files selected</translation>
     </message>
+    <message>
+        <source>%1 are needed, %2 are free.</source>
+        <translation>%1 are needed, %2 are free.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -188,6 +218,17 @@ Connect one, and it appears here.</translation>
     <message>
         <source>Zoom</source>
         <translation>Zoom</translation>
+    </message>
+</context>
+<context>
+    <name>CTreeNotices</name>
+    <message>
+        <source>Only opened folders of a fully ticked volume are copied.</source>
+        <translation>Only opened folders of a fully ticked volume are copied.</translation>
+    </message>
+    <message>
+        <source>Entries left out of %1 because of their names: %2</source>
+        <translation>Entries left out of %1 because of their names: %2</translation>
     </message>
 </context>
 <context>

@@ -45,6 +45,32 @@
     </message>
 </context>
 <context>
+    <name>CDestinationPanel</name>
+    <message>
+        <source>The destination is now %1</source>
+        <translation>La destination est désormais «&#xa0;%1&#xa0;»</translation>
+    </message>
+</context>
+<context>
+    <name>CLastCopyNotice</name>
+    <message>
+        <source>Show the list</source>
+        <translation>Afficher la liste</translation>
+    </message>
+</context>
+<context>
+    <name>CNoticeLine</name>
+    <message>
+        <source>%1 does not answer.</source>
+        <translation>«&#xa0;%1&#xa0;» ne répond pas.</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>A name and what is said of it.</extracomment>
+        <translation>%1&#xa0;: %2</translation>
+    </message>
+</context>
+<context>
     <name>CSearchWaitView</name>
     <message>
         <source>NotFoundOrNoItemView</source>
@@ -135,6 +161,10 @@ Connectez-en un et il apparaîtra ici.</translation>
         <source>No files selected</source>
         <translation>Aucun fichier sélectionné</translation>
     </message>
+    <message>
+        <source>%1 are needed, %2 are free.</source>
+        <translation>%1 sont nécessaires, %2 sont libres.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -188,6 +218,17 @@ Connectez-en un et il apparaîtra ici.</translation>
     <message>
         <source>Zoom</source>
         <translation>Réduire/agrandir</translation>
+    </message>
+</context>
+<context>
+    <name>CTreeNotices</name>
+    <message>
+        <source>Only opened folders of a fully ticked volume are copied.</source>
+        <translation>Seuls les dossiers ouverts d’un volume entièrement coché sont copiés.</translation>
+    </message>
+    <message>
+        <source>Entries left out of %1 because of their names: %2</source>
+        <translation>Éléments de «&#xa0;%1&#xa0;» omis à cause de leur nom&#xa0;: %2</translation>
     </message>
 </context>
 <context>

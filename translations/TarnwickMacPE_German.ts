@@ -45,6 +45,32 @@
     </message>
 </context>
 <context>
+    <name>CDestinationPanel</name>
+    <message>
+        <source>The destination is now %1</source>
+        <translation>Das Ziel ist jetzt „%1“</translation>
+    </message>
+</context>
+<context>
+    <name>CLastCopyNotice</name>
+    <message>
+        <source>Show the list</source>
+        <translation>Liste anzeigen</translation>
+    </message>
+</context>
+<context>
+    <name>CNoticeLine</name>
+    <message>
+        <source>%1 does not answer.</source>
+        <translation>„%1“ antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>A name and what is said of it.</extracomment>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>CSearchWaitView</name>
     <message>
         <source>NotFoundOrNoItemView</source>
@@ -135,6 +161,10 @@ Schließen Sie eines an, dann erscheint es hier.</translation>
         <source>No files selected</source>
         <translation>Keine Dateien ausgewählt</translation>
     </message>
+    <message>
+        <source>%1 are needed, %2 are free.</source>
+        <translation>%1 werden benötigt, %2 sind frei.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -188,6 +218,17 @@ Schließen Sie eines an, dann erscheint es hier.</translation>
     <message>
         <source>Zoom</source>
         <translation>Zoomen</translation>
+    </message>
+</context>
+<context>
+    <name>CTreeNotices</name>
+    <message>
+        <source>Only opened folders of a fully ticked volume are copied.</source>
+        <translation>Von einem vollständig ausgewählten Volume werden nur geöffnete Ordner kopiert.</translation>
+    </message>
+    <message>
+        <source>Entries left out of %1 because of their names: %2</source>
+        <translation>Wegen ihres Namens ausgelassene Objekte in „%1“: %2</translation>
     </message>
 </context>
 <context>

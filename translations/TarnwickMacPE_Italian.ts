@@ -45,6 +45,32 @@
     </message>
 </context>
 <context>
+    <name>CDestinationPanel</name>
+    <message>
+        <source>The destination is now %1</source>
+        <translation>La destinazione ora è “%1”</translation>
+    </message>
+</context>
+<context>
+    <name>CLastCopyNotice</name>
+    <message>
+        <source>Show the list</source>
+        <translation>Mostra l’elenco</translation>
+    </message>
+</context>
+<context>
+    <name>CNoticeLine</name>
+    <message>
+        <source>%1 does not answer.</source>
+        <translation>“%1” non risponde.</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>A name and what is said of it.</extracomment>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>CSearchWaitView</name>
     <message>
         <source>NotFoundOrNoItemView</source>
@@ -135,6 +161,10 @@ Collegane uno e apparirà qui.</translation>
         <source>No files selected</source>
         <translation>Nessun file selezionato</translation>
     </message>
+    <message>
+        <source>%1 are needed, %2 are free.</source>
+        <translation>Sono necessari %1, sono liberi %2.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -188,6 +218,17 @@ Collegane uno e apparirà qui.</translation>
     <message>
         <source>Zoom</source>
         <translation>Ridimensiona</translation>
+    </message>
+</context>
+<context>
+    <name>CTreeNotices</name>
+    <message>
+        <source>Only opened folders of a fully ticked volume are copied.</source>
+        <translation>Di un volume selezionato per intero vengono copiate solo le cartelle aperte.</translation>
+    </message>
+    <message>
+        <source>Entries left out of %1 because of their names: %2</source>
+        <translation>Elementi di “%1” esclusi per via del nome: %2</translation>
     </message>
 </context>
 <context>

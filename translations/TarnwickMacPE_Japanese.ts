@@ -45,6 +45,32 @@
     </message>
 </context>
 <context>
+    <name>CDestinationPanel</name>
+    <message>
+        <source>The destination is now %1</source>
+        <translation>コピー先は“%1”になりました</translation>
+    </message>
+</context>
+<context>
+    <name>CLastCopyNotice</name>
+    <message>
+        <source>Show the list</source>
+        <translation>リストを表示</translation>
+    </message>
+</context>
+<context>
+    <name>CNoticeLine</name>
+    <message>
+        <source>%1 does not answer.</source>
+        <translation>“%1”が応答しません。</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>A name and what is said of it.</extracomment>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>CSearchWaitView</name>
     <message>
         <source>NotFoundOrNoItemView</source>
@@ -135,6 +161,10 @@ Connect one, and it appears here.</source>
         <source>No files selected</source>
         <translation>ファイルが選択されていません</translation>
     </message>
+    <message>
+        <source>%1 are needed, %2 are free.</source>
+        <translation>必要な容量: %1、空き容量: %2</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -188,6 +218,17 @@ Connect one, and it appears here.</source>
     <message>
         <source>Zoom</source>
         <translation>拡大／縮小</translation>
+    </message>
+</context>
+<context>
+    <name>CTreeNotices</name>
+    <message>
+        <source>Only opened folders of a fully ticked volume are copied.</source>
+        <translation>全体を選択したボリュームでは、開いたフォルダだけがコピーされます。</translation>
+    </message>
+    <message>
+        <source>Entries left out of %1 because of their names: %2</source>
+        <translation>名前のために“%1”から除外された項目: %2</translation>
     </message>
 </context>
 <context>

@@ -13,8 +13,9 @@
 static const int MARK_SIZE = 16;
 static const int GAP = 8; // behind the mark
 static const int LINK_GAP = 8; // the link has a margin of its own
+static const QSize FOCUS_ROOM(4, 6); // around the link, for the frame of the focus
 static const int COPY_GAP = 20; // before what stands behind the line
-static const int NAME_WIDTH = 220;
+static const int NAME_WIDTH = 160;
 static const int SLACK = 2; // what shortens a text measures in fractions of a pixel
 
 CNoticeLine::CNoticeLine(QWidget* pParent)
@@ -105,15 +106,17 @@ void CNoticeLine::Arrange()
     const int nRoom = RoomForText();
     m_pText->setGeometry(MARK_SIZE + GAP, 0, m_pLink->text().isEmpty() ? nRoom : std::min(nText, nRoom),
                          height());
-    const QSize sizeLink = m_pLink->sizeHint();
+    const QSize sizeLink = LinkSize();
     const QPoint ptLink(m_pText->geometry().right() + 1 + LINK_GAP, (height() - sizeLink.height()) / 2);
     m_pLink->setGeometry(QRect(ptLink, sizeLink));
     update();
 }
 
+QSize CNoticeLine::LinkSize() const { return m_pLink->sizeHint() + FOCUS_ROOM; }
+
 int CNoticeLine::RoomForText() const
 {
-    const int nLink = m_pLink->text().isEmpty() ? 0 : LINK_GAP + m_pLink->sizeHint().width();
+    const int nLink = m_pLink->text().isEmpty() ? 0 : LINK_GAP + LinkSize().width();
     return std::max(0, width() - MARK_SIZE - GAP - nLink - COPY_GAP);
 }
 

@@ -70,6 +70,7 @@ private:
 
     void Rebuild();
     void Arrange();
+    QSize LinkSize() const;
     int RoomForText() const;
     void Say(const QString& strText);
 

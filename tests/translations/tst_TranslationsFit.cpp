@@ -1,9 +1,11 @@
 #include "app/CFontFallback.h"
 #include "app/CStartSplash.h"
+#include "copy/CCopyText.h"
 #include "disk/CDestinationDiscovery.h"
 #include "kit/KvMessageBox.h"
 #include "pages/CCopyFileWidget.h"
 #include "pages/CElidedLabel.h"
+#include "pages/CNoticeLine.h"
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileWidget.h"
 #include "settings/PListSerializer.h"
@@ -36,6 +38,9 @@ static const char HINT[] = "hint"; ///< what the empty drop-down says
 static const char WAIT[] = "wait"; ///< message of the waiting dialog
 static const char SPLASH[] = "splash"; ///< what is shown before the window
 static const char FOLDER[] = "folder"; ///< piece of a folder's name
+static const char NOTICE[] = "notice"; ///< in the line of notices of the selection page
+static const char LINK[] = "link"; ///< link of that line
+static const char DETAIL[] = "detail"; ///< below the message of a box
 static const char SPOKEN[] = "spoken"; ///< what a screen reader says of a part without a text
 static const char UNSEEN[] = "unseen"; ///< replaced before it is seen, or a name of a window
 
@@ -60,6 +65,10 @@ static const struct
      "The destination storage device has been removed! Please check and connect the storage device then try "
      "again.",
      BOX},
+    {"CDestinationPanel", "The destination is now %1", NOTICE},
+    {"CLastCopyNotice", "Show the list", LINK},
+    {"CNoticeLine", "%1 does not answer.", NOTICE},
+    {"CNoticeLine", "%1: %2", NOTICE},
     {"CSearchWaitView", "NotFoundOrNoItemView", UNSEEN},
     {"CSearchWaitView", "Searching", UNSEEN},
     {"CSearchWaitView", "image", UNSEEN},
@@ -88,6 +97,7 @@ static const struct
     {"CSelFileWidget", "OK", BUTTON},
     {"CStartSplash", "Searching for disks…", SPLASH},
     {"CStartSplash", "Waiting for %1…", SPLASH},
+    {"CSelFileWidget", "%1 are needed, %2 are free.", DETAIL},
     {"CTarnwickMacPE", "CTarnwickMacPE", UNSEEN},
     {"CTarnwickMacPE", "Close", SPOKEN},
     {"CTarnwickMacPE", "Minimize", SPOKEN},
@@ -99,6 +109,8 @@ static const struct
      BOX},
     {"CTarnwickMacPE", "Yes", BUTTON},
     {"CTarnwickMacPE", "Cancel", BUTTON},
+    {"CTreeNotices", "Only opened folders of a fully ticked volume are copied.", NOTICE},
+    {"CTreeNotices", "Entries left out of %1 because of their names: %2", NOTICE},
     {"KvMessageBox", "Form", UNSEEN},
     {"KvMessageBox", "Close", SPOKEN},
     {"KvMessageBox", "Minimize", SPOKEN},
@@ -203,8 +215,10 @@ private slots:
     void selectionPage();
     void copyPage();
     void waitingDialog();
+    void noticeLine();
     void startSplash();
     void messageBoxes();
+    void boxDetails();
     void everyLetterHasAFace();
     void lettersComeFromTheFaceMeant_data();
     void lettersComeFromTheFaceMeant();
@@ -318,6 +332,55 @@ void tst_TranslationsFit::startSplash()
         }));
         QCOMPARE(Measured(&splash), QString("2 texts"));
         Save(&splash, nMs == 0 ? "splash-searching" : "splash-waiting");
+    }
+}
+
+void tst_TranslationsFit::noticeLine()
+{
+    CSelFileWidget page(nullptr);
+    page.resize(PAGE_SIZE);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    auto* pLine = page.findChild<CNoticeLine*>();
+    QVERIFY(pLine);
+    const QString strLink = Translated("CLastCopyNotice", "Show the list");
+    const QString strName = pLine->Shortened(QString(40, 'W'));
+    STCopyAccount stAccount;
+    stAccount.nProblems = 999999;
+    stAccount.nFiles = 9999999;
+    int nNotices = 0;
+    for (const auto& place : PLACES) {
+        if (place.pPlace != NOTICE) {
+            continue;
+        }
+        QString strText = Translated(place.pContext, place.pSource);
+        if (strText.contains("%2")) {
+            strText = strText.arg(strName, CCopyText::Summary(stAccount));
+        } else if (strText.contains("%1")) {
+            strText = strText.arg(strName);
+        }
+        pLine->Set(ENNotice::LAST_COPY, strText, strLink);
+        QCOMPARE(Measured(pLine), QString("2 texts"));
+        Save(&page, QString("notice%1").arg(++nNotices));
+    }
+    QCOMPARE(nNotices, 5);
+}
+
+void tst_TranslationsFit::boxDetails()
+{
+    for (const auto& place : PLACES) {
+        if (place.pPlace != DETAIL) {
+            continue;
+        }
+        KvMessageBox box(Translated("CSelFileWidget",
+                                    "No enough space, please select other Hard Disk or USB flash drive."),
+                         Style_Cancel, nullptr);
+        box.SetDetail(Translated(place.pContext, place.pSource).arg("999.99 GB", "888.88 GB"),
+                      ENDetail::PLAIN);
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
+        QCOMPARE(Measured(&box), QString("3 texts"));
+        Save(&box, "detail");
     }
 }
 
