@@ -388,31 +388,34 @@ void CDirModel::RemoveAllChild(const QModelIndex& index)
 
 void CDirModel::AskKinds(const QStringList& listPath)
 {
-    std::vector<std::unique_ptr<CAsideQuestion<bool>>> listQuestion;
+    using Question = CAsideQuestion<STKind>;
+    std::vector<std::unique_ptr<Question>> listQuestion;
     for (const QString& strPath : listPath) {
-        listQuestion.push_back(
-            std::make_unique<CAsideQuestion<bool>>([strPath] { return QFileInfo(strPath).isDir(); }));
+        listQuestion.push_back(std::make_unique<Question>([strPath] {
+            const QFileInfo info(strPath);
+            return STKind{info.isDir(), info.isSymLink()};
+        }));
     }
     const steady_clock::time_point end = steady_clock::now() + KIND_PATIENCE;
     for (int i = 0; i < listPath.size(); ++i) {
-        const CAsideQuestion<bool>& question = *listQuestion.at(size_t(i));
+        const Question& question = *listQuestion.at(size_t(i));
         question.Wait(std::chrono::duration_cast<milliseconds>(end - steady_clock::now()));
-        m_hashFolder.insert(listPath.at(i), question.Get().value_or(true));
+        m_hashKind.insert(listPath.at(i), question.Get().value_or(STKind()));
     }
 }
 
 void CDirModel::Parse(QString path)
 {
     AssertOwned();
-    if (!m_hashFolder.contains(path)) {
+    if (!m_hashKind.contains(path)) {
         AskKinds({path});
     }
-    const bool bFolder = m_hashFolder.take(path);
+    const STKind stKind = m_hashKind.take(path);
     // Rows 0 and 1 are announced whatever the count is. The roots are all added
     // before anything is shown or selected, so no view holds an index that the
     // wrong range could shift.
     beginInsertRows(QModelIndex(), 0, 1);
-    const STDirEntry stEntry{QFileInfo(path), path, bFolder, false};
+    const STDirEntry stEntry{QFileInfo(path), path, stKind.bDir, stKind.bLink};
     auto* pNode = new CDirNode(stEntry, m_pRoot);
     m_pRoot->AppendChild(pNode);
     endInsertRows();

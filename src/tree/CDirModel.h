@@ -76,7 +76,7 @@ public:
     void DropListings();
 
     /**
-     * Asks all at once and aside which of the paths are folders, so that Parse() of
+     * Asks all at once and aside what kinds of entries the paths are, so that Parse() of
      * them need not. Waits KIND_PATIENCE at most.
      */
     void AskKinds(const QStringList& listPath);
@@ -154,6 +154,13 @@ private:
     bool IsOwned() const { return !m_bLent && !m_bHeld; }
     void TakeLateSoon();
 
+    /** What kind of entry a path is; without an answer it counts as a folder. */
+    struct STKind
+    {
+        bool bDir = true;
+        bool bLink = false;
+    };
+
     /** What is still to come. */
     struct STLate
     {
@@ -166,7 +173,7 @@ private:
     bool m_bHeld = false; // a worker may be reading the nodes
     std::vector<STLate> m_listLate;
     QTimer m_overdueTimer{this}; // while something is late
-    QHash<QString, bool> m_hashFolder; // of paths to parse, whether they are folders
+    QHash<QString, STKind> m_hashKind; // of paths to parse
 
     static CDirModel* s_pDirModel;
 };
