@@ -1,11 +1,10 @@
 #include "diskutil/CDiskQuery.h"
 
-#include "files/CAsideQuestion.h"
+#include "diskutil/CMountSize.h"
 
 #include <algorithm>
 #include <chrono>
 #include <iterator>
-#include <sys/statvfs.h>
 #include <utility>
 #include <vector>
 
@@ -40,13 +39,6 @@ static bool IsEjectableBus(const std::string& strBus)
     return IsOneOf(strBus, {"USB", "FireWire", "Secure Digital", "Disk Image"});
 }
 
-/** Size of a mounted file system in bytes; 0 when it does not tell. Waits for its disk. */
-static std::uint64_t SizeOf(const std::string& strPoint)
-{
-    struct statvfs status = {};
-    return statvfs(strPoint.c_str(), &status) == 0 ? std::uint64_t(status.f_blocks) * status.f_frsize : 0;
-}
-
 /** Adds what the mounted file system tells. */
 static void AddMount(STDiskInfo& info, const STMount& mount)
 {
@@ -56,9 +48,7 @@ static void AddMount(STDiskInfo& info, const STMount& mount)
     info.strFilesystem = mount.strType;
     info.bWritable = !mount.bReadOnly;
     // A disk that does not answer has the size that sysfs tells.
-    const std::uint64_t nSize = CAsideQuestion<std::uint64_t>::Ask(SIZE_TIME, [strPoint = mount.strPoint] {
-                                    return SizeOf(strPoint);
-                                }).value_or(0);
+    const std::uint64_t nSize = CMountSize::Of(mount.strPoint, SIZE_TIME);
     info.nTotalSize = nSize > 0 ? nSize : info.nTotalSize;
 }
 
