@@ -8,6 +8,7 @@
 #include "pages/CCopyWatch.h"
 #include "pages/CElidedLabel.h"
 #include "pages/CItemListDialog.h"
+#include "pages/CNoticeLine.h"
 #include "pages/CPageTree.h"
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileWidget.h"
@@ -23,7 +24,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <limits>
 
 static const QString LONG_NAME = "A stick with a very long name, longer than its place in the window";
 static const QString LONG_FILE
@@ -222,7 +222,7 @@ static void RefuseReadOnlyDisk(CLookStage& stage)
 static void RefuseTooMuch(CLookStage& stage)
 {
     PlugIn(stage);
-    stage.SelectPage()->ShowUsbNoEnoughDlg(std::numeric_limits<qint64>::max());
+    stage.SelectPage()->ShowUsbNoEnoughDlg(qint64(256) * 1000 * 1000 * 1000);
 }
 
 static QImage WithBox(int nMask, const std::function<void(KvMessageBox&)>& fnChange)
@@ -570,8 +570,61 @@ static QList<STLook> DialogLooks()
     };
 }
 
+static STLook Notice(const char* pName, const Scene& fnScene)
+{
+    return Part(pName, "m_pBottomWidget", fnScene);
+}
+
+static void ShowNotice(CLookStage& stage, ENNotice enNotice, const QString& strText)
+{
+    PlugIn(stage);
+    stage.SelectPage()->findChild<CNoticeLine*>()->Set(enNotice, strText);
+}
+
+static QList<STLook> NoticeLooks()
+{
+    const auto fnLastCopy = [](CLookStage& stage) {
+        TickSome(stage);
+        stage.SelectPage()->ShowLastCopy(BadAccount(), "RESCUE");
+    };
+    return {
+        Whole("select-notice-copy", fnLastCopy),
+        Notice("select-notice-long",
+               [](CLookStage& stage) {
+                   PlugIn(stage);
+                   STCopyAccount stAccount = BadAccount();
+                   stAccount.enFlush = ENCopyFlush::FAILED;
+                   stage.SelectPage()->ShowLastCopy(stAccount, LONG_NAME);
+               }),
+        Notice("select-notice-link-focus",
+               [fnLastCopy](CLookStage& stage) {
+                   fnLastCopy(stage);
+                   stage.Part("m_pNoticeLink")->setFocus(Qt::TabFocusReason);
+               }),
+        Notice("select-notice-volume",
+               [](CLookStage& stage) {
+                   PlugIn(stage);
+                   stage.Tree()->ToggleTick(stage.Tree()->model()->index(0, 0));
+               }),
+        Notice("select-notice-folder",
+               [](CLookStage& stage) {
+                   ShowNotice(stage, ENNotice::FOLDER,
+                              "Documents: The folder cannot be read. Access is not permitted.");
+               }),
+        Notice("select-notice-no-answer",
+               [](CLookStage& stage) { ShowNotice(stage, ENNotice::NO_ANSWER, "RESCUE does not answer."); }),
+        Notice("select-notice-two",
+               [fnLastCopy](CLookStage& stage) {
+                   fnLastCopy(stage);
+                   stage.AddStick("KEEPSAKE", 1000);
+                   stage.SelectPage()->RemoveDisk("/Volumes/RESCUE");
+                   stage.SelectPage()->OnRefreshUSB();
+               }),
+    };
+}
+
 QList<STLook> AllLooks()
 {
-    return SelectLooks() + FocusLooks("select-focus-", ChooseRow) + CopyLooks()
+    return SelectLooks() + NoticeLooks() + FocusLooks("select-focus-", ChooseRow) + CopyLooks()
         + FocusLooks("copy-focus-", ShowNewCopy) + DialogLooks() + EndLooks() + BoxFocusLooks();
 }
