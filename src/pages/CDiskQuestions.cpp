@@ -15,6 +15,8 @@ static bool IsRefused(const QString& strPath)
     return !CCopyPlatform::CanWrite(strPath) && (errno == EACCES || errno == EPERM || errno == EROFS);
 }
 
+// The file system's own count of free blocks can be larger than what a user gets
+// of them, and a copy that was admitted by it would run full.
 static STDiskState StateOf(const QString& strPath)
 {
     const QStorageInfo info(strPath);

@@ -16,8 +16,8 @@ struct STDiskState
 {
     QByteArray baDevice; ///< as CVolumeInfo::DeviceOf tells it
     bool bWritable = true; ///< false when it is read-only or this user may not write to it
-    qint64 nFreeBytes = -1; ///< as CDiskSpace::FreeBytes tells it
-    qint64 nTotalBytes = -1; ///< of the whole volume
+    qint64 nFreeBytes = -1; ///< that a user without special rights can still write; less than 0: not known
+    qint64 nTotalBytes = -1; ///< of the whole volume; less than 0: not known
 };
 
 /**

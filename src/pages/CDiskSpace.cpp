@@ -1,11 +1,5 @@
 #include "pages/CDiskSpace.h"
 
-#include <QStorageInfo>
-
-qint64 CDiskSpace::FreeBytes(const QString& strPath) { return QStorageInfo(strPath).bytesAvailable(); }
-
-qint64 CDiskSpace::TotalBytes(const QString& strPath) { return QStorageInfo(strPath).bytesTotal(); }
-
 QString CDiskSpace::GigabyteText(qint64 nBytes)
 {
     // Single precision, on purpose (docs/behaviour.md): a wider type would make
