@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>此次拷贝尚未完成。</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>如果已没有拷贝正在进行，则它已中断：程序被终止、磁盘被移除或断电。缺少的文件未在下方列出。请重新拷贝全部内容。</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>目前未完整拷贝的项目：</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>缺少、不完整或需要说明的项目：</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>请重新拷贝全部内容，最好拷贝到另一个磁盘。</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>届时尚未拷贝的内容缺失，且未在下方列出。</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>所有内容均完整。以下项目需要说明。</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>请尝试重新拷贝以下项目。如果磁盘已满或其文件系统不接受大文件，请使用另一个磁盘。在取得全部项目之前，请将此列表与拷贝一起保留。</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>文件拷贝报告</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>来源：%1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>目标：%1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>开始：%1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>待拷贝：最多 %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>结束：%1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>完整：%1，%2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>不完整：%1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>另有 %1 项因空间不足未列出。</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>无法创建它所在的文件夹。</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>无法在磁盘上创建它。</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>无法将它写入磁盘。</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>磁盘未能完整接收它。</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>无法打开它。</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>无法读取它。</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>它在拷贝过程中变短了。</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>它在拷贝过程中发生了更改。</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>它在拷贝过程中被移除了。</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>它的位置已被其他内容取代。</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>它不是文件，而是管道、套接字或设备。</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>该文件夹未被打开过，因此其中的内容没有拷贝。</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>它不在列表中，因此没有拷贝。</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>它是指向自身所在文件夹的链接。</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>无法读取该文件夹。</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>它已完整拷贝，但无法保留其日期。</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>磁盘已被移除。</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>拷贝已停止。</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>内存不足。</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>磁盘未确认所有内容都已写入。</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>它是指向另一磁盘的链接。已拷贝它所指向的内容。</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>磁盘没有响应。</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>磁盘已满。</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>对此磁盘的文件系统而言太大。</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>不允许访问。</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>磁盘受写保护。</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>磁盘报告错误。</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>它已不存在。</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>其名称或路径太长。</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>磁盘已不再连接。</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>那里已有同名的其他内容。</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>此磁盘的文件系统不允许使用它的名称。</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1%2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1（共 %2）</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1 字节</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 字节</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1&#xa0;KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1&#xa0;MB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1&#xa0;GB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1&#xa0;TB</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 个文件</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 个文件</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>%1 项中有 1 项未完整拷贝。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%2 项中有 %1 项未完整拷贝。</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>拷贝已停止。磁盘上有 %1（%2）。</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>磁盘未确认所有内容都已写入。请不要依赖此拷贝。</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>没有拷贝任何内容。</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>磁盘上有 %1（%2）。现在可以拔下磁盘。</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>无法将列表存储到磁盘上。</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>這次拷貝尚未完成。</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>若已沒有拷貝正在進行，則它已中斷：程式被結束、磁碟被移除或停電。缺少的檔案未列於下方。請重新拷貝全部內容。</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>目前未完整拷貝的項目：</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>缺少、不完整或需要說明的項目：</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>請重新拷貝全部內容，最好拷貝到另一個磁碟。</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>屆時尚未拷貝的內容缺失，且未列於下方。</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>所有內容均完整。以下項目需要說明。</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>請嘗試重新拷貝以下項目。若磁碟已滿或其檔案系統不接受大型檔案，請使用另一個磁碟。在取得全部項目之前，請將這份列表與拷貝一起保留。</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>檔案拷貝報告</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>來源：%1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>目標：%1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>開始：%1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>待拷貝：最多 %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>結束：%1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>完整：%1，%2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>不完整：%1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>另有 %1 個項目因空間不足未列出。</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>無法建立它所在的檔案夾。</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>無法在磁碟上建立它。</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>無法將它寫入磁碟。</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>磁碟未能完整接收它。</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>無法打開它。</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>無法讀取它。</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>它在拷貝過程中變短了。</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>它在拷貝過程中有所更動。</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>它在拷貝過程中被移除了。</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>它的位置已被其他內容取代。</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>它不是檔案，而是管線、Socket 或裝置。</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>這個檔案夾未被打開過，因此其中的內容沒有拷貝。</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>它不在列表中，因此沒有拷貝。</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>它是指向自身所在檔案夾的連結。</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>無法讀取這個檔案夾。</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>它已完整拷貝，但無法保留其日期。</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>磁碟已被移除。</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>拷貝已停止。</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>記憶體不足。</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>磁碟未確認所有內容都已寫入。</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>它是指向另一個磁碟的連結。已拷貝它所指向的內容。</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>磁碟沒有回應。</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>磁碟已滿。</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>對此磁碟的檔案系統而言太大。</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>不允許取用。</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>磁碟有寫入保護。</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>磁碟回報錯誤。</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>它已不存在。</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>其名稱或路徑太長。</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>磁碟已不再連接。</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>那裡已有同名的其他內容。</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>此磁碟的檔案系統不允許使用它的名稱。</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1%2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1（共 %2）</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1 位元組</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 位元組</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1&#xa0;KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1&#xa0;MB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1&#xa0;GB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1&#xa0;TB</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 個檔案</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 個檔案</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>%1 個項目中有 1 個未完整拷貝。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%2 個項目中有 %1 個未完整拷貝。</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>拷貝已停止。磁碟上有 %1（%2）。</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>磁碟未確認所有內容都已寫入。請勿仰賴這份拷貝。</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>沒有拷貝任何內容。</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>磁碟上有 %1（%2）。現在可以拔除磁碟。</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>無法將列表儲存到磁碟上。</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>Deze kopie is niet voltooid.</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>Als er geen kopie meer loopt, is deze afgebroken: het programma is beëindigd, de schijf verwijderd of de stroom uitgevallen. Er ontbreken bestanden die hieronder niet worden genoemd. Kopieer alles opnieuw.</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>Tot nu toe niet volledig gekopieerd:</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>Onderdelen die ontbreken, niet volledig zijn of een opmerking verdienen:</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>Kopieer alles opnieuw, het liefst naar een andere schijf.</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>Wat toen nog niet was gekopieerd, ontbreekt en wordt hieronder niet genoemd.</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>Alles is volledig. Bij de onderdelen hieronder hoort een opmerking.</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>Probeer de onderdelen hieronder opnieuw te kopiëren. Als de schijf vol is of het bestandssysteem geen grote bestanden aanneemt, gebruik dan een andere schijf. Bewaar deze lijst bij de kopie tot u ze allemaal hebt.</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>Verslag van het kopiëren van bestanden</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>Van: %1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>Naar: %1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>Begonnen: %1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>Te kopiëren: hoogstens %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>Beëindigd: %1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>Volledig: %1, %2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>Niet volledig: %1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>En nog %1, waarvoor geen ruimte was.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>De map ervoor kan niet worden aangemaakt.</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>Het kan niet op de schijf worden aangemaakt.</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>Het kan niet naar de schijf worden geschreven.</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>De schijf heeft niet alles ervan aangenomen.</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>Het kan niet worden geopend.</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>Het kan niet worden gelezen.</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>Het werd korter terwijl het werd gekopieerd.</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>Het is gewijzigd terwijl het werd gekopieerd.</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>Het is verwijderd terwijl het werd gekopieerd.</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>Iets anders is ervoor in de plaats gekomen.</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>Het is geen bestand, maar een pipe, een socket of een apparaat.</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>De map is niet geopend, dus de inhoud is niet gekopieerd.</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>Het stond niet in de lijst, dus het is niet gekopieerd.</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>Het is een link naar een map waar het zelf in ligt.</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>De map kan niet worden gelezen.</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>Het is volledig gekopieerd, maar de datum kon niet worden behouden.</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>De schijf is verwijderd.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>Het kopiëren is gestopt.</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>Er was niet genoeg geheugen.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>De schijf heeft niet bevestigd dat alles erop staat.</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>Het is een link naar een andere schijf. Gekopieerd is waar hij naar verwijst.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>De schijf reageert niet.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>De schijf is vol.</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>Te groot voor het bestandssysteem van deze schijf.</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>De toegang is niet toegestaan.</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>De schijf is beveiligd tegen schrijven.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>De schijf meldt een fout.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Het is er niet meer.</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>De naam of het pad ervan is te lang.</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>De schijf is niet meer aangesloten.</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>Op die plek staat iets anders met die naam.</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>Het bestandssysteem van deze schijf staat de naam ervan niet toe.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 van %2</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1 byte</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 bytes</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1&#xa0;KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1&#xa0;MB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1&#xa0;GB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1&#xa0;TB</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 bestand</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 bestanden</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>1 van %1 onderdelen is niet volledig gekopieerd.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%1 van %2 onderdelen zijn niet volledig gekopieerd.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>Het kopiëren is gestopt. Op de schijf: %1, %2.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>De schijf heeft niet bevestigd dat alles erop staat. Vertrouw niet op deze kopie.</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>Er is niets gekopieerd.</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>Op de schijf: %1, %2. De schijf kan nu worden losgekoppeld.</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>De lijst kon niet op de schijf worden bewaard.</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>This copy has not come to its end.</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>Not copied whole so far:</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>Items that are missing, not whole or worth a note:</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>Copy everything again, best onto another disk.</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>What had not been copied by then is missing and is not named below.</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>Everything is whole. The items below are worth a note.</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>Report on a copy of files</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>From: %1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>To: %1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>Begun: %1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>To be copied: at most %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>Ended: %1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>Whole: %1, %2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>Not whole: %1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>And %1 more, for which there was no room.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>Its folder cannot be created.</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>It cannot be created on the disk.</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>It cannot be written to the disk.</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>The disk did not take all of it.</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>It cannot be opened.</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>It cannot be read.</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>It became shorter while it was copied.</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>It changed while it was copied.</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>It was removed while it was copied.</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>Something else has taken its place.</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>It is not a file, but a pipe, a socket or a device.</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>The folder was not opened, so its contents were not copied.</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>It was not in the list, so it was not copied.</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>It is a link to a folder that it lies in.</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>The folder cannot be read.</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>It was copied whole, but its date could not be kept.</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>The disk was removed.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>The copy was stopped.</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>There was not enough memory.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>The disk did not confirm that everything is on it.</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>It is a link to another disk. What it leads to was copied.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>The disk does not answer.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>The disk is full.</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>Too large for the file system of this disk.</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>Access is not permitted.</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>The disk is write-protected.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>The disk reports an error.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>It is not there any more.</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>Its name or path is too long.</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>The disk is not connected any more.</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>Something else of that name is in its place.</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>The file system of this disk does not allow its name.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1 byte</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 bytes</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1 KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 MB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1 GB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1 TB</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 file</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 files</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>1 of %1 items was not copied whole.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%1 of %2 items were not copied whole.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>The copy was stopped. %1, %2 are on the disk.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>The disk did not confirm that everything is on it. Do not rely on this copy.</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>Nothing was copied.</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>%1, %2 are on the disk. It can be unplugged now.</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>The list could not be saved on the disk.</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

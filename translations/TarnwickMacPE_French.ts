@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>Cette copie n’est pas arrivée à son terme.</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>Si aucune copie n’est plus en cours, elle s’est interrompue&#xa0;: le programme a été fermé, le disque retiré ou le courant coupé. Il manque des fichiers qui ne sont pas nommés ci-dessous. Copiez tout à nouveau.</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>Non copiés en entier jusqu’ici&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>Éléments manquants, incomplets ou à signaler&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>Copiez tout à nouveau, de préférence sur un autre disque.</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>Ce qui n’avait pas encore été copié manque et n’est pas nommé ci-dessous.</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>Tout est complet. Les éléments ci-dessous sont à signaler.</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>Essayez de copier à nouveau les éléments ci-dessous. Si le disque est plein ou si son système de fichiers n’accepte pas les gros fichiers, utilisez-en un autre. Gardez cette liste avec la copie jusqu’à ce que vous les ayez tous.</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>Rapport sur une copie de fichiers</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>De&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>Vers&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>Début&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>À copier&#xa0;: au plus %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>Fin&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>Complets&#xa0;: %1, %2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>Incomplets&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>Et %1 de plus, pour lesquels il n’y avait pas de place.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>Son dossier ne peut pas être créé.</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>Il ne peut pas être créé sur le disque.</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>Il ne peut pas être écrit sur le disque.</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>Le disque ne l’a pas accepté en entier.</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>Il ne peut pas être ouvert.</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>Il ne peut pas être lu.</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>Il a raccourci pendant la copie.</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>Il a changé pendant la copie.</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>Il a été supprimé pendant la copie.</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>Autre chose a pris sa place.</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>Ce n’est pas un fichier, mais un tube, une socket ou un périphérique.</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>Le dossier n’a pas été ouvert, son contenu n’a donc pas été copié.</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>Il ne figurait pas dans la liste, il n’a donc pas été copié.</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>C’est un lien vers un dossier dans lequel il se trouve.</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>Le dossier ne peut pas être lu.</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>Il a été copié en entier, mais sa date n’a pas pu être conservée.</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>Le disque a été retiré.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>La copie a été arrêtée.</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>La mémoire était insuffisante.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>Le disque n’a pas confirmé que tout s’y trouve.</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>C’est un lien vers un autre disque. Ce vers quoi il mène a été copié.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>Le disque ne répond pas.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>Le disque est plein.</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>Trop volumineux pour le système de fichiers de ce disque.</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>L’accès n’est pas autorisé.</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>Le disque est protégé en écriture.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>Le disque signale une erreur.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Il n’est plus là.</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>Son nom ou son chemin est trop long.</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>Le disque n’est plus connecté.</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>Autre chose portant ce nom se trouve à sa place.</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>Le système de fichiers de ce disque n’accepte pas son nom.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1&#xa0;octet</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1&#xa0;octets</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1&#xa0;Ko</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1&#xa0;Mo</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1&#xa0;Go</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1&#xa0;To</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1&#xa0;fichier</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1&#xa0;fichiers</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>1&#xa0;élément sur %1 n’a pas été copié en entier.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%1&#xa0;éléments sur %2 n’ont pas été copiés en entier.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>La copie a été arrêtée. %1 (%2) sur le disque.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>Le disque n’a pas confirmé que tout s’y trouve. Ne vous fiez pas à cette copie.</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>Rien n’a été copié.</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>%1 (%2) sur le disque. Il peut maintenant être débranché.</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>La liste n’a pas pu être enregistrée sur le disque.</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

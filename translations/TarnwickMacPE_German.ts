@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>Dieser Kopiervorgang ist nicht abgeschlossen.</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>Wenn kein Kopiervorgang mehr läuft, ist er abgebrochen: Das Programm wurde beendet, das Laufwerk entfernt oder der Strom fiel aus. Es fehlen Dateien, die unten nicht genannt sind. Kopieren Sie alles noch einmal.</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>Bisher nicht vollständig kopiert:</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>Objekte, die fehlen, nicht vollständig sind oder einen Hinweis verdienen:</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>Kopieren Sie alles noch einmal, am besten auf ein anderes Laufwerk.</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>Was bis dahin nicht kopiert war, fehlt und ist unten nicht genannt.</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>Alles ist vollständig. Zu den folgenden Objekten gibt es einen Hinweis.</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>Versuchen Sie, die folgenden Objekte noch einmal zu kopieren. Wenn das Laufwerk voll ist oder sein Dateisystem keine großen Dateien aufnimmt, verwenden Sie ein anderes. Bewahren Sie diese Liste bei der Kopie auf, bis Sie alle haben.</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>Bericht über das Kopieren von Dateien</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>Von: %1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>Nach: %1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>Begonnen: %1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>Zu kopieren: höchstens %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>Beendet: %1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>Vollständig: %1, %2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>Nicht vollständig: %1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>Und %1 weitere, für die kein Platz war.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>Der Ordner dafür kann nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>Es kann auf dem Laufwerk nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>Es kann nicht auf das Laufwerk geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>Das Laufwerk hat nicht alles davon angenommen.</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>Es kann nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>Es kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>Es wurde kürzer, während es kopiert wurde.</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>Es wurde geändert, während es kopiert wurde.</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>Es wurde entfernt, während es kopiert wurde.</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>Etwas anderes ist an seine Stelle getreten.</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>Es ist keine Datei, sondern eine Pipe, ein Socket oder ein Gerät.</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>Der Ordner wurde nicht geöffnet, deshalb wurde sein Inhalt nicht kopiert.</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>Es stand nicht in der Liste, deshalb wurde es nicht kopiert.</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>Es ist ein Link auf einen Ordner, in dem es selbst liegt.</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>Der Ordner kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>Es wurde vollständig kopiert, aber sein Datum konnte nicht übernommen werden.</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>Das Laufwerk wurde entfernt.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>Das Kopieren wurde gestoppt.</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>Es war nicht genügend Arbeitsspeicher vorhanden.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>Das Laufwerk hat nicht bestätigt, dass alles darauf ist.</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>Es ist ein Link auf ein anderes Laufwerk. Kopiert wurde, worauf er verweist.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>Das Laufwerk antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>Das Laufwerk ist voll.</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>Zu groß für das Dateisystem dieses Laufwerks.</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>Der Zugriff ist nicht erlaubt.</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>Das Laufwerk ist schreibgeschützt.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>Das Laufwerk meldet einen Fehler.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Es ist nicht mehr vorhanden.</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>Sein Name oder Pfad ist zu lang.</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>Das Laufwerk ist nicht mehr angeschlossen.</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>An seiner Stelle liegt etwas anderes mit diesem Namen.</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>Das Dateisystem dieses Laufwerks lässt seinen Namen nicht zu.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1 Byte</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 Byte</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1&#xa0;KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1&#xa0;MB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1&#xa0;GB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1&#xa0;TB</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 Datei</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 Dateien</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>1 von %1 Objekten nicht vollständig kopiert.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%1 von %2 Objekten nicht vollständig kopiert.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>Das Kopieren wurde gestoppt. %1, %2 sind auf dem Laufwerk.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>Das Laufwerk hat nicht bestätigt, dass alles darauf ist. Verlassen Sie sich nicht auf diese Kopie.</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>Es wurde nichts kopiert.</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>%1, %2 sind auf dem Laufwerk. Es kann jetzt abgezogen werden.</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>Die Liste konnte nicht auf dem Laufwerk gesichert werden.</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>Questa copia non è arrivata alla fine.</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>Se non è più in corso alcuna copia, si è interrotta: il programma è stato chiuso, il disco rimosso o è mancata la corrente. Mancano file che non sono indicati sotto. Copia di nuovo tutto.</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>Finora non copiati per intero:</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>Elementi mancanti, incompleti o da segnalare:</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>Copia di nuovo tutto, preferibilmente su un altro disco.</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>Ciò che fino ad allora non era stato copiato manca e non è indicato sotto.</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>Tutto è completo. Gli elementi sotto sono da segnalare.</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>Prova a copiare di nuovo gli elementi sotto. Se il disco è pieno o il suo file system non accetta file grandi, usa un altro disco. Conserva questo elenco con la copia finché non li hai tutti.</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>Resoconto di una copia di file</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>Da: %1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>A: %1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>Inizio: %1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>Da copiare: al massimo %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>Fine: %1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>Completi: %1, %2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>Incompleti: %1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>E altri %1, per i quali non c’era spazio.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>Impossibile creare la sua cartella.</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>Impossibile crearlo sul disco.</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>Impossibile scriverlo sul disco.</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>Il disco non l’ha accettato per intero.</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>Impossibile aprirlo.</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>Impossibile leggerlo.</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>Si è accorciato durante la copia.</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>È cambiato durante la copia.</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>È stato rimosso durante la copia.</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>Qualcos’altro ha preso il suo posto.</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>Non è un file, ma una pipe, un socket o un dispositivo.</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>La cartella non è stata aperta, quindi il suo contenuto non è stato copiato.</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>Non era nell’elenco, quindi non è stato copiato.</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>È un link a una cartella in cui si trova.</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>Impossibile leggere la cartella.</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>È stato copiato per intero, ma non è stato possibile mantenerne la data.</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>Il disco è stato rimosso.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>La copia è stata interrotta.</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>La memoria non era sufficiente.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>Il disco non ha confermato che tutto vi si trovi.</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>È un link a un altro disco. È stato copiato ciò a cui porta.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>Il disco non risponde.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>Il disco è pieno.</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>Troppo grande per il file system di questo disco.</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>L’accesso non è consentito.</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>Il disco è protetto da scrittura.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>Il disco segnala un errore.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Non c’è più.</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>Il suo nome o percorso è troppo lungo.</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>Il disco non è più collegato.</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>Al suo posto c’è qualcos’altro con quel nome.</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>Il file system di questo disco non ammette il suo nome.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 di %2</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1 byte</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 byte</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1&#xa0;KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1&#xa0;MB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1&#xa0;GB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1&#xa0;TB</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 file</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 file</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>1 elemento su %1 non è stato copiato per intero.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%1 elementi su %2 non sono stati copiati per intero.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>La copia è stata interrotta. Sul disco: %1, %2.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>Il disco non ha confermato che tutto vi si trovi. Non fare affidamento su questa copia.</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>Non è stato copiato nulla.</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>Sul disco: %1, %2. Ora può essere scollegato.</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>Impossibile salvare l’elenco sul disco.</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>このコピーは最後まで終わっていません。</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>コピーがもう実行中でない場合は、途中で切れています。プログラムが終了したか、ディスクが取り外されたか、停電しました。下に書かれていないファイルも欠けています。すべてをもう一度コピーしてください。</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>これまでに完全にはコピーされなかった項目：</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>欠けている、不完全な、または注意が必要な項目：</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>すべてをもう一度、できれば別のディスクにコピーしてください。</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>その時点でコピーされていなかったものは欠けており、下には書かれていません。</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>すべて完全です。下の項目には注意が必要です。</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>下の項目をもう一度コピーしてみてください。ディスクがいっぱいの場合や、ファイルシステムが大きなファイルに対応していない場合は、別のディスクを使ってください。すべて揃うまで、このリストをコピーと一緒に保管してください。</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>ファイルのコピーに関する報告</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>コピー元: %1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>コピー先: %1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>開始: %1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>コピー対象: 最大 %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>終了: %1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>完全: %1、%2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>不完全: %1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>ほかに %1 項目ありますが、空きがなく記載できませんでした。</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>入れるフォルダを作成できません。</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>ディスクに作成できません。</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>ディスクに書き込めません。</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>ディスクが全体を受け取れませんでした。</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>開けません。</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>読み込めません。</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>コピー中に短くなりました。</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>コピー中に変更されました。</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>コピー中に削除されました。</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>別のものに置き換わっています。</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>ファイルではなく、パイプ、ソケット、またはデバイスです。</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>フォルダが開かれていなかったため、内容はコピーされていません。</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>リストになかったため、コピーされていません。</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>自分が入っているフォルダへのリンクです。</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>フォルダを読み込めません。</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>全体がコピーされましたが、日付を保持できませんでした。</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>ディスクが取り外されました。</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>コピーは中止されました。</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>メモリが足りませんでした。</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>すべてが書き込まれたことをディスクが確認しませんでした。</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>別のディスクへのリンクです。リンク先の内容がコピーされました。</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>ディスクが応答しません。</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>ディスクがいっぱいです。</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>このディスクのファイルシステムには大きすぎます。</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>アクセスが許可されていません。</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>ディスクは書き込み禁止です。</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>ディスクがエラーを返しました。</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>もう存在しません。</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>名前またはパスが長すぎます。</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>ディスクはもう接続されていません。</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>同じ名前の別のものがあります。</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>このディスクのファイルシステムでは使えない名前です。</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1%2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%2 中 %1</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1 バイト</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 バイト</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1&#xa0;KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1&#xa0;MB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1&#xa0;GB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1&#xa0;TB</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 個のファイル</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 個のファイル</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>%1 項目中 1 項目が完全にはコピーされませんでした。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%2 項目中 %1 項目が完全にはコピーされませんでした。</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>コピーは中止されました。ディスクには%1（%2）があります。</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>すべてが書き込まれたことをディスクが確認しませんでした。このコピーに頼らないでください。</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>何もコピーされませんでした。</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>ディスクに%1（%2）があります。取り外しても安全です。</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>リストをディスクに保存できませんでした。</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

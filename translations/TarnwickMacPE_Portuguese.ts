@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>Esta cópia não chegou ao fim.</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>Se nenhuma cópia está mais em andamento, ela foi interrompida: o programa foi encerrado, o disco removido ou a energia faltou. Faltam arquivos que não são citados abaixo. Copie tudo novamente.</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>Não copiados por inteiro até agora:</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>Itens que faltam, não estão inteiros ou merecem uma nota:</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>Copie tudo novamente, de preferência para outro disco.</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>O que ainda não havia sido copiado falta e não é citado abaixo.</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>Tudo está inteiro. Os itens abaixo merecem uma nota.</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>Tente copiar novamente os itens abaixo. Se o disco estiver cheio ou o sistema de arquivos dele não aceitar arquivos grandes, use outro disco. Guarde esta lista com a cópia até ter todos eles.</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>Relatório de uma cópia de arquivos</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>De: %1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>Para: %1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>Início: %1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>A copiar: no máximo %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>Fim: %1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>Inteiros: %1, %2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>Não inteiros: %1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>E mais %1, para os quais não havia espaço.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>A pasta dele não pode ser criada.</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>Não pode ser criado no disco.</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>Não pode ser gravado no disco.</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>O disco não o aceitou por inteiro.</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>Não pode ser aberto.</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>Não pode ser lido.</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>Ficou menor enquanto era copiado.</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>Foi alterado enquanto era copiado.</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>Foi removido enquanto era copiado.</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>Outra coisa tomou o lugar dele.</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>Não é um arquivo, mas um pipe, um socket ou um dispositivo.</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>A pasta não foi aberta, por isso o conteúdo dela não foi copiado.</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>Não estava na lista, por isso não foi copiado.</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>É um link para uma pasta em que ele mesmo está.</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>A pasta não pode ser lida.</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>Foi copiado por inteiro, mas a data não pôde ser mantida.</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>O disco foi removido.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>A cópia foi interrompida.</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>Não havia memória suficiente.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>O disco não confirmou que tudo está nele.</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>É um link para outro disco. Foi copiado aquilo para o que ele aponta.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>O disco não responde.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>O disco está cheio.</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>Grande demais para o sistema de arquivos deste disco.</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>O acesso não é permitido.</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>O disco está protegido contra gravação.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>O disco informa um erro.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Não está mais lá.</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>O nome ou o caminho dele é longo demais.</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>O disco não está mais conectado.</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>No lugar dele há outra coisa com esse nome.</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>O sistema de arquivos deste disco não permite o nome dele.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 de %2</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1 byte</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 bytes</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1&#xa0;KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1&#xa0;MB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1&#xa0;GB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1&#xa0;TB</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 arquivo</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 arquivos</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>1 de %1 itens não foi copiado por inteiro.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%1 de %2 itens não foram copiados por inteiro.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>A cópia foi interrompida. No disco: %1, %2.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>O disco não confirmou que tudo está nele. Não confie nesta cópia.</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>Nada foi copiado.</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>No disco: %1, %2. Ele já pode ser desconectado.</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>A lista não pôde ser salva no disco.</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

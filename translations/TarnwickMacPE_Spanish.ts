@@ -45,6 +45,277 @@
     </message>
 </context>
 <context>
+    <name>CCopyReportText</name>
+    <message>
+        <source>This copy has not come to its end.</source>
+        <translation>Esta copia no ha llegado a su fin.</translation>
+    </message>
+    <message>
+        <source>If no copy is running any more, it broke off: the program was ended, the disk was removed or the power failed. Files are missing that are not named below. Copy everything again.</source>
+        <translation>Si ya no hay ninguna copia en curso, se interrumpió: se cerró el programa, se retiró el disco o falló la corriente. Faltan archivos que no se nombran abajo. Vuelve a copiarlo todo.</translation>
+    </message>
+    <message>
+        <source>Not copied whole so far:</source>
+        <translation>No copiados enteros hasta ahora:</translation>
+    </message>
+    <message>
+        <source>Items that are missing, not whole or worth a note:</source>
+        <translation>Ítems que faltan, no están enteros o merecen una nota:</translation>
+    </message>
+    <message>
+        <source>Copy everything again, best onto another disk.</source>
+        <translation>Vuelve a copiarlo todo, preferiblemente en otro disco.</translation>
+    </message>
+    <message>
+        <source>What had not been copied by then is missing and is not named below.</source>
+        <translation>Lo que no se había copiado hasta entonces falta y no se nombra abajo.</translation>
+    </message>
+    <message>
+        <source>Everything is whole. The items below are worth a note.</source>
+        <translation>Todo está entero. Los ítems de abajo merecen una nota.</translation>
+    </message>
+    <message>
+        <source>Try to copy the items below again. If the disk is full, or its file system takes no large files, use another disk. Keep this list with the copy until you have them all.</source>
+        <translation>Intenta copiar de nuevo los ítems de abajo. Si el disco está lleno o su sistema de archivos no admite archivos grandes, usa otro disco. Conserva esta lista con la copia hasta tenerlos todos.</translation>
+    </message>
+    <message>
+        <source>Report on a copy of files</source>
+        <translation>Informe sobre una copia de archivos</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>De: %1</translation>
+    </message>
+    <message>
+        <source>To: %1</source>
+        <translation>A: %1</translation>
+    </message>
+    <message>
+        <source>Begun: %1</source>
+        <translation>Inicio: %1</translation>
+    </message>
+    <message>
+        <source>To be copied: at most %1</source>
+        <translation>Por copiar: como máximo %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>Fin: %1</translation>
+    </message>
+    <message>
+        <source>Whole: %1, %2</source>
+        <translation>Enteros: %1, %2</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>No enteros: %1</translation>
+    </message>
+    <message>
+        <source>And %1 more, for which there was no room.</source>
+        <translation>Y %1 más, para los que no había espacio.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyText</name>
+    <message>
+        <source>Its folder cannot be created.</source>
+        <translation>No se puede crear su carpeta.</translation>
+    </message>
+    <message>
+        <source>It cannot be created on the disk.</source>
+        <translation>No se puede crear en el disco.</translation>
+    </message>
+    <message>
+        <source>It cannot be written to the disk.</source>
+        <translation>No se puede escribir en el disco.</translation>
+    </message>
+    <message>
+        <source>The disk did not take all of it.</source>
+        <translation>El disco no lo ha aceptado entero.</translation>
+    </message>
+    <message>
+        <source>It cannot be opened.</source>
+        <translation>No se puede abrir.</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>No se puede leer.</translation>
+    </message>
+    <message>
+        <source>It became shorter while it was copied.</source>
+        <translation>Se acortó mientras se copiaba.</translation>
+    </message>
+    <message>
+        <source>It changed while it was copied.</source>
+        <translation>Cambió mientras se copiaba.</translation>
+    </message>
+    <message>
+        <source>It was removed while it was copied.</source>
+        <translation>Se eliminó mientras se copiaba.</translation>
+    </message>
+    <message>
+        <source>Something else has taken its place.</source>
+        <translation>Otra cosa ha ocupado su lugar.</translation>
+    </message>
+    <message>
+        <source>It is not a file, but a pipe, a socket or a device.</source>
+        <translation>No es un archivo, sino una tubería, un socket o un dispositivo.</translation>
+    </message>
+    <message>
+        <source>The folder was not opened, so its contents were not copied.</source>
+        <translation>La carpeta no se abrió, por lo que no se copió su contenido.</translation>
+    </message>
+    <message>
+        <source>It was not in the list, so it was not copied.</source>
+        <translation>No estaba en la lista, por lo que no se copió.</translation>
+    </message>
+    <message>
+        <source>It is a link to a folder that it lies in.</source>
+        <translation>Es un enlace a una carpeta en la que se encuentra.</translation>
+    </message>
+    <message>
+        <source>The folder cannot be read.</source>
+        <translation>No se puede leer la carpeta.</translation>
+    </message>
+    <message>
+        <source>It was copied whole, but its date could not be kept.</source>
+        <translation>Se copió entero, pero no se pudo conservar su fecha.</translation>
+    </message>
+    <message>
+        <source>The disk was removed.</source>
+        <translation>Se retiró el disco.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped.</source>
+        <translation>La copia se detuvo.</translation>
+    </message>
+    <message>
+        <source>There was not enough memory.</source>
+        <translation>No había memoria suficiente.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it.</source>
+        <translation>El disco no ha confirmado que todo esté en él.</translation>
+    </message>
+    <message>
+        <source>It is a link to another disk. What it leads to was copied.</source>
+        <translation>Es un enlace a otro disco. Se copió aquello a lo que lleva.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer.</source>
+        <translation>El disco no responde.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>El disco está lleno.</translation>
+    </message>
+    <message>
+        <source>Too large for the file system of this disk.</source>
+        <translation>Demasiado grande para el sistema de archivos de este disco.</translation>
+    </message>
+    <message>
+        <source>Access is not permitted.</source>
+        <translation>No se permite el acceso.</translation>
+    </message>
+    <message>
+        <source>The disk is write-protected.</source>
+        <translation>El disco está protegido contra escritura.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>El disco comunica un error.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Ya no está ahí.</translation>
+    </message>
+    <message>
+        <source>Its name or path is too long.</source>
+        <translation>Su nombre o su ruta es demasiado larga.</translation>
+    </message>
+    <message>
+        <source>The disk is not connected any more.</source>
+        <translation>El disco ya no está conectado.</translation>
+    </message>
+    <message>
+        <source>Something else of that name is in its place.</source>
+        <translation>En su lugar hay otra cosa con ese nombre.</translation>
+    </message>
+    <message>
+        <source>The file system of this disk does not allow its name.</source>
+        <translation>El sistema de archivos de este disco no admite su nombre.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <extracomment>Two sentences, one behind the other.</extracomment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 de %2</translation>
+    </message>
+    <message>
+        <source>1 byte</source>
+        <translation>1 byte</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 bytes</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1&#xa0;KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1&#xa0;MB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1&#xa0;GB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1&#xa0;TB</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 archivo</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 archivos</translation>
+    </message>
+    <message>
+        <source>1 of %1 items was not copied whole.</source>
+        <translation>1 de %1 ítems no se copió entero.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 items were not copied whole.</source>
+        <translation>%1 de %2 ítems no se copiaron enteros.</translation>
+    </message>
+    <message>
+        <source>The copy was stopped. %1, %2 are on the disk.</source>
+        <translation>La copia se detuvo. En el disco hay %1, %2.</translation>
+    </message>
+    <message>
+        <source>The disk did not confirm that everything is on it. Do not rely on this copy.</source>
+        <translation>El disco no ha confirmado que todo esté en él. No te fíes de esta copia.</translation>
+    </message>
+    <message>
+        <source>Nothing was copied.</source>
+        <translation>No se copió nada.</translation>
+    </message>
+    <message>
+        <source>%1, %2 are on the disk. It can be unplugged now.</source>
+        <translation>En el disco hay %1, %2. Ya puedes desconectarlo.</translation>
+    </message>
+    <message>
+        <source>The list could not be saved on the disk.</source>
+        <translation>No se pudo guardar la lista en el disco.</translation>
+    </message>
+</context>
+<context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>

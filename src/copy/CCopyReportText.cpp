@@ -10,6 +10,10 @@
 
 static const int SOURCES_NAMED = 3;
 
+// Characters of a name in the head; fewer where the head would not hold them.
+static const int NAME_LENGTH = 200;
+static const int LEAST_NAME_LENGTH = 20;
+
 /** At most nMost characters, with the middle left out. */
 static QString Shortened(const QString& strText, int nMost)
 {
@@ -63,7 +67,7 @@ static QStringList State(const STCopyAccount* pAccount)
             QString(), CCopyReportText::tr("Not copied whole so far:")};
     }
     const QString strSummary = CCopyText::Summary(*pAccount);
-    const QString strList = CCopyReportText::tr("These items are missing, are not whole or need a word:");
+    const QString strList = CCopyReportText::tr("Items that are missing, not whole or worth a note:");
     if (pAccount->enFlush == ENCopyFlush::FAILED) {
         return {strSummary, CCopyReportText::tr("Copy everything again, best onto another disk."), QString(),
                 strList};
@@ -74,7 +78,7 @@ static QStringList State(const STCopyAccount* pAccount)
                 QString(), strList};
     }
     if (pAccount->nProblems == 0) {
-        return {strSummary, CCopyReportText::tr("Everything is whole. The items below need a word."),
+        return {strSummary, CCopyReportText::tr("Everything is whole. The items below are worth a note."),
                 QString(), strList};
     }
     return {strSummary,
@@ -136,9 +140,9 @@ static QByteArray Filled(const QList<QByteArray>& listLine)
 static QByteArray Head(const STCopyBeginning& stBeginning, const STCopyAccount* pAccount)
 {
     const QDateTime dateTimeEnd = CClock::Now();
-    int nMost = 200;
+    int nMost = NAME_LENGTH;
     QList<QByteArray> listLine = Encoded(Lines(stBeginning, pAccount, dateTimeEnd, nMost));
-    while (Size(listLine) > CCopyReportText::HEAD_SIZE) {
+    while (Size(listLine) > CCopyReportText::HEAD_SIZE && nMost > LEAST_NAME_LENGTH) {
         nMost /= 2;
         listLine = Encoded(Lines(stBeginning, pAccount, dateTimeEnd, nMost));
     }

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
+#include <QLocale>
 #include <QTranslator>
 
 namespace {
@@ -75,6 +76,10 @@ void CLanguageSetting::SetLanguage(QString strName)
     auto* pTranslator = new CKeptTranslator;
     pTranslator->Load(strPath);
     QCoreApplication::installTranslator(pTranslator);
+    // Numbers and dates in the texts follow their language, not the system's region.
+    if (!pTranslator->language().isEmpty()) {
+        QLocale::setDefault(QLocale(pTranslator->language()));
+    }
 }
 
 QString CLanguageSetting::LanguageOfCode(const QString& strCode)

@@ -28,9 +28,9 @@ public:
     QString GetSystemLanguage();
 
     /**
-     * Installs the translation of the language on top of what is installed; an
-     * empty name stands for "English". Without its file nothing is installed and
-     * the texts stay English. GUI thread.
+     * Installs the translation of the language on top of what is installed, with its way
+     * to write numbers and dates; an empty name stands for "English". Without its file nothing is installed
+     * and the texts stay English. GUI thread.
      */
     void SetLanguage(QString strName);
 

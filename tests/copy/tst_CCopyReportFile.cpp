@@ -274,7 +274,7 @@ void tst_CCopyReportFile::staysForANote()
     STCopyAccount stAccount = Account(0);
     stAccount.nNotes = 1;
     QCOMPARE(m_pFile->End(stAccount).strPath, m_strPath);
-    QVERIFY(Lines().contains("Everything is whole. The items below need a word."));
+    QVERIFY(Lines().contains("Everything is whole. The items below are worth a note."));
     QCOMPARE(Items(), QStringList{"\"/a\": It is a link to another disk. What it leads to was copied."});
 }
 

@@ -39,6 +39,8 @@ private slots:
     void closeWithoutRoomWritesAnew();
 
     void signOfLife();
+    void pauseIsNoLackOfProgress();
+    void nodesAreNotTouchedWhenTheReportWasSlow();
     void workerLeftBehind_data();
     void workerLeftBehind();
     void reportThatHangs();
@@ -250,6 +252,35 @@ void tst_ReportFaults::signOfLife()
     QCOMPARE(m_pWorker->SinceProgressMs(), 0);
     QCOMPARE(m_pWorker->CurrentStep(), ENCopyStep::IDLE);
     QCOMPARE(m_pWorker->FilesDone(), 2);
+}
+
+void tst_ReportFaults::pauseIsNoLackOfProgress()
+{
+    CMovedClock clock;
+    QVERIFY(StartAndHold(9));
+    m_pWorker->SetCopyStatus(COPY_STATUS_PAUSE);
+    LetGo();
+    QTRY_COMPARE(m_pWorker->CurrentStep(), ENCopyStep::PAUSED);
+    clock.Move(20000);
+    QCOMPARE(m_pWorker->SinceProgressMs(), 0);
+    m_pWorker->SetCopyStatus(COPY_STATUS_RUN);
+    QVERIFY(WaitForEnd());
+}
+
+void tst_ReportFaults::nodesAreNotTouchedWhenTheReportWasSlow()
+{
+    m_pNodes->Clear();
+    m_pTree->Write("src/top/in", "1");
+    m_pNodes->AddListed(Source("top"));
+    m_pTree->Write("dst" + Source("top"), "in the way");
+    // What is below the folder is not looked at any more.
+    CFailingCalls::Watch(
+        ENCall::WRITE_AT, "/dst.txt", [&] { m_pWorker->SetCopyStatus(COPY_STATUS_STOP); }, 1);
+    Run();
+    QCOMPARE(Problems(),
+             QStringList{"top: its target folder cannot be created: File exists (0 of unknown "
+                         "bytes copied)"});
+    QCOMPARE(m_pFinished->count(), 1);
 }
 
 void tst_ReportFaults::workerLeftBehind_data()

@@ -1,5 +1,6 @@
 #include "app/CFontFallback.h"
 #include "app/CStartSplash.h"
+#include "copy/CCopyReportText.h"
 #include "copy/CCopyText.h"
 #include "disk/CDestinationDiscovery.h"
 #include "kit/KvMessageBox.h"
@@ -41,6 +42,9 @@ static const char FOLDER[] = "folder"; ///< piece of a folder's name
 static const char NOTICE[] = "notice"; ///< in the line of notices of the selection page
 static const char LINK[] = "link"; ///< link of that line
 static const char DETAIL[] = "detail"; ///< below the message of a box
+static const char SUMMARY[] = "summary"; ///< what has become of a copy: in a box and in the line of notices
+static const char ROW[] = "row"; ///< in a row of the list of items, which is elided where it is too long
+static const char REPORT[] = "report"; ///< in the report beside the copy
 static const char SPOKEN[] = "spoken"; ///< what a screen reader says of a part without a text
 static const char UNSEEN[] = "unseen"; ///< replaced before it is seen, or a name of a window
 
@@ -65,6 +69,78 @@ static const struct
      "The destination storage device has been removed! Please check and connect the storage device then try "
      "again.",
      BOX},
+    {"CCopyReportText", "And %1 more, for which there was no room.", REPORT},
+    {"CCopyReportText", "Begun: %1", REPORT},
+    {"CCopyReportText", "Copy everything again, best onto another disk.", REPORT},
+    {"CCopyReportText", "Ended: %1", REPORT},
+    {"CCopyReportText", "Everything is whole. The items below are worth a note.", REPORT},
+    {"CCopyReportText", "From: %1", REPORT},
+    {"CCopyReportText",
+     "If no copy is running any more, it broke off: the program was ended, the disk was removed or the power "
+     "failed. Files are missing that are not named below. Copy everything again.",
+     REPORT},
+    {"CCopyReportText", "Items that are missing, not whole or worth a note:", REPORT},
+    {"CCopyReportText", "Not copied whole so far:", REPORT},
+    {"CCopyReportText", "Not whole: %1", REPORT},
+    {"CCopyReportText", "Report on a copy of files", REPORT},
+    {"CCopyReportText", "This copy has not come to its end.", REPORT},
+    {"CCopyReportText", "To be copied: at most %1", REPORT},
+    {"CCopyReportText", "To: %1", REPORT},
+    {"CCopyReportText",
+     "Try to copy the items below again. If the disk is full, or its file system takes no large files, use "
+     "another disk. Keep this list with the copy until you have them all.",
+     REPORT},
+    {"CCopyReportText", "What had not been copied by then is missing and is not named below.", REPORT},
+    {"CCopyReportText", "Whole: %1, %2", REPORT},
+    {"CCopyText", "%1 %2", SUMMARY},
+    {"CCopyText", "%1 GB", SUMMARY},
+    {"CCopyText", "%1 KB", SUMMARY},
+    {"CCopyText", "%1 MB", SUMMARY},
+    {"CCopyText", "%1 TB", SUMMARY},
+    {"CCopyText", "%1 bytes", SUMMARY},
+    {"CCopyText", "%1 files", SUMMARY},
+    {"CCopyText", "%1 of %2", ROW},
+    {"CCopyText", "%1 of %2 items were not copied whole.", SUMMARY},
+    {"CCopyText", "%1, %2 are on the disk. It can be unplugged now.", SUMMARY},
+    {"CCopyText", "1 byte", SUMMARY},
+    {"CCopyText", "1 file", SUMMARY},
+    {"CCopyText", "1 of %1 items was not copied whole.", SUMMARY},
+    {"CCopyText", "Access is not permitted.", ROW},
+    {"CCopyText", "It became shorter while it was copied.", ROW},
+    {"CCopyText", "It cannot be created on the disk.", ROW},
+    {"CCopyText", "It cannot be opened.", ROW},
+    {"CCopyText", "It cannot be read.", ROW},
+    {"CCopyText", "It cannot be written to the disk.", ROW},
+    {"CCopyText", "It changed while it was copied.", ROW},
+    {"CCopyText", "It is a link to a folder that it lies in.", ROW},
+    {"CCopyText", "It is a link to another disk. What it leads to was copied.", ROW},
+    {"CCopyText", "It is not a file, but a pipe, a socket or a device.", ROW},
+    {"CCopyText", "It is not there any more.", ROW},
+    {"CCopyText", "It was copied whole, but its date could not be kept.", ROW},
+    {"CCopyText", "It was not in the list, so it was not copied.", ROW},
+    {"CCopyText", "It was removed while it was copied.", ROW},
+    {"CCopyText", "Its folder cannot be created.", ROW},
+    {"CCopyText", "Its name or path is too long.", ROW},
+    {"CCopyText", "Nothing was copied.", SUMMARY},
+    {"CCopyText", "Something else has taken its place.", ROW},
+    {"CCopyText", "Something else of that name is in its place.", ROW},
+    {"CCopyText", "The copy was stopped.", ROW},
+    {"CCopyText", "The copy was stopped. %1, %2 are on the disk.", SUMMARY},
+    {"CCopyText", "The disk did not confirm that everything is on it.", ROW},
+    {"CCopyText", "The disk did not confirm that everything is on it. Do not rely on this copy.", SUMMARY},
+    {"CCopyText", "The disk did not take all of it.", ROW},
+    {"CCopyText", "The disk does not answer.", ROW},
+    {"CCopyText", "The disk is full.", ROW},
+    {"CCopyText", "The disk is not connected any more.", ROW},
+    {"CCopyText", "The disk is write-protected.", ROW},
+    {"CCopyText", "The disk reports an error.", ROW},
+    {"CCopyText", "The disk was removed.", ROW},
+    {"CCopyText", "The file system of this disk does not allow its name.", ROW},
+    {"CCopyText", "The folder cannot be read.", ROW},
+    {"CCopyText", "The folder was not opened, so its contents were not copied.", ROW},
+    {"CCopyText", "The list could not be saved on the disk.", SUMMARY},
+    {"CCopyText", "There was not enough memory.", ROW},
+    {"CCopyText", "Too large for the file system of this disk.", ROW},
     {"CDestinationPanel", "The destination is now %1", NOTICE},
     {"CLastCopyNotice", "Show the list", LINK},
     {"CNoticeLine", "%1 does not answer.", NOTICE},
@@ -217,6 +293,8 @@ private slots:
     void waitingDialog();
     void noticeLine();
     void startSplash();
+    void copySummaries();
+    void headsOfTheReport();
     void messageBoxes();
     void boxDetails();
     void everyLetterHasAFace();
@@ -382,6 +460,49 @@ void tst_TranslationsFit::boxDetails()
         QCOMPARE(Measured(&box), QString("3 texts"));
         Save(&box, "detail");
     }
+}
+
+void tst_TranslationsFit::copySummaries()
+{
+    STCopyItem stItem;
+    stItem.enProblem = ENCopyProblem::SOURCE_READ;
+    STCopyAccount stWhole;
+    stWhole.nFiles = 9999999;
+    stWhole.nBytes = 999990000000;
+    STCopyAccount stNotWhole = stWhole;
+    stNotWhole.nProblems = 999999;
+    stNotWhole.listItem = {stItem};
+    STCopyAccount stStopped = stNotWhole;
+    stStopped.bStopped = true;
+    STCopyAccount stNotConfirmed = stStopped;
+    stNotConfirmed.enFlush = ENCopyFlush::FAILED;
+    const QString strBox = Translated("CCopyFileWidget", "Copy file completed!");
+    for (const STCopyAccount& stAccount : {STCopyAccount(), stWhole, stNotWhole, stStopped, stNotConfirmed}) {
+        KvMessageBox box(strBox, Style_Ok, nullptr);
+        box.SetDetail(CCopyText::Summary(stAccount) + '\n' + CCopyText::ReportMissing(), ENDetail::WARNING);
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
+        QCOMPARE(Measured(&box), QString("3 texts"));
+        Save(&box, "summary");
+    }
+}
+
+void tst_TranslationsFit::headsOfTheReport()
+{
+    // Whatever the names and the state, the head is written over in place.
+    STCopyBeginning stBeginning{QDateTime(QDate(2026, 9, 30), QTime(23, 59)), {}, {}, 22000000000000};
+    stBeginning.strDest = '/' + QString(4000, QChar(0x3042));
+    stBeginning.listSource = QStringList{stBeginning.strDest, stBeginning.strDest, stBeginning.strDest, "/"};
+    STCopyAccount stAccount;
+    QCOMPARE(CCopyReportText::HeadAtBegin(stBeginning).size(), CCopyReportText::HEAD_SIZE);
+    stAccount.nFiles = stAccount.nProblems = 999999999;
+    stAccount.nBytes = 22000000000000;
+    QCOMPARE(CCopyReportText::HeadAtEnd(stBeginning, stAccount).size(), CCopyReportText::HEAD_SIZE);
+    stAccount.bStopped = true;
+    QCOMPARE(CCopyReportText::HeadAtEnd(stBeginning, stAccount).size(), CCopyReportText::HEAD_SIZE);
+    stAccount.enFlush = ENCopyFlush::FAILED;
+    QCOMPARE(CCopyReportText::HeadAtEnd(stBeginning, stAccount).size(), CCopyReportText::HEAD_SIZE);
+    QVERIFY(CCopyReportText::HeadAtEnd(stBeginning, STCopyAccount()).endsWith('\n'));
 }
 
 void tst_TranslationsFit::messageBoxes()
