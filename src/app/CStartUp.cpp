@@ -5,6 +5,7 @@
 #include "app/CGetScreenPixel.h"
 #include "app/CMessageRelay.h"
 #include "app/CProgramEnd.h"
+#include "app/CSmallScreen.h"
 #include "app/CStartSplash.h"
 #include "app/CTarnwickMacPE.h"
 #include "disk/CDestinationDiscovery.h"
@@ -15,6 +16,7 @@
 #include <QApplication>
 #include <QDesktopWidget>
 #include <QFile>
+#include <QScreen>
 
 static const int LOG_SIZE_LIMIT = 0x500000;
 static const int LOG_KEEP_DAYS = 7;
@@ -67,6 +69,13 @@ static void StartLog()
     g_TarnwickLog.WriteEarlyLines();
 }
 
+static void FitWindow(CTarnwickMacPE& window)
+{
+    if (const QScreen* pScreen = QGuiApplication::primaryScreen()) {
+        window.FitScreen(pScreen->availableSize());
+    }
+}
+
 static void CentreWindow(QWidget& window)
 {
     if (const QWidget* pDesktop = QApplication::desktop()) {
@@ -90,12 +99,24 @@ static int RunWindow()
     CDestinationDiscovery::SetWaiter({});
     CProgramEnd::SetWindow(&window);
     StartLog();
+    FitWindow(window);
     CentreWindow(window);
     window.show();
     splash.hide();
     const int nStatus = CProgramEnd::Exec();
     CProgramEnd::Leave(nStatus);
     return nStatus;
+}
+
+/** Before there is an application object, which takes the factors from its environment. */
+static void DropSmallFactors()
+{
+    for (const char* pName : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"}) {
+        if (CSmallScreen::IsBelowOne(qgetenv(pName))) {
+            qWarning("%s is below 1 and not followed; a small screen scrolls", pName);
+            qunsetenv(pName);
+        }
+    }
 }
 
 int CStartUp::Run(int& nArgc, char** ppArgv)
@@ -106,6 +127,7 @@ int CStartUp::Run(int& nArgc, char** ppArgv)
     CMessageRelay::Install();
     // Never deleted: it is asked once, before there is an application to own it.
     auto* pScreenPixel = new CGetScreenPixel;
+    DropSmallFactors();
     ApplyScale(pScreenPixel->GetScreen());
     QApplication application(nArgc, ppArgv);
     CFontFallback::Install();

@@ -1,5 +1,6 @@
 #include "app/CTarnwickMacPE.h"
 
+#include "app/CSmallScreen.h"
 #include "copy/CCopyFileThread.h"
 #include "disk/CDestinationDiscovery.h"
 #include "disk/platform/CVolumeFolder.h"
@@ -142,6 +143,11 @@ void CTarnwickMacPE::SlotStackPageChange()
         m_pUi->m_pStackWidget->setCurrentIndex(PAGE_SELECT);
         m_pUi->m_pSelFilePage->setFocus();
     }
+}
+
+void CTarnwickMacPE::FitScreen(const QSize& sizeScreen)
+{
+    CSmallScreen::Fit(*this, m_pUi->m_pStackWidget, sizeScreen);
 }
 
 bool CTarnwickMacPE::EndCopy(int nWaitMs)

@@ -45,6 +45,9 @@ public:
     /** Connects the window's signals. */
     void InitConnect();
 
+    /** Lets the pages scroll where the screen is smaller than the window; before it is shown. */
+    void FitScreen(const QSize& sizeScreen);
+
     /**
      * Stops a running copy and waits up to nWaitMs for its worker; false when that still
      * runs. No box is opened, but one that is open stays.
