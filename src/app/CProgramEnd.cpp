@@ -8,6 +8,7 @@
 #include "log/CLogTarnwick.h"
 
 #include <QApplication>
+#include <QThread>
 #include <QThreadPool>
 
 #include <atomic>
@@ -19,6 +20,10 @@ static const int COPY_MS = 1000;
 
 // How long it has where there is no page that waits, for its last bytes and its account as well.
 static const int COPY_WITHOUT_PAGE_MS = 3000;
+
+// How long threads that nobody waits for have to end by themselves, and how often that is looked at.
+static const int SLOW_MS = 400;
+static const int LOOK_MS = 10;
 
 // As shells tell of a process that a signal has ended.
 static const int SIGNAL_STATUS = 128;
@@ -102,9 +107,18 @@ void CProgramEnd::Leave(int nStatus)
     s_pWindow = nullptr;
 }
 
+/** A disk that is only slow has let go of its thread after a moment. */
+static bool IsSomethingLeft()
+{
+    for (int nMs = 0; nMs < SLOW_MS && CLeftBehind::Any(); nMs += LOOK_MS) {
+        QThread::msleep(LOOK_MS);
+    }
+    return CLeftBehind::Any();
+}
+
 int CProgramEnd::Finish(int nStatus)
 {
-    if (CLeftBehind::Any()) {
+    if (IsSomethingLeft()) {
         g_TarnwickLog.LogExt(QStringLiteral("something that does not answer is left behind"));
         CEndWatch::EndNow(nStatus);
     }
