@@ -92,7 +92,7 @@ void CCopyFileThread::run()
     }
     CCopyPlatform::SetLeastTimerSlack();
     m_clock.Start();
-    m_pulse.Begin();
+    m_pulse.Begin(m_strDestPath);
     m_report.Reset();
     m_destination = CCopyDestination(m_strDestPath);
     Begin();
@@ -131,6 +131,7 @@ void CCopyFileThread::Begin()
 /** Brings what was copied to the disk, and the report up to it. */
 STCopyEnd CCopyFileThread::Finish()
 {
+    m_pulse.BeginItem(m_strDestPath);
     m_pulse.BeginStep(ENCopyStep::FLUSHING);
     STCopyEnd stEnd;
     stEnd.bStopped = m_enStatus == COPY_STATUS_STOP;

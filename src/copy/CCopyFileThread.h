@@ -56,7 +56,10 @@ public:
      */
     qint64 SinceProgressMs() const;
 
-    /** The item at the source that the copy is at; empty before the first. Any thread. */
+    /**
+     * The item at the source that the copy is at; the folder that is copied into at the
+     * beginning and while it is flushed. Empty before the first copy. Any thread.
+     */
     QString CurrentPath() const;
 
     /** What the copy waits for at the moment. Any thread. */

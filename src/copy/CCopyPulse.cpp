@@ -2,11 +2,11 @@
 
 #include "log/CClock.h"
 
-void CCopyPulse::Begin()
+void CCopyPulse::Begin(const QString& strDest)
 {
     m_nFiles = 0;
     m_nBytes = 0;
-    BeginItem(QString());
+    BeginItem(strDest);
     BeginStep(ENCopyStep::WRITING);
 }
 

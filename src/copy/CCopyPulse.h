@@ -15,13 +15,13 @@
 class CCopyPulse
 {
 public:
-    /** A copy begins. */
-    void Begin();
+    /** A copy into that folder begins. */
+    void Begin(const QString& strDest);
 
     /** The copy has ended. */
     void End();
 
-    /** The copy comes to the item of that path, at the source. */
+    /** The copy comes to the item of that path: one at the source, or the folder that is copied into. */
     void BeginItem(const QString& strPath);
 
     /** What the copy did before has ended, and the next call to the system may take long. */
@@ -36,7 +36,7 @@ public:
     /** Time since the last step ended, in ms; 0 while no copy runs or it is paused. */
     qint64 SinceProgressMs() const;
 
-    /** The item that the copy is at; empty before the first. */
+    /** The item that the copy is at; empty before the first copy. */
     QString Path() const;
 
     /** What the copy waits for. */

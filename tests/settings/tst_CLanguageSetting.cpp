@@ -9,8 +9,8 @@
 
 static const QString PREFERENCES = "/Library/Preferences/.GlobalPreferences.plist";
 
-/** A translation file with one text: "Hello" in the context "C". */
-static QByteArray Translation(const QString& strText)
+/** A translation file with one text, "Hello" in the context "C", and the language that it says, if any. */
+static QByteArray Translation(const QString& strText, const QByteArray& baLanguage = QByteArray())
 {
     QByteArray baUtf16;
     for (const QChar ch : strText) {
@@ -23,7 +23,9 @@ static QByteArray Translation(const QString& strText)
     const QByteArray baMessage = section('\x03', baUtf16) + section('\x08', QByteArray())
         + section('\x06', "Hello") + section('\x07', "C") + '\x01';
     const QByteArray baMagic = QByteArray::fromHex("3cb86418caef9c95cd211cbf60a1bddd");
-    return baMagic + section('\x42', QByteArray::fromHex("004ec32f00000000")) + section('\x69', baMessage);
+    const QByteArray baSaid = baLanguage.isEmpty() ? QByteArray() : section('\xa7', baLanguage);
+    return baMagic + baSaid + section('\x42', QByteArray::fromHex("004ec32f00000000"))
+        + section('\x69', baMessage);
 }
 
 static QString Hello() { return QCoreApplication::translate("C", "Hello"); }
@@ -64,6 +66,7 @@ private slots:
     void fileOfLanguage_data();
     void fileOfLanguage();
     void secondLanguageLiesOnTop();
+    void numbersFollowTheLanguage();
     void fallbackFile_data();
     void fallbackFile();
     void brokenFileTakesNoFallback();
@@ -237,6 +240,20 @@ void tst_CLanguageSetting::secondLanguageLiesOnTop()
     setting.SetLanguage("Klingon");
     QCOMPARE(Hello(), "Hola");
     QCOMPARE(installations.m_nInstalled, 2);
+}
+
+void tst_CLanguageSetting::numbersFollowTheLanguage()
+{
+    WriteFile(m_strFolder + "/TarnwickMacPE_German.qm", Translation("Hallo", "de_DE"));
+    WriteFile(m_strFolder + "/TarnwickMacPE_Spanish.qm", Translation("Hola"));
+    const QLocale old;
+    CLanguageSetting::GetInstance().SetLanguage("German");
+    const QString strGerman = QLocale().toString(1234.5, 'f', 1);
+    CLanguageSetting::GetInstance().SetLanguage("Spanish");
+    const QString strLanguageUnknown = QLocale().toString(1234.5, 'f', 1);
+    QLocale::setDefault(old);
+    QCOMPARE(strGerman, QString("1.234,5"));
+    QCOMPARE(strLanguageUnknown, strGerman);
 }
 
 void tst_CLanguageSetting::fallbackFile_data()
