@@ -130,7 +130,7 @@ QString CCopyText::Reason(const STCopyItem& stItem)
 
 QString CCopyText::Amount(const STCopyItem& stItem)
 {
-    if (stItem.bNote || (stItem.nExpected < 0 && stItem.nCopied <= 0)) {
+    if (stItem.bNote || (stItem.nExpected <= 0 && stItem.nCopied <= 0)) {
         return QString();
     }
     if (stItem.nExpected < 0) {

@@ -94,6 +94,7 @@ void tst_CCopyText::amount_data()
     QTest::newRow("nothing of it") << qint64(0) << qint64(1) << false << "0 bytes of 1 byte";
     QTest::newRow("nobody knows how much") << qint64(5) << qint64(-1) << false << "5 bytes";
     QTest::newRow("nothing known") << qint64(0) << qint64(-1) << false << "";
+    QTest::newRow("nothing, as it is gone") << qint64(0) << qint64(0) << false << "";
     QTest::newRow("whole") << qint64(5) << qint64(5) << true << "";
 }
 
