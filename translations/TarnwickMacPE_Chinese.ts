@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CCopyEndBox</name>
+    <message>
+        <source>Show the list</source>
+        <translation>显示列表</translation>
+    </message>
+</context>
+<context>
     <name>CCopyFileWidget</name>
     <message>
         <source>Remaining Time: %1</source>
@@ -42,6 +49,10 @@
     <message>
         <source>Copy Progress</source>
         <translation>拷贝进度</translation>
+    </message>
+    <message>
+        <source>Everything was on the disk before it was removed.</source>
+        <translation>磁盘移除前，所有内容都已写入磁盘。</translation>
     </message>
 </context>
 <context>
@@ -113,6 +124,33 @@
     <message>
         <source>And %1 more, for which there was no room.</source>
         <translation>另有 %1 项因空间不足未列出。</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyStateLine</name>
+    <message>
+        <source>%1 so far</source>
+        <translation>目前 %1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1，%2</translation>
+    </message>
+    <message>
+        <source>%1 MB/s</source>
+        <translation>%1 MB/秒</translation>
+    </message>
+    <message>
+        <source>The copy is being stopped…</source>
+        <translation>正在停止拷贝…</translation>
+    </message>
+    <message>
+        <source>The last bytes are being written to the disk…</source>
+        <translation>正在将最后的数据写入磁盘…</translation>
+    </message>
+    <message>
+        <source>The disk has not answered for %1 seconds: %2</source>
+        <translation>磁盘已 %1 秒没有响应：%2</translation>
     </message>
 </context>
 <context>
@@ -320,6 +358,37 @@
     <message>
         <source>The destination is now %1</source>
         <translation>目的位置现在是“%1”</translation>
+    </message>
+</context>
+<context>
+    <name>CItemListDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>缩放</translation>
+    </message>
+    <message>
+        <source>Items of this copy that need your attention</source>
+        <translation>此次拷贝中需要您留意的项目</translation>
+    </message>
+    <message>
+        <source>and %1 more, see %2</source>
+        <translation>还有 %1 项，请参阅 %2</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>还有 %1 项</translation>
+    </message>
+    <message>
+        <source>This list is also in %1</source>
+        <translation>此列表也在 %1 中</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_TW" sourcelanguage="en">
 <context>
+    <name>CCopyEndBox</name>
+    <message>
+        <source>Show the list</source>
+        <translation>顯示列表</translation>
+    </message>
+</context>
+<context>
     <name>CCopyFileWidget</name>
     <message>
         <source>Remaining Time: %1</source>
@@ -42,6 +49,10 @@
     <message>
         <source>Copy Progress</source>
         <translation>拷貝進度</translation>
+    </message>
+    <message>
+        <source>Everything was on the disk before it was removed.</source>
+        <translation>磁碟移除前，所有內容都已寫入磁碟。</translation>
     </message>
 </context>
 <context>
@@ -113,6 +124,33 @@
     <message>
         <source>And %1 more, for which there was no room.</source>
         <translation>另有 %1 個項目因空間不足未列出。</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyStateLine</name>
+    <message>
+        <source>%1 so far</source>
+        <translation>目前 %1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1，%2</translation>
+    </message>
+    <message>
+        <source>%1 MB/s</source>
+        <translation>%1 MB/秒</translation>
+    </message>
+    <message>
+        <source>The copy is being stopped…</source>
+        <translation>正在停止拷貝…</translation>
+    </message>
+    <message>
+        <source>The last bytes are being written to the disk…</source>
+        <translation>正在將最後的資料寫入磁碟…</translation>
+    </message>
+    <message>
+        <source>The disk has not answered for %1 seconds: %2</source>
+        <translation>磁碟已 %1 秒沒有回應：%2</translation>
     </message>
 </context>
 <context>
@@ -320,6 +358,37 @@
     <message>
         <source>The destination is now %1</source>
         <translation>目的位置現在是「%1」</translation>
+    </message>
+</context>
+<context>
+    <name>CItemListDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>關閉</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>縮到最小</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>縮放</translation>
+    </message>
+    <message>
+        <source>Items of this copy that need your attention</source>
+        <translation>此次拷貝中需要您留意的項目</translation>
+    </message>
+    <message>
+        <source>and %1 more, see %2</source>
+        <translation>還有 %1 個項目，請參閱 %2</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>還有 %1 個項目</translation>
+    </message>
+    <message>
+        <source>This list is also in %1</source>
+        <translation>此列表也在 %1 中</translation>
     </message>
 </context>
 <context>

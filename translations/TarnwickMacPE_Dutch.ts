@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="nl_NL" sourcelanguage="en">
 <context>
+    <name>CCopyEndBox</name>
+    <message>
+        <source>Show the list</source>
+        <translation>Toon lijst</translation>
+    </message>
+</context>
+<context>
     <name>CCopyFileWidget</name>
     <message>
         <source>Remaining Time: %1</source>
@@ -42,6 +49,10 @@
     <message>
         <source>Copy Progress</source>
         <translation>Voortgang van het kopiëren</translation>
+    </message>
+    <message>
+        <source>Everything was on the disk before it was removed.</source>
+        <translation>Alles stond op de schijf voordat die werd verwijderd.</translation>
     </message>
 </context>
 <context>
@@ -113,6 +124,33 @@
     <message>
         <source>And %1 more, for which there was no room.</source>
         <translation>En nog %1, waarvoor geen ruimte was.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyStateLine</name>
+    <message>
+        <source>%1 so far</source>
+        <translation>Tot nu toe %1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>%1 MB/s</source>
+        <translation>%1 MB/s</translation>
+    </message>
+    <message>
+        <source>The copy is being stopped…</source>
+        <translation>Kopiëren wordt gestopt…</translation>
+    </message>
+    <message>
+        <source>The last bytes are being written to the disk…</source>
+        <translation>De laatste gegevens worden naar de schijf geschreven…</translation>
+    </message>
+    <message>
+        <source>The disk has not answered for %1 seconds: %2</source>
+        <translation>De schijf reageert al %1 seconden niet: %2</translation>
     </message>
 </context>
 <context>
@@ -320,6 +358,37 @@
     <message>
         <source>The destination is now %1</source>
         <translation>De bestemming is nu ‘%1’</translation>
+    </message>
+</context>
+<context>
+    <name>CItemListDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>Sluit</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimaliseer</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Vergroot/verklein</translation>
+    </message>
+    <message>
+        <source>Items of this copy that need your attention</source>
+        <translation>Onderdelen van deze kopie die uw aandacht vragen</translation>
+    </message>
+    <message>
+        <source>and %1 more, see %2</source>
+        <translation>en nog %1, zie %2</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>en nog %1</translation>
+    </message>
+    <message>
+        <source>This list is also in %1</source>
+        <translation>Deze lijst staat ook in %1</translation>
     </message>
 </context>
 <context>

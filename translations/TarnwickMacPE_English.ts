@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
+    <name>CCopyEndBox</name>
+    <message>
+        <source>Show the list</source>
+        <translation>Show the list</translation>
+    </message>
+</context>
+<context>
     <name>CCopyFileWidget</name>
     <message>
         <source>Remaining Time: %1</source>
@@ -42,6 +49,10 @@
     <message>
         <source>Copy Progress</source>
         <translation>Copy Progress</translation>
+    </message>
+    <message>
+        <source>Everything was on the disk before it was removed.</source>
+        <translation>Everything was on the disk before it was removed.</translation>
     </message>
 </context>
 <context>
@@ -113,6 +124,33 @@
     <message>
         <source>And %1 more, for which there was no room.</source>
         <translation>And %1 more, for which there was no room.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyStateLine</name>
+    <message>
+        <source>%1 so far</source>
+        <translation>%1 so far</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>%1 MB/s</source>
+        <translation>%1 MB/s</translation>
+    </message>
+    <message>
+        <source>The copy is being stopped…</source>
+        <translation>The copy is being stopped…</translation>
+    </message>
+    <message>
+        <source>The last bytes are being written to the disk…</source>
+        <translation>The last bytes are being written to the disk…</translation>
+    </message>
+    <message>
+        <source>The disk has not answered for %1 seconds: %2</source>
+        <translation>The disk has not answered for %1 seconds: %2</translation>
     </message>
 </context>
 <context>
@@ -320,6 +358,37 @@
     <message>
         <source>The destination is now %1</source>
         <translation>The destination is now %1</translation>
+    </message>
+</context>
+<context>
+    <name>CItemListDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Items of this copy that need your attention</source>
+        <translation>Items of this copy that need your attention</translation>
+    </message>
+    <message>
+        <source>and %1 more, see %2</source>
+        <translation>and %1 more, see %2</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>and %1 more</translation>
+    </message>
+    <message>
+        <source>This list is also in %1</source>
+        <translation>This list is also in %1</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr_FR" sourcelanguage="en">
 <context>
+    <name>CCopyEndBox</name>
+    <message>
+        <source>Show the list</source>
+        <translation>Afficher la liste</translation>
+    </message>
+</context>
+<context>
     <name>CCopyFileWidget</name>
     <message>
         <source>Remaining Time: %1</source>
@@ -42,6 +49,10 @@
     <message>
         <source>Copy Progress</source>
         <translation>Progression de la copie</translation>
+    </message>
+    <message>
+        <source>Everything was on the disk before it was removed.</source>
+        <translation>Tout était sur le disque avant son retrait.</translation>
     </message>
 </context>
 <context>
@@ -113,6 +124,33 @@
     <message>
         <source>And %1 more, for which there was no room.</source>
         <translation>Et %1 de plus, pour lesquels il n’y avait pas de place.</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyStateLine</name>
+    <message>
+        <source>%1 so far</source>
+        <translation>%1 jusqu’à présent</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>%1 MB/s</source>
+        <translation>%1&#xa0;Mo/s</translation>
+    </message>
+    <message>
+        <source>The copy is being stopped…</source>
+        <translation>Arrêt de la copie…</translation>
+    </message>
+    <message>
+        <source>The last bytes are being written to the disk…</source>
+        <translation>Écriture des dernières données sur le disque…</translation>
+    </message>
+    <message>
+        <source>The disk has not answered for %1 seconds: %2</source>
+        <translation>Le disque ne répond pas depuis %1 secondes&#xa0;: %2</translation>
     </message>
 </context>
 <context>
@@ -320,6 +358,37 @@
     <message>
         <source>The destination is now %1</source>
         <translation>La destination est désormais «&#xa0;%1&#xa0;»</translation>
+    </message>
+</context>
+<context>
+    <name>CItemListDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Réduire</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Réduire/agrandir</translation>
+    </message>
+    <message>
+        <source>Items of this copy that need your attention</source>
+        <translation>Éléments de cette copie à vérifier</translation>
+    </message>
+    <message>
+        <source>and %1 more, see %2</source>
+        <translation>et %1 autres, voir %2</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>et %1 autres</translation>
+    </message>
+    <message>
+        <source>This list is also in %1</source>
+        <translation>Cette liste se trouve aussi dans %1</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP" sourcelanguage="en">
 <context>
+    <name>CCopyEndBox</name>
+    <message>
+        <source>Show the list</source>
+        <translation>リストを表示</translation>
+    </message>
+</context>
+<context>
     <name>CCopyFileWidget</name>
     <message>
         <source>Remaining Time: %1</source>
@@ -42,6 +49,10 @@
     <message>
         <source>Copy Progress</source>
         <translation>コピーの進行状況</translation>
+    </message>
+    <message>
+        <source>Everything was on the disk before it was removed.</source>
+        <translation>取り外される前に、すべてディスクに書き込まれていました。</translation>
     </message>
 </context>
 <context>
@@ -113,6 +124,33 @@
     <message>
         <source>And %1 more, for which there was no room.</source>
         <translation>ほかに %1 項目ありますが、空きがなく記載できませんでした。</translation>
+    </message>
+</context>
+<context>
+    <name>CCopyStateLine</name>
+    <message>
+        <source>%1 so far</source>
+        <translation>これまでに%1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1、%2</translation>
+    </message>
+    <message>
+        <source>%1 MB/s</source>
+        <translation>%1 MB/秒</translation>
+    </message>
+    <message>
+        <source>The copy is being stopped…</source>
+        <translation>コピーを中止しています…</translation>
+    </message>
+    <message>
+        <source>The last bytes are being written to the disk…</source>
+        <translation>最後のデータをディスクに書き込んでいます…</translation>
+    </message>
+    <message>
+        <source>The disk has not answered for %1 seconds: %2</source>
+        <translation>ディスクが%1秒間応答していません: %2</translation>
     </message>
 </context>
 <context>
@@ -320,6 +358,37 @@
     <message>
         <source>The destination is now %1</source>
         <translation>コピー先は“%1”になりました</translation>
+    </message>
+</context>
+<context>
+    <name>CItemListDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>しまう</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>拡大／縮小</translation>
+    </message>
+    <message>
+        <source>Items of this copy that need your attention</source>
+        <translation>このコピーで確認が必要な項目</translation>
+    </message>
+    <message>
+        <source>and %1 more, see %2</source>
+        <translation>ほか%1項目（%2を参照）</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>ほか%1項目</translation>
+    </message>
+    <message>
+        <source>This list is also in %1</source>
+        <translation>このリストは%1にもあります</translation>
     </message>
 </context>
 <context>

@@ -54,7 +54,7 @@ QString CCopyStateLine::FiguresText() const
     const double dSpeed
         = double(stLast.nBytes - stFirst.nBytes) / BYTES_A_MEGABYTE * 1000 / double(stLast.nMs - stFirst.nMs);
     const QString strSpeed = QLocale().toString(dSpeed, 'f', dSpeed < EXACT_BELOW ? 1 : 0);
-    return tr("%1, %2 MB/s").arg(CCopyText::Files(m_stSample.nFiles), strSpeed);
+    return tr("%1, %2").arg(CCopyText::Files(m_stSample.nFiles), tr("%1 MB/s").arg(strSpeed));
 }
 
 QString CCopyStateLine::Text() const

@@ -20,6 +20,7 @@ static const int EDGE = 5; // kept free for the shadow
 static const int TITLE_HEIGHT = 35;
 static const QSize TITLE_BUTTON(12, 12);
 static const QSize BUTTON(120, 32);
+static const int LINE_HEIGHT = 20; // for letters that are higher than those of the first face, too
 static const int MARGIN = 24;
 static const int SPACING = 12;
 
@@ -70,6 +71,7 @@ QWidget* CItemListDialog::MakeBody(const STCopyAccount& stAccount)
 
     auto* pHead = new QLabel(tr("Items of this copy that need your attention"), pBody);
     pHead->setObjectName(QStringLiteral("label_title"));
+    pHead->setMinimumHeight(LINE_HEIGHT);
     pHead->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_14_BOLD));
     pHead->setTextFormat(Qt::PlainText);
     setAccessibleName(pHead->text());
@@ -90,6 +92,7 @@ QWidget* CItemListDialog::MakeBody(const STCopyAccount& stAccount)
     pFooter->setObjectName(QStringLiteral("m_pFooterLab"));
     pFooter->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
     pFooter->setStyleSheet(CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_72));
+    pFooter->setMinimumHeight(LINE_HEIGHT);
     pFooter->setText(Footer(stAccount));
     pFooter->setVisible(!pFooter->text().isEmpty());
     pLayout->addWidget(pFooter);

@@ -3,9 +3,12 @@
 #include "copy/CCopyReportText.h"
 #include "copy/CCopyText.h"
 #include "disk/CDestinationDiscovery.h"
+#include "kit/CLinkButton.h"
 #include "kit/KvMessageBox.h"
+#include "pages/CCopyEndBox.h"
 #include "pages/CCopyFileWidget.h"
 #include "pages/CElidedLabel.h"
+#include "pages/CItemListDialog.h"
 #include "pages/CNoticeLine.h"
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileWidget.h"
@@ -45,6 +48,9 @@ static const char DETAIL[] = "detail"; ///< below the message of a box
 static const char SUMMARY[] = "summary"; ///< what has become of a copy: in a box and in the line of notices
 static const char ROW[] = "row"; ///< in a row of the list of items, which is elided where it is too long
 static const char REPORT[] = "report"; ///< in the report beside the copy
+static const char REMOVED[] = "removed"; ///< below the message of a removal
+static const char STATE[] = "state"; ///< in the line of the copy page that says how the copy goes
+static const char ITEMS[] = "items"; ///< above or below the list of items
 static const char SPOKEN[] = "spoken"; ///< what a screen reader says of a part without a text
 static const char UNSEEN[] = "unseen"; ///< replaced before it is seen, or a name of a window
 
@@ -55,6 +61,7 @@ static const struct
     const char* pSource;
     const char* pPlace;
 } PLACES[] = {
+    {"CCopyEndBox", "Show the list", LINK},
     {"CCopyFileWidget", "Remaining Time: %1", LABEL},
     {"CCopyFileWidget", "Cancel", BUTTON},
     {"CCopyFileWidget", "Calculating...", LABEL},
@@ -141,7 +148,21 @@ static const struct
     {"CCopyText", "The list could not be saved on the disk.", SUMMARY},
     {"CCopyText", "There was not enough memory.", ROW},
     {"CCopyText", "Too large for the file system of this disk.", ROW},
+    {"CCopyFileWidget", "Everything was on the disk before it was removed.", REMOVED},
+    {"CCopyStateLine", "%1 so far", STATE},
+    {"CCopyStateLine", "%1, %2", STATE},
+    {"CCopyStateLine", "%1 MB/s", STATE},
+    {"CCopyStateLine", "The copy is being stopped…", STATE},
+    {"CCopyStateLine", "The last bytes are being written to the disk…", STATE},
+    {"CCopyStateLine", "The disk has not answered for %1 seconds: %2", STATE},
     {"CDestinationPanel", "The destination is now %1", NOTICE},
+    {"CItemListDialog", "Close", BUTTON},
+    {"CItemListDialog", "Minimize", SPOKEN},
+    {"CItemListDialog", "Zoom", SPOKEN},
+    {"CItemListDialog", "Items of this copy that need your attention", ITEMS},
+    {"CItemListDialog", "and %1 more, see %2", ITEMS},
+    {"CItemListDialog", "and %1 more", ITEMS},
+    {"CItemListDialog", "This list is also in %1", ITEMS},
     {"CLastCopyNotice", "Show the list", LINK},
     {"CNoticeLine", "%1 does not answer.", NOTICE},
     {"CNoticeLine", "%1: %2", NOTICE},
@@ -205,8 +226,10 @@ static bool Fits(const QPushButton* pButton)
     option.initFrom(pButton);
     const QRect rect = pButton->style()->subElementRect(QStyle::SE_PushButtonContents, &option, pButton);
     const QFontMetrics metrics = pButton->fontMetrics();
-    return metrics.horizontalAdvance(pButton->text()) <= rect.width() - FOCUS_BORDERS
-        && metrics.height() <= rect.height() - FOCUS_BORDERS;
+    // A link has the border of the focus at all times.
+    const int nBorders = qobject_cast<const CLinkButton*>(pButton) ? 0 : FOCUS_BORDERS;
+    return metrics.horizontalAdvance(pButton->text()) <= rect.width() - nBorders
+        && metrics.height() <= rect.height() - nBorders;
 }
 
 /**
@@ -290,6 +313,10 @@ private slots:
     void everyTextHasAPlace();
     void selectionPage();
     void copyPage();
+    void copyState();
+    void endBox();
+    void removalOfAWholeCopy();
+    void itemList();
     void waitingDialog();
     void noticeLine();
     void startSplash();
@@ -383,6 +410,85 @@ void tst_TranslationsFit::copyPage()
     Save(&page, "copy");
     page.SlotCopyRemainTime(86399);
     QCOMPARE(Measured(&page), QString("3 texts"));
+}
+
+void tst_TranslationsFit::copyState()
+{
+    CCopyFileWidget page(nullptr);
+    page.resize(PAGE_SIZE);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    page.SlotGetCopyInfo("a", 42);
+    auto* pState = page.findChild<CElidedLabel*>("m_pStateLab");
+    int nStates = 0;
+    for (const auto& place : PLACES) {
+        if (place.pPlace != STATE) {
+            continue;
+        }
+        QString strText = Translated(place.pContext, place.pSource);
+        const QString strFirst = strText.contains("%2") ? "9999" : CCopyText::Files(9999999);
+        strText.replace("%1", strFirst).replace("%2", "/Volumes/Macintosh HD/Users/anna/IMG_0001.jpg");
+        pState->setText(strText);
+        QCOMPARE(Measured(&page), QString("4 texts"));
+        Save(&page, QString("state%1").arg(++nStates));
+    }
+    QCOMPARE(nStates, 6);
+}
+
+// The longest of all: it has a list, too, that could not be saved.
+void tst_TranslationsFit::endBox()
+{
+    STCopyAccount stAccount;
+    stAccount.nFiles = 9999999;
+    stAccount.nBytes = 999990000000;
+    stAccount.nProblems = 999999;
+    stAccount.bReportMissing = true;
+    stAccount.listItem.resize(1);
+    stAccount.listItem[0].enProblem = ENCopyProblem::SOURCE_READ;
+    for (const bool bStopped : {false, true}) {
+        for (const ENCopyFlush enFlush : {ENCopyFlush::DONE, ENCopyFlush::FAILED}) {
+            stAccount.bStopped = bStopped;
+            stAccount.enFlush = enFlush;
+            CCopyEndBox box(nullptr);
+            box.SetAccount(stAccount);
+            box.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&box));
+            QCOMPARE(Measured(&box), QString("4 texts"));
+            Save(&box, QString("end%1%2").arg(bStopped).arg(int(enFlush)));
+        }
+    }
+}
+
+void tst_TranslationsFit::removalOfAWholeCopy()
+{
+    KvMessageBox box(Translated("CCopyFileWidget",
+                                "The destination storage device has been removed! Please check and connect "
+                                "the storage device then try again."),
+                     Style_Ok, nullptr);
+    box.SetDetail(Translated("CCopyFileWidget", "Everything was on the disk before it was removed."),
+                  ENDetail::GOOD);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    QCOMPARE(Measured(&box), QString("3 texts"));
+    Save(&box, "removed-whole");
+}
+
+void tst_TranslationsFit::itemList()
+{
+    STCopyAccount stAccount;
+    stAccount.listItem.resize(1);
+    for (const char* pReport : {"/Volumes/STICK/Tarnwick 2026-09-30 at 23.59.59.txt", ""}) {
+        stAccount.strReport = pReport;
+        for (const qint64 nProblems : {1, 9999999}) {
+            stAccount.nProblems = nProblems;
+            CItemListDialog dialog(stAccount);
+            dialog.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+            const bool bFooter = nProblems > 1 || !stAccount.strReport.isEmpty();
+            QCOMPARE(Measured(&dialog), QString(bFooter ? "3 texts" : "2 texts"));
+            Save(&dialog, "items");
+        }
+    }
 }
 
 void tst_TranslationsFit::waitingDialog()
