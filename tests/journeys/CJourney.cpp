@@ -65,6 +65,13 @@ bool CJourney::IsRunning() const { return m_process.state() != QProcess::NotRunn
 
 bool CJourney::WaitForEnd(int nMs) { return !IsRunning() || m_process.waitForFinished(nMs); }
 
+bool CJourney::HasEnded() const
+{
+    // "PID (NAME) STATE …": a leader that is a zombie has left its threads behind.
+    QFile file(QString("/proc/%1/stat").arg(m_process.processId()));
+    return !IsRunning() || !file.open(QIODevice::ReadOnly) || file.readAll().contains(") Z ");
+}
+
 int CJourney::ExitCode() const
 {
     return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
@@ -81,8 +88,13 @@ QJsonObject CJourney::Ask(const QJsonObject& objQuestion, int nMs)
     QElapsedTimer timer;
     timer.start();
     m_socket.write(QJsonDocument(objQuestion).toJson(QJsonDocument::Compact) + '\n');
-    const bool bAnswered = WaitFor(
-        [this] { return m_socket.canReadLine() || m_socket.state() != QLocalSocket::ConnectedState; }, nMs);
+    const auto fnIsOver = [this] {
+        return m_socket.canReadLine() || m_socket.state() != QLocalSocket::ConnectedState || HasEnded();
+    };
+    const bool bAnswered = WaitFor(fnIsOver, nMs);
+    if (HasEnded()) {
+        return {};
+    }
     m_nLongestAnswerMs = qMax(m_nLongestAnswerMs, timer.elapsed());
     if (!bAnswered) {
         return {};
@@ -216,7 +228,7 @@ bool CJourney::AnswerBox(const QString& strText, const QString& strButton, int n
         return false;
     }
     Click(objButton);
-    return WaitFor([&] { return !IsRunning() || Modal().value("text").toString() != strText; });
+    return WaitFor([&] { return HasEnded() || Modal().value("text").toString() != strText; });
 }
 
 bool CJourney::WaitFor(const std::function<bool()>& fnDone, int nMs) { return QTest::qWaitFor(fnDone, nMs); }

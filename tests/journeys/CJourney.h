@@ -42,6 +42,12 @@ public:
     /** Waits up to nMs for a visible widget of a program that was launched; false when it does not come. */
     bool WaitForWidget(const QString& strName, int nMs = 20000);
 
+    /**
+     * Whether the program has ended, or has done all that a program can: one of its
+     * threads may be held by the kernel until a disk answers.
+     */
+    bool HasEnded() const;
+
     /** Exit status of the ended program; -1 when it crashed. */
     int ExitCode() const;
 

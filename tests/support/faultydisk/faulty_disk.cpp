@@ -245,6 +245,8 @@ static void* Init(fuse_conn_info*, fuse_config* pConfig)
     pConfig->attr_timeout = 0;
     pConfig->negative_timeout = 0;
     pConfig->use_ino = 1;
+    // A file that is open is removed at once, without being renamed before.
+    pConfig->hard_remove = 1;
     return nullptr;
 }
 
