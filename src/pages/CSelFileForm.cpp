@@ -64,7 +64,6 @@ void CSelFileForm::InitAccess()
     // The picture of the disk says what the name above it says.
     CDecorationAccess::Mark({m_pLine1Lab, m_pLine2Lab, m_pUSBPicLab});
     QWidget::setTabOrder(RefreshLab, m_pNoticeLine->TabStop());
-    QWidget::setTabOrder(m_pNoticeLine->TabStop(), m_pCopyBtn);
 }
 
 void CSelFileForm::ShowTicked(bool bTicked)

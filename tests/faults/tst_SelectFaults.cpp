@@ -69,7 +69,7 @@ private:
     QString Notice() const { return m_pPage->findChild<CNoticeLine*>()->Text(); }
     QString Space() const { return Label("bottomLab")->text(); }
 
-    CGate m_gate;
+    std::shared_ptr<CGate> m_pGate; // of the call that hangs
     std::atomic<bool> m_bHangs{false};
     std::atomic<bool> m_bHangsHere{false};
 };
@@ -77,11 +77,12 @@ private:
 /** The next such call does not return before LetGo. */
 void tst_SelectFaults::Hang(ENCall enCall, const QString& strEnd, int nGood)
 {
-    const auto fnHang = [this] {
+    m_pGate = std::make_shared<CGate>();
+    const auto fnHang = [this, pGate = m_pGate] {
         m_bHangsHere = QThread::currentThread() == qApp->thread();
         m_bHangs = true;
         if (!m_bHangsHere) {
-            m_gate.Pass(GATE_MS);
+            pGate->Pass(GATE_MS);
         }
     };
     CFailingCalls::Watch(enCall, strEnd, fnHang, nGood);
@@ -90,13 +91,16 @@ void tst_SelectFaults::Hang(ENCall enCall, const QString& strEnd, int nGood)
 /** Lets the disk answer, and waits until nobody is with it any more. */
 void tst_SelectFaults::LetGo()
 {
-    m_gate.Open();
+    m_pGate->Open();
     QTRY_VERIFY(!CLeftBehind::Any());
 }
 
 void tst_SelectFaults::cleanup()
 {
     QVERIFY2(!m_bHangsHere, "the window itself waits for the disk");
+    if (m_pGate) {
+        m_pGate->Open();
+    }
     m_bHangs = false;
     CSelectionCount::SetPatience(std::chrono::seconds(20), std::chrono::seconds(60));
     CPageBed::cleanup();
@@ -251,11 +255,19 @@ void tst_SelectFaults::diskInThePlaceOfOneThatHangs()
 void tst_SelectFaults::hangingDiskHoldsOneThread()
 {
     MakePage({"STICK"});
+    QVERIFY(Tick());
     Hang(ENCall::SPACE, "/Volumes/STICK");
+    m_pPage->OnRefreshUSB();
+    QVERIFY(m_bHangs);
+    QElapsedTimer timer;
+    timer.start();
     for (int n = 0; n < 20; ++n) {
         m_pPage->OnRefreshUSB();
     }
-    QVERIFY(m_bHangs);
+    // It has been waited for once; 20 times more would be 6 seconds.
+    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+    m_pPage->SlotCopyBtnClick();
+    QCOMPARE(Notice(), "STICK does not answer.");
     QCOMPARE(CFailingCalls::Calls(), 1);
     LetGo();
     QTRY_VERIFY(!Space().isEmpty());
@@ -345,7 +357,7 @@ void tst_SelectFaults::countThatHangsIsGivenUp()
     QVERIFY(Tree()->model());
     QVERIFY(CopyBtn()->isEnabled());
     QVERIFY(Shows(Label("m_pCopyLab"), ":/res/Label/allow.png"));
-    m_gate.Open();
+    m_pGate->Open();
     QTRY_VERIFY(!CLeftBehind::Any());
     CFailingCalls::Reset();
     QTest::mouseClick(CopyBtn(), Qt::LeftButton);
@@ -363,7 +375,7 @@ void tst_SelectFaults::countThatIsSlowGoesOn()
     CSelectionCount::SetPatience(std::chrono::milliseconds(1), std::chrono::seconds(60));
     QTest::mouseClick(CopyBtn(), Qt::LeftButton);
     QTRY_COMPARE(Notice(), "Macintosh HD does not answer.");
-    m_gate.Open();
+    m_pGate->Open();
     QTRY_COMPARE(spyCopy.count(), 1);
     QCOMPARE(m_pPage->GetTotalSize(), qint64(1500));
     QCOMPARE(Notice(), QString());

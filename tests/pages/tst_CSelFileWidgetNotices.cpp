@@ -289,9 +289,6 @@ void tst_CSelFileWidgetNotices::refusedForWantOfSpaceTellsHowMuch()
     const QString strFree
         = CCopyText::Bytes(QStorageInfo("/Volumes/STICK").bytesAvailable() - 8 * 1024 * 1024);
     WriteFile(Stick("STICK").Path("used"), QByteArray(8 * 1024 * 1024, 'x'));
-    if (bGone) {
-        Stick("STICK").Pull();
-    }
     QString strDetail = "no detail";
     CModalAnswerer answerer("OK");
     answerer.Meanwhile([&strDetail] {
@@ -299,6 +296,9 @@ void tst_CSelFileWidgetNotices::refusedForWantOfSpaceTellsHowMuch()
         strDetail = pDetail->isVisible() ? pDetail->text() : QString();
     });
     QTest::mouseClick(CopyBtn(), Qt::LeftButton);
+    if (bGone) {
+        Stick("STICK").Pull(); // while it counts
+    }
     QTRY_VERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_NO_SPACE);
     QCOMPARE(strDetail, bGone ? QString() : QString("3.15 MB are needed, %1 are free.").arg(strFree));
