@@ -27,6 +27,7 @@ private slots:
     void eventsDuringARescan_data();
     void eventsDuringARescan();
     void twoRescansListOnce();
+    void manyRescansHoldFewThreads();
     void rescanHereReplacesOneThatHangs();
     void pageGoesWhileTheCommandHangs();
 
@@ -222,6 +223,21 @@ void tst_CSelFileWidgetDisks::twoRescansListOnce()
     QCOMPARE(Refresh()->movie()->currentFrameNumber(), 0);
     QCOMPARE(Listed(), QStringList{"STICK"});
     QVERIFY(CopyBtn()->isEnabled());
+}
+
+// Each may come upon a disk that holds its thread for ever.
+void tst_CSelFileWidgetDisks::manyRescansHoldFewThreads()
+{
+    MakePage({"STICK"});
+    QSignalSpy spyEnd(m_pPage, &CSelFileWidget::SignalStopMovie);
+    for (int n = 0; n < 20; ++n) {
+        emit Refresh()->SignalLabelClicked();
+    }
+    QTRY_COMPARE(Refresh()->movie()->state(), QMovie::NotRunning);
+    QCOMPARE(spyEnd.count(), 4);
+    QCOMPARE(Listed(), QStringList{"STICK"});
+    emit Refresh()->SignalLabelClicked();
+    QTRY_COMPARE(spyEnd.count(), 5);
 }
 
 void tst_CSelFileWidgetDisks::rescanHereReplacesOneThatHangs()
