@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>不允许读取此文件夹，其中的内容都不会被拷贝。</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>无法读取此文件夹：%1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>只能读取此文件夹的一部分：%1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>此链接指回包含它自身的文件夹。</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>磁盘没有响应。一旦响应，此文件夹的内容就会显示。</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>磁盘报告错误。</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>它已不存在。</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

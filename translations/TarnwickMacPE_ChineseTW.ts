@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>不允許讀取此檔案夾，其中的內容都不會被拷貝。</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>無法讀取此檔案夾：%1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>只能讀取此檔案夾的一部分：%1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>此連結指回包含它自身的檔案夾。</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>磁碟沒有回應。一旦回應，此檔案夾的內容就會顯示。</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>磁碟回報錯誤。</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>它已不存在。</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>Deze map mag niet worden gelezen, er wordt niets uit gekopieerd.</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>Deze map kan niet worden gelezen: %1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>Slechts een deel van deze map kan worden gelezen: %1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>Deze link leidt terug naar een map waar hij zelf in ligt.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>De schijf reageert niet. De inhoud van deze map verschijnt zodra ze reageert.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>De schijf meldt een fout.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Het is er niet meer.</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>This folder may not be read, nothing of it is copied.</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>This folder cannot be read: %1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>Only a part of this folder can be read: %1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>This link leads back to a folder that it lies in.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>The disk does not answer. What is in this folder appears as soon as it does.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>The disk reports an error.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>It is not there any more.</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

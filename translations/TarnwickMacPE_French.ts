@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>La lecture de ce dossier n’est pas autorisée, rien de son contenu n’est copié.</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>Ce dossier ne peut pas être lu : %1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>Seule une partie de ce dossier peut être lue : %1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>Ce lien renvoie à un dossier qui le contient.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>Le disque ne répond pas. Le contenu de ce dossier apparaîtra dès qu’il répondra.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>Le disque signale une erreur.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Il n’est plus là.</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

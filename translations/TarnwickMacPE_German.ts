@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>Dieser Ordner darf nicht gelesen werden, daraus wird nichts kopiert.</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>Dieser Ordner kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>Dieser Ordner kann nur zum Teil gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>Dieser Link führt zurück zu einem Ordner, in dem er selbst liegt.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>Das Laufwerk antwortet nicht. Der Inhalt dieses Ordners erscheint, sobald es antwortet.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>Das Laufwerk meldet einen Fehler.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Es ist nicht mehr vorhanden.</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>La lettura di questa cartella non è consentita, nulla del suo contenuto viene copiato.</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>Impossibile leggere questa cartella: %1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>È possibile leggere solo una parte di questa cartella: %1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>Questo link riporta a una cartella che lo contiene.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>Il disco non risponde. Il contenuto di questa cartella apparirà non appena risponderà.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>Il disco segnala un errore.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Non c’è più.</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

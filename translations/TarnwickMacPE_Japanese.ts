@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>このフォルダは読み込みが許可されていないため、中の項目はコピーされません。</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>このフォルダを読み込めません: %1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>このフォルダは一部しか読み込めません: %1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>このリンクは、リンク自体が入っているフォルダに戻ります。</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>ディスクが応答しません。応答があると、このフォルダの内容が表示されます。</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>ディスクがエラーを返しました。</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>もう存在しません。</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>A leitura desta pasta não é permitida; nada do seu conteúdo é copiado.</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>Não é possível ler esta pasta: %1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>Só é possível ler uma parte desta pasta: %1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>Este link leva de volta a uma pasta que o contém.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>O disco não responde. O conteúdo desta pasta aparecerá assim que ele responder.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>O disco informa um erro.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Não está mais lá.</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

@@ -361,6 +361,37 @@
     </message>
 </context>
 <context>
+    <name>CFolderTrouble</name>
+    <message>
+        <source>This folder may not be read, nothing of it is copied.</source>
+        <translation>No se permite leer esta carpeta; no se copia nada de ella.</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %1</source>
+        <translation>No se puede leer esta carpeta: %1</translation>
+    </message>
+    <message>
+        <source>Only a part of this folder can be read: %1</source>
+        <translation>Solo se puede leer una parte de esta carpeta: %1</translation>
+    </message>
+    <message>
+        <source>This link leads back to a folder that it lies in.</source>
+        <translation>Este enlace conduce de vuelta a una carpeta que lo contiene.</translation>
+    </message>
+    <message>
+        <source>The disk does not answer. What is in this folder appears as soon as it does.</source>
+        <translation>El disco no responde. El contenido de esta carpeta aparecerá en cuanto responda.</translation>
+    </message>
+    <message>
+        <source>The disk reports an error.</source>
+        <translation>El disco comunica un error.</translation>
+    </message>
+    <message>
+        <source>It is not there any more.</source>
+        <translation>Ya no está ahí.</translation>
+    </message>
+</context>
+<context>
     <name>CItemListDialog</name>
     <message>
         <source>Close</source>

@@ -13,12 +13,25 @@ CFileRowAccess::CFileRowAccess(CFileTreeView* pView, const QModelIndex& index)
     : m_pView(pView)
     , m_index(index)
     , m_nTick(Tick())
+    , m_enTrouble(Trouble())
 {
 }
 
 QModelIndex CFileRowAccess::Index() const { return m_index; }
 
 int CFileRowAccess::Tick() const { return m_index.data(Qt::CheckStateRole).toInt(); }
+
+ENFolderTrouble CFileRowAccess::Trouble() const
+{
+    return CFolderTrouble::Of(*CDirModel::GetInstence()->nodeFromIndex(m_index));
+}
+
+bool CFileRowAccess::NoteTrouble()
+{
+    const ENFolderTrouble enBefore = m_enTrouble;
+    m_enTrouble = Trouble();
+    return m_enTrouble != enBefore;
+}
 
 bool CFileRowAccess::NoteTick()
 {

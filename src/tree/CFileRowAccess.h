@@ -5,6 +5,7 @@
 #include <QPointer>
 
 class CFileTreeView;
+enum class ENFolderTrouble;
 
 /**
  * What a screen reader hears of one row of the source tree: its name, its path,
@@ -21,6 +22,9 @@ public:
 
     /** The row; invalid once its entry has gone. */
     QModelIndex Index() const;
+
+    /** Notes what is wrong with its folder; true when it is something else than before. Only while valid. */
+    bool NoteTrouble();
 
     /** Notes the row's tick; true when it is another than the one noted before. Only while valid. */
     bool NoteTick();
@@ -52,8 +56,10 @@ public:
 
 private:
     int Tick() const;
+    ENFolderTrouble Trouble() const;
 
     QPointer<CFileTreeView> m_pView;
     QPersistentModelIndex m_index;
     int m_nTick; // as it was noted last
+    ENFolderTrouble m_enTrouble; // the same
 };

@@ -196,6 +196,9 @@ void CFileTreeAccess::TellTicks()
 void CFileTreeAccess::TellTick(const QModelIndex& index) const
 {
     CFileRowAccess* pRow = Known(index);
+    if (pRow && pRow->NoteTrouble()) {
+        Tell(pRow, QAccessible::DescriptionChanged);
+    }
     if (pRow && pRow->NoteTick()) {
         QAccessible::State changed;
         changed.checked = true;

@@ -8,11 +8,11 @@
 #include <cerrno>
 
 // Of the icon's side; it hangs over by the halo.
-static const qreal BADGE_PART = 0.625;
+static const qreal BADGE_PART = 0.6875;
 static const qreal HALO_WIDTH = 2.0;
 
 static const QRgb LOCK_COLOUR = qRgb(0x48, 0x48, 0x48);
-static const QRgb WARNING_COLOUR = qRgb(0xe0, 0x5a, 0x00);
+static const QRgb WARNING_COLOUR = qRgb(0xd6, 0x33, 0x16);
 static const QRgb WAIT_COLOUR = qRgb(0x6b, 0x6b, 0x6b);
 
 ENFolderTrouble CFolderTrouble::Of(const CDirNode& node)

@@ -26,11 +26,15 @@
 #include <QRawFont>
 #include <QStyleOptionButton>
 #include <QTextLayout>
+#include <QToolTip>
 #include <QTranslator>
 #include <QtTest>
 
 // What a page has of the main window, in pixels.
 static const QSize PAGE_SIZE(1120, 649);
+
+// What a tool tip may take of the narrowest window.
+static const int TIP_WIDTH = 300;
 
 // The border that a button with the keyboard's focus has on either side, in pixels.
 static const int FOCUS_BORDERS = 4;
@@ -51,6 +55,7 @@ static const char REPORT[] = "report"; ///< in the report beside the copy
 static const char REMOVED[] = "removed"; ///< below the message of a removal
 static const char STATE[] = "state"; ///< in the line of the copy page that says how the copy goes
 static const char ITEMS[] = "items"; ///< above or below the list of items
+static const char TIP[] = "tip"; ///< in a tool tip
 static const char SPOKEN[] = "spoken"; ///< what a screen reader says of a part without a text
 static const char UNSEEN[] = "unseen"; ///< replaced before it is seen, or a name of a window
 
@@ -163,6 +168,13 @@ static const struct
     {"CItemListDialog", "and %1 more, see %2", ITEMS},
     {"CItemListDialog", "and %1 more", ITEMS},
     {"CItemListDialog", "This list is also in %1", ITEMS},
+    {"CFolderTrouble", "This folder may not be read, nothing of it is copied.", TIP},
+    {"CFolderTrouble", "This folder cannot be read: %1", TIP},
+    {"CFolderTrouble", "Only a part of this folder can be read: %1", TIP},
+    {"CFolderTrouble", "This link leads back to a folder that it lies in.", TIP},
+    {"CFolderTrouble", "The disk does not answer. What is in this folder appears as soon as it does.", TIP},
+    {"CFolderTrouble", "The disk reports an error.", TIP},
+    {"CFolderTrouble", "It is not there any more.", TIP},
     {"CLastCopyNotice", "Show the list", LINK},
     {"CNoticeLine", "%1 does not answer.", NOTICE},
     {"CNoticeLine", "%1: %2", NOTICE},
@@ -322,6 +334,7 @@ private slots:
     void startSplash();
     void copySummaries();
     void headsOfTheReport();
+    void toolTips();
     void messageBoxes();
     void boxDetails();
     void everyLetterHasAFace();
@@ -504,6 +517,25 @@ void tst_TranslationsFit::waitingDialog()
         QCOMPARE(Measured(&dialog), QString("1 texts"));
         Save(&dialog, "wait");
     }
+}
+
+void tst_TranslationsFit::toolTips()
+{
+    int nTips = 0;
+    for (const auto& place : PLACES) {
+        if (place.pPlace != TIP) {
+            continue;
+        }
+        // A tip breaks its lines. It lies below the pointer, and what is on the screen ends at its edge.
+        QLabel label(QString("<p>%1</p>").arg(Translated(place.pContext, place.pSource)));
+        label.setWordWrap(true);
+        label.setFont(QToolTip::font());
+        label.setFixedWidth(TIP_WIDTH);
+        label.setFixedHeight(label.heightForWidth(TIP_WIDTH));
+        QVERIFY2(Fits(&label), qPrintable(label.text()));
+        Save(&label, QString("tip-%1").arg(++nTips));
+    }
+    QVERIFY(nTips > 0);
 }
 
 void tst_TranslationsFit::startSplash()

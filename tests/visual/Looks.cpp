@@ -13,6 +13,8 @@
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileWidget.h"
 #include "translations/CTranslations.h"
+#include "tree/CDirModel.h"
+#include "tree/CDirNode.h"
 #include "tree/CFileTreeView.h"
 #include "visual/CLookStage.h"
 
@@ -51,6 +53,23 @@ static void TickSome(CLookStage& stage)
     stage.Expand("Users/anna/Pictures");
     stage.Tick("Users/anna/Documents");
     stage.Tick("Users/anna/Pictures/IMG_0002.jpg");
+}
+
+/** Folders that cannot be listed, beside one that can. */
+static void ShowTroubles(CLookStage& stage)
+{
+    TickSome(stage);
+    CDirModel* pModel = CDirModel::GetInstence();
+    const auto fnEmpty = [&stage, pModel](const char* pszPath) {
+        pModel->RemoveAllChild(stage.Row(pszPath));
+        return pModel->nodeFromIndex(stage.Row(pszPath));
+    };
+    fnEmpty("Users/anna/Desktop")->m_nListError = EACCES;
+    fnEmpty("Users/anna/Music")->SetListed(ENListed::OVERDUE);
+    fnEmpty("Applications")->m_nListError = ENOENT;
+    fnEmpty("Library")->m_nListError = ELOOP;
+    // The one that was read in part can be opened.
+    pModel->nodeFromIndex(stage.Row("Users/anna/Documents"))->m_nListError = EIO;
 }
 
 static void ShowLongNames(CLookStage& stage)
@@ -468,6 +487,7 @@ static QList<STLook> SelectLooks()
         Whole("select-no-disk", [](CLookStage&) {}),
         Whole("select-disk", PlugIn),
         Whole("select-ticked", TickSome),
+        Whole("select-troubles", ShowTroubles),
         Whole("select-long-names", ShowLongNames),
         Whole("select-deep-folder", ShowDeepFolder),
         Whole("select-list-open", [](CLookStage& stage) { OpenList(stage); }),
