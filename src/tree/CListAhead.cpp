@@ -21,6 +21,8 @@ static const int MOST_HELPERS = 64;
 static const size_t MOST_READY = 32;
 // Who takes longer is no help any more.
 static const std::chrono::milliseconds STUCK(500);
+// After the first time that help was needed.
+static const std::chrono::milliseconds LOOK_AGAIN(50);
 
 // Folders that the system remembers take a fraction of a millisecond, and threads
 // would only get into each other's way.
@@ -93,7 +95,7 @@ std::vector<STListedFolder> CListAhead::Take(std::chrono::milliseconds time)
             ListNext(*m_pShared, lock);
         } else if (m_pShared->changed.wait_for(lock, std::min(left, patience)) == std::cv_status::timeout) {
             StartHelpers();
-            patience = STUCK;
+            patience = LOOK_AGAIN;
         }
     }
     std::vector<STListedFolder> listTaken = std::exchange(m_pShared->listReady, {});
@@ -154,9 +156,11 @@ bool CListAhead::StartHelper()
 void CListAhead::StartHelpers()
 {
     const int nUnclaimed = m_pShared->Size() - m_pShared->nClaimed;
-    const int nMoving = m_pShared->nHelpers - m_pShared->CountUnderWaySince(steady_clock::now() - STUCK);
-    // Who is at work takes the last folder as well.
-    const int nWanted = nUnclaimed == 1 ? 1 : std::min(HELPERS, nUnclaimed);
+    // Who is at work takes the last folder as well, unless it has been at work for long.
+    const bool bLast = nUnclaimed == 1;
+    const int nMoving = m_pShared->nHelpers
+        - m_pShared->CountUnderWaySince(steady_clock::now() - (bLast ? LOOK_AGAIN : STUCK));
+    const int nWanted = bLast ? 1 : std::min(HELPERS, nMoving + nUnclaimed);
     for (int n = nMoving; n < nWanted && m_pShared->nHelpers < MOST_HELPERS; ++n) {
         if (!StartHelper()) {
             return;
