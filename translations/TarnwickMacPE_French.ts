@@ -368,11 +368,11 @@
     </message>
     <message>
         <source>This folder cannot be read: %1</source>
-        <translation>Ce dossier ne peut pas être lu : %1</translation>
+        <translation>Ce dossier ne peut pas être lu&#xa0;: %1</translation>
     </message>
     <message>
         <source>Only a part of this folder can be read: %1</source>
-        <translation>Seule une partie de ce dossier peut être lue : %1</translation>
+        <translation>Seule une partie de ce dossier peut être lue&#xa0;: %1</translation>
     </message>
     <message>
         <source>This link leads back to a folder that it lies in.</source>
