@@ -394,15 +394,23 @@ STCopyAccount CCopyFileThread::CloseAccount(int nWaitMs)
     if (!m_report.CloseWith(stOutcome, stEnd)) {
         return m_report.Account();
     }
-    // On a thread of its own: it may be this very file that the worker waits for.
+    // On a thread of its own: it may be this very disk that the worker waits for. When it
+    // is the source's, all that is whole can be relied on as after any stop.
     const auto fnEnd
-        = [pFile = m_pReportFile, stItem = CCopyReport::Item(stOutcome), stAccount = m_report.Account()] {
+        = [pFile = m_pReportFile, stItem = CCopyReport::Item(stOutcome), stAccount = m_report.Account(),
+           bFlushing = m_pulse.Step() == ENCopyStep::FLUSHING]() mutable {
+              if (!bFlushing && pFile->FlushDisk()) {
+                  stAccount.enFlush = ENCopyFlush::DONE;
+              }
               pFile->Add(stItem);
-              return pFile->End(stAccount);
+              const STReportEnd stReport = pFile->End(stAccount);
+              stAccount.strReport = stReport.strPath;
+              stAccount.bReportMissing = stReport.bMissing;
+              return stAccount;
           };
-    const auto stReport = CAsideQuestion<STReportEnd>::Ask(std::chrono::milliseconds(nWaitMs), fnEnd);
-    if (stReport) {
-        m_report.SetReport(stReport->strPath, stReport->bMissing);
+    if (const auto stAccount
+        = CAsideQuestion<STCopyAccount>::Ask(std::chrono::milliseconds(nWaitMs), fnEnd)) {
+        m_report.SetEnd(*stAccount);
     }
     return m_report.Account();
 }

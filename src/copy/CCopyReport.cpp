@@ -227,11 +227,12 @@ STCopyAccount CCopyReport::AccountWith(const STCopyEnd& stEnd) const
     return stAccount;
 }
 
-void CCopyReport::SetReport(const QString& strReport, bool bMissing)
+void CCopyReport::SetEnd(const STCopyAccount& stAccount)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_stBooks.stAccount.strReport = strReport;
-    m_stBooks.stAccount.bReportMissing = bMissing;
+    m_stBooks.stAccount.enFlush = stAccount.enFlush;
+    m_stBooks.stAccount.strReport = stAccount.strReport;
+    m_stBooks.stAccount.bReportMissing = stAccount.bReportMissing;
 }
 
 qint64 CCopyReport::Files() const { return Books().nFiles; }

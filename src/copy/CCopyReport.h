@@ -63,8 +63,8 @@ public:
     /** The same, as it is when the copy ends so. */
     STCopyAccount AccountWith(const STCopyEnd& stEnd) const;
 
-    /** Tells where the report of the closed copy is, or that it is missing. */
-    void SetReport(const QString& strReport, bool bMissing);
+    /** Tells what has become known of the closed copy: whether it is on the disk, and where its report is. */
+    void SetEnd(const STCopyAccount& stAccount);
 
     /** Number of files copied whole. */
     qint64 Files() const;

@@ -160,6 +160,12 @@ bool CCopyReportFile::GiveUpRoom(qint64 nBytes)
     return !m_file.IsOpen();
 }
 
+bool CCopyReportFile::FlushDisk()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_pParent && CCopyPlatform::FlushFileSystem(m_pParent->Get());
+}
+
 STReportEnd CCopyReportFile::End(const STCopyAccount& stAccount)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);

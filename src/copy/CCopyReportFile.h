@@ -44,6 +44,10 @@ public:
      */
     bool GiveUpRoom(qint64 nBytes);
 
+    /** Returns when the disk of the copy has taken what was written; false when it has not, or nobody knows.
+     */
+    bool FlushDisk();
+
     /**
      * Ends the report, or removes it when the copy is whole and there is nothing to
      * say. On a destination that is gone nothing is touched. Later calls do nothing

@@ -322,7 +322,9 @@ void tst_ReportFaults::workerLeftBehind()
     const STCopyAccount stAccount = m_pWorker->CloseAccount(PATIENCE_MS);
 
     QVERIFY(stAccount.bStopped);
-    QCOMPARE(stAccount.enFlush, ENCopyFlush::FAILED);
+    // What is whole can be relied on, unless it is the last flush that does not end.
+    const bool bFlush = nCall == int(ENCall::FLUSH);
+    QCOMPARE(stAccount.enFlush, bFlush ? ENCopyFlush::FAILED : ENCopyFlush::DONE);
     QCOMPARE(stAccount.nProblems, 1);
     QCOMPARE(stAccount.listItem.value(0).enProblem, ENCopyProblem::NO_ANSWER);
     QCOMPARE(stAccount.listItem.value(0).strPath, strPath);

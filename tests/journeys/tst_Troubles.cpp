@@ -365,7 +365,9 @@ void tst_Troubles::VerifyTruth() const
         // A disk that took all the bytes and fails then may have kept them all the same.
         const int nRefusedLate = baRow.startsWith("error at close") ? 1 : 0;
         QCOMPARE(m_seen.nWhole, part.captured(2).toInt() - part.captured(1).toInt() + nRefusedLate);
-        QCOMPARE(part.captured(2).toInt(), FILES);
+        // Of a copy that was stopped the files that it did not come to are no items.
+        const int nItems = part.captured(2).toInt();
+        QVERIFY2(nItems == FILES || (nItems < FILES && strSaid.contains("was stopped")), qPrintable(strSaid));
     }
     if (!m_seen.bCopyBegan) {
         QVERIFY2(!whole.hasMatch(), qPrintable(strSaid));
