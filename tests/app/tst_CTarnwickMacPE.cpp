@@ -1,6 +1,8 @@
 #include "app/CTarnwickMacPE.h"
+#include "copy/CCopyFileThread.h"
 #include "files/CFileNameCodec.h"
 #include "pages/CCopyFileWidget.h"
+#include "pages/CNoticeLine.h"
 #include "pages/CSelFileWidget.h"
 #include "support/CFakeCommands.h"
 #include "support/CModalAnswerer.h"
@@ -58,6 +60,7 @@ private slots:
     void removalOfAnotherDiskOnlyUpdatesTheList();
 
     void copyRequestShowsTheCopyPageAndItsEndTheFirst();
+    void lastCopyIsNotedOnTheFirstPage();
     void closeAnswers_data();
     void closeAnswers();
     void copyBegunUnderTheExitQuestion_data();
@@ -421,6 +424,28 @@ void tst_CTarnwickMacPE::copyRequestShowsTheCopyPageAndItsEndTheFirst()
     QCOMPARE(Stack()->currentIndex(), 0);
     m_pWindow->SlotStackPageChange(); // without a sender
     QCOMPARE(Stack()->currentIndex(), 0);
+}
+
+void tst_CTarnwickMacPE::lastCopyIsNotedOnTheFirstPage()
+{
+    // Of the copies of other tests nobody tells any more.
+    QTRY_VERIFY(!CopyPage()->findChild<CCopyFileThread*>()->isRunning());
+    QCoreApplication::processEvents();
+    const auto fnNotice = [this] { return m_pWindow->findChild<CNoticeLine*>()->Text(); };
+    emit SelectPage()->SignalCopyFile();
+    STCopyAccount stAccount;
+    stAccount.nFiles = 3;
+    stAccount.nProblems = 2;
+    stAccount.enFlush = ENCopyFlush::DONE;
+    CopyPage()->SlotCopyAccount(stAccount);
+    QCOMPARE(fnNotice(), QString());
+    emit CopyPage()->SignalCopyFileFinish();
+    QCOMPARE(fnNotice(), "STICK: 2 of 5 items were not copied whole.");
+    emit SelectPage()->SignalCopyFile();
+    stAccount.nProblems = 0;
+    CopyPage()->SlotCopyAccount(stAccount);
+    emit CopyPage()->SignalCopyFileFinish();
+    QCOMPARE(fnNotice(), QString());
 }
 
 void tst_CTarnwickMacPE::closeAnswers_data()
