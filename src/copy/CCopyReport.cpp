@@ -179,9 +179,26 @@ void CCopyReport::BookItem(const STCopyItem& stItem)
     ++(stItem.bNote ? stAccount.nNotes : stAccount.nProblems);
     // All its bytes are there.
     stAccount.nFiles += stItem.enProblem == ENCopyProblem::TIME_LOST ? 1 : 0;
+    if (stAccount.listItem.count() == STCopyAccount::LISTED_ITEMS && !stItem.bNote
+        && m_stBooks.nListedNotes > 0) {
+        TakeNoteFromList();
+    }
     if (stAccount.listItem.count() < STCopyAccount::LISTED_ITEMS) {
         stAccount.listItem.append(stItem);
+        m_stBooks.nListedNotes += stItem.bNote ? 1 : 0;
     }
+}
+
+/** Under the lock: makes room in the list, as a note can be done without where an item is missing. */
+void CCopyReport::TakeNoteFromList()
+{
+    QVector<STCopyItem>& listItem = m_stBooks.stAccount.listItem;
+    int nRow = listItem.count() - 1;
+    while (nRow > 0 && !listItem.at(nRow).bNote) {
+        --nRow;
+    }
+    listItem.remove(nRow);
+    --m_stBooks.nListedNotes;
 }
 
 STCopyItem CCopyReport::Item(const STCopyOutcome& stOutcome)

@@ -92,6 +92,7 @@ private:
         qint64 nFiles = 0; // whole with their times
         qint64 nProblems = 0; // lines in the log
         QString strHalfCopied; // the file in which a stop was noticed
+        int nListedNotes = 0; // in the account's list
         bool bClosed = false;
     };
 
@@ -99,6 +100,7 @@ private:
     static void Apply(const STCopyEnd& stEnd, STCopyAccount& stAccount);
     void EndBooks(const STCopyEnd& stEnd);
     void BookItem(const STCopyItem& stItem);
+    void TakeNoteFromList();
     bool BookProblem(const STCopyOutcome& stOutcome);
 
     mutable std::mutex m_mutex;

@@ -204,6 +204,9 @@ STReportEnd CCopyReportFile::EndOf(const STCopyAccount& stAccount)
 /** Writes what is missing, makes the file anew where there is none, and brings it to the disk. */
 bool CCopyReportFile::Complete(const STCopyAccount& stAccount)
 {
+    if (m_file.IsOpen() && !IsOurs()) {
+        m_file.Reset(); // somebody has taken it away: nobody could read it
+    }
     if (!m_file.IsOpen()) {
         if (!m_pParent) {
             // It may have been made with the folder of the copy.

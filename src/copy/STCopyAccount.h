@@ -64,7 +64,7 @@ struct STCopyAccount
     bool bStopped = false; ///< told to stop before its end
     bool bGone = false; ///< the destination was lost on the way
     ENCopyFlush enFlush = ENCopyFlush::NOT_NEEDED;
-    QVector<STCopyItem> listItem; ///< the first LISTED_ITEMS problems and notes, in order
+    QVector<STCopyItem> listItem; ///< the first LISTED_ITEMS, in order; notes only where problems leave room
     QString strReport; ///< path of the report beside the copy; empty when there is none (any more)
     bool bReportMissing = false; ///< the report was needed and could not be written
 

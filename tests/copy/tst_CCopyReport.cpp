@@ -23,6 +23,9 @@ private slots:
     void summaryOfCompletedCopy();
     void summaryOfStoppedCopyNamesHalfCopiedFile();
     void resetForgets();
+    void accountOfWholeAndOthers();
+    void listIsBoundAndPrefersProblems();
+    void closedBooksTakeNothing();
 };
 
 void tst_CCopyReport::quoted_data()
@@ -123,6 +126,65 @@ void tst_CCopyReport::resetForgets()
     QCOMPARE(report.Files(), 0);
     QCOMPARE(report.Bytes(), 0);
     QCOMPARE(report.Problems(), 0);
+}
+
+void tst_CCopyReport::accountOfWholeAndOthers()
+{
+    CCopyReport report;
+    QVERIFY(report.AddFile({ENCopyEnd::WHOLE, "/a", {}, 1000, 1000}));
+    QVERIFY(report.AddFile({ENCopyEnd::NOT_WHOLE, "/b", {ENCopyProblem::SOURCE_READ, "x", EIO}, 200, 300}));
+    QVERIFY(report.AddFile({ENCopyEnd::NOT_WHOLE, "/c", {ENCopyProblem::TIME_LOST, "y"}, 34, 34}));
+    QVERIFY(report.AddNote({ENCopyEnd::WHOLE, "/d", {ENCopyProblem::LEAVES_VOLUME, "z"}}));
+    const STCopyAccount stAccount = report.Account();
+    QCOMPARE(stAccount.nFiles, 2); // the date is not among the bytes
+    QCOMPARE(stAccount.nBytes, 1234);
+    QCOMPARE(stAccount.nProblems, 1);
+    QCOMPARE(stAccount.nNotes, 2);
+    QCOMPARE(stAccount.listItem.count(), 3);
+    const STCopyItem stItem = stAccount.listItem.at(0);
+    QCOMPARE(stItem.strPath, QString("/b"));
+    QCOMPARE(stItem.enProblem, ENCopyProblem::SOURCE_READ);
+    QCOMPARE(stItem.nError, EIO);
+    QCOMPARE(stItem.nCopied, 200);
+    QCOMPARE(stItem.nExpected, 300);
+    QVERIFY(!stItem.bNote);
+    QVERIFY(stAccount.listItem.at(1).bNote);
+    QCOMPARE(LogLines().last(), QString("Note: \"/d\": z"));
+    QCOMPARE(report.Problems(), 2); // in the words of the log
+}
+
+void tst_CCopyReport::listIsBoundAndPrefersProblems()
+{
+    CCopyReport report;
+    report.AddProblem(STCopyOutcome::Missing("first", {ENCopyProblem::SOURCE_OPEN, "x"}));
+    for (int nNote = 0; nNote < STCopyAccount::LISTED_ITEMS; ++nNote) {
+        report.AddNote({ENCopyEnd::WHOLE, QString::number(nNote), {ENCopyProblem::LEAVES_VOLUME, "z"}});
+    }
+    report.AddProblem(STCopyOutcome::Missing("last", {ENCopyProblem::SOURCE_OPEN, "x"}));
+    const STCopyAccount stAccount = report.Account();
+    QCOMPARE(stAccount.nProblems, 2);
+    QCOMPARE(stAccount.nNotes, STCopyAccount::LISTED_ITEMS);
+    QCOMPARE(stAccount.listItem.count(), STCopyAccount::LISTED_ITEMS);
+    QCOMPARE(stAccount.listItem.first().strPath, QString("first"));
+    QCOMPARE(stAccount.listItem.last().strPath, QString("last"));
+}
+
+void tst_CCopyReport::closedBooksTakeNothing()
+{
+    CCopyReport report;
+    STCopyEnd stEnd;
+    stEnd.enFlush = ENCopyFlush::DONE;
+    QVERIFY(report.Close(stEnd));
+    const QStringList listLine = LogLines();
+    QVERIFY(!report.AddFile({ENCopyEnd::WHOLE, "/a", {}, 1000, 1000}));
+    QVERIFY(!report.AddProblem(STCopyOutcome::Missing("/b", {ENCopyProblem::SOURCE_OPEN, "x"})));
+    QVERIFY(!report.AddNote({ENCopyEnd::WHOLE, "/c", {ENCopyProblem::LEAVES_VOLUME, "z"}}));
+    QVERIFY(!report.CloseWith(STCopyOutcome::Missing("/d", {ENCopyProblem::NO_ANSWER, "x"}), STCopyEnd()));
+    QVERIFY(!report.Close(STCopyEnd()));
+    QCOMPARE(LogLines(), listLine);
+    QVERIFY(report.Account().IsWhole());
+    QCOMPARE(report.Account().nBytes, 0);
+    QCOMPARE(report.Account().enFlush, ENCopyFlush::DONE);
 }
 
 QTEST_GUILESS_MAIN(tst_CCopyReport)

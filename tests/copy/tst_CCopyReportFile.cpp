@@ -67,6 +67,7 @@ private slots:
     void staysForANote();
     void overwritesNothing_data();
     void overwritesNothing();
+    void strangerInItsPlaceStays_data();
     void strangerInItsPlaceStays();
     void endTwiceIsTheSame();
     void withoutBeginNothingIsMade();
@@ -304,13 +305,29 @@ void tst_CCopyReportFile::overwritesNothing()
     QCOMPARE(bLink || Content(m_strPath) == "mine", true);
 }
 
+void tst_CCopyReportFile::strangerInItsPlaceStays_data()
+{
+    QTest::addColumn<int>("nProblems");
+    QTest::newRow("nothing to say") << 0;
+    QTest::newRow("an item to tell") << 1;
+}
+
 void tst_CCopyReportFile::strangerInItsPlaceStays()
 {
+    QFETCH(int, nProblems);
     Begin();
+    if (nProblems > 0) {
+        m_pFile->Add(Item("/a"));
+    }
     QVERIFY(QFile::remove(m_strPath));
     m_pTree->Write(QFileInfo(m_strPath).fileName(), "mine");
-    QVERIFY(!m_pFile->End(Account(0)).bMissing);
+    const STReportEnd stEnd = m_pFile->End(Account(nProblems));
+    QVERIFY(!stEnd.bMissing);
     QCOMPARE(Content(m_strPath), QByteArray("mine"));
+    QCOMPARE(stEnd.strPath, nProblems > 0 ? m_strFolder + "_1.txt" : QString());
+    m_strPath = stEnd.strPath;
+    QCOMPARE(nProblems > 0 ? Items() : QStringList(),
+             nProblems > 0 ? QStringList{Line("/a")} : QStringList());
 }
 
 void tst_CCopyReportFile::endTwiceIsTheSame()

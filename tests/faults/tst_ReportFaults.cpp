@@ -32,6 +32,7 @@ private slots:
     void reportCannotMakeTheCopyFail();
     void vanishedDestinationKeepsWhatItSaid();
 
+    void fullDiskKeepsTheReport();
     void selectionThatFitsToTheByte();
     void selectionThatFitsToTheLastEntry_data();
     void selectionThatFitsToTheLastEntry();
@@ -162,6 +163,22 @@ void tst_ReportFaults::vanishedDestinationKeepsWhatItSaid()
 }
 
 // ---- its room
+
+void tst_ReportFaults::fullDiskKeepsTheReport()
+{
+    // What does not fit by far does not take the room of the report with it.
+    m_pStick = std::make_unique<CVolume>("Stick", "/dev/disk8s4", 1);
+    m_strDest = m_pStick->Path("Tarnwick");
+    Add("large", Pattern(3 * MIB));
+    Add("larger", Pattern(4 * MIB));
+    Run();
+    QCOMPARE(Account().nFiles, 2);
+    QCOMPARE(Account().nProblems, 2);
+    QCOMPARE(Account().strReport, ReportPath());
+    QVERIFY(!Account().bReportMissing);
+    QVERIFY(ReportLines().contains("2 of 4 items were not copied whole."));
+    QCOMPARE(ReportLines().filter("The disk is full.").count(), 2);
+}
 
 void tst_ReportFaults::selectionThatFitsToTheByte()
 {
