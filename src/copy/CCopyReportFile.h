@@ -44,8 +44,7 @@ public:
      */
     bool GiveUpRoom(qint64 nBytes);
 
-    /** Returns when the disk of the copy has taken what was written; false when it has not, or nobody knows.
-     */
+    /** Returns when all that was written is on the copy's disk; false when it is not, or nobody knows. */
     bool FlushDisk();
 
     /**
