@@ -16,8 +16,7 @@ public:
     /** Names the window whose copy is stopped at the end; it has to live until Leave has run. GUI thread. */
     static void SetWindow(CTarnwickMacPE* pWindow);
 
-    /** With a window named: runs the event loop, unless a signal has come before; the process's exit status.
-     * GUI thread. */
+    /** Runs the event loop, unless a signal has come before; the exit status. With a window named. */
     static int Exec();
 
     /** After the event loop: stops the copy and waits a moment for its end. GUI thread. */

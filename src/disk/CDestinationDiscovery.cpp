@@ -91,7 +91,9 @@ void CVolumeQueries::Start(int nVolume)
     pQuery = m_pIdle ? std::move(m_pIdle) : std::make_unique<CInfoQuery>();
     STVolume& volume = m_listVolume[nVolume];
     volume.baDevice = CVolumeInfo::DeviceOf(volume.strPath);
-    pQuery->Start(QFile::decodeName(volume.baDevice));
+    pQuery->Start(CDestinationDiscovery::InfoCommand(),
+                  CDestinationDiscovery::InfoArguments(QFile::decodeName(volume.baDevice)),
+                  CDestinationDiscovery::CommandTimeoutMs());
 }
 
 void CVolumeQueries::StartRest(int nFirst)

@@ -1,7 +1,5 @@
 #include "disk/CInfoQuery.h"
 
-#include "disk/CDestinationDiscovery.h"
-
 #include <QDebug>
 #include <QProcess>
 
@@ -16,22 +14,25 @@ static const int REAP_MS = 500;
 // this is not describing one, and must not fill the memory.
 static const int MAX_OUTPUT_BYTES = 4 * 1024 * 1024;
 
+namespace {
+
 /** A child process in a process group of its own, so that it can be ended with all that it started. */
 class CGroupProcess : public QProcess
 {
-public:
-    void KillGroup()
-    {
-        const auto nGroup = pid_t(processId());
-        if (nGroup > 0) {
-            ::kill(-nGroup, SIGKILL);
-        }
-        kill();
-    }
-
 protected:
     void setupChildProcess() override { ::setpgid(0, 0); }
 };
+
+} // namespace
+
+static void KillGroup(QProcess& process)
+{
+    const auto nGroup = pid_t(process.processId());
+    if (nGroup > 0) {
+        ::kill(-nGroup, SIGKILL);
+    }
+    process.kill();
+}
 
 CInfoQuery::CInfoQuery() = default;
 
@@ -39,20 +40,20 @@ CInfoQuery::~CInfoQuery() { End(); }
 
 bool CInfoQuery::IsRunning() const { return m_pProcess && m_pProcess->state() != QProcess::NotRunning; }
 
-void CInfoQuery::Start(const QString& strDeviceNode)
+void CInfoQuery::Start(const QString& strCommand, const QStringList& listArgument, int nTimeoutMs)
 {
     if (!m_pProcess) {
         m_pProcess = std::make_unique<CGroupProcess>();
         // Its complaints are for whoever reads ours, and must not pile up in the pipe.
         m_pProcess->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     }
-    m_strDeviceNode = strDeviceNode;
+    m_strDeviceNode = listArgument.last();
+    m_nTimeoutMs = nTimeoutMs;
     m_baOutput.clear();
     m_enPhase = ENPhase::FIRST_OUTPUT;
     m_timerAll.start();
     m_timerPhase.start();
-    m_pProcess->start(CDestinationDiscovery::InfoCommand(),
-                      CDestinationDiscovery::InfoArguments(strDeviceNode), QIODevice::ReadWrite);
+    m_pProcess->start(strCommand, listArgument, QIODevice::ReadWrite);
 }
 
 void CInfoQuery::Proceed(int nMs)
@@ -76,7 +77,7 @@ void CInfoQuery::Judge()
         m_enPhase = ENPhase::OVER;
         return;
     }
-    const bool bLate = m_timerPhase.hasExpired(CDestinationDiscovery::CommandTimeoutMs());
+    const bool bLate = m_timerPhase.hasExpired(m_nTimeoutMs);
     if (m_enPhase == ENPhase::FIRST_OUTPUT && (bLate || !m_baOutput.isEmpty())) {
         m_enPhase = ENPhase::END;
         m_timerPhase.start();
@@ -109,7 +110,7 @@ void CInfoQuery::End()
     if (!IsRunning()) {
         return;
     }
-    m_pProcess->KillGroup();
+    KillGroup(*m_pProcess);
     if (m_pProcess->waitForFinished(REAP_MS)) {
         return;
     }

@@ -3,13 +3,14 @@
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
-class CGroupProcess;
+class QProcess;
 
 /**
- * One run of the command that describes a device node, done in steps, so that several
+ * One run of a command that describes a device node, done in steps, so that several
  * can run side by side. Needs no event loop; one thread. It can be asked again when it is over.
  */
 class CInfoQuery
@@ -23,8 +24,8 @@ public:
     CInfoQuery(const CInfoQuery&) = delete;
     CInfoQuery& operator=(const CInfoQuery&) = delete;
 
-    /** Starts the command. */
-    void Start(const QString& strDeviceNode);
+    /** Starts the command, whose last argument is the node; it has nTimeoutMs to print and as much to end. */
+    void Start(const QString& strCommand, const QStringList& listArgument, int nTimeoutMs);
 
     /** Reads what there is, waiting up to nMs for it. */
     void Proceed(int nMs);
@@ -51,8 +52,9 @@ private:
     bool HasFailed() const;
     bool IsRunning() const;
 
-    std::unique_ptr<CGroupProcess> m_pProcess;
+    std::unique_ptr<QProcess> m_pProcess;
     QString m_strDeviceNode;
+    int m_nTimeoutMs = 0;
     QByteArray m_baOutput;
     ENPhase m_enPhase = ENPhase::OVER;
     QElapsedTimer m_timerAll;

@@ -4,8 +4,7 @@
 
 #include <csignal>
 
-/** The ends of the whole program: closed, ended by a signal, without its display, and with a disk that hangs.
- */
+/** The whole program closed, ended by a signal, without its display, and beside disks that hang. */
 class tst_Ends : public CJourneyBed
 {
     Q_OBJECT

@@ -83,8 +83,7 @@ static const STMount* RootOf(const std::vector<STMount>& listMount)
     return root == listMount.end() ? nullptr : TopAt(listMount, &*root, "/");
 }
 
-/** The mount that the kernel's way along an absolute path ends on; nullptr when nothing is mounted just
- * there. */
+/** The mount that stands just at an absolute path, on the kernel's way along it; nullptr without one. */
 static const STMount* MountAt(const std::vector<STMount>& listMount, const std::string& strPath)
 {
     const STMount* pMount = RootOf(listMount);
