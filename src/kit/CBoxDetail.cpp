@@ -10,11 +10,14 @@
 #include <QPainterPath>
 #include <QVBoxLayout>
 
-static const int MOST_TEXT_WIDTH = 384;
+static const int MOST_TEXT_WIDTH = 430;
+static const int MOST_HEIGHT
+    = 96; // of the whole detail, what the box has for it beside a message of one line
 static const int SIGN_SIZE = 16;
 static const int SIGN_GAP = 10;
 static const int MARGIN_SIDE = 12;
 static const int MARGIN_TOP = 5;
+static const int SPACING = 3;
 
 static QRgb InkOf(ENDetail enKind)
 {
@@ -28,16 +31,18 @@ static QRgb InkOf(ENDetail enKind)
     }
 }
 
-static QString StyleOf(ENDetail enKind)
+static QString InkStyle(ENDetail enKind)
 {
-    const QString strInk
-        = QStringLiteral("QLabel#label_detail { color: %1; }").arg(QColor(InkOf(enKind)).name());
+    return QStringLiteral("color: %1;").arg(QColor(InkOf(enKind)).name());
+}
+
+static QString GroundStyle(ENDetail enKind)
+{
     if (enKind != ENDetail::WARNING) {
-        return strInk;
+        return QString();
     }
-    return strInk
-        + QStringLiteral("CBoxDetail { border: 1px solid %1; border-radius: 4px; background-color: %2; }")
-              .arg(QColor(SkinColor::FOCUS_RING).name(), QColor(SkinColor::TINT).name());
+    return QStringLiteral("CBoxDetail { border: 1px solid %1; border-radius: 4px; background-color: %2; }")
+        .arg(QColor(SkinColor::FOCUS_RING).name(), QColor(SkinColor::TINT).name());
 }
 
 CBoxDetail::CBoxDetail(QWidget* parent)
@@ -54,7 +59,7 @@ CBoxDetail::CBoxDetail(QWidget* parent)
     m_pLink->hide();
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(MARGIN_SIDE, MARGIN_TOP, MARGIN_SIDE, MARGIN_TOP);
-    pLayout->setSpacing(3);
+    pLayout->setSpacing(SPACING);
     pLayout->addWidget(m_pText, 0, Qt::AlignHCenter);
     pLayout->addWidget(m_pLink, 0, Qt::AlignHCenter);
     connect(m_pLink, &QPushButton::clicked, this, &CBoxDetail::SignalLink);
@@ -65,12 +70,35 @@ void CBoxDetail::SetText(const QString& strText, ENDetail enKind)
 {
     m_enKind = enKind;
     m_pText->setText(strText);
-    m_pText->setFont(
-        SkinFont(enKind == ENDetail::WARNING ? CSkinMgr::FONT_STYLE_PX_13_BOLD : CSkinMgr::FONT_STYLE_PX_13));
-    setStyleSheet(StyleOf(enKind));
-    FitText();
+    setStyleSheet(GroundStyle(enKind));
+    m_pText->setStyleSheet(InkStyle(enKind));
+    Fit();
     setVisible(!strText.isEmpty());
     update();
+}
+
+void CBoxDetail::SetLink(const QString& strText)
+{
+    m_pLink->setText(strText);
+    m_pLink->setVisible(!strText.isEmpty());
+    Fit();
+}
+
+// Four lines of Chinese need more room than there is, unless their letters are smaller.
+void CBoxDetail::Fit()
+{
+    const bool bBold = m_enKind == ENDetail::WARNING;
+    const int nLink = m_pLink->text().isEmpty() ? 0 : m_pLink->sizeHint().height() + SPACING;
+    for (const CSkinMgr::FontStyle enStyle :
+         {CSkinMgr::FONT_STYLE_PX_13, CSkinMgr::FONT_STYLE_PX_12, CSkinMgr::FONT_STYLE_PX_11}) {
+        QFont font = SkinFont(enStyle);
+        font.setBold(bBold);
+        m_pText->setFont(font);
+        FitText();
+        if (m_pText->height() + nLink <= MOST_HEIGHT) {
+            break;
+        }
+    }
 }
 
 // A wrapped label asks for a size of its own taste, so it is given the one that its lines need.
@@ -78,16 +106,13 @@ void CBoxDetail::FitText()
 {
     const int nSign = m_enKind == ENDetail::PLAIN ? 0 : SIGN_SIZE + SIGN_GAP;
     m_pText->setContentsMargins(0, 0, 0, 0);
+    // The size of the text before counts for its measure, too.
+    m_pText->setMinimumSize(0, 0);
+    m_pText->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     const int nWidth = BalancedWidth(*m_pText, 0, MOST_TEXT_WIDTH - nSign);
     const int nHeight = qMax(m_pText->heightForWidth(nWidth), SIGN_SIZE);
     m_pText->setContentsMargins(nSign, 0, 0, 0);
     m_pText->setFixedSize(nSign + nWidth, nHeight);
-}
-
-void CBoxDetail::SetLink(const QString& strText)
-{
-    m_pLink->setText(strText);
-    m_pLink->setVisible(!strText.isEmpty());
 }
 
 QString CBoxDetail::Text() const { return m_pText->text(); }

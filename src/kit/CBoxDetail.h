@@ -49,6 +49,7 @@ protected:
     void paintEvent(QPaintEvent* pEvent) override;
 
 private:
+    void Fit();
     void FitText();
     void PaintWarning(QPainter& painter, const QRectF& rect) const;
     void PaintTick(QPainter& painter, const QRectF& rect) const;

@@ -103,7 +103,13 @@ void KvMessageBox::SetDetail(const QString& strText, ENDetail enKind)
     }
 }
 
-void KvMessageBox::SetDetailLink(const QString& strText) { m_pDetail->SetLink(strText); }
+void KvMessageBox::SetDetailLink(const QString& strText)
+{
+    m_pDetail->SetLink(strText);
+    if (isVisible()) {
+        BalanceLines();
+    }
+}
 
 // The box's title says nothing, so a reader is given what stands in the box for a name.
 void KvMessageBox::TellReaders()
@@ -195,9 +201,11 @@ void KvMessageBox::MoveTogether(int nMargin)
 
 void KvMessageBox::LayOut()
 {
+    m_pDetail->layout()->invalidate();
     m_pForm->verticalLayout_2->invalidate();
     layout()->activate();
     m_pForm->verticalLayout_2->activate();
+    m_pDetail->layout()->activate();
 }
 
 // The box takes every event of the mouse, the base only those of a drag.

@@ -526,8 +526,12 @@ void tst_PageFaults::removalWhileTheBoxIsOpen()
     QString strRemoved;
     const auto fnPull = [&] {
         m_pStick->Pull(true);
+        const QWidget* pBefore = QApplication::activeModalWidget();
         CModalAnswerer removal("OK");
-        removal.Meanwhile([&stRead] { stRead = Read(QApplication::activeModalWidget()); });
+        removal.Meanwhile([&stRead, pBefore] {
+            QVERIFY(!pBefore->isVisible());
+            stRead = Read(QApplication::activeModalWidget());
+        });
         m_pPage->USBExtract();
         strRemoved = removal.Text();
     };

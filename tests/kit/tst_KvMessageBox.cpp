@@ -105,6 +105,7 @@ private slots:
     void emptyDetailIsNotThere();
     void detail_data();
     void detail();
+    void detailHasNothingOfTheOneBefore();
     void detailIsPlainText();
     void longDetailFits_data();
     void longDetailFits();
@@ -441,15 +442,25 @@ void tst_KvMessageBox::detail_data()
 {
     QTest::addColumn<int>("nKind");
     QTest::addColumn<QRgb>("nInk");
-    QTest::newRow("plain") << int(ENDetail::PLAIN) << qRgb(0x58, 0x58, 0x58);
-    QTest::newRow("good") << int(ENDetail::GOOD) << qRgb(0x48, 0x48, 0x48);
-    QTest::newRow("warning") << int(ENDetail::WARNING) << qRgb(0xa6, 0x3c, 0x00);
+    QTest::addColumn<bool>("bShownBefore");
+    for (const bool bShownBefore : {false, true}) {
+        const auto row = [bShownBefore](const char* pName, ENDetail enKind, QRgb nInk) {
+            QTest::addRow("%s%s", pName, bShownBefore ? ", shown before" : "")
+                << int(enKind) << nInk << bShownBefore;
+        };
+        row("plain", ENDetail::PLAIN, qRgb(0x58, 0x58, 0x58));
+        row("good", ENDetail::GOOD, qRgb(0x48, 0x48, 0x48));
+        row("warning", ENDetail::WARNING, qRgb(0xa6, 0x3c, 0x00));
+    }
 }
 
 void tst_KvMessageBox::detail()
 {
     QFETCH(int, nKind);
+    QFETCH(bool, bShownBefore);
     CBox box(Style_Ok, TEXT_COMPLETED);
+    QVERIFY(!bShownBefore || box.Activate());
+    box.SetDetailLink(QString());
     box.SetDetail("38 of 1,242 items were not copied whole.", ENDetail(nKind));
     QVERIFY(box.Activate());
     const QRect place = PlaceIn(&box, box.Detail());
@@ -471,6 +482,21 @@ void tst_KvMessageBox::detail()
     QCOMPARE(bSign, ENDetail(nKind) != ENDetail::PLAIN);
 }
 
+// A box that is kept tells one thing after another.
+void tst_KvMessageBox::detailHasNothingOfTheOneBefore()
+{
+    const QString strShort = "Nothing was copied.";
+    CBox box(Style_Ok, TEXT_COMPLETED);
+    box.SetDetail(strShort, ENDetail::WARNING);
+    const QSize size = box.Detail()->size();
+    box.SetDetail(QString("word ").repeated(60), ENDetail::WARNING);
+    QVERIFY(box.Detail()->height() > size.height());
+    QVERIFY(box.Detail()->font().pixelSize() < 13); // else it would not fit
+    box.SetDetail(strShort, ENDetail::WARNING);
+    QCOMPARE(box.Detail()->size(), size);
+    QCOMPARE(box.Detail()->font().pixelSize(), 13);
+}
+
 void tst_KvMessageBox::detailIsPlainText()
 {
     CBox box(Style_Ok);
@@ -483,22 +509,31 @@ void tst_KvMessageBox::longDetailFits_data()
 {
     QTest::addColumn<QString>("strMessage");
     QTest::addColumn<QString>("strDetail");
+    QTest::addColumn<bool>("bShownBefore");
     const QString strUnsure = "The disk did not confirm that everything is on it. Do not rely on this copy.\n"
                               "The list could not be saved on the disk.";
-    QTest::newRow("completion") << TEXT_COMPLETED << strUnsure;
-    QTest::newRow("removal") << TEXT_REMOVED << "Everything was on the disk before it was removed.";
-    QTest::newRow("no space") << TEXT_NO_SPACE << "5.20 GB are needed, 3.10 GB are free.";
-    QTest::newRow("German") << "Kopieren der Dateien abgeschlossen!"
-                            << "Das Laufwerk hat nicht bestätigt, dass alles darauf gesichert ist. Verlassen "
-                               "Sie sich nicht auf diese Kopie.\nDie Liste konnte nicht auf dem Laufwerk "
-                               "gesichert werden.";
+    for (const bool bShownBefore : {false, true}) {
+        const auto row
+            = [bShownBefore](const char* pName, const QString& strMessage, const QString& strDetail) {
+                  QTest::addRow("%s%s", pName, bShownBefore ? ", shown before" : "")
+                      << strMessage << strDetail << bShownBefore;
+              };
+        row("completion", TEXT_COMPLETED, strUnsure);
+        row("removal", TEXT_REMOVED, "Everything was on the disk before it was removed.");
+        row("no space", TEXT_NO_SPACE, "5.20 GB are needed, 3.10 GB are free.");
+        row("German", "Kopieren der Dateien abgeschlossen!",
+            "Das Laufwerk hat nicht bestätigt, dass alles darauf gesichert ist. Verlassen Sie sich nicht auf "
+            "diese Kopie.\nDie Liste konnte nicht auf dem Laufwerk gesichert werden.");
+    }
 }
 
 void tst_KvMessageBox::longDetailFits()
 {
     QFETCH(QString, strMessage);
     QFETCH(QString, strDetail);
+    QFETCH(bool, bShownBefore);
     CBox box(Style_Ok, strMessage);
+    QVERIFY(!bShownBefore || box.Activate());
     box.SetDetail(strDetail, ENDetail::WARNING);
     box.SetDetailLink("Show the list");
     QVERIFY(box.Activate());

@@ -74,6 +74,8 @@ private slots:
     void accountIsTold_data();
     void accountIsTold();
     void accountOfAnEarlierCopyIsDropped();
+    void accountOfAPulledDiskIsNotRelied_data();
+    void accountOfAPulledDiskIsNotRelied();
     void stateLineMovesNothing();
     void cancelAnswers_data();
     void cancelAnswers();
@@ -591,6 +593,30 @@ void tst_CCopyFileWidget::accountOfAnEarlierCopyIsDropped()
         [] { QVERIFY(!QApplication::activeModalWidget()->findChild<CBoxDetail*>()->isVisible()); });
     m_pPage->SlotCopyFinish();
     QVERIFY(bare.Answered());
+}
+
+void tst_CCopyFileWidget::accountOfAPulledDiskIsNotRelied_data()
+{
+    QTest::addColumn<bool>("bStopped");
+    QTest::newRow("whole before the page heard of the removal") << false;
+    QTest::newRow("stopped by the removal") << true;
+}
+
+// It comes while the user reads of the removal.
+void tst_CCopyFileWidget::accountOfAPulledDiskIsNotRelied()
+{
+    QFETCH(bool, bStopped);
+    STCopyAccount stAccount;
+    stAccount.nFiles = 2;
+    stAccount.enFlush = ENCopyFlush::DONE; // of what its caches held
+    stAccount.bStopped = bStopped;
+    CModalAnswerer removal("OK");
+    removal.Meanwhile([&] { m_pPage->SlotCopyAccount(stAccount); });
+    m_pPage->USBExtract();
+    QVERIFY(removal.Answered());
+    QCOMPARE(m_pPage->LastAccount().nFiles, 2);
+    QCOMPARE(m_pPage->LastAccount().bGone, bStopped);
+    QCOMPARE(m_pPage->LastAccount().enFlush == ENCopyFlush::DONE, !bStopped);
 }
 
 void tst_CCopyFileWidget::stateLineMovesNothing()

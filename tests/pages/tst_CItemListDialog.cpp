@@ -89,6 +89,8 @@ void tst_CItemListDialog::namesAreText()
         return List(dialog)->grab().toImage();
     };
     QCOMPARE(fnPainted("two\nlines"), fnPainted("two lines"));
+    // Qt would take what stands behind it for another text to choose from.
+    QCOMPARE(fnPainted(QString("two%1texts").arg(QChar(0x9c))), fnPainted("two texts"));
     QVERIFY(fnPainted("<b>bold</b>") != fnPainted("bold"));
     QVERIFY(fnPainted("a") != fnPainted("b"));
     // A long one is shortened in the middle: both its ends are seen.

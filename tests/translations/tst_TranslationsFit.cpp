@@ -309,6 +309,23 @@ static QString Measured(const QWidget* pWidget)
 
 static int CutCount(const QWidget* pWidget) { return Measured(pWidget).count(", cut: "); }
 
+/** Whether icon, message, detail, link and button of a box stand below each other. */
+static bool StandApart(const QWidget* pBox)
+{
+    int nBottom = 0;
+    bool bApart = true;
+    for (const char* pName : {"label_icon", "label_text", "label_detail", "m_pDetailLink", "toolBtn"}) {
+        for (const QWidget* pPart : pBox->findChildren<QWidget*>(pName)) {
+            if (pPart->isVisible()) {
+                const QRect place = PlaceIn(pBox, pPart);
+                bApart = bApart && place.top() > nBottom;
+                nBottom = place.bottom();
+            }
+        }
+    }
+    return bApart;
+}
+
 static QString Translated(const char* pContext, const char* pSource)
 {
     return QCoreApplication::translate(pContext, pSource);
@@ -467,6 +484,7 @@ void tst_TranslationsFit::endBox()
             box.show();
             QVERIFY(QTest::qWaitForWindowExposed(&box));
             QCOMPARE(Measured(&box), QString("4 texts"));
+            QVERIFY2(StandApart(&box), qPrintable(CCopyText::Summary(stAccount)));
             Save(&box, QString("end%1%2").arg(bStopped).arg(int(enFlush)));
         }
     }

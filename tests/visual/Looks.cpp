@@ -363,7 +363,9 @@ static QString InLanguage(const QString& strLanguage, const QString& strContext,
     return strSource;
 }
 
-/** The language whose sentence for a source text is the longest of all sentences, and that text's entry. */
+static const QStringList CONTEXTS_OF_BOXES{"CCopyFileWidget", "CSelFileWidget", "CTarnwickMacPE"};
+
+/** The language whose sentence for a source text is the longest of those in boxes, and that text's entry. */
 static QPair<QString, STEntry> LongestText()
 {
     QPair<QString, STEntry> longest;
@@ -371,7 +373,9 @@ static QPair<QString, STEntry> LongestText()
         for (const STEntry& entry : CTranslations::Entries(CTranslations::SourcePath(strLanguage))) {
             const bool bLonger = entry.strTranslation.size() > longest.second.strTranslation.size();
             // With placeholders it is no text of a box.
-            if (bLonger && !entry.strTranslation.contains('%')) {
+            const bool bOfBox
+                = CONTEXTS_OF_BOXES.contains(entry.strContext) && !entry.strTranslation.contains('%');
+            if (bLonger && bOfBox) {
                 longest = {strLanguage, entry};
             }
         }
