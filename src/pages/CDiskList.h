@@ -57,8 +57,7 @@ public:
     /** A search's last step: each path is listed once from then on. False when it was replaced. */
     bool End(const STDiskSearch& search);
 
-    /** A disk has appeared and is appended, whether it is listed already or not; its device may be unknown.
-     */
+    /** A disk has appeared and is appended, listed already or not; its device may be unknown. */
     void Arrived(const QString& strPath, const QString& strName, const std::optional<QByteArray>& baDevice);
 
     /** A disk that is listed without its device has told it after all. */
