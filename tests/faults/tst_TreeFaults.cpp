@@ -13,6 +13,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <memory>
@@ -67,7 +68,10 @@ class tst_TreeFaults : public CPageBed
 private slots:
     void folderThatIsRefused_data();
     void folderThatIsRefused();
+    void folderThatIsReadInPart();
     void folderThatLeadsBack();
+    void windowAsksNoDisk_data();
+    void windowAsksNoDisk();
     void folderThatHangs_data();
     void folderThatHangs();
     void volumeThatHangsAtTheStart_data();
@@ -182,6 +186,22 @@ void tst_TreeFaults::folderThatIsRefused()
     QCOMPARE(Icon("top/inner"), Icon("top/other"));
 }
 
+void tst_TreeFaults::folderThatIsReadInPart()
+{
+    for (const char* pszFile : {"top/inner/1", "top/inner/2", "top/inner/3", "top/other/file"}) {
+        WriteFile(m_pSource->Path(pszFile));
+    }
+    MakePage();
+    Open(".");
+    // "." and ".." are read as well.
+    CFailingCalls::Fail(ENCall::LIST, "top/inner", EIO, 4);
+    Open("top");
+    CFailingCalls::Reset();
+    QCOMPARE(Names("top/inner").size(), 2);
+    QCOMPARE(Tip("top/inner"), "Only a part of this folder can be read: The disk reports an error.");
+    QVERIFY(Icon("top/inner") != Icon("top/other"));
+}
+
 void tst_TreeFaults::folderThatLeadsBack()
 {
     QDir().mkpath(m_pSource->Path("top"));
@@ -190,6 +210,43 @@ void tst_TreeFaults::folderThatLeadsBack()
     Open(".");
     Open("top");
     QCOMPARE(Tip("top/back"), "This link leads back to a folder that it lies in.");
+}
+
+void tst_TreeFaults::windowAsksNoDisk_data()
+{
+    QTest::addColumn<ENCall>("enCall");
+    QTest::addColumn<QString>("strEnd");
+    QTest::addColumn<bool>("bAsked"); // by another thread
+    QTest::newRow("opening a folder") << ENCall::OPEN_FOLDER << "top" << true;
+    QTest::newRow("opening a folder in it") << ENCall::OPEN_FOLDER << "top/inner" << true;
+    QTest::newRow("reading it") << ENCall::LIST << "top/inner" << true;
+    QTest::newRow("looking at it") << ENCall::STAT << "top/inner" << true;
+    QTest::newRow("looking at a file") << ENCall::STAT << "top/photo.jpg" << false;
+    QTest::newRow("opening a file") << ENCall::OPEN << "top/photo.jpg" << false;
+}
+
+void tst_TreeFaults::windowAsksNoDisk()
+{
+    QFETCH(ENCall, enCall);
+    QFETCH(QString, strEnd);
+    for (const char* pszFile : {"top/inner/file", "top/photo.jpg"}) {
+        WriteFile(m_pSource->Path(pszFile));
+    }
+    MakePage();
+    std::atomic<int> nByWindow{0};
+    CFailingCalls::WatchAll(
+        enCall, strEnd, [&nByWindow] { nByWindow += QThread::currentThread() == qApp->thread() ? 1 : 0; });
+    Open(".");
+    Open("top");
+    CPageTree::Tick(m_pSource->Path("top"));
+    Tree()->grab();
+    for (const char* pszRow : {"top", "top/inner", "top/photo.jpg"}) {
+        Tip(pszRow);
+        Heard(pszRow);
+    }
+    QCOMPARE(nByWindow.load(), 0);
+    QTEST(CFailingCalls::Calls() > 0, "bAsked");
+    CFailingCalls::Reset();
 }
 
 void tst_TreeFaults::folderThatHangs_data()
