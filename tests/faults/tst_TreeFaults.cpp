@@ -78,6 +78,7 @@ private slots:
     void volumeThatHangsAtTheStart();
     void kindOfAVolumeThatHangs();
     void manyVolumesThatHang();
+    void lateFolderBringsWhatIsInIt();
     void hungFolderIsNotAskedTwice();
     void slowFolderIsAwaitedBeforeACount();
     void lateRowsStayOutOfACount();
@@ -357,6 +358,19 @@ void tst_TreeFaults::manyVolumesThatHang()
     for (int n = 0; n < 8; ++n) {
         QTRY_COMPARE(pModel->rowCount(pModel->index(n, 0)), 1);
     }
+}
+
+void tst_TreeFaults::lateFolderBringsWhatIsInIt()
+{
+    WriteFile(m_pSource->Path("top/inner/file"));
+    MakePage();
+    CHungDisk disk(ENCall::OPEN_FOLDER, "top");
+    ListLate("top");
+    QVERIFY(Names("top").isEmpty());
+    disk.LetGo();
+    // Two levels, as in time: what can be opened has its arrow.
+    QTRY_COMPARE(Names("top"), QStringList("inner"));
+    QTRY_COMPARE(Names("top/inner"), QStringList("file"));
 }
 
 void tst_TreeFaults::hungFolderIsNotAskedTwice()
