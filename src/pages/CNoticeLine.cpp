@@ -140,7 +140,8 @@ void CNoticeLine::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(SkinColor::ACCENT));
-    painter.translate(0, (height() - MARK_SIZE) / 2);
+    // By whole pixels, so that the mark stays sharp.
+    painter.translate(QPoint(0, (height() - MARK_SIZE) / 2));
     painter.drawEllipse(QRectF(0, 0, MARK_SIZE, MARK_SIZE));
     // An exclamation mark: no letter, which each face would set elsewhere.
     painter.setBrush(Qt::white);
