@@ -64,8 +64,7 @@ public:
     /** Shows a detail below the message, as plain text; an empty one is not there, as at first. */
     void SetDetail(const QString& strText, ENDetail enKind);
 
-    /** Shows a link below the detail, which the keyboard reaches behind the buttons; an empty one is not
-     * there. */
+    /** Shows a link below the detail, in the Tab order behind the buttons; an empty one is not there. */
     void SetDetailLink(const QString& strText);
 
     /** Sets the least and the greatest size of the box in pixels, in place of the fixed 490 x 300. */

@@ -1,14 +1,16 @@
 #include "pages/CCopyEndBox.h"
 
 #include "copy/CCopyText.h"
-#include "pages/CCopyFileWidget.h"
 #include "pages/CItemListDialog.h"
 
+#include <QCoreApplication>
+
 // A stop chosen by the user is told in the same words: what was asked for has been done.
+// The texts are the copy page's.
 CCopyEndBox::CCopyEndBox(QWidget* parent)
-    : KvMessageBox(CCopyFileWidget::tr("Copy file completed!"), Style_Ok, parent)
+    : KvMessageBox(QCoreApplication::translate("CCopyFileWidget", "Copy file completed!"), Style_Ok, parent)
 {
-    SetBtnText(Style_Ok, CCopyFileWidget::tr("OK"));
+    SetBtnText(Style_Ok, QCoreApplication::translate("CCopyFileWidget", "OK"));
     setIcon(QStringLiteral(":/res/Tip/tips_completed.png"));
     connect(this, &KvMessageBox::SignalDetailLink, this, &CCopyEndBox::ShowList);
 }
