@@ -56,8 +56,7 @@ public:
     /** From now on fnReady runs, on any thread, when there is something to take. */
     void GoOnLater(std::function<void()> fnReady) { m_listAhead.GoOnLater(std::move(fnReady)); }
 
-    /** Makes overdue the nodes whose disks have not answered for that long; returns those that were not so.
-     */
+    /** Makes overdue the nodes whose disks have not answered for that long; the ones that were not yet. */
     std::vector<STFolderRow> MarkOverdue(std::chrono::milliseconds time);
 
 private:
