@@ -68,8 +68,10 @@ static STRule RuleFor(const std::string& strCall, const std::string& strPath)
 }
 
 /** 0 when the call goes on, a negative errno value when it fails, 1 when it does nothing. */
-static int Meet(const char* pszCall, const char* pszPath)
+static int Meet(const char* pszCall, const char* pszPathOrNull)
 {
+    // A file that is open and removed has no path any more.
+    const char* pszPath = pszPathOrNull != nullptr ? pszPathOrNull : "";
     STRule stRule = RuleFor(pszCall, pszPath);
     while (stRule.strWhat == "hang") {
         usleep(20000);
@@ -85,7 +87,7 @@ static int Meet(const char* pszCall, const char* pszPath)
     return stRule.strWhat == "silent" ? 1 : 0;
 }
 
-static std::string Real(const char* pszPath) { return s_strFolder + pszPath; }
+static std::string Real(const char* pszPath) { return s_strFolder + (pszPath != nullptr ? pszPath : ""); }
 
 static int Result(long nResult) { return nResult == -1 ? -errno : int(nResult); }
 
@@ -99,9 +101,11 @@ template <typename Call> static int Do(const char* pszCall, const char* pszPath,
     return Result(call(Real(pszPath).c_str()));
 }
 
-static int GetAttr(const char* pszPath, struct stat* pStatus, fuse_file_info*)
+static int GetAttr(const char* pszPath, struct stat* pStatus, fuse_file_info* pFile)
 {
-    return Do("getattr", pszPath, [=](const char* pszReal) { return lstat(pszReal, pStatus); });
+    return Do("getattr", pszPath, [=](const char* pszReal) {
+        return pszPath == nullptr ? fstat(int(pFile->fh), pStatus) : lstat(pszReal, pStatus);
+    });
 }
 
 static int ReadLink(const char* pszPath, char* pBuf, size_t nSize)
@@ -188,9 +192,11 @@ static int Write(const char* pszPath, const char* pBuf, size_t nSize, off_t nOff
     return nResult;
 }
 
-static int Truncate(const char* pszPath, off_t nSize, fuse_file_info*)
+static int Truncate(const char* pszPath, off_t nSize, fuse_file_info* pFile)
 {
-    return Do("truncate", pszPath, [=](const char* pszReal) { return truncate(pszReal, nSize); });
+    return Do("truncate", pszPath, [=](const char* pszReal) {
+        return pszPath == nullptr ? ftruncate(int(pFile->fh), nSize) : truncate(pszReal, nSize);
+    });
 }
 
 static int Reserve(const char* pszPath, int nMode, off_t nOffset, off_t nSize, fuse_file_info* pFile)
