@@ -111,14 +111,12 @@ void KvMessageBox::SetDetailLink(const QString& strText)
     }
 }
 
-// The box's title says nothing, so a reader is given what stands in the box for a name.
+// The box's title says nothing, so a reader is given the message for a name, and the
+// detail for what is to be said of it.
 void KvMessageBox::TellReaders()
 {
-    QString strName = QTextDocumentFragment::fromHtml(m_pForm->label->text()).toPlainText();
-    if (!m_pDetail->Text().isEmpty()) {
-        strName += QLatin1Char(' ') + m_pDetail->Text();
-    }
-    setAccessibleName(strName);
+    setAccessibleName(QTextDocumentFragment::fromHtml(m_pForm->label->text()).toPlainText());
+    setAccessibleDescription(m_pDetail->Text());
 }
 
 void KvMessageBox::SetTitle(QString strText) { SetDialogInfomationContent(strText); }

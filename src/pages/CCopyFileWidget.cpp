@@ -82,7 +82,10 @@ void CCopyFileWidget::InitView()
     m_pForm->m_pTimeLab->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
     m_pForm->m_pTimeLab->setStyleSheet(CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));
     m_pForm->m_pStateLab->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
-    m_pForm->m_pStateLab->setStyleSheet(CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));
+    QSizePolicy policy = m_pForm->m_pStateLab->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_pForm->m_pStateLab->setSizePolicy(policy);
+    CCopyWatch::ShowLine(*m_pForm->m_pStateLab, CCopyStateLine());
     ShowTime(tr("Calculating..."));
 
     setAccessibleName(tr("Copy Progress"));

@@ -53,7 +53,7 @@ void CCopyWatch::End()
     m_timer.stop();
     m_bShown = false;
     m_line.Begin();
-    m_pLabel->clear();
+    ShowLine(*m_pLabel, m_line);
 }
 
 bool CCopyWatch::IsGivenUp(qint64 nStopMs, qint64 nSinceProgressMs, bool bFlushing)
@@ -108,6 +108,8 @@ void CCopyWatch::Show(const STCopySample& stSample)
 void CCopyWatch::ShowLine(CElidedLabel& label, const CCopyStateLine& line)
 {
     label.setText(line.Text());
+    // An empty one would be read out as a text without words.
+    label.setVisible(!label.text().isEmpty());
     const bool bWarning = line.State() == ENCopyState::NO_ANSWER;
     label.setStyleSheet(bWarning ? QStringLiteral("color: %1;").arg(QColor(SkinColor::WARNING).name())
                                  : CSkinMgr::GetColorStyle(CSkinMgr::COLOR_STYLE_GREY_120));

@@ -586,12 +586,14 @@ void tst_KvMessageBox::readersHearTheDetail()
     box.SetDetail("38 items are missing.", ENDetail::WARNING);
     box.SetDetailLink("Show the list");
     box.show();
-    QCOMPARE(NameHeard(&box), QString("Done 38 items are missing."));
+    QCOMPARE(NameHeard(&box), QString("Done"));
+    QCOMPARE(Heard(&box)->text(QAccessible::Description), QString("38 items are missing."));
     QCOMPARE(NameHeard(box.Detail()), QString("38 items are missing."));
     QCOMPARE(Heard(box.Link())->role(), QAccessible::PushButton);
     QCOMPARE(NameHeard(box.Link()), QString("Show the list"));
     box.SetDetail(QString(), ENDetail::PLAIN);
     QCOMPARE(NameHeard(&box), QString("Done"));
+    QCOMPARE(Heard(&box)->text(QAccessible::Description), QString());
 }
 
 void tst_KvMessageBox::setBtnText_data()

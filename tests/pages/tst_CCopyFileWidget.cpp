@@ -626,7 +626,9 @@ void tst_CCopyFileWidget::stateLineMovesNothing()
     const QImage imgBefore = m_pPage->grab().toImage();
     const QRect place = PlaceIn(m_pPage.get(), pState);
     QVERIFY(place.top() > PlaceIn(m_pPage.get(), TimeLab()).bottom());
+    QVERIFY(!pState->isVisible()); // nothing to be read out
     pState->setText(QString(400, 'W'));
+    pState->show();
     QCoreApplication::sendPostedEvents();
     QImage imgAfter = m_pPage->grab().toImage();
     QVERIFY(imgAfter != imgBefore);

@@ -459,6 +459,7 @@ void tst_TranslationsFit::copyState()
         const QString strFirst = strText.contains("%2") ? "9999" : CCopyText::Files(9999999);
         strText.replace("%1", strFirst).replace("%2", "/Volumes/Macintosh HD/Users/anna/IMG_0001.jpg");
         pState->setText(strText);
+        pState->show();
         QCOMPARE(Measured(&page), QString("4 texts"));
         Save(&page, QString("state%1").arg(++nStates));
     }

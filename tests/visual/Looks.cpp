@@ -197,7 +197,7 @@ static Scene ShowState(bool bStop, const STCopySample& stLast)
             line.Stop();
         }
         line.Look(stLast, 10000);
-        CCopyWatch::ShowLine(*static_cast<CElidedLabel*>(stage.Part("m_pStateLab")), line);
+        CCopyWatch::ShowLine(*stage.CopyPage()->findChild<CElidedLabel*>("m_pStateLab"), line);
     };
 }
 
