@@ -1,20 +1,36 @@
 #include "pages/CEarlyPressGuard.h"
 
 #include <QApplication>
-#include <QEvent>
+#include <QMouseEvent>
 #include <QWidget>
 
 CEarlyPressGuard::CEarlyPressGuard(QWidget* pControl)
     : QObject(pControl)
+    , m_pControl(pControl)
 {
-    pControl->installEventFilter(this);
+    // The first press is another control's.
+    qApp->installEventFilter(this);
 }
 
-void CEarlyPressGuard::Begin() { m_sinceBegin.start(); }
+void CEarlyPressGuard::Begin() { m_nPressBefore = m_nLastPress; }
 
-bool CEarlyPressGuard::eventFilter(QObject*, QEvent* pEvent)
+bool CEarlyPressGuard::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
-    const bool bPress
-        = pEvent->type() == QEvent::MouseButtonPress || pEvent->type() == QEvent::MouseButtonDblClick;
-    return bPress && m_sinceBegin.isValid() && !m_sinceBegin.hasExpired(QApplication::doubleClickInterval());
+    if (pEvent->type() != QEvent::MouseButtonPress && pEvent->type() != QEvent::MouseButtonDblClick) {
+        return false;
+    }
+    const ulong nTimestamp = static_cast<QMouseEvent*>(pEvent)->timestamp();
+    if (pWatched == m_pControl && IsEarly(nTimestamp)) {
+        return true;
+    }
+    m_nLastPress = nTimestamp;
+    return false;
+}
+
+// By the clock of the window system, which knows when the mouse was pressed, however
+// late the press is dealt with.
+bool CEarlyPressGuard::IsEarly(ulong nTimestamp) const
+{
+    const ulong nInterval = ulong(QApplication::doubleClickInterval());
+    return m_nPressBefore != 0 && nTimestamp >= m_nPressBefore && nTimestamp - m_nPressBefore < nInterval;
 }

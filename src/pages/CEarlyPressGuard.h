@@ -1,14 +1,14 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QObject>
 
 class QWidget;
 
 /**
- * Keeps the second press of a double click from a control that has just come up
- * where another one was: presses of the mouse count only once the double-click
- * interval has passed. Keys count at once. GUI thread only.
+ * Keeps the second press of a double click from a control that has come up where
+ * another one was: of two presses of the mouse within the double-click interval, the
+ * first of them before the control came up, the second does not count. Keys count at
+ * once. GUI thread only.
  */
 class CEarlyPressGuard : public QObject
 {
@@ -24,5 +24,9 @@ public:
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
-    QElapsedTimer m_sinceBegin;
+    bool IsEarly(ulong nTimestamp) const;
+
+    QWidget* const m_pControl;
+    ulong m_nLastPress = 0; // ms of the window system's clock; 0 before the first press
+    ulong m_nPressBefore = 0; // the last one before the control came up; 0 when there is none
 };

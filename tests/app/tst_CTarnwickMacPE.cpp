@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStackedWidget>
@@ -523,18 +524,23 @@ void tst_CTarnwickMacPE::exitQuestionUnderTheStopQuestion()
 // Cancel comes up where Copy was.
 void tst_CTarnwickMacPE::doubleClickOnCopyDoesNotCancel()
 {
-    const int nInterval = QApplication::doubleClickInterval();
-    QApplication::setDoubleClickInterval(3600000);
+    const auto fnPress = [](QWidget* pButton, ulong nTimestamp) {
+        for (const QEvent::Type enType : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(enType, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            event.setTimestamp(nTimestamp);
+            QCoreApplication::sendEvent(pButton, &event);
+        }
+    };
+    fnPress(SelectPage()->findChild<QPushButton*>("toolBtn"), 1000);
     emit SelectPage()->SignalCopyFile();
     auto* pCancel = CopyPage()->findChild<QPushButton*>("toolBtn");
     CModalAnswerer answerer("Cancel");
-    QTest::mouseClick(pCancel, Qt::LeftButton);
+    fnPress(pCancel, 1001);
     QVERIFY(!answerer.Answered());
     QCOMPARE(CopyPage()->GetCopyStatus(), 0);
     QTest::keyClick(pCancel, Qt::Key_Space);
     QVERIFY(answerer.Answered());
     QCOMPARE(answerer.Text(), TEXT_STOP);
-    QApplication::setDoubleClickInterval(nInterval);
 }
 
 QTEST_MAIN(tst_CTarnwickMacPE)

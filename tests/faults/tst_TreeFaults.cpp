@@ -428,13 +428,11 @@ void tst_TreeFaults::lateRowsStayOutOfACount()
     Tree()->LendNodes(true);
     disk.LetGo();
     QTRY_VERIFY(!CLeftBehind::Any());
-    QTest::qWait(50);
-    QVERIFY(pDead->m_listChild.isEmpty());
+    QVERIFY(!QTest::qWaitFor([&] { return !pDead->m_listChild.isEmpty(); }, 50));
     // The worker lists it itself; nothing comes twice.
     pDead->LoadChild();
     Tree()->LendNodes(false);
-    QTest::qWait(50);
-    QCOMPARE(Names("top/dead"), QStringList("file"));
+    QVERIFY(!QTest::qWaitFor([&] { return Names("top/dead") != QStringList("file"); }, 50));
 }
 
 void tst_TreeFaults::lateRowsStayOutOfACopy()
@@ -447,8 +445,7 @@ void tst_TreeFaults::lateRowsStayOutOfACopy()
     m_pPage->hide();
     disk.LetGo();
     QTRY_VERIFY(!CLeftBehind::Any());
-    QTest::qWait(50);
-    QVERIFY(Node("top/dead")->m_listChild.isEmpty());
+    QVERIFY(!QTest::qWaitFor([&] { return !Node("top/dead")->m_listChild.isEmpty(); }, 50));
     m_pPage->show();
     QTRY_COMPARE(Names("top/dead"), QStringList("file"));
 }
@@ -466,8 +463,7 @@ void tst_TreeFaults::lateRowsOfARemovedFolder()
     QVERIFY(CLeftBehind::Any());
     disk.LetGo();
     QTRY_VERIFY(!CLeftBehind::Any());
-    QTest::qWait(50);
-    QVERIFY(Names("top").isEmpty());
+    QVERIFY(!QTest::qWaitFor([&] { return !Names("top").isEmpty(); }, 50));
     Tree()->collapse(At("."));
     Open(".");
     Open("top");

@@ -139,8 +139,7 @@ public:
     /** Makes each folder that the program lists take nMs longer; 0 ends that. */
     void SlowListing(int nMs);
 
-    /** Holds the last writing of the destination to its disk (0), lets it fail (an errno value) or go on
-     * (-1). */
+    /** Holds the destination's flush (0), lets it fail (an errno value) or go on (-1). */
     void HoldFlush(int nOrder);
 
     /** Sends the program a signal. */

@@ -6,9 +6,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QRegularExpression>
-#include <QStyleHints>
 #include <QTest>
 
 #include <cerrno>
@@ -81,6 +79,7 @@ private:
     void PressCopy();
     void Conclude();
     void LeaveCopyPage();
+    bool HasBox() const { return m_pJourney->Modal().value("open").toBool(); }
     void TakeBox();
     void LookAtStick();
     void VerifyTruth() const;
@@ -250,10 +249,11 @@ void tst_Troubles::Story(ENStage enStage, Arise pfnArise)
         QVERIFY(CJourney::WaitFor([&] { return m_pJourney->Progress() >= nFrom; }));
     }
     if (enStage == ENStage::PAUSED) {
-        // Sooner it would be taken for the second half of a double click on Copy.
-        QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval() + 200);
-        m_pJourney->Click("toolBtn", "m_pCopyFilePage");
-        QVERIFY(m_pJourney->WaitForBox(TEXT_STOP));
+        // A press too soon is taken for the second half of a double click on Copy.
+        QVERIFY(CJourney::WaitFor([&] {
+            m_pJourney->Click("toolBtn", "m_pCopyFilePage");
+            return m_pJourney->WaitForBox(TEXT_STOP, 500);
+        }));
     }
     if (enStage >= ENStage::COPYING) {
         fnArise();
@@ -286,7 +286,6 @@ void tst_Troubles::Conclude()
 {
     QElapsedTimer timer;
     timer.start();
-    int nProgress = -1;
     while (m_pJourney->IsRunning() && !timer.hasExpired(60000)) {
         TakeBox();
         if (m_pJourney->Page() == PAGE_COPY) {
@@ -294,15 +293,12 @@ void tst_Troubles::Conclude()
             const QString strState = m_pJourney->Text("m_pStateLab");
             m_seen.strState = strState.isEmpty() ? m_seen.strState : strState;
             const int nNow = m_pJourney->Progress();
-            QTest::qWait(500);
-            if (nNow == m_pJourney->Progress() && nNow == nProgress && m_pJourney->Page() == PAGE_COPY
-                && !m_pJourney->Modal().value("open").toBool()) {
+            if (!CJourney::WaitFor([&] { return HasBox() || m_pJourney->Progress() != nNow; }, 1000)) {
                 LeaveCopyPage();
             }
-            nProgress = nNow;
         } else if (!m_pJourney->Shows("CSearchWaitView")) {
-            QTest::qWait(300); // a box may be about to come
-            if (m_pJourney->Page() == PAGE_SELECT && !m_pJourney->Modal().value("open").toBool()) {
+            // A box may be about to come.
+            if (!CJourney::WaitFor([&] { return HasBox() || m_pJourney->Page() == PAGE_COPY; }, 300)) {
                 return;
             }
         } else if (timer.hasExpired(8000)) {
