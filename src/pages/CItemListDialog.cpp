@@ -127,13 +127,18 @@ QString CItemListDialog::Footer(const STCopyAccount& stAccount)
 {
     const qint64 nMore = stAccount.nProblems + stAccount.nNotes - stAccount.listItem.size();
     const QString strMore = QLocale().toString(nMore);
-    if (nMore > 0 && !stAccount.strReport.isEmpty()) {
+    // One that could not be completed may lie there all the same.
+    const bool bReport = !stAccount.strReport.isEmpty() && !stAccount.bReportMissing;
+    if (nMore > 0 && bReport) {
         return tr("and %1 more, see %2").arg(strMore, stAccount.strReport);
     }
     if (nMore > 0) {
         return tr("and %1 more").arg(strMore);
     }
-    return stAccount.strReport.isEmpty() ? QString() : tr("This list is also in %1").arg(stAccount.strReport);
+    if (stAccount.bReportMissing) {
+        return CCopyText::ReportMissing();
+    }
+    return bReport ? tr("This list is also in %1").arg(stAccount.strReport) : QString();
 }
 
 void CItemListDialog::keyPressEvent(QKeyEvent* pEvent)

@@ -21,7 +21,11 @@ void CLastCopyNotice::Show(const STCopyAccount& stAccount, const QString& strUsb
         m_pNotice->Clear(ENNotice::LAST_COPY);
         return;
     }
-    m_pNotice->Set(ENNotice::LAST_COPY, m_pNotice->TextOf(strUsbName, CCopyText::Summary(stAccount)),
+    QString strWhat = CCopyText::Summary(stAccount);
+    if (stAccount.bReportMissing) {
+        strWhat += QLatin1Char(' ') + CCopyText::ReportMissing();
+    }
+    m_pNotice->Set(ENNotice::LAST_COPY, m_pNotice->TextOf(strUsbName, strWhat),
                    stAccount.listItem.isEmpty() ? QString() : tr("Show the list"));
 }
 

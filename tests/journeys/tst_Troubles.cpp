@@ -275,6 +275,7 @@ void tst_Troubles::TakeBox()
     }
     const QString strText = objModal.value("text").toString();
     m_seen.listBox.append(strText + " | " + objModal.value("detail").toString());
+    m_seen.bCopyBegan = m_seen.bCopyBegan || strText == TEXT_COMPLETED;
     m_pJourney->Picture("box");
     if (!m_pJourney->AnswerBox(strText, "OK", 5000)) {
         m_pJourney->AnswerBox(strText, "Cancel", 1000);

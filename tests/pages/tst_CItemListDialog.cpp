@@ -118,26 +118,30 @@ void tst_CItemListDialog::footer_data()
 {
     QTest::addColumn<int>("nItems");
     QTest::addColumn<QString>("strReport");
+    QTest::addColumn<bool>("bMissing");
     QTest::addColumn<QString>("strFooter");
     const QString strReport = "/Volumes/STICK %1/Tarnwick.txt";
-    QTest::newRow("all, no report") << 3 << ""
-                                    << "";
-    QTest::newRow("all, report") << 3 << strReport << "This list is also in " + strReport;
-    QTest::newRow("bound") << 1000 << ""
-                           << "";
-    QTest::newRow("more, report") << 1001 << strReport << "and 1 more, see " + strReport;
-    QTest::newRow("more, no report") << 2500 << ""
-                                     << "and 1,500 more";
+    const QString strNone;
+    QTest::newRow("all, no report") << 3 << strNone << false << strNone;
+    QTest::newRow("all, report") << 3 << strReport << false << "This list is also in " + strReport;
+    QTest::newRow("all, report missing") << 3 << strNone << true << CCopyText::ReportMissing();
+    QTest::newRow("all, report not complete") << 3 << strReport << true << CCopyText::ReportMissing();
+    QTest::newRow("bound") << 1000 << strNone << false << strNone;
+    QTest::newRow("more, report") << 1001 << strReport << false << "and 1 more, see " + strReport;
+    QTest::newRow("more, no report") << 2500 << strNone << false << "and 1,500 more";
+    QTest::newRow("more, report not complete") << 2500 << strReport << true << "and 1,500 more";
 }
 
 void tst_CItemListDialog::footer()
 {
     QFETCH(int, nItems);
     QFETCH(QString, strReport);
+    QFETCH(bool, bMissing);
     QFETCH(QString, strFooter);
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     STCopyAccount stAccount = Account(nItems);
     stAccount.strReport = strReport;
+    stAccount.bReportMissing = bMissing;
     CItemListDialog dialog(stAccount);
     dialog.show();
     const auto* pFooter = dialog.findChild<CElidedLabel*>("m_pFooterLab");

@@ -73,6 +73,10 @@ void tst_CSelFileWidgetNotices::lastCopy_data()
     QTest::newRow("stopped") << Account([](STCopyAccount& st) { st.bStopped = true; }) << true << false;
     QTest::newRow("not confirmed") << Account([](STCopyAccount& st) { st.enFlush = ENCopyFlush::FAILED; })
                                    << true << false;
+    QTest::newRow("list not saved") << Account([](STCopyAccount& st) {
+        st.bStopped = true;
+        st.bReportMissing = true;
+    }) << true << false;
     QTest::newRow("disk gone") << Account([](STCopyAccount& st) { st.bGone = true; }) << true << false;
 }
 
@@ -82,7 +86,8 @@ void tst_CSelFileWidgetNotices::lastCopy()
     QFETCH(bool, bSaid);
     MakePage({"STICK"});
     m_pPage->ShowLastCopy(stAccount, "<b>%1</b>");
-    QCOMPARE(Notice(), bSaid ? "<b>%1</b>: " + CCopyText::Summary(stAccount) : QString());
+    const QString strMissing = stAccount.bReportMissing ? ' ' + CCopyText::ReportMissing() : QString();
+    QCOMPARE(Notice(), bSaid ? "<b>%1</b>: " + CCopyText::Summary(stAccount) + strMissing : QString());
     QTEST(Link()->isVisible(), "bList");
     // The next copy was whole.
     m_pPage->ShowLastCopy(Account([](STCopyAccount&) {}), "STICK");
