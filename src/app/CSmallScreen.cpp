@@ -47,7 +47,7 @@ void CSmallScreen::Fit(QMainWindow& window, QStackedWidget* pPages, const QSize&
     }
     const QSize size = SizeOn(sizeScreen, window.maximumSize());
     QScrollArea* pArea = AreaOf(pPages);
-    window.centralWidget()->layout()->replaceWidget(pPages, pArea);
+    delete window.centralWidget()->layout()->replaceWidget(pPages, pArea);
     pArea->setWidget(pPages);
     window.centralWidget()->setFixedSize(size);
     window.setFixedSize(size);

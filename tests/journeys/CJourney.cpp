@@ -272,7 +272,12 @@ void CJourney::HoldFlush(int nOrder)
     WriteNumber(strFile, nOrder);
 }
 
-void CJourney::Send(int nSignal) { ::kill(pid_t(m_process.processId()), nSignal); }
+void CJourney::Send(int nSignal)
+{
+    if (IsRunning()) {
+        ::kill(pid_t(m_process.processId()), nSignal);
+    }
+}
 
 qint64 CJourney::LongestAnswerMs() const { return m_nLongestAnswerMs; }
 
