@@ -21,7 +21,7 @@ class CCopyWatch : public QObject
     Q_OBJECT
 
 public:
-    static constexpr qint64 STOP_MS = 2500; ///< without progress, until a stopped worker is given up
+    static constexpr qint64 STOP_MS = 2300; ///< without progress, until a stopped worker is given up
     static constexpr qint64 FLUSH_MS
         = 20000; ///< the same while it waits for a slow disk to take the last bytes
 

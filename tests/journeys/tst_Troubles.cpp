@@ -234,7 +234,8 @@ void tst_Troubles::Story(ENStage enStage, Arise pfnArise)
         m_pJourney->SlowListing(500);
     }
     if (enStage == ENStage::COPYING || enStage == ENStage::PAUSED) {
-        m_pJourney->SlowWrites(SLOW_MS);
+        // It takes a moment to ask, and there is to be something left to copy then.
+        m_pJourney->SlowWrites(enStage == ENStage::PAUSED ? 5 * SLOW_MS : SLOW_MS);
     }
     if (enStage == ENStage::FINISHING) {
         m_pJourney->HoldFlush(0);
@@ -262,6 +263,7 @@ void tst_Troubles::Story(ENStage enStage, Arise pfnArise)
         fnArise();
     }
     if (enStage == ENStage::PAUSED && m_pJourney->IsRunning()) {
+        m_pJourney->SlowWrites(0);
         m_pJourney->AnswerBox(TEXT_STOP, "Cancel", 3000);
     }
     if (enStage == ENStage::FINISHING && m_pJourney->IsRunning()
