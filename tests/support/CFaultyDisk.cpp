@@ -8,6 +8,7 @@
 #include <QSaveFile>
 #include <QTest>
 
+#include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -42,7 +43,16 @@ CFaultyDisk::~CFaultyDisk()
     CVolume::Unmount(QFile::encodeName(m_dir.filePath("behind")));
 }
 
-bool CFaultyDisk::IsPossible() { return access("/dev/fuse", R_OK | W_OK) == 0; }
+bool CFaultyDisk::IsPossible()
+{
+    // A container may show the device and refuse it all the same.
+    const int nDevice = open("/dev/fuse", O_RDWR | O_CLOEXEC);
+    if (nDevice == -1) {
+        return false;
+    }
+    close(nDevice);
+    return true;
+}
 
 bool CFaultyDisk::IsValid() const { return m_bMounted; }
 
