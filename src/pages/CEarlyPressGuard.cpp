@@ -14,6 +14,9 @@ CEarlyPressGuard::CEarlyPressGuard(QWidget* pControl)
 
 void CEarlyPressGuard::Begin() { m_nPressBefore = m_nLastPress; }
 
+// Hardly any second press takes longer; who presses later may have seen the page come up.
+int CEarlyPressGuard::IntervalMs() { return QApplication::doubleClickInterval() * 3 / 4; }
+
 bool CEarlyPressGuard::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     if (pEvent->type() != QEvent::MouseButtonPress && pEvent->type() != QEvent::MouseButtonDblClick) {
@@ -31,6 +34,6 @@ bool CEarlyPressGuard::eventFilter(QObject* pWatched, QEvent* pEvent)
 // late the press is dealt with.
 bool CEarlyPressGuard::IsEarly(ulong nTimestamp) const
 {
-    const ulong nInterval = ulong(QApplication::doubleClickInterval());
-    return m_nPressBefore != 0 && nTimestamp >= m_nPressBefore && nTimestamp - m_nPressBefore < nInterval;
+    return m_nPressBefore != 0 && nTimestamp >= m_nPressBefore
+        && nTimestamp - m_nPressBefore < ulong(IntervalMs());
 }

@@ -6,9 +6,9 @@ class QWidget;
 
 /**
  * Keeps the second press of a double click from a control that has come up where
- * another one was: of two presses of the mouse within the double-click interval, the
- * first of them before the control came up, the second does not count. Keys count at
- * once. GUI thread only.
+ * another one was: of two presses of the mouse soon after each other, the first of them
+ * before the control came up, the second does not count. Keys count at once. GUI thread
+ * only.
  */
 class CEarlyPressGuard : public QObject
 {
@@ -20,6 +20,9 @@ public:
 
     /** The control comes up now. */
     void Begin();
+
+    /** How soon is too soon, in ms: three quarters of the system's double-click interval. */
+    static int IntervalMs();
 
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 

@@ -60,7 +60,7 @@ void tst_CEarlyPressGuard::pressCounts()
     if (bBegun) {
         guard.Begin();
     }
-    Press(button, FIRST + QApplication::doubleClickInterval() + nGap,
+    Press(button, FIRST + CEarlyPressGuard::IntervalMs() + nGap,
           bDouble ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress);
     QTEST(clicked.count() == 1, "bCounts");
     QVERIFY(!button.isDown());
