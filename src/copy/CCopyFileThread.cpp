@@ -37,6 +37,8 @@ CCopyFileThread::CCopyFileThread(QObject* pParent)
     qRegisterMetaType<STCopyAccount>();
 }
 
+CCopyFileThread::~CCopyFileThread() { wait(); }
+
 void CCopyFileThread::SetCopyParam(qint64 nTotalSize, CDirNode* pRootNode, QString strDestPath,
                                    ENCopyStatus enStatus)
 {

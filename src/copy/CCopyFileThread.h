@@ -38,6 +38,9 @@ class CCopyFileThread : public QThread, private CCopyControl
 public:
     explicit CCopyFileThread(QObject* pParent = nullptr);
 
+    /** Waits for the end of the run: what it uses goes with this object. */
+    ~CCopyFileThread() override;
+
     /**
      * What to copy: the bytes to expect, the root of the ticked tree (not
      * owned), the folder to copy into and the status to begin with.
