@@ -9,7 +9,6 @@
 
 #include <QApplication>
 #include <QThread>
-#include <QThreadPool>
 
 #include <atomic>
 #include <cstdlib>
@@ -90,8 +89,6 @@ void CProgramEnd::SetWindow(CTarnwickMacPE* pWindow) { s_pWindow = pWindow; }
 
 int CProgramEnd::Exec()
 {
-    // What is made before is destroyed after EndByExit; the pool's end would wait for searches.
-    QThreadPool::globalInstance();
     std::atexit(&EndByExit);
     return s_nAsked == NOT_ASKED ? QApplication::exec() : s_nAsked.load();
 }
