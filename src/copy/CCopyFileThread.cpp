@@ -1,8 +1,9 @@
 #include "copy/CCopyFileThread.h"
 
 #include "copy/CCopyPlatform.h"
+#include "copy/CCopyWalk.h"
 #include "copy/CFileCopy.h"
-#include "copy/CUnlistedEntries.h"
+#include "copy/CNodeWalk.h"
 #include "files/CAsideQuestion.h"
 #include "log/CClock.h"
 #include "tree/CDirNode.h"
@@ -97,9 +98,10 @@ void CCopyFileThread::run()
     m_pulse.Begin(m_strDestPath);
     m_report.Reset();
     m_destination = CCopyDestination(m_strDestPath);
-    Begin();
 
-    CopyFile(m_pRootNode, m_strDestPath);
+    const std::unique_ptr<CCopyWalk> pWalk = CCopyWalk::Of(*m_pRootNode, *this, m_strDestPath);
+    Begin(pWalk->Sources());
+    pWalk->Walk();
 
     // One that was left behind has nobody to finish for: what is to be said is said.
     const STCopyEnd stEnd = m_report.IsClosed() ? STCopyEnd() : Finish();
@@ -113,20 +115,13 @@ void CCopyFileThread::run()
 }
 
 /** Says in the log and on the destination that a copy begins. */
-void CCopyFileThread::Begin()
+void CCopyFileThread::Begin(const QStringList& listSource)
 {
-    STCopyBeginning stBeginning{CClock::Now(), {}, m_strDestPath, m_nTotalSize};
-    const int nCount = m_enStatus == COPY_STATUS_STOP ? 0 : m_pRootNode->m_listChild.count();
-    for (int nRow = 0; nRow < nCount && m_enStatus != COPY_STATUS_STOP; ++nRow) {
-        const CDirNode* pChild = m_pRootNode->Child(nRow);
-        if (pChild != nullptr && pChild->m_chkState != Qt::Unchecked) {
-            stBeginning.listSource.append(pChild->m_fileInfo.absoluteFilePath());
-        }
-    }
-    m_report.WriteBegin(stBeginning.listSource, m_strDestPath, m_nTotalSize);
+    m_report.WriteBegin(listSource, m_strDestPath, m_nTotalSize);
     // Of nothing there is nothing to report.
-    if (!stBeginning.listSource.isEmpty()) {
-        m_pReportFile->Begin(m_destination.Parent(), stBeginning);
+    if (!listSource.isEmpty()) {
+        m_pReportFile->Begin(m_destination.Parent(),
+                             {CClock::Now(), listSource, m_strDestPath, m_nTotalSize});
     }
 }
 
@@ -152,60 +147,14 @@ void CCopyFileThread::CopyFile(CDirNode* pNode, QString strDest)
         m_enStatus = COPY_STATUS_STOP;
         return;
     }
-    // Once a stop is noticed the nodes are the GUI's again, so every look at one
-    // comes after a look at the status.
-    if (m_enStatus == COPY_STATUS_STOP || pNode->m_chkState == Qt::Unchecked) {
-        return;
-    }
-    const qint64 nChunk = CopySpeed();
-    const int nCount = pNode->m_listChild.count();
-    for (int nRow = 0; nRow < nCount; ++nRow) {
-        if (m_enStatus == COPY_STATUS_STOP) {
-            return;
-        }
-        CDirNode* pChild = pNode->Child(nRow);
-        if (pChild != nullptr && pChild->m_chkState != Qt::Unchecked) {
-            CopyChild(pChild, strDest, nChunk);
-        }
-    }
+    CNodeWalk(m_pRootNode != nullptr ? *m_pRootNode : *pNode, *this, std::move(strDest)).CopyBelow(*pNode);
 }
 
-void CCopyFileThread::CopyChild(CDirNode* pChild, const QString& strDest, qint64 nChunk)
-{
-    const bool bDir = pChild->m_bDir;
-    QString strSource = bDir ? pChild->m_fileInfo.absoluteFilePath() : pChild->m_fileInfo.absolutePath();
-    const QLatin1String volumes("/Volumes/");
-    if (strSource.startsWith(volumes)) {
-        strSource.remove(0, volumes.size());
-    }
-    // Paths of the start-up volume keep their leading separator: docs/behaviour.md.
-    QString strFolder = strDest + '/' + strSource;
-    m_pulse.BeginItem(pChild->m_fileInfo.absoluteFilePath());
-    const std::optional<STCopyReason> stReason = MakeFolder(strFolder);
-    if (m_enStatus == COPY_STATUS_STOP) {
-        return; // a slow disk may have taken long, and the node may be gone
-    }
-    if (stReason) {
-        ReportBranch(pChild, *stReason);
-        return;
-    }
-    if (!bDir) {
-        WriteFile(pChild, strFolder, nChunk, strDest);
-        return;
-    }
-    const std::optional<STCopyReason> stReplaced = LookAtFolder(*pChild);
-    if (m_enStatus == COPY_STATUS_STOP) {
-        return;
-    }
-    if (stReplaced) {
-        ReportBranch(pChild, *stReplaced);
-        return;
-    }
-    if (pChild->m_chkState == Qt::Checked) {
-        ReportUnlisted(*pChild);
-    }
-    CopyFile(pChild, strDest);
-}
+bool CCopyFileThread::IsStopped() const { return m_enStatus == COPY_STATUS_STOP; }
+
+void CCopyFileThread::ItemBegins(const QString& strPath) { m_pulse.BeginItem(strPath); }
+
+const CCopyDestination& CCopyFileThread::Destination() const { return m_destination; }
 
 std::optional<STCopyReason> CCopyFileThread::MakeFolder(const QString& strFolder)
 {
@@ -217,66 +166,7 @@ std::optional<STCopyReason> CCopyFileThread::MakeFolder(const QString& strFolder
     return stReason;
 }
 
-/**
- * The reason why a folder is not to be entered: a link has taken its place. Notes a
- * link that leads to another volume, once for all that is below it. The node is
- * looked at before the disk and not afterwards.
- */
-std::optional<STCopyReason> CCopyFileThread::LookAtFolder(const CDirNode& node)
-{
-    const QString strPath = node.m_fileInfo.absoluteFilePath();
-    const bool bLink = node.m_bLink;
-    const bool bVolume = node.m_pParent == m_pRootNode;
-    if (bVolume) {
-        return std::nullopt; // a volume may be a link to where it is mounted
-    }
-    m_pulse.BeginStep(ENCopyStep::READING);
-    const std::optional<STFileState> stEntry = CCopyPlatform::GetEntryState(strPath);
-    if (!stEntry || stEntry->enKind != ENFileKind::LINK) {
-        return std::nullopt;
-    }
-    if (!bLink) {
-        return STCopyReason{ENCopyProblem::SOURCE_REPLACED, QStringLiteral("a link has taken its place")};
-    }
-    const std::optional<STFileState> stTarget = CCopyPlatform::GetPathState(strPath);
-    if (stTarget && stTarget->nDevice != stEntry->nDevice) {
-        AddNote(strPath);
-    }
-    return std::nullopt;
-}
-
-/** Books what is not copied of a fully ticked folder, since it is not in the tree. */
-void CCopyFileThread::ReportUnlisted(const CDirNode& node)
-{
-    m_pulse.BeginStep(ENCopyStep::LISTING);
-    CUnlistedEntries entries(node);
-    while (m_enStatus != COPY_STATUS_STOP) {
-        m_pulse.BeginStep(ENCopyStep::LISTING);
-        const std::optional<STCopyOutcome> stOutcome = entries.Next();
-        if (!stOutcome) {
-            return;
-        }
-        AddProblem(*stOutcome);
-    }
-}
-
-/** Books a ticked node that is not copied, with everything ticked below it. */
-void CCopyFileThread::ReportBranch(CDirNode* pNode, const STCopyReason& stReason)
-{
-    const QFileInfo info = pNode->m_fileInfo;
-    const int nCount = pNode->m_listChild.count();
-    const qint64 nExpected = pNode->m_bDir ? STCopyOutcome::UNKNOWN_SIZE : info.size();
-    AddProblem(STCopyOutcome::Missing(info.absoluteFilePath(), stReason, nExpected));
-    // The size and the line of the report came from disks that may be slow.
-    for (int nRow = 0; nRow < nCount && m_enStatus != COPY_STATUS_STOP; ++nRow) {
-        CDirNode* pChild = pNode->Child(nRow);
-        if (pChild != nullptr && pChild->m_chkState != Qt::Unchecked) {
-            ReportBranch(pChild, stReason);
-        }
-    }
-}
-
-void CCopyFileThread::AddProblem(const STCopyOutcome& stOutcome)
+void CCopyFileThread::BookProblem(const STCopyOutcome& stOutcome)
 {
     if (m_report.AddProblem(stOutcome)) {
         m_pulse.BeginStep(ENCopyStep::WRITING);
@@ -284,13 +174,8 @@ void CCopyFileThread::AddProblem(const STCopyOutcome& stOutcome)
     }
 }
 
-/** Notes a link that leads to another volume. */
-void CCopyFileThread::AddNote(const QString& strPath)
+void CCopyFileThread::BookNote(const STCopyOutcome& stOutcome)
 {
-    STCopyOutcome stOutcome;
-    stOutcome.strPath = strPath;
-    stOutcome.stReason
-        = {ENCopyProblem::LEAVES_VOLUME, QStringLiteral("a link to another volume, copied as it resolves")};
     if (m_report.AddNote(stOutcome)) {
         m_pulse.BeginStep(ENCopyStep::WRITING);
         m_pReportFile->Add(CCopyReport::Item(stOutcome));
@@ -308,6 +193,15 @@ void CCopyFileThread::WriteFile(CDirNode* pNode, QString& strFolder, qint64 nChu
     m_bListedAsLink = std::nullopt;
 }
 
+void CCopyFileThread::CopyListedFile(const QFileInfo& source, const QString& strFolder, bool bListedAsLink)
+{
+    m_bListedAsLink = bListedAsLink;
+    QString strTarget = strFolder + '/' + source.fileName();
+    DealExistingFile(strTarget, strFolder, source);
+    DealCopyFile(strTarget, strFolder, source, CopySpeed());
+    m_bListedAsLink = std::nullopt;
+}
+
 void CCopyFileThread::DealExistingFile(QString& strTarget, QString strFolder, QFileInfo source)
 {
     m_pulse.BeginStep(ENCopyStep::WRITING);
@@ -317,7 +211,17 @@ void CCopyFileThread::DealExistingFile(QString& strTarget, QString strFolder, QF
 void CCopyFileThread::DealCopyFile(QString& strTarget, QString strFolder, QFileInfo source, qint64 nChunk)
 {
     CFileCopy copy(source, std::move(strFolder), nChunk, *this, m_bListedAsLink);
-    const STCopyOutcome stOutcome = copy.Copy(strTarget);
+    BookFile(copy.Copy(strTarget));
+}
+
+STCopyOutcome CCopyFileThread::CopyBytes(const QFileInfo& source, const QString& strFolder,
+                                         const QString& strTarget)
+{
+    return CFileCopy(source, strFolder, CopySpeed(), *this, false).Copy(strTarget);
+}
+
+void CCopyFileThread::BookFile(const STCopyOutcome& stOutcome)
+{
     if (stOutcome.HasAllBytes()) {
         m_pulse.AddFile();
     }
@@ -326,7 +230,7 @@ void CCopyFileThread::DealCopyFile(QString& strTarget, QString strFolder, QFileI
         m_pReportFile->Add(CCopyReport::Item(stOutcome));
     }
     if (stOutcome.bLeavesVolume && stOutcome.HasAllBytes()) {
-        AddNote(stOutcome.strPath);
+        BookNote(STCopyOutcome::LeavesVolume(stOutcome.strPath));
     }
 }
 
@@ -379,7 +283,7 @@ ENCopyFlush CCopyFileThread::FlushDestination(bool bStopped, bool bGone)
     if (!bStopped || !bGone) {
         const STCopyReason stReason{ENCopyProblem::NOT_FLUSHED,
                                     QStringLiteral("the data may not be on the disk"), nError};
-        AddProblem({ENCopyEnd::NOT_WHOLE, m_strDestPath, stReason, m_report.Bytes(), m_nTotalSize});
+        BookProblem({ENCopyEnd::NOT_WHOLE, m_strDestPath, stReason, m_report.Bytes(), m_nTotalSize});
     }
     return ENCopyFlush::FAILED;
 }

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "copy/CCopyClock.h"
-#include "copy/CCopyControl.h"
 #include "copy/CCopyDestination.h"
 #include "copy/CCopyPulse.h"
 #include "copy/CCopyReport.h"
 #include "copy/CCopyReportFile.h"
+#include "copy/CCopyWork.h"
 #include "copy/ENCopyStatus.h"
 #include "copy/STCopyAccount.h"
 
@@ -22,8 +22,8 @@ class QFile;
 
 /**
  * Copies the ticked part of the source tree to the destination folder, one file
- * after another in chunks, on a thread of its own. It walks the nodes and obeys
- * the status; a CFileCopy does the work on each file.
+ * after another in chunks, on a thread of its own, and obeys the status. A CCopyWalk
+ * goes through what is ticked, a CFileCopy does the work on each file.
  *
  * SetCopyParam comes before start(); what says "any thread" may be called at any
  * time; everything else belongs to the worker. The worker reads the nodes until it
@@ -31,7 +31,7 @@ class QFile;
  * before destroying it. A worker whose disk does not answer may be left behind
  * after CloseAccount: it touches nothing but itself, and has to outlive its run.
  */
-class CCopyFileThread : public QThread, private CCopyControl
+class CCopyFileThread : public QThread, private CCopyWork
 {
     Q_OBJECT
 
@@ -132,16 +132,19 @@ signals:
     void SignalRemainTime(qint64 nSeconds);
 
 private:
-    void Begin();
+    void Begin(const QStringList& listSource);
     STCopyEnd Finish();
-    void CopyChild(CDirNode* pChild, const QString& strDest, qint64 nChunk);
-    std::optional<STCopyReason> MakeFolder(const QString& strFolder);
-    std::optional<STCopyReason> LookAtFolder(const CDirNode& node);
-    void AddProblem(const STCopyOutcome& stOutcome);
-    void AddNote(const QString& strPath);
-    void ReportUnlisted(const CDirNode& node);
-    void ReportBranch(CDirNode* pNode, const STCopyReason& stReason);
     ENCopyFlush FlushDestination(bool bStopped, bool bGone);
+    bool IsStopped() const override;
+    void ItemBegins(const QString& strPath) override;
+    const CCopyDestination& Destination() const override;
+    std::optional<STCopyReason> MakeFolder(const QString& strFolder) override;
+    void CopyListedFile(const QFileInfo& source, const QString& strFolder, bool bListedAsLink) override;
+    STCopyOutcome CopyBytes(const QFileInfo& source, const QString& strFolder,
+                            const QString& strTarget) override;
+    void BookFile(const STCopyOutcome& stOutcome) override;
+    void BookProblem(const STCopyOutcome& stOutcome) override;
+    void BookNote(const STCopyOutcome& stOutcome) override;
     bool WaitWhilePaused() override;
     void ChunkDone(const QString& strName, qint64 nBytes) override;
     void StepBegins(ENCopyStep enStep) override;

@@ -27,6 +27,7 @@ STFileState CCopyPlatform::State(const struct stat& stRaw)
     stState.bRemoved = stRaw.st_nlink == 0;
     stState.nDevice = quint64(stRaw.st_dev);
     stState.nInode = quint64(stRaw.st_ino);
+    stState.nPermissions = unsigned(stRaw.st_mode) & 0777U;
     stState.nSize = stRaw.st_size;
     stState.nAccessedSec = stAccessed.tv_sec;
     stState.nAccessedNsec = stAccessed.tv_nsec;

@@ -4,6 +4,7 @@
 #include <QtGlobal>
 
 #include <ctime>
+#include <limits>
 #include <optional>
 
 struct stat;
@@ -24,11 +25,19 @@ struct STFileState
     bool bRemoved = false; ///< no name leads to the file any more
     quint64 nDevice = 0; ///< identifies the file system while it is mounted
     quint64 nInode = 0; ///< identifies the file there while it exists
+    unsigned nPermissions = 0; ///< the bits for owner, group and others, 0 to 0777
     qint64 nSize = 0; ///< bytes
     qint64 nAccessedSec = 0; ///< seconds since the epoch
     qint64 nAccessedNsec = 0; ///< rest of the second, in ns
     qint64 nModifiedSec = 0; ///< seconds since the epoch
     qint64 nModifiedNsec = 0; ///< rest of the second, in ns
+};
+
+/** What a disk can hold, as far as it says so. */
+struct STDiskRules
+{
+    qint64 nBlockBytes = 1; ///< the room that a file takes is a multiple of this
+    qint64 nMostFileBytes = std::numeric_limits<qint64>::max(); ///< size of the largest file
 };
 
 /**
@@ -50,6 +59,9 @@ public:
 
     /** State of an open descriptor. */
     static std::optional<STFileState> GetOpenState(int nDescriptor);
+
+    /** What the disk that holds the path can hold; the initial values where it does not say. */
+    static STDiskRules GetDiskRules(const QString& strPath);
 
     /** Whether this user may make entries in the folder; what keeps him from it is in errno. */
     static bool CanWrite(const QString& strFolder);

@@ -1,9 +1,16 @@
 #include "copy/CCopyPlatform.h"
 
+#include <QFile>
+
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
+
+// Sizes in its entries have 32 bits.
+static const qint64 FAT_MOST_FILE_BYTES = 0xffffffffLL;
 
 void CCopyPlatform::SetLeastTimerSlack()
 {
@@ -24,3 +31,17 @@ bool CCopyPlatform::Reserve(int nDescriptor, qint64 nSize, qint64 nBytes)
 bool CCopyPlatform::FlushFile(int nDescriptor) { return fsync(nDescriptor) == 0; }
 
 bool CCopyPlatform::FlushFileSystem(int nDescriptor) { return syncfs(nDescriptor) == 0; }
+
+STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)
+{
+    STDiskRules stRules;
+    struct statfs stRaw;
+    if (statfs(QFile::encodeName(strPath).constData(), &stRaw) != 0) {
+        return stRules;
+    }
+    stRules.nBlockBytes = qMax<qint64>(1, stRaw.f_frsize > 0 ? stRaw.f_frsize : stRaw.f_bsize);
+    if (stRaw.f_type == MSDOS_SUPER_MAGIC) {
+        stRules.nMostFileBytes = FAT_MOST_FILE_BYTES;
+    }
+    return stRules;
+}

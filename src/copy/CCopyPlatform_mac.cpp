@@ -1,8 +1,16 @@
 #include "copy/CCopyPlatform.h"
 
+#include <QFile>
+
+#include <cstring>
 #include <fcntl.h>
+#include <sys/mount.h>
+#include <sys/param.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+// Sizes in its entries have 32 bits.
+static const qint64 FAT_MOST_FILE_BYTES = 0xffffffffLL;
 
 void CCopyPlatform::SetLeastTimerSlack()
 {
@@ -32,4 +40,18 @@ bool CCopyPlatform::FlushFileSystem(int nDescriptor)
     // sync() hands everything to the disks.
     sync();
     return FlushFile(nDescriptor);
+}
+
+STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)
+{
+    STDiskRules stRules;
+    struct statfs stRaw;
+    if (statfs(QFile::encodeName(strPath).constData(), &stRaw) != 0) {
+        return stRules;
+    }
+    stRules.nBlockBytes = qMax<qint64>(1, stRaw.f_bsize);
+    if (std::strcmp(stRaw.f_fstypename, "msdos") == 0) {
+        stRules.nMostFileBytes = FAT_MOST_FILE_BYTES;
+    }
+    return stRules;
 }

@@ -201,6 +201,24 @@ void CCopyReport::TakeNoteFromList()
     --m_stBooks.nListedNotes;
 }
 
+/** Whether an item with that problem has all its bytes at the destination, or is none that has any. */
+static bool IsNote(ENCopyProblem enProblem)
+{
+    switch (enProblem) {
+    case ENCopyProblem::TIME_LOST: // the log calls it not whole; whoever misses bytes does not
+    case ENCopyProblem::LEAVES_VOLUME:
+    case ENCopyProblem::ENTERED_BEFORE:
+    case ENCopyProblem::LINK_LOST:
+    case ENCopyProblem::NAME_CHANGED:
+    case ENCopyProblem::PERMISSIONS_LOST:
+    case ENCopyProblem::ATTRIBUTES_LOST:
+    case ENCopyProblem::FOLDER_TIMES_LOST:
+        return true;
+    default:
+        return false;
+    }
+}
+
 STCopyItem CCopyReport::Item(const STCopyOutcome& stOutcome)
 {
     STCopyItem stItem;
@@ -209,9 +227,8 @@ STCopyItem CCopyReport::Item(const STCopyOutcome& stOutcome)
     stItem.nError = stOutcome.stReason.nError;
     stItem.nCopied = stOutcome.nCopied;
     stItem.nExpected = stOutcome.nExpected;
-    // The log calls a file without its time not whole; whoever misses bytes does not.
-    stItem.bNote
-        = stItem.enProblem == ENCopyProblem::TIME_LOST || stItem.enProblem == ENCopyProblem::LEAVES_VOLUME;
+    stItem.strDetail = stOutcome.stReason.strDetail;
+    stItem.bNote = IsNote(stItem.enProblem);
     return stItem;
 }
 

@@ -69,8 +69,32 @@ static QString ProblemText(ENCopyProblem enProblem)
         return CCopyText::tr("It is a link to another disk. What it leads to was copied.");
     case ENCopyProblem::NO_ANSWER:
         return CCopyText::tr("The disk does not answer.");
+    case ENCopyProblem::TOO_LARGE:
+        return CCopyText::tr("Too large for the file system of this disk.");
+    case ENCopyProblem::DAMAGED:
+        return CCopyText::tr("Parts of it cannot be read; zeros stand for the bytes %1.");
+    case ENCopyProblem::OTHER_FILE_SYSTEM:
+        return CCopyText::tr("Another disk is mounted here. What is on it was not copied.");
+    case ENCopyProblem::ENTERED_BEFORE:
+        return CCopyText::tr("It is the same folder as another one, which was copied.");
+    case ENCopyProblem::LINK_LOST:
+        return CCopyText::tr("It is a link to %1, and this disk cannot hold links.");
+    case ENCopyProblem::NAME_CHANGED:
+        return CCopyText::tr("The disk does not take its name. There it is called %1.");
+    case ENCopyProblem::PERMISSIONS_LOST:
+        return CCopyText::tr("Items whose permissions this disk cannot hold: %1");
+    case ENCopyProblem::ATTRIBUTES_LOST:
+        return CCopyText::tr("Items whose extended attributes this disk cannot hold: %1");
+    case ENCopyProblem::FOLDER_TIMES_LOST:
+        return CCopyText::tr("Folders whose dates this disk cannot hold: %1");
     }
     return QString();
+}
+
+static QString ProblemWithDetail(const STCopyItem& stItem)
+{
+    const QString strText = ProblemText(stItem.enProblem);
+    return strText.contains(QLatin1String("%1")) ? strText.arg(stItem.strDetail) : strText;
 }
 
 static QString ErrorText(const STCopyItem& stItem)
@@ -124,7 +148,7 @@ QString CCopyText::Reason(const STCopyItem& stItem)
     if (SpeaksForItself(stItem)) {
         return ErrorText(stItem);
     }
-    const QString strProblem = ProblemText(stItem.enProblem);
+    const QString strProblem = ProblemWithDetail(stItem);
     return stItem.nError == 0 ? strProblem : Joined(strProblem, ErrorText(stItem));
 }
 

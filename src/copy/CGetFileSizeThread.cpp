@@ -24,6 +24,10 @@ CGetFileSizeThread::~CGetFileSizeThread() = default;
 
 void CGetFileSizeThread::SetRootNode(CDirNode* pRootNode) { m_pRootNode = pRootNode; }
 
+void CGetFileSizeThread::SetDiskRules(const STDiskRules& stRules) { m_stRules = stRules; }
+
+qint64 CGetFileSizeThread::RoomNeeded() const { return m_nTotalSize; }
+
 void CGetFileSizeThread::run()
 {
     m_nTotalSize = 0;

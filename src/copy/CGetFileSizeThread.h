@@ -1,5 +1,6 @@
 #pragma once
 
+#include "copy/CCopyPlatform.h"
 #include "files/CAsideThread.h"
 
 #include <QString>
@@ -33,6 +34,13 @@ public:
     /** The root whose children are the top-level entries; not owned. Call it before start(). */
     void SetRootNode(CDirNode* pRootNode);
 
+    /** What the destination can hold; where everything is meant the count heeds it. Call it before start().
+     */
+    void SetDiskRules(const STDiskRules& stRules);
+
+    /** Room that the copy needs on the destination, in bytes; valid after SignalGetSizeFinish. */
+    qint64 RoomNeeded() const;
+
     /** Counts and emits SignalGetSizeFinish, unless it is interrupted. */
     void run() override;
 
@@ -60,6 +68,7 @@ private:
 
     CDirNode* m_pRootNode = nullptr;
     qint64 m_nTotalSize = 0;
+    STDiskRules m_stRules;
     std::unique_ptr<CAsideThread> m_pAside; // while it counts
     std::atomic<qint64> m_nProgressMs{0}; // when a disk has answered last, by the steady clock
     mutable std::mutex m_mutexEntry;

@@ -29,7 +29,16 @@ enum class ENCopyProblem
     NO_MEMORY, ///< there is not enough memory
     NOT_FLUSHED, ///< the destination has not confirmed that everything is on it
     LEAVES_VOLUME, ///< a link that leads to another volume, copied as it resolves
-    NO_ANSWER ///< its disk does not answer
+    NO_ANSWER, ///< its disk does not answer
+    TOO_LARGE, ///< the file system of the destination cannot hold a file of its size
+    DAMAGED, ///< parts of it cannot be read, and zeros stand for them
+    OTHER_FILE_SYSTEM, ///< another file system is mounted there, and was not entered
+    ENTERED_BEFORE, ///< a folder that was copied already where it lies, too
+    LINK_LOST, ///< the destination cannot hold links
+    NAME_CHANGED, ///< the destination does not take its name
+    PERMISSIONS_LOST, ///< what the destination cannot hold, counted for the whole copy
+    ATTRIBUTES_LOST, ///< the same of extended attributes
+    FOLDER_TIMES_LOST ///< the same of times of folders
 };
 
 /** One line of a copy's account: an item that is not whole, or that is worth a note. */
@@ -40,6 +49,7 @@ struct STCopyItem
     int nError = 0; ///< errno value that goes with it, 0 when the system gave none
     qint64 nCopied = 0; ///< bytes that reached the destination
     qint64 nExpected = -1; ///< bytes at the source; -1 when nobody has measured them
+    QString strDetail = {}; ///< byte ranges, new name, link's target or number of items, as the problem wants
     bool bNote = false; ///< the item is whole: this only says something about it
 };
 

@@ -22,6 +22,7 @@ struct STCopyReason
     QString strText = {}; ///< in plain English words, to stand behind the item's path
     int nError = 0; ///< errno value that goes with it, 0 when the system gave none
     QString strTarget = {}; ///< the path at the destination that it is about, when its name matters
+    QString strDetail = {}; ///< as STCopyItem has it
 
     /** The destination is not reached any more, or another disk is in its place. */
     static STCopyReason DestinationGone()
@@ -50,6 +51,14 @@ struct STCopyOutcome
                                  qint64 nExpected = UNKNOWN_SIZE)
     {
         return {ENCopyEnd::NOT_WHOLE, strPath, stReason, 0, nExpected};
+    }
+
+    /** The note on a link that leads to another volume. */
+    static STCopyOutcome LeavesVolume(const QString& strPath)
+    {
+        return Missing(strPath,
+                       {ENCopyProblem::LEAVES_VOLUME,
+                        QStringLiteral("a link to another volume, copied as it resolves")});
     }
 
     /** Whether all its bytes are there, even where its time is not. */

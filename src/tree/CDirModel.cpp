@@ -71,6 +71,14 @@ CDirModel* CDirModel::GetInstence()
 
 CDirNode* CDirModel::GetRootNode() const { return m_pRoot; }
 
+void CDirModel::SetComplete(bool bComplete)
+{
+    AssertOwned();
+    m_pRoot->m_bComplete = bComplete;
+}
+
+bool CDirModel::IsComplete() const { return m_pRoot->m_bComplete; }
+
 bool CDirModel::HasCheckedEntry() const { return nodeFromIndex(QModelIndex())->m_chkState != Qt::Unchecked; }
 
 bool CDirModel::HasUnlistedFolder() const

@@ -56,6 +56,15 @@ public:
      */
     bool HasUnlistedFolder() const;
 
+    /**
+     * Whether a tick means everything in it, whether the tree shows it or not; false at
+     * first. The root says it to the workers.
+     */
+    void SetComplete(bool bComplete);
+
+    /** Whether a tick means everything in it. */
+    bool IsComplete() const;
+
     /** Tells whether the nodes belong to a worker from now on. They can be lent to one at a time. */
     void SetLent(bool bLent);
 

@@ -134,6 +134,7 @@ public:
     QList<CDirNode*> m_listChild; ///< in the order of the rows; owned; empty: not listed, or nothing to list
     qint16 m_nListError = 0; ///< why the last listing failed; 0 when all was well
     bool m_bLink = false; ///< it was a symbolic link, of whatever target, when the node was built
+    bool m_bComplete = false; ///< of a root: a tick below it means everything in it, in the tree or not
 
 private:
     void AddUnlisted(int nMore);

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "copy/CCopyControl.h"
+#include "copy/STCopyOutcome.h"
+
+#include <optional>
+
+class CCopyDestination;
+class QFileInfo;
+class QString;
+
+/** What a walk asks of the copy that it walks for; called on the thread that copies. */
+class CCopyWork : public CCopyControl
+{
+public:
+    /** Whether the copy has been told to stop. */
+    virtual bool IsStopped() const = 0;
+
+    /** The copy comes to the item of that path at the source. */
+    virtual void ItemBegins(const QString& strPath) = 0;
+
+    /** What is copied into, for the time of the copy. */
+    virtual const CCopyDestination& Destination() const = 0;
+
+    /** Makes a folder below the destination, with its parents; the reason when it is not there afterwards. */
+    virtual std::optional<STCopyReason> MakeFolder(const QString& strFolder) = 0;
+
+    /** Copies a file of the tree into strFolder, which exists, under a free name, and books it. */
+    virtual void CopyListedFile(const QFileInfo& source, const QString& strFolder, bool bListedAsLink) = 0;
+
+    /** Copies a file's bytes to strTarget, which lies in strFolder, and books nothing. */
+    virtual STCopyOutcome CopyBytes(const QFileInfo& source, const QString& strFolder,
+                                    const QString& strTarget)
+        = 0;
+
+    /** Books what has become of a file. */
+    virtual void BookFile(const STCopyOutcome& stOutcome) = 0;
+
+    /** Books an item of which nothing was copied. */
+    virtual void BookProblem(const STCopyOutcome& stOutcome) = 0;
+
+    /** Books a word about an item that is whole. */
+    virtual void BookNote(const STCopyOutcome& stOutcome) = 0;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "copy/CCopyPlatform.h"
+#include "copy/STCopyOutcome.h"
+
+#include <QString>
+#include <QVector>
+
+#include <functional>
+
+class CCopyControl;
+
+/** A file that could not be read any further at one place. */
+struct STDamagedFile
+{
+    QString strSource; ///< path to read it by
+    QString strTarget; ///< its copy so far, nCopied bytes of it
+    STCopyOutcome stOutcome; ///< of the copy that came to the bad place
+    STFileState stState; ///< of the source before it was copied
+};
+
+/**
+ * The files with places that cannot be read, put aside until all others are copied,
+ * and then finished: what can be read of them is, in smaller steps around what
+ * cannot; zeros stand for the rest. No place that failed is read once more, and the
+ * time that bad places may cost is limited, for a file and for all. Used on the thread
+ * that copies.
+ */
+class CDamagedFiles
+{
+public:
+    explicit CDamagedFiles(CCopyControl& control);
+
+    /** Puts a file aside. */
+    void Add(const STDamagedFile& stFile);
+
+    /**
+     * Finishes all that were put aside and hands each with what has become of it to
+     * fnDone: whole when it could be read after all, else with the byte ranges that zeros
+     * stand for. After a stop the rest is handed over as it is.
+     */
+    void Finish(const std::function<void(const STDamagedFile&, const STCopyOutcome&)>& fnDone);
+
+private:
+    CCopyControl& m_control;
+    QVector<STDamagedFile> m_listFile;
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "copy/CCopyWalk.h"
+#include "copy/STCopyOutcome.h"
+
+#include <optional>
+
+/**
+ * The walk through the ticked nodes: what is not in the tree is not copied, and
+ * said. Once a stop is noticed the nodes are the GUI's again, so every look at one
+ * comes after a look at the status.
+ */
+class CNodeWalk : public CCopyWalk
+{
+public:
+    CNodeWalk(CDirNode& root, CCopyWork& work, QString strDest);
+
+    QStringList Sources() override;
+    void Walk() override;
+
+    /** Copies the ticked children of the node, at any depth. */
+    void CopyBelow(CDirNode& node);
+
+private:
+    void CopyChild(CDirNode& child);
+    std::optional<STCopyReason> LookAtFolder(const CDirNode& node);
+    void ReportUnlisted(const CDirNode& node);
+    void ReportBranch(CDirNode& node, const STCopyReason& stReason);
+
+    CDirNode& m_root;
+    CCopyWork& m_work;
+    const QString m_strDest;
+};
