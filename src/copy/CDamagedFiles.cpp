@@ -1,16 +1,19 @@
 #include "copy/CDamagedFiles.h"
 
-CDamagedFiles::CDamagedFiles(CCopyControl& control)
-    : m_control(control)
+#include <utility>
+
+CDamagedFiles::CDamagedFiles(CCopyWork& work, Done fnDone)
+    : m_work(work)
+    , m_fnDone(std::move(fnDone))
 {
 }
 
 void CDamagedFiles::Add(const STDamagedFile& stFile) { m_listFile.append(stFile); }
 
-void CDamagedFiles::Finish(const std::function<void(const STDamagedFile&, const STCopyOutcome&)>& fnDone)
+void CDamagedFiles::Finish()
 {
     for (const STDamagedFile& stFile : qAsConst(m_listFile)) {
-        fnDone(stFile, stFile.stOutcome);
+        m_fnDone(stFile, stFile.stOutcome);
     }
     m_listFile.clear();
 }

@@ -8,7 +8,7 @@
 
 #include <functional>
 
-class CCopyControl;
+class CCopyWork;
 
 /** A file that could not be read any further at one place. */
 struct STDamagedFile
@@ -29,19 +29,24 @@ struct STDamagedFile
 class CDamagedFiles
 {
 public:
-    explicit CDamagedFiles(CCopyControl& control);
+    /** Gets each file with what has become of it. */
+    using Done = std::function<void(const STDamagedFile&, const STCopyOutcome&)>;
 
-    /** Puts a file aside. */
+    /** The work outlives this; fnDone is called from Finish, and from Add once very many are put aside. */
+    CDamagedFiles(CCopyWork& work, Done fnDone);
+
+    /** Puts a file aside; where there are too many already, finishes it at once. */
     void Add(const STDamagedFile& stFile);
 
     /**
-     * Finishes all that were put aside and hands each with what has become of it to
-     * fnDone: whole when it could be read after all, else with the byte ranges that zeros
-     * stand for. After a stop the rest is handed over as it is.
+     * Finishes all that were put aside, and hands each over: whole when it could be read
+     * after all, else with the byte ranges that zeros stand for. After a stop the rest is
+     * handed over as it is.
      */
-    void Finish(const std::function<void(const STDamagedFile&, const STCopyOutcome&)>& fnDone);
+    void Finish();
 
 private:
-    CCopyControl& m_control;
+    CCopyWork& m_work;
+    const Done m_fnDone;
     QVector<STDamagedFile> m_listFile;
 };
