@@ -54,6 +54,15 @@ std::optional<STFileState> CCopyPlatform::GetEntryState(const QString& strPath)
     return State(stRaw);
 }
 
+std::optional<STFileState> CCopyPlatform::GetEntryState(int nFolder, const char* pszName)
+{
+    struct stat stRaw;
+    if (fstatat(nFolder, pszName, &stRaw, AT_SYMLINK_NOFOLLOW) != 0) {
+        return std::nullopt;
+    }
+    return State(stRaw);
+}
+
 std::optional<STFileState> CCopyPlatform::GetOpenState(int nDescriptor)
 {
     struct stat stRaw;

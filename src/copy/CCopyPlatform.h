@@ -57,6 +57,16 @@ public:
     /** State of the entry itself, a link not followed. */
     static std::optional<STFileState> GetEntryState(const QString& strPath);
 
+    /** The same of the entry pszName of an open folder, or of the current one for AT_FDCWD. */
+    static std::optional<STFileState> GetEntryState(int nFolder, const char* pszName);
+
+    /**
+     * Whether another file system is mounted on the folder, which is the entry pszName
+     * of an open one and has another device than that: some file systems give a device
+     * to parts of themselves. True where the system does not say.
+     */
+    static bool IsMountPoint(int nFolder, const char* pszName);
+
     /** State of an open descriptor. */
     static std::optional<STFileState> GetOpenState(int nDescriptor);
 

@@ -32,6 +32,16 @@ bool CCopyPlatform::FlushFile(int nDescriptor) { return fsync(nDescriptor) == 0;
 
 bool CCopyPlatform::FlushFileSystem(int nDescriptor) { return syncfs(nDescriptor) == 0; }
 
+bool CCopyPlatform::IsMountPoint(int nFolder, const char* pszName)
+{
+    struct statx stRaw;
+    if (statx(nFolder, pszName, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_TYPE, &stRaw) != 0) {
+        return true;
+    }
+    const bool bSays = (stRaw.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
+    return !bSays || (stRaw.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
 STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)
 {
     STDiskRules stRules;

@@ -42,6 +42,12 @@ bool CCopyPlatform::FlushFileSystem(int nDescriptor)
     return FlushFile(nDescriptor);
 }
 
+bool CCopyPlatform::IsMountPoint(int /*nFolder*/, const char* /*pszName*/)
+{
+    // A device of its own means a file system of its own here.
+    return true;
+}
+
 STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)
 {
     STDiskRules stRules;

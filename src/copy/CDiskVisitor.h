@@ -34,10 +34,13 @@ public:
     /** The entries from here on belong to that ticked item, which is the first of them. */
     virtual void BeginItem(const STTickedItem& stItem) = 0;
 
-    /** A folder, before what is in it; false leaves all of that out. */
+    /** A folder, before what is in it; false leaves all of that out, and its end is not told. */
     virtual bool BeginFolder(const STDiskEntry& stFolder) = 0;
 
-    /** A folder that was begun, when all that is in it was handed over; not after a walk that was ended. */
+    /**
+     * A folder that was begun, when all that is in it was handed over; not after a walk
+     * that was ended. Its name is "." then, and the descriptor its own.
+     */
     virtual void EndFolder(const STDiskEntry& stFolder) = 0;
 
     /** A file with bytes. */

@@ -2,28 +2,45 @@
 
 #include "tree/CDirNode.h"
 
-static void Add(const CDirNode& node, const QString& strVolume, const std::function<bool()>& fnStopped,
-                QVector<STTickedItem>& listItem)
+namespace {
+
+/** What is found, and when to end: after a stop no node is looked at any more. */
+struct STSearch
 {
-    if (fnStopped() || node.m_chkState == Qt::Unchecked) {
-        return;
+    const std::function<bool()>& fnStopped;
+    QVector<STTickedItem> listItem = {};
+};
+
+}
+
+/** The items at or below the children of the node; false after a stop. */
+static bool AddBelow(const CDirNode& node, const QString& strVolume, STSearch& stSearch)
+{
+    const int nCount = node.m_listChild.count();
+    for (int nRow = 0; nRow < nCount; ++nRow) {
+        if (stSearch.fnStopped()) {
+            return false;
+        }
+        const CDirNode& child = *node.m_listChild.at(nRow);
+        const QString strPath
+            = child.m_chkState == Qt::Unchecked ? QString() : child.m_fileInfo.absoluteFilePath();
+        const QString strIn = strVolume.isEmpty() ? strPath : strVolume;
+        if (child.m_chkState == Qt::Checked) {
+            stSearch.listItem.append({strPath, strIn});
+        } else if (child.m_chkState == Qt::PartiallyChecked && !AddBelow(child, strIn, stSearch)) {
+            return false;
+        }
     }
-    if (node.m_chkState == Qt::Checked) {
-        listItem.append({node.m_fileInfo.absoluteFilePath(), strVolume});
-        return;
-    }
-    for (const CDirNode* pChild : node.m_listChild) {
-        Add(*pChild, strVolume, fnStopped, listItem);
-    }
+    return true;
 }
 
 QVector<STTickedItem> CTickedItems::Of(const CDirNode& root, const std::function<bool()>& fnStopped)
 {
-    QVector<STTickedItem> listItem;
-    for (const CDirNode* pVolume : root.m_listChild) {
-        Add(*pVolume, pVolume->m_fileInfo.absoluteFilePath(), fnStopped, listItem);
+    STSearch stSearch{fnStopped};
+    if (!fnStopped()) {
+        AddBelow(root, QString(), stSearch);
     }
-    return listItem;
+    return stSearch.listItem;
 }
 
 QStringList CTickedItems::Volumes(const QVector<STTickedItem>& listItem)

@@ -64,6 +64,8 @@ bool CFolderReader::IsLink() const
     return fstatat(Descriptor(), Name(), &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(status.st_mode);
 }
 
+bool CFolderReader::IsKnownFolder() const { return m_pEntry->d_type == DT_DIR; }
+
 bool CFolderReader::IsFolder() const
 {
     if (m_pEntry->d_type != DT_UNKNOWN && m_pEntry->d_type != DT_LNK) {

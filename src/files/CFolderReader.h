@@ -40,11 +40,15 @@ public:
     /** The errno value that refused the folder or ended the reading early; 0 while all is well. */
     int Error() const;
 
-    /** Name of the entry, in the bytes of the disk. Until the next Next(), as are the two below. */
+    /** Name of the entry, in the bytes of the disk. Until the next Next(), as are the three below. */
     const char* Name() const;
 
     /** Whether the entry is a symbolic link. The file system is asked only where the folder does not tell. */
     bool IsLink() const;
+
+    /** Whether the folder itself tells that the entry is a folder and no link; the file system is not asked.
+     */
+    bool IsKnownFolder() const;
 
     /** Whether the entry is a folder or a link to one; links make the file system be asked. */
     bool IsFolder() const;
