@@ -9,6 +9,8 @@
 
 struct statfs
 {
+    unsigned f_bsize;
+    char f_fstypename[16];
     char f_mntonname[1024];
     char f_mntfromname[1024];
 };
