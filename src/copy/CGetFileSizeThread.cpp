@@ -7,16 +7,43 @@
 #include <QStorageInfo>
 #include <QVector>
 
+#include <atomic>
 #include <chrono>
 #include <limits>
+#include <mutex>
 #include <utility>
 
 // Asking whether to end takes a lock, and asking a disk the change to another
 // thread, so both is done once for this many entries.
 static const int ENTRIES_PER_LOOK = 256;
 
+static const int HANGS_MS = 20; // what asking a disk takes at most when all is well
+
+static qint64 SteadyMs()
+{
+    const auto time = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
+}
+
+/** How far the count is; shared with what asks disks, which may outlast the worker. */
+struct CGetFileSizeThread::STProgress
+{
+    std::atomic<qint64> nAnsweredMs{0}; ///< when a disk has answered last, by the steady clock
+    mutable std::mutex mutex;
+    QString strEntry; ///< under the mutex
+
+    void Note() { nAnsweredMs = SteadyMs(); }
+
+    void SetEntry(const QString& strName)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        strEntry = strName;
+    }
+};
+
 CGetFileSizeThread::CGetFileSizeThread(QObject* pParent)
     : QThread(pParent)
+    , m_pProgress(std::make_shared<STProgress>())
 {
 }
 
@@ -26,17 +53,59 @@ void CGetFileSizeThread::SetRootNode(CDirNode* pRootNode) { m_pRootNode = pRootN
 
 void CGetFileSizeThread::SetDiskRules(const STDiskRules& stRules) { m_stRules = stRules; }
 
-qint64 CGetFileSizeThread::RoomNeeded() const { return m_nTotalSize; }
+qint64 CGetFileSizeThread::RoomNeeded() const { return m_stComplete ? m_stComplete->nRoom : m_nTotalSize; }
+
+qint64 CGetFileSizeThread::TooLarge() const { return m_stComplete ? m_stComplete->nTooLarge : 0; }
 
 void CGetFileSizeThread::run()
 {
     m_nTotalSize = 0;
+    m_stComplete.reset();
     NoteProgress();
-    GetDiskSize();
+    if (m_pRootNode != nullptr && m_pRootNode->m_bComplete) {
+        CountComplete();
+    } else {
+        GetDiskSize();
+    }
     m_pAside.reset();
     if (!isInterruptionRequested()) {
         emit SignalGetSizeFinish(m_nTotalSize);
     }
+}
+
+// Runs where the disks are asked, and outlasts the worker when one does not answer.
+STDiskSize CGetFileSizeThread::CountOnDisk(const QVector<STTickedItem>& listItem, const STDiskRules& stRules,
+                                           STProgress& stProgress, const std::atomic<bool>& bEnded)
+{
+    unsigned nStep = 0;
+    const auto fnGoesOn = [&] {
+        // Where the system gives no other thread this is the worker's own.
+        const bool bLook = nStep++ % ENTRIES_PER_LOOK == 0;
+        if (bEnded || (bLook && QThread::currentThread()->isInterruptionRequested())) {
+            return false;
+        }
+        stProgress.Note();
+        return true;
+    };
+    const auto fnVolume
+        = [&](const QString& strVolume) { stProgress.SetEntry(QFileInfo(strVolume).fileName()); };
+    return CDiskSize::Of(listItem, stRules, {fnGoesOn, fnVolume});
+}
+
+/** Counts on the disk what the ticks mean; the nodes are read before that. */
+void CGetFileSizeThread::CountComplete()
+{
+    const auto fnStopped = [this] { return isInterruptionRequested(); };
+    const auto pEnded = std::make_shared<std::atomic<bool>>(false);
+    const auto fnCount
+        = [listItem = CTickedItems::Of(*m_pRootNode, fnStopped), stRules = m_stRules, pProgress = m_pProgress,
+           pEnded] { return CountOnDisk(listItem, stRules, *pProgress, *pEnded); };
+    // A walk that is told to end does so before the next look, unless it waits for a disk.
+    const auto fnGiveUp = [&] {
+        return isInterruptionRequested() && (pEnded->exchange(true) || SinceProgressMs() > HANGS_MS);
+    };
+    m_stComplete = Ask<STDiskSize>(fnCount, fnGiveUp);
+    AddSize(m_stComplete ? m_stComplete->nBytes : 0);
 }
 
 void CGetFileSizeThread::GetDiskSize()
@@ -48,10 +117,7 @@ void CGetFileSizeThread::GetDiskSize()
         if (isInterruptionRequested()) {
             return;
         }
-        {
-            const std::lock_guard<std::mutex> lock(m_mutexEntry);
-            m_strEntry = pEntry->m_fileInfo.fileName();
-        }
+        m_pProgress->SetEntry(pEntry->m_fileInfo.fileName());
         if (pEntry->m_chkState == Qt::Checked) {
             // Deliberate: walking a whole volume would take as long as the copy
             // itself, and its capacity is never less than what it holds.
@@ -118,27 +184,28 @@ void CGetFileSizeThread::AddFiles(QStringList& listFile)
 // Nothing when this thread was interrupted before the disk has answered.
 template <typename Answer> std::optional<Answer> CGetFileSizeThread::Ask(std::function<Answer()> fnAsk)
 {
+    return Ask<Answer>(std::move(fnAsk), [this] { return isInterruptionRequested(); });
+}
+
+template <typename Answer>
+std::optional<Answer> CGetFileSizeThread::Ask(std::function<Answer()> fnAsk,
+                                              const std::function<bool()>& fnGiveUp)
+{
     if (!m_pAside) {
         m_pAside = std::make_unique<CAsideThread>();
     }
     NoteProgress();
-    return m_pAside->Ask<Answer>(std::move(fnAsk), [this] { return isInterruptionRequested(); });
+    return m_pAside->Ask<Answer>(std::move(fnAsk), fnGiveUp);
 }
 
-static qint64 SteadyMs()
-{
-    const auto time = std::chrono::steady_clock::now().time_since_epoch();
-    return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
-}
+void CGetFileSizeThread::NoteProgress() { m_pProgress->Note(); }
 
-void CGetFileSizeThread::NoteProgress() { m_nProgressMs = SteadyMs(); }
-
-qint64 CGetFileSizeThread::SinceProgressMs() const { return SteadyMs() - m_nProgressMs; }
+qint64 CGetFileSizeThread::SinceProgressMs() const { return SteadyMs() - m_pProgress->nAnsweredMs; }
 
 QString CGetFileSizeThread::CurrentEntry() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutexEntry);
-    return m_strEntry;
+    const std::lock_guard<std::mutex> lock(m_pProgress->mutex);
+    return m_pProgress->strEntry;
 }
 
 void CGetFileSizeThread::AddSize(qint64 nBytes)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "copy/CCopyPlatform.h"
+#include "copy/CDiskSize.h"
 #include "files/CAsideThread.h"
 
 #include <QString>
@@ -8,14 +9,16 @@
 #include <QThread>
 
 #include <atomic>
+#include <functional>
 #include <memory>
-#include <mutex>
+#include <optional>
 
 class CDirNode;
 
 /**
  * Adds up the bytes that the user's ticks select, on a thread of its own, and
- * lists ticked folders that were never opened in the tree.
+ * lists ticked folders that were never opened in the tree. Where the root says that
+ * all of it is meant, the disk is counted instead, and no node is made.
  *
  * While it runs the nodes belong to it. requestInterruption() makes it end soon
  * without a result; the owner waits for it before the nodes or the thread go.
@@ -41,6 +44,10 @@ public:
     /** Room that the copy needs on the destination, in bytes; valid after SignalGetSizeFinish. */
     qint64 RoomNeeded() const;
 
+    /** How many files the destination cannot hold for their size: in no sum; valid after SignalGetSizeFinish.
+     */
+    qint64 TooLarge() const;
+
     /** Counts and emits SignalGetSizeFinish, unless it is interrupted. */
     void run() override;
 
@@ -61,16 +68,22 @@ signals:
     void SignalGetSizeFinish(qint64 nSize);
 
 private:
+    struct STProgress;
+
     template <typename Answer> std::optional<Answer> Ask(std::function<Answer()> fnAsk);
+    template <typename Answer>
+    std::optional<Answer> Ask(std::function<Answer()> fnAsk, const std::function<bool()>& fnGiveUp);
+    void CountComplete();
+    static STDiskSize CountOnDisk(const QVector<STTickedItem>& listItem, const STDiskRules& stRules,
+                                  STProgress& stProgress, const std::atomic<bool>& bEnded);
     void AddFiles(QStringList& listFile);
     void AddSize(qint64 nBytes);
     void NoteProgress();
 
     CDirNode* m_pRootNode = nullptr;
     qint64 m_nTotalSize = 0;
+    std::optional<STDiskSize> m_stComplete; // of a count of all
     STDiskRules m_stRules;
     std::unique_ptr<CAsideThread> m_pAside; // while it counts
-    std::atomic<qint64> m_nProgressMs{0}; // when a disk has answered last, by the steady clock
-    mutable std::mutex m_mutexEntry;
-    QString m_strEntry;
+    const std::shared_ptr<STProgress> m_pProgress;
 };

@@ -84,6 +84,14 @@ private slots:
     void eachRunStartsAtZero();
     void hugeFilesDoNotOverflow();
     void runsOnItsOwnThreadAndAnswersQueued();
+    void everythingIsCountedOnTheDisk_data();
+    void everythingIsCountedOnTheDisk();
+    void everythingTakesRoomInBlocks_data();
+    void everythingTakesRoomInBlocks();
+    void fileThatTheDiskCannotHoldIsInNoSum();
+    void everythingDoesNotOverflow();
+    void roomIsTheSizeWithoutTheChoice();
+    void everythingTellsWhichEntryItIsAt();
     void interruptedRunAnswersNothing_data();
     void interruptedRunAnswersNothing();
 
@@ -254,6 +262,131 @@ void tst_CGetFileSizeThread::runsOnItsOwnThreadAndAnswersQueued()
     QTRY_COMPARE(nSize, 5);
     QCOMPARE(m_pWorker->m_pEmitter, static_cast<QThread*>(m_pWorker.get()));
     QCOMPARE(pReceiver, QThread::currentThread());
+}
+
+void tst_CGetFileSizeThread::everythingIsCountedOnTheDisk_data()
+{
+    QTest::addColumn<QStringList>("listTicked");
+    QTest::addColumn<qint64>("nSize");
+    QTest::newRow("nothing") << QStringList{} << qint64(0);
+    QTest::newRow("all of it") << QStringList{""} << qint64(1234);
+    QTest::newRow("folder that the tree leaves out") << QStringList{"home"} << qint64(34);
+    QTest::newRow("file") << QStringList{"a.txt"} << qint64(1000);
+    QTest::newRow("file and folder") << QStringList{"a.txt", "home/deep"} << qint64(1004);
+    QTest::newRow("what is gone") << QStringList{"a.txt", "gone"} << qint64(1000);
+}
+
+void tst_CGetFileSizeThread::everythingIsCountedOnTheDisk()
+{
+    QFETCH(QStringList, listTicked);
+    m_pTree->Write("a.txt", QByteArray(1000, 'x'));
+    m_pTree->Write("dev/b.txt", QByteArray(200, 'x'));
+    m_pTree->Write("home/.hidden", QByteArray(30, 'x'));
+    m_pTree->Write("home/deep/c.txt", QByteArray(4, 'x'));
+    m_pTree->Link("home/again", "deep");
+    m_pNodes->Root()->m_bComplete = true;
+    const bool bAll = listTicked.contains("");
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), bAll ? Qt::Checked : Qt::PartiallyChecked);
+    for (const QString& strName : qAsConst(listTicked)) {
+        if (!bAll) {
+            m_pNodes->Add(m_pTree->Path(strName), Qt::Checked, pEntry);
+        }
+    }
+    const int nNodes = pEntry->m_listChild.count();
+    QTEST(Size(), "nSize");
+    QCOMPARE(pEntry->m_listChild.count(), nNodes);
+}
+
+void tst_CGetFileSizeThread::everythingTakesRoomInBlocks_data()
+{
+    QTest::addColumn<qint64>("nBlock");
+    QTest::addColumn<qint64>("nRoom");
+    QTest::newRow("blocks unknown") << qint64(1) << qint64(4096 + 1 + 3);
+    QTest::newRow("4 KiB") << qint64(4096) << qint64((1 + 1 + 0 + 3) * 4096);
+    QTest::newRow("larger than any file") << qint64(131072) << qint64((1 + 1 + 0 + 3) * 131072);
+}
+
+void tst_CGetFileSizeThread::everythingTakesRoomInBlocks()
+{
+    QFETCH(qint64, nBlock);
+    m_pTree->Write("whole block", QByteArray(4096, 'x'));
+    m_pTree->Write("sub/one byte", "1");
+    m_pTree->Write("sub/nothing");
+    m_pTree->Link("link", "sub");
+    m_pNodes->Root()->m_bComplete = true;
+    m_pNodes->Add(m_pTree->Path());
+    STDiskRules stRules;
+    stRules.nBlockBytes = nBlock;
+    m_pWorker->SetDiskRules(stRules);
+    QCOMPARE(Size(), 4097);
+    QTEST(m_pWorker->RoomNeeded(), "nRoom");
+}
+
+void tst_CGetFileSizeThread::fileThatTheDiskCannotHoldIsInNoSum()
+{
+    m_pTree->Write("too large", QByteArray(4097, 'x'));
+    m_pTree->Write("just not", QByteArray(4096, 'x'));
+    m_pNodes->Root()->m_bComplete = true;
+    m_pNodes->Add(m_pTree->Path());
+    STDiskRules stRules;
+    stRules.nMostFileBytes = 4096;
+    m_pWorker->SetDiskRules(stRules);
+    QCOMPARE(Size(), 4096);
+    QCOMPARE(m_pWorker->RoomNeeded(), 4097);
+    QCOMPARE(m_pWorker->TooLarge(), 1);
+    m_pNodes->Root()->m_bComplete = false;
+    Size();
+    QCOMPARE(m_pWorker->TooLarge(), 0);
+}
+
+void tst_CGetFileSizeThread::everythingDoesNotOverflow()
+{
+    NEEDS_VOLUMES();
+    const CVolume volume("Huge", "/dev/disk9s3", 1);
+    const off_t nSize = std::numeric_limits<off_t>::max() - 4096;
+    for (const QString strName : {"a", "b"}) {
+        QFile file(volume.Path(strName));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(ftruncate(file.handle(), nSize), 0);
+    }
+    m_pNodes->Root()->m_bComplete = true;
+    m_pNodes->Add(volume.Path());
+    STDiskRules stRules;
+    stRules.nBlockBytes = 65536;
+    m_pWorker->SetDiskRules(stRules);
+    QCOMPARE(Size(), std::numeric_limits<qint64>::max());
+    QCOMPARE(m_pWorker->RoomNeeded(), std::numeric_limits<qint64>::max());
+}
+
+void tst_CGetFileSizeThread::roomIsTheSizeWithoutTheChoice()
+{
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), Qt::PartiallyChecked);
+    m_pNodes->Add(m_pTree->Write("f", "12345"), Qt::Checked, pEntry);
+    STDiskRules stRules;
+    stRules.nBlockBytes = 4096;
+    stRules.nMostFileBytes = 1;
+    m_pWorker->SetDiskRules(stRules);
+    m_pNodes->Root()->m_bComplete = true;
+    QCOMPARE(Size(), 0);
+    QCOMPARE(m_pWorker->RoomNeeded(), 0);
+    m_pNodes->Root()->m_bComplete = false;
+    QCOMPARE(Size(), 5);
+    QCOMPARE(m_pWorker->RoomNeeded(), 5);
+    QCOMPARE(m_pWorker->TooLarge(), 0);
+}
+
+void tst_CGetFileSizeThread::everythingTellsWhichEntryItIsAt()
+{
+    m_pTree->MkDir("one");
+    m_pTree->MkDir("two");
+    m_pNodes->Root()->m_bComplete = true;
+    m_pNodes->Add(m_pTree->Path("one"));
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path("two"), Qt::PartiallyChecked);
+    QCOMPARE(Size(), 0);
+    QCOMPARE(m_pWorker->CurrentEntry(), "one");
+    m_pNodes->Add(m_pTree->Write("two/f", "123"), Qt::Checked, pEntry);
+    QCOMPARE(Size(), 3);
+    QCOMPARE(m_pWorker->CurrentEntry(), "two");
 }
 
 void tst_CGetFileSizeThread::interruptedRunAnswersNothing_data()
