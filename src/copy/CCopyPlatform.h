@@ -38,6 +38,8 @@ struct STDiskRules
 {
     qint64 nBlockBytes = 1; ///< the room that a file takes is a multiple of this
     qint64 nMostFileBytes = std::numeric_limits<qint64>::max(); ///< size of the largest file
+    bool bTextNames = false; ///< names are UTF-8, and one that is none may do harm
+    bool bDropsDots = false; ///< dots and blanks at the end of a name may be dropped without a word
 };
 
 /**

@@ -12,6 +12,9 @@
 // Sizes in its entries have 32 bits.
 static const qint64 FAT_MOST_FILE_BYTES = 0xffffffffLL;
 
+// The headers of older systems have none for it.
+static const long EXFAT_MAGIC = 0x2011bab0;
+
 void CCopyPlatform::SetLeastTimerSlack()
 {
     // The kernel adds 50 µs to every short sleep unless told otherwise, half as
@@ -53,5 +56,8 @@ STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)
     if (stRaw.f_type == MSDOS_SUPER_MAGIC) {
         stRules.nMostFileBytes = FAT_MOST_FILE_BYTES;
     }
+    stRules.bDropsDots = stRaw.f_type == MSDOS_SUPER_MAGIC || stRaw.f_type == EXFAT_MAGIC;
+    // Drivers of exFAT and NTFS: one ends, or loses a folder, at a name that is no text.
+    stRules.bTextNames = stRules.bDropsDots || stRaw.f_type == FUSE_SUPER_MAGIC;
     return stRules;
 }

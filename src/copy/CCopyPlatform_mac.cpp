@@ -56,8 +56,11 @@ STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)
         return stRules;
     }
     stRules.nBlockBytes = qMax<qint64>(1, stRaw.f_bsize);
-    if (std::strcmp(stRaw.f_fstypename, "msdos") == 0) {
+    const bool bFat = std::strcmp(stRaw.f_fstypename, "msdos") == 0;
+    if (bFat) {
         stRules.nMostFileBytes = FAT_MOST_FILE_BYTES;
     }
+    stRules.bDropsDots = bFat || std::strcmp(stRaw.f_fstypename, "exfat") == 0;
+    stRules.bTextNames = stRules.bDropsDots;
     return stRules;
 }

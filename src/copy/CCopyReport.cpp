@@ -289,3 +289,9 @@ QString CCopyReport::Quoted(const QString& strName)
     }
     return strResult + QLatin1Char('"');
 }
+
+QString CCopyReport::Shown(const QString& strName)
+{
+    QString strQuoted = Quoted(strName);
+    return strQuoted == '"' + strName + '"' ? strName : strQuoted;
+}

@@ -85,6 +85,9 @@ public:
      */
     static QString Quoted(const QString& strName);
 
+    /** The text as it stands where it is plain, else Quoted(). */
+    static QString Shown(const QString& strName);
+
 private:
     struct STBooks
     {

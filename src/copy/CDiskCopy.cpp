@@ -1,34 +1,238 @@
 #include "copy/CDiskCopy.h"
 
+#include "copy/CCopyReport.h"
 #include "copy/CCopyWork.h"
 #include "copy/CDiskWalk.h"
 
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
 #include <utility>
 
 CDiskCopy::CDiskCopy(const CDirNode& root, CCopyWork& work, QString strDest)
     : m_work(work)
     , m_strDest(std::move(strDest))
     , m_listItem(CTickedItems::Of(root, [&work] { return work.IsStopped(); }))
+    , m_entries(work, m_strDest)
+    , m_belongings(work)
+    , m_damaged(work, [this](const STDamagedFile& stFile, const STCopyOutcome& stOutcome) {
+        BookCopied(stFile.strSource, stFile.stState, stFile.strTarget, stOutcome);
+    })
 {
 }
 
 QStringList CDiskCopy::Sources() { return CTickedItems::Volumes(m_listItem); }
 
-void CDiskCopy::Walk() { CDiskWalk(m_listItem, *this).Walk(); }
+void CDiskCopy::Walk()
+{
+    CDiskWalk(m_listItem, *this).Walk();
+    m_damaged.Finish();
+    FinishLate();
+    BookLost();
+}
 
-bool CDiskCopy::GoesOn() { return !m_work.IsStopped(); }
+bool CDiskCopy::GoesOn()
+{
+    if (!m_work.WaitWhilePaused()) {
+        return false;
+    }
+    m_work.StepBegins(ENCopyStep::LISTING);
+    return true;
+}
 
-void CDiskCopy::BeginItem(const STTickedItem& /*stItem*/) { }
+void CDiskCopy::BeginItem(const STTickedItem& stItem)
+{
+    m_work.ItemBegins(stItem.strPath);
+    const STTargetEntry stAbove = m_entries.Above(stItem.strPath);
+    m_listFolder = {{stItem.strPath, stAbove.strPath, stAbove.stReason}};
+}
 
-bool CDiskCopy::BeginFolder(const STDiskEntry& /*stFolder*/) { return true; }
+bool CDiskCopy::BeginFolder(const STDiskEntry& stFolder)
+{
+    const QString strSource = QFile::decodeName(stFolder.baPath);
+    m_work.ItemBegins(strSource);
+    const STOpenFolder stParent = m_listFolder.constLast();
+    if (stParent.stReason) {
+        m_work.BookProblem(STCopyOutcome::Missing(strSource, *stParent.stReason));
+        m_listFolder.append({strSource, QString(), stParent.stReason});
+        return true;
+    }
+    // The root of the whole system has no name, and is the folder of the copy itself.
+    const STTargetEntry stEntry = stFolder.baPlace.isEmpty()
+        ? STTargetEntry{stParent.strTarget}
+        : m_entries.Folder(stParent.strTarget, stFolder.baPlace);
+    if (m_work.IsStopped()) {
+        return false;
+    }
+    if (stEntry.stReason) {
+        m_work.BookProblem(STCopyOutcome::Missing(strSource, *stEntry.stReason));
+    }
+    BookRenamed(strSource, stEntry);
+    m_listFolder.append({strSource, stEntry.strPath, stEntry.stReason});
+    return true;
+}
 
-void CDiskCopy::EndFolder(const STDiskEntry& /*stFolder*/) { }
+void CDiskCopy::EndFolder(const STDiskEntry& stFolder)
+{
+    const STOpenFolder stEnded = m_listFolder.takeLast();
+    if (stEnded.bDamaged) {
+        m_listFolder.last().bDamaged = true;
+        m_listLate.append({stEnded.strSource, stFolder.stState, stEnded.strTarget});
+    } else if (!stEnded.stReason) {
+        m_belongings.GiveToFolder(stEnded.strSource, stFolder.stState, stEnded.strTarget);
+    }
+    m_work.ItemBegins(m_listFolder.constLast().strSource);
+}
 
-void CDiskCopy::File(const STDiskEntry& /*stFile*/) { }
+void CDiskCopy::File(const STDiskEntry& stFile)
+{
+    const QString strSource = QFile::decodeName(stFile.baPath);
+    m_work.ItemBegins(strSource);
+    std::optional<STCopyReason> stReason = m_listFolder.constLast().stReason;
+    if (!stReason) {
+        stReason = TooLarge(stFile.stState.nSize);
+    }
+    if (stReason) {
+        BookMissing(strSource, *stReason, stFile.stState.nSize);
+    } else {
+        CopyFile(strSource, stFile.stState, stFile.baPlace);
+    }
+    // What is waited for after this is the folder.
+    m_work.ItemBegins(m_listFolder.constLast().strSource);
+}
 
-void CDiskCopy::Link(const STDiskEntry& /*stLink*/, const QByteArray& /*baTarget*/) { }
+void CDiskCopy::CopyFile(const QString& strSource, const STFileState& stState, const QByteArray& baName)
+{
+    const QString strFolder = m_listFolder.constLast().strTarget;
+    const STTargetEntry stEntry = m_entries.File(strFolder, baName);
+    if (m_work.IsStopped()) {
+        return;
+    }
+    if (stEntry.stReason) {
+        BookMissing(strSource, *stEntry.stReason, stState.nSize);
+        return;
+    }
+    BookRenamed(strSource, stEntry);
+    const STCopyOutcome stOutcome = m_work.CopyBytes(QFileInfo(strSource), strFolder, stEntry.strPath);
+    if (stOutcome.stReason.enProblem == ENCopyProblem::SOURCE_READ
+        && stOutcome.enEnd == ENCopyEnd::NOT_WHOLE) {
+        m_listFolder.last().bDamaged = true;
+        m_damaged.Add({strSource, stEntry.strPath, stOutcome, stState});
+        return;
+    }
+    BookCopied(strSource, stState, stEntry.strPath, stOutcome);
+}
+
+/** The reason when the disk is known to hold no file of that size. */
+std::optional<STCopyReason> CDiskCopy::TooLarge(qint64 nSize) const
+{
+    if (nSize <= m_entries.Rules().nMostFileBytes) {
+        return std::nullopt;
+    }
+    return STCopyReason{ENCopyProblem::TOO_LARGE, QStringLiteral("its target's file system cannot hold it"),
+                        EFBIG};
+}
+
+void CDiskCopy::Link(const STDiskEntry& stLink, const QByteArray& baTarget)
+{
+    const QString strSource = QFile::decodeName(stLink.baPath);
+    m_work.ItemBegins(strSource);
+    if (m_listFolder.constLast().stReason) {
+        m_work.BookProblem(STCopyOutcome::Missing(strSource, *m_listFolder.constLast().stReason));
+    } else {
+        MakeLink(strSource, stLink, baTarget);
+    }
+    m_work.ItemBegins(m_listFolder.constLast().strSource);
+}
+
+void CDiskCopy::MakeLink(const QString& strSource, const STDiskEntry& stLink, const QByteArray& baTarget)
+{
+    const STTargetEntry stEntry
+        = m_entries.Link(m_listFolder.constLast().strTarget, stLink.baPlace, baTarget);
+    if (m_work.IsStopped()) {
+        return;
+    }
+    if (stEntry.stReason) {
+        LeftOut(strSource, *stEntry.stReason);
+        return;
+    }
+    BookRenamed(strSource, stEntry);
+    m_belongings.GiveToLink(stLink.stState, stEntry.strPath);
+    m_work.BookFile({ENCopyEnd::WHOLE, strSource, STCopyReason(), 0, 0});
+}
 
 void CDiskCopy::LeftOut(const QString& strPath, const STCopyReason& stReason)
 {
-    m_work.BookProblem(STCopyOutcome::Missing(strPath, stReason));
+    const STCopyOutcome stOutcome = STCopyOutcome::Missing(strPath, stReason);
+    if (CCopyReport::Item(stOutcome).bNote) {
+        m_work.BookNote(stOutcome);
+    } else {
+        m_work.BookProblem(stOutcome);
+    }
+}
+
+/** Books a file whose bytes were dealt with, and gives its copy what belongs to it. */
+void CDiskCopy::BookCopied(const QString& strSource, const STFileState& stState, const QString& strTarget,
+                           const STCopyOutcome& stOutcome)
+{
+    const ENCopyProblem enProblem = stOutcome.stReason.enProblem;
+    if (stOutcome.HasAllBytes() || enProblem == ENCopyProblem::DAMAGED
+        || enProblem == ENCopyProblem::SOURCE_CHANGED) {
+        m_belongings.GiveToFile(strSource, stState, strTarget);
+    }
+    m_work.BookFile(stOutcome);
+    if (stOutcome.enEnd == ENCopyEnd::NOT_WHOLE && !m_work.IsStopped()) {
+        TellRest(strSource, stState.nSize - stOutcome.nTold);
+    }
+}
+
+/** Books a file of which nothing was copied. */
+void CDiskCopy::BookMissing(const QString& strSource, const STCopyReason& stReason, qint64 nSize)
+{
+    m_work.BookProblem(STCopyOutcome::Missing(strSource, stReason, nSize));
+    TellRest(strSource, nSize);
+}
+
+void CDiskCopy::BookRenamed(const QString& strSource, const STTargetEntry& stEntry)
+{
+    if (!stEntry.bRenamed) {
+        return;
+    }
+    const QString strBelow = m_entries.Below(stEntry.strPath);
+    STCopyReason stReason{ENCopyProblem::NAME_CHANGED,
+                          "the disk does not take its name, there it is " + CCopyReport::Quoted(strBelow)};
+    stReason.strDetail = CCopyReport::Shown(strBelow);
+    m_work.BookNote(STCopyOutcome::Missing(strSource, stReason));
+}
+
+/** Lets what will not be copied of a file count as done, so that the progress is of all of it. */
+void CDiskCopy::TellRest(const QString& strSource, qint64 nBytes)
+{
+    if (nBytes > 0) {
+        m_work.ChunkDone(QFileInfo(strSource).fileName(), nBytes);
+    }
+}
+
+/** Gives the folders of damaged files what belongs to them. */
+void CDiskCopy::FinishLate()
+{
+    for (const STLateFolder& stFolder : qAsConst(m_listLate)) {
+        if (m_work.IsStopped()) {
+            break;
+        }
+        m_work.ItemBegins(stFolder.strSource);
+        m_belongings.GiveToFolder(stFolder.strSource, stFolder.stState, stFolder.strTarget);
+    }
+    m_listLate.clear();
+}
+
+/** Books what the disk could not hold, each kind once for the whole copy. */
+void CDiskCopy::BookLost()
+{
+    const QStringList listVolume = Sources();
+    for (const STCopyReason& stReason : m_belongings.Lost()) {
+        m_work.BookNote(
+            STCopyOutcome::Missing(listVolume.count() == 1 ? listVolume.constFirst() : m_strDest, stReason));
+    }
 }

@@ -1,10 +1,15 @@
 #pragma once
 
+#include "copy/CBelongings.h"
 #include "copy/CCopyWalk.h"
+#include "copy/CDamagedFiles.h"
 #include "copy/CDiskVisitor.h"
+#include "copy/CTargetEntries.h"
 #include "copy/CTickedItems.h"
 
 #include <QVector>
+
+#include <optional>
 
 /**
  * The walk that copies everything in what is ticked: over the disk, whatever the
@@ -20,6 +25,23 @@ public:
     void Walk() override;
 
 private:
+    /** A folder that the walk is in. */
+    struct STOpenFolder
+    {
+        QString strSource; ///< the item's path where it lies in a folder above it
+        QString strTarget; ///< empty when there is none
+        std::optional<STCopyReason> stReason; ///< why there is none: nothing in it can be copied
+        bool bDamaged = false; ///< a file in it, at any depth, is not finished yet
+    };
+
+    /** A folder that gets what belongs to it when the files in it are finished. */
+    struct STLateFolder
+    {
+        QString strSource;
+        STFileState stState;
+        QString strTarget;
+    };
+
     bool GoesOn() override;
     void BeginItem(const STTickedItem& stItem) override;
     bool BeginFolder(const STDiskEntry& stFolder) override;
@@ -28,7 +50,23 @@ private:
     void Link(const STDiskEntry& stLink, const QByteArray& baTarget) override;
     void LeftOut(const QString& strPath, const STCopyReason& stReason) override;
 
+    void CopyFile(const QString& strSource, const STFileState& stState, const QByteArray& baName);
+    void MakeLink(const QString& strSource, const STDiskEntry& stLink, const QByteArray& baTarget);
+    std::optional<STCopyReason> TooLarge(qint64 nSize) const;
+    void BookCopied(const QString& strSource, const STFileState& stState, const QString& strTarget,
+                    const STCopyOutcome& stOutcome);
+    void BookMissing(const QString& strSource, const STCopyReason& stReason, qint64 nSize);
+    void BookRenamed(const QString& strSource, const STTargetEntry& stEntry);
+    void BookLost();
+    void TellRest(const QString& strSource, qint64 nBytes);
+    void FinishLate();
+
     CCopyWork& m_work;
     const QString m_strDest;
     const QVector<STTickedItem> m_listItem;
+    CTargetEntries m_entries;
+    CBelongings m_belongings;
+    CDamagedFiles m_damaged;
+    QVector<STOpenFolder> m_listFolder; // the first is what lies above the item
+    QVector<STLateFolder> m_listLate; // the innermost first
 };

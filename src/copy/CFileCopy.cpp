@@ -40,6 +40,7 @@ STCopyOutcome CFileCopy::Copy(const QString& strTarget)
         BeginAnew();
         CopyOnce(strTarget);
     }
+    m_stOutcome.nTold = m_nTold;
     return m_stOutcome;
 }
 

@@ -45,6 +45,7 @@ struct STCopyOutcome
     qint64 nCopied = 0; ///< bytes that reached the destination
     qint64 nExpected = UNKNOWN_SIZE; ///< bytes at the source
     bool bLeavesVolume = false; ///< a link that leads to another volume, copied as it resolves
+    qint64 nTold = 0; ///< bytes of it that the progress counts as dealt with
 
     /** For an item of which nothing was copied. */
     static STCopyOutcome Missing(const QString& strPath, const STCopyReason& stReason,

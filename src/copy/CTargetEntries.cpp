@@ -1,0 +1,205 @@
+#include "copy/CTargetEntries.h"
+
+#include "copy/CCopyDestination.h"
+#include "copy/CCopyReport.h"
+#include "copy/CCopyWalk.h"
+#include "copy/CCopyWork.h"
+#include "files/CFolderReader.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+static int MakeFile(const char* pszPath)
+{
+    const int nDescriptor = open(pszPath, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (nDescriptor == -1) {
+        return errno;
+    }
+    return close(nDescriptor) == 0 ? 0 : errno;
+}
+
+static int MakeFolder(const char* pszPath) { return mkdir(pszPath, 0777) == 0 ? 0 : errno; }
+
+static int MakeLink(const QByteArray& baText, const char* pszPath)
+{
+    return symlink(baText.constData(), pszPath) == 0 ? 0 : errno;
+}
+
+/** Whether a folder holds an entry of exactly that name: a disk may take several for one. */
+static bool HasName(const QByteArray& baFolder, const QByteArray& baName)
+{
+    CFolderReader folder(baFolder.constData());
+    while (folder.Next()) {
+        if (baName == folder.Name()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/** Whether the disk says that it can hold no links. */
+static bool IsNoLinks(int nError)
+{
+    return nError == EPERM || nError == ENOSYS || nError == EOPNOTSUPP || nError == ENOTSUP;
+}
+
+CTargetEntries::CTargetEntries(CCopyWork& work, QString strDest)
+    : m_work(work)
+    , m_strDest(std::move(strDest))
+{
+}
+
+STTargetEntry CTargetEntries::Above(const QString& strPath)
+{
+    STTargetEntry stFolder;
+    stFolder.stReason = MakeRoot();
+    stFolder.strPath = stFolder.stReason ? QString() : m_strDest;
+    QStringList listName = CCopyWalk::PlaceOf(strPath).split('/', Qt::SkipEmptyParts);
+    if (!listName.isEmpty()) {
+        listName.removeLast();
+    }
+    QString strPlace;
+    for (const QString& strName : qAsConst(listName)) {
+        if (stFolder.stReason) {
+            break;
+        }
+        strPlace += '/' + strName;
+        const auto itMade = m_mapAbove.constFind(strPlace);
+        if (itMade != m_mapAbove.cend()) {
+            stFolder = {*itMade, false, std::nullopt};
+            continue;
+        }
+        const bool bRenamed = stFolder.bRenamed;
+        stFolder = AboveOne(stFolder.strPath, strName);
+        stFolder.bRenamed |= bRenamed;
+        if (!stFolder.stReason) {
+            m_mapAbove.insert(strPlace, stFolder.strPath);
+        }
+    }
+    return stFolder;
+}
+
+/** Makes the folder of the copy. */
+std::optional<STCopyReason> CTargetEntries::MakeRoot()
+{
+    if (m_bRoot && !m_work.Destination().IsGone()) {
+        return std::nullopt;
+    }
+    std::optional<STCopyReason> stReason = m_work.MakeFolder(m_strDest);
+    if (!stReason && !m_bRoot) {
+        m_bRoot = true;
+        m_work.StepBegins(ENCopyStep::WRITING);
+        m_stRules = CCopyPlatform::GetDiskRules(m_strDest);
+        m_name.SetRules(m_stRules);
+    }
+    return stReason;
+}
+
+/** A folder above an item: one that lies there already will do. */
+STTargetEntry CTargetEntries::AboveOne(const QString& strFolder, const QString& strName)
+{
+    const auto fnMake = [this](const QByteArray& baPath) {
+        const int nError = MakeFolder(baPath.constData());
+        return nError == EEXIST && IsShared(baPath) ? 0 : nError;
+    };
+    return Make(strFolder, QFile::encodeName(strName), ENCopyProblem::TARGET_FOLDER, fnMake);
+}
+
+/** Whether the path is a folder of exactly that name, which stands for no other folder of the source. */
+bool CTargetEntries::IsShared(const QByteArray& baPath) const
+{
+    const QString strPath = QFile::decodeName(baPath);
+    const std::optional<STFileState> stState = CCopyPlatform::GetEntryState(strPath);
+    if (!stState || stState->enKind != ENFileKind::DIRECTORY) {
+        return false;
+    }
+    for (const QString& strMade : m_mapAbove) {
+        if (strMade == strPath) {
+            return false;
+        }
+    }
+    const int nSlash = baPath.lastIndexOf('/');
+    return HasName(baPath.left(nSlash), baPath.mid(nSlash + 1));
+}
+
+STTargetEntry CTargetEntries::Folder(const QString& strFolder, const QByteArray& baName)
+{
+    return Make(strFolder, baName, ENCopyProblem::TARGET_FOLDER,
+                [](const QByteArray& baPath) { return MakeFolder(baPath.constData()); });
+}
+
+STTargetEntry CTargetEntries::File(const QString& strFolder, const QByteArray& baName)
+{
+    return Make(strFolder, baName, ENCopyProblem::TARGET_CREATE,
+                [](const QByteArray& baPath) { return MakeFile(baPath.constData()); });
+}
+
+STTargetEntry CTargetEntries::Link(const QString& strFolder, const QByteArray& baName,
+                                   const QByteArray& baText)
+{
+    STTargetEntry stEntry;
+    if (m_bLinks) {
+        stEntry = Make(strFolder, baName, ENCopyProblem::TARGET_CREATE, [&baText](const QByteArray& baPath) {
+            const int nError = MakeLink(baText, baPath.constData());
+            return IsNoLinks(nError) ? ENOTSUP : nError;
+        });
+        m_bLinks = !stEntry.stReason || stEntry.stReason->nError != ENOTSUP;
+    }
+    if (!m_bLinks) {
+        const QString strText = QFile::decodeName(baText);
+        stEntry.stReason
+            = STCopyReason{ENCopyProblem::LINK_LOST,
+                           "the disk cannot hold links, it leads to " + CCopyReport::Quoted(strText)};
+        stEntry.stReason->strDetail = CCopyReport::Shown(strText);
+    }
+    return stEntry;
+}
+
+STTargetEntry CTargetEntries::Make(const QString& strFolder, const QByteArray& baName,
+                                   ENCopyProblem enProblem, const CTargetName::FnMake& fnMake)
+{
+    const STMadeEntry stMade
+        = m_name.Make(QFile::encodeName(strFolder), baName,
+                      [this, &fnMake](const QByteArray& baPath) { return WithRoom(fnMake, baPath); });
+    const QString strPath = QFile::decodeName(stMade.baPath);
+    if (stMade.nError == 0) {
+        return {strPath, stMade.bRenamed, std::nullopt};
+    }
+    return {QString(), false, Reason(strFolder, enProblem, stMade.nError, strPath)};
+}
+
+/** The errno value of making it, after everything that can give it room. */
+int CTargetEntries::WithRoom(const CTargetName::FnMake& fnMake, const QByteArray& baPath)
+{
+    int nError = ECANCELED;
+    do {
+        if (m_work.IsStopped()) {
+            return ECANCELED;
+        }
+        m_work.StepBegins(ENCopyStep::WRITING);
+        nError = fnMake(baPath);
+    } while (IsNoRoom(nError) && m_work.MakeRoom(0));
+    return nError;
+}
+
+STCopyReason CTargetEntries::Reason(const QString& strFolder, ENCopyProblem enProblem, int nError,
+                                    const QString& strPath) const
+{
+    m_work.StepBegins(ENCopyStep::WRITING);
+    if (m_work.Destination().IsGone() || !QFileInfo::exists(strFolder)) {
+        return STCopyReason::DestinationGone();
+    }
+    if (enProblem == ENCopyProblem::TARGET_FOLDER) {
+        return {enProblem, QStringLiteral("its target folder cannot be created"), nError, strPath};
+    }
+    return {enProblem, QStringLiteral("its target cannot be created"), nError, strPath};
+}
+
+QString CTargetEntries::Below(const QString& strTarget) const { return strTarget.mid(m_strDest.size() + 1); }
