@@ -217,7 +217,9 @@ void CCopyFileThread::DealCopyFile(QString& strTarget, QString strFolder, QFileI
 STCopyOutcome CCopyFileThread::CopyBytes(const QFileInfo& source, const QString& strFolder,
                                          const QString& strTarget)
 {
-    return CFileCopy(source, strFolder, CopySpeed(), *this, false).Copy(strTarget);
+    CFileCopy copy(source, strFolder, CopySpeed(), *this, false);
+    copy.TryBadPlacesOnce();
+    return copy.Copy(strTarget);
 }
 
 void CCopyFileThread::BookFile(const STCopyOutcome& stOutcome)

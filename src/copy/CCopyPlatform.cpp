@@ -7,6 +7,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+// The coarsest times that file systems keep are even seconds; they lose no date.
+static const qint64 TIME_STEP_SEC = 2;
+
 static ENFileKind Kind(mode_t nMode)
 {
     if (S_ISREG(nMode)) {
@@ -83,6 +86,12 @@ int CCopyPlatform::OpenForRead(const QString& strPath, bool bFollowLink)
     return open(QFile::encodeName(strPath).constData(), nFlags);
 }
 
+int CCopyPlatform::OpenForWrite(const QString& strPath)
+{
+    const int nFlags = O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    return open(QFile::encodeName(strPath).constData(), nFlags);
+}
+
 int CCopyPlatform::OpenFolder(const QString& strPath)
 {
     return open(QFile::encodeName(strPath).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -98,6 +107,16 @@ bool CCopyPlatform::SetTimes(int nDescriptor, const STFileState& stState)
         {time_t(stState.nModifiedSec), long(stState.nModifiedNsec)},
     };
     return futimens(nDescriptor, listTime) == 0;
+}
+
+bool CCopyPlatform::KeepTimes(int nDescriptor, const STFileState& stState)
+{
+    if (!SetTimes(nDescriptor, stState)) {
+        return false;
+    }
+    const std::optional<STFileState> stNow = GetOpenState(nDescriptor);
+    errno = 0;
+    return !stNow || qAbs(stNow->nModifiedSec - stState.nModifiedSec) <= TIME_STEP_SEC;
 }
 
 bool CCopyPlatform::FlushFileSystem(const QString& strFolder)

@@ -31,6 +31,19 @@ struct STFileState
     qint64 nAccessedNsec = 0; ///< rest of the second, in ns
     qint64 nModifiedSec = 0; ///< seconds since the epoch
     qint64 nModifiedNsec = 0; ///< rest of the second, in ns
+
+    /** Whether both are of one file on one file system. */
+    bool IsSameFile(const STFileState& stOther) const
+    {
+        return nDevice == stOther.nDevice && nInode == stOther.nInode;
+    }
+
+    /** Whether size and time of the last change are the same. */
+    bool IsSameContent(const STFileState& stOther) const
+    {
+        return nSize == stOther.nSize && nModifiedSec == stOther.nModifiedSec
+            && nModifiedNsec == stOther.nModifiedNsec;
+    }
 };
 
 /** What a disk can hold, as far as it says so. */
@@ -84,6 +97,26 @@ public:
      */
     static int OpenForRead(const QString& strPath, bool bFollowLink = true);
 
+    /**
+     * The same past the system's cache: each read goes to the disk, as it is and once. Reads
+     * then need pages of 4096 bytes, in memory too; EINVAL, here or from a read, where the
+     * file system cannot do that.
+     */
+    static int OpenForDirectRead(const QString& strPath);
+
+    /** Opens a file that is there for writing, without following a link or cutting it short. -1 on failure.
+     */
+    static int OpenForWrite(const QString& strPath);
+
+    /** Lets reads of the descriptor touch no more of the disk than what is read. */
+    static void StopReadAhead(int nDescriptor);
+
+    /**
+     * Whether a read ends before the first page that cannot be read, so that one that fails
+     * at once says that its first page is bad.
+     */
+    static bool IsFailedReadExact();
+
     /** Opens a folder, to make entries in it and to flush its disk. -1 on failure. */
     static int OpenFolder(const QString& strPath);
 
@@ -92,6 +125,12 @@ public:
 
     /** Gives the open file the times of the state, of its last access and its last change. */
     static bool SetTimes(int nDescriptor, const STFileState& stState);
+
+    /**
+     * The same, and looks whether the file system has done it: some only say so, which
+     * leaves 0 in errno. What a coarse file system makes of the times is good enough.
+     */
+    static bool KeepTimes(int nDescriptor, const STFileState& stState);
 
     /**
      * Takes nBytes of room on the disk for what will be written to the file behind

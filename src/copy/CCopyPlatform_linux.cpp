@@ -26,6 +26,20 @@ struct timespec CCopyPlatform::AccessTime(const struct stat& stRaw) { return stR
 
 struct timespec CCopyPlatform::ModifiedTime(const struct stat& stRaw) { return stRaw.st_mtim; }
 
+int CCopyPlatform::OpenForDirectRead(const QString& strPath)
+{
+    const int nFlags = O_RDONLY | O_DIRECT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    return open(QFile::encodeName(strPath).constData(), nFlags);
+}
+
+void CCopyPlatform::StopReadAhead(int nDescriptor) { posix_fadvise(nDescriptor, 0, 0, POSIX_FADV_RANDOM); }
+
+bool CCopyPlatform::IsFailedReadExact()
+{
+    // The page cache asks the disk for each page alone that came with no larger request.
+    return true;
+}
+
 bool CCopyPlatform::Reserve(int nDescriptor, qint64 nSize, qint64 nBytes)
 {
     return fallocate(nDescriptor, FALLOC_FL_KEEP_SIZE, nSize, nBytes) == 0;

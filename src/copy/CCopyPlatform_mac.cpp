@@ -21,6 +21,24 @@ struct timespec CCopyPlatform::AccessTime(const struct stat& stRaw) { return stR
 
 struct timespec CCopyPlatform::ModifiedTime(const struct stat& stRaw) { return stRaw.st_mtimespec; }
 
+int CCopyPlatform::OpenForDirectRead(const QString& strPath)
+{
+    const int nDescriptor = OpenForRead(strPath, false);
+    if (nDescriptor != -1) {
+        fcntl(nDescriptor, F_NOCACHE, 1);
+        StopReadAhead(nDescriptor);
+    }
+    return nDescriptor;
+}
+
+void CCopyPlatform::StopReadAhead(int nDescriptor) { fcntl(nDescriptor, F_RDAHEAD, 0); }
+
+bool CCopyPlatform::IsFailedReadExact()
+{
+    // One transfer of many pages fails as a whole.
+    return false;
+}
+
 bool CCopyPlatform::Reserve(int nDescriptor, qint64 /*nSize*/, qint64 nBytes)
 {
     // Counted from the physical end of the file, behind what it holds already.

@@ -7,6 +7,7 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
 
 class CCopyWork;
 
@@ -17,6 +18,15 @@ struct STDamagedFile
     QString strTarget; ///< its copy so far, nCopied bytes of it
     STCopyOutcome stOutcome; ///< of the copy that came to the bad place
     STFileState stState; ///< of the source before it was copied
+};
+
+/** What damaged files may cost. */
+struct STDamageRules
+{
+    qint64 nFileMs = 60 * 1000; ///< time of reads that fail or are slow, for one file
+    qint64 nAllMs = 15 * 60 * 1000; ///< the same for all files
+    int nMostAside = 20000; ///< files that are put aside
+    bool bExact = CCopyPlatform::IsFailedReadExact(); ///< as told there
 };
 
 /**
@@ -33,7 +43,7 @@ public:
     using Done = std::function<void(const STDamagedFile&, const STCopyOutcome&)>;
 
     /** The work outlives this; fnDone is called from Finish, and from Add once very many are put aside. */
-    CDamagedFiles(CCopyWork& work, Done fnDone);
+    CDamagedFiles(CCopyWork& work, Done fnDone, const STDamageRules& stRules = STDamageRules());
 
     /** Puts a file aside; where there are too many already, finishes it at once. */
     void Add(const STDamagedFile& stFile);
@@ -46,7 +56,18 @@ public:
     void Finish();
 
 private:
+    struct STAside
+    {
+        STDamagedFile stFile;
+        std::optional<STFileState> stTarget; ///< of its copy so far
+    };
+
+    void FinishOne(const STAside& stAside);
+
     CCopyWork& m_work;
     const Done m_fnDone;
-    QVector<STDamagedFile> m_listFile;
+    const STDamageRules m_stRules;
+    QVector<STAside> m_listAside;
+    qint64 m_nBadMs = 0; // time that bad places took
+    bool m_bDiskInDoubt = false; // of the last file all that was tried has failed
 };

@@ -26,6 +26,14 @@ public:
         m_nDescriptor = nDescriptor;
     }
 
+    /** Closes it and says what the system does, for what was written to: 0 or -1 with errno. */
+    int Close()
+    {
+        const int nDescriptor = m_nDescriptor;
+        m_nDescriptor = -1;
+        return close(nDescriptor);
+    }
+
     /** The descriptor; -1 when there is none. */
     int Get() const { return m_nDescriptor; }
 

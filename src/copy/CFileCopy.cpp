@@ -15,9 +15,6 @@ static const qint64 PIECE = qint64(256) * 1024;
 
 static const unsigned long CHUNK_SLEEP_US = 100; // keeps the machine responsive
 
-// The coarsest times that file systems keep are even seconds; they lose no date.
-static const qint64 TIME_STEP_SEC = 2;
-
 CFileCopy::CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control,
                      std::optional<bool> bListedAsLink)
     : m_control(control)
@@ -58,6 +55,7 @@ void CFileCopy::BeginAnew()
     m_stOutcome.enEnd = ENCopyEnd::WHOLE;
     m_stOutcome.stReason = STCopyReason();
     m_stOutcome.nCopied = 0;
+    m_stFailure.reset();
     m_nOffset = 0;
     m_source.close();
 }
@@ -161,12 +159,8 @@ bool CFileCopy::OpenSource()
 /** Whether what was opened is what was looked at. */
 bool CFileCopy::IsSameFile() const
 {
-    if (!m_stFound || (m_stFound->nDevice == m_stBegin.nDevice && m_stFound->nInode == m_stBegin.nInode)) {
-        return true;
-    }
     // Not every file system gives a file the same number each time that it is looked up.
-    return m_stFound->nSize == m_stBegin.nSize && m_stFound->nModifiedSec == m_stBegin.nModifiedSec
-        && m_stFound->nModifiedNsec == m_stBegin.nModifiedNsec;
+    return !m_stFound || m_stFound->IsSameFile(m_stBegin) || m_stFound->IsSameContent(m_stBegin);
 }
 
 void CFileCopy::MoveBytes()
@@ -206,9 +200,7 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
     qint64 nMoved = 0;
     while (nMoved < nLen) {
         const int nPiece = int(qMin(nLen - nMoved, PIECE));
-        m_control.StepBegins(ENCopyStep::READING);
-        errno = 0;
-        const qint64 nRead = ReadAt(m_source, m_pBuffer.get(), nPiece, m_nOffset + nMoved);
+        const qint64 nRead = ReadPiece(nPiece, m_nOffset + nMoved);
         const int nError = errno;
         if (nRead < 0 && nMoved > 0) {
             // As with one large read, what came before the bad place is a short
@@ -230,6 +222,25 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
         }
     }
     return nMoved;
+}
+
+/** ReadAt, with the reason of a failure in errno. */
+qint64 CFileCopy::ReadPiece(int nLen, qint64 nPos)
+{
+    m_control.StepBegins(ENCopyStep::READING);
+    if (m_stFailure) {
+        errno = m_stFailure->nError;
+        return m_stFailure->nResult;
+    }
+    errno = 0;
+    const qint64 nRead = ReadAt(m_source, m_pBuffer.get(), nLen, nPos);
+    const int nError = errno;
+    // A piece that ends early with an error is one whose rest was tried and failed.
+    if (m_bTryOnce && nRead < nLen && nError != 0 && nError != EINTR) {
+        m_stFailure = STFailure{nRead < 0 ? nRead : READ_FAILED, nError};
+    }
+    errno = nError;
+    return nRead;
 }
 
 /** Writes the front of the buffer to the target. */
@@ -276,18 +287,9 @@ void CFileCopy::Finish()
 
 void CFileCopy::KeepTimes()
 {
-    const int nDescriptor = fileno(m_pTarget.get());
-    int nError = 0;
-    if (CCopyPlatform::SetTimes(nDescriptor, m_stBegin)) {
-        // Some file systems say that they have set it and have not.
-        const std::optional<STFileState> stState = CCopyPlatform::GetOpenState(nDescriptor);
-        if (!stState || qAbs(stState->nModifiedSec - m_stBegin.nModifiedSec) <= TIME_STEP_SEC) {
-            return;
-        }
-    } else {
-        nError = errno;
+    if (!CCopyPlatform::KeepTimes(fileno(m_pTarget.get()), m_stBegin)) {
+        Fail(ENCopyProblem::TIME_LOST, QStringLiteral("its time cannot be kept"), errno);
     }
-    Fail(ENCopyProblem::TIME_LOST, QStringLiteral("its time cannot be kept"), nError);
 }
 
 /** Looks whether the source is still what was copied. */
@@ -299,11 +301,8 @@ void CFileCopy::CompareSource()
     }
     if (stEnd->bRemoved) {
         Fail(ENCopyProblem::SOURCE_REMOVED, QStringLiteral("was removed while it was copied"));
-    } else if (stEnd->nSize != m_stBegin.nSize || stEnd->nModifiedSec != m_stBegin.nModifiedSec
-               || stEnd->nModifiedNsec != m_stBegin.nModifiedNsec) {
-        Fail(ENCopyProblem::SOURCE_CHANGED,
-             QStringLiteral("changed while it was copied, it has ") + QString::number(stEnd->nSize)
-                 + QStringLiteral(" bytes now"));
+    } else if (!stEnd->IsSameContent(m_stBegin)) {
+        Fail(STCopyReason::SourceChanged(stEnd->nSize));
     }
 }
 

@@ -34,6 +34,12 @@ public:
     CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control,
               std::optional<bool> bListedAsLink = std::nullopt);
 
+    /**
+     * Where a read has failed within a chunk, the next chunk does not try that place
+     * once more, as it may take long: for files that are finished later. Before Copy.
+     */
+    void TryBadPlacesOnce() { m_bTryOnce = true; }
+
     /** Creates or truncates strTarget, copies into it and closes it; call it once. */
     STCopyOutcome Copy(const QString& strTarget);
 
@@ -41,6 +47,13 @@ public:
     static qint64 ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos);
 
 private:
+    /** A read that has failed. */
+    struct STFailure
+    {
+        qint64 nResult = READ_FAILED; ///< of ReadAt
+        int nError = 0;
+    };
+
     struct STCloseFile
     {
         void operator()(FILE* pFile) const { fclose(pFile); }
@@ -55,6 +68,7 @@ private:
     bool IsSameFile() const;
     void MoveBytes();
     std::optional<qint64> MoveChunk(qint64 nLen);
+    qint64 ReadPiece(int nLen, qint64 nPos);
     bool Write(qint64 nLen);
     size_t WriteSome(const char* pBuf, size_t nLen);
     void Finish();
@@ -70,6 +84,8 @@ private:
     const std::optional<bool> m_bListedAsLink;
     qint64 m_nOffset = 0; // bytes dealt with
     qint64 m_nTold = 0; // bytes that the control knows to be dealt with
+    bool m_bTryOnce = false;
+    std::optional<STFailure> m_stFailure; // of a read where the next chunk begins
     bool m_bLink = false; // the source is a symbolic link
     std::optional<STFileState> m_stFound; // the source before it was opened
     QFile m_source;

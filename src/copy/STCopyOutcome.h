@@ -29,10 +29,24 @@ struct STCopyReason
     {
         return {ENCopyProblem::DESTINATION_GONE, QStringLiteral("destination gone")};
     }
+
+    /** The source has another content than when it was begun, and nSize bytes now. */
+    static STCopyReason SourceChanged(qint64 nSize)
+    {
+        return {ENCopyProblem::SOURCE_CHANGED,
+                QStringLiteral("changed while it was copied, it has ") + QString::number(nSize)
+                    + QStringLiteral(" bytes now")};
+    }
 };
 
 /** Whether the errno value says that there is no room. */
 inline bool IsNoRoom(int nError) { return nError == ENOSPC || nError == EDQUOT; }
+
+/** Whether the errno value says that the disk itself is not there any more. */
+inline bool IsDiskLost(int nError)
+{
+    return nError == ENODEV || nError == ENXIO || nError == ENOTCONN || nError == ESTALE;
+}
 
 /** What became of one item, a file or a folder. */
 struct STCopyOutcome

@@ -25,6 +25,8 @@
 #define st_atimespec st_atim
 #define st_mtimespec st_mtim
 #define F_FULLFSYNC 51
+#define F_NOCACHE 48
+#define F_RDAHEAD 45
 #define F_PREALLOCATE 42
 #define F_ALLOCATEALL 4
 #define F_PEOFPOSMODE 3
