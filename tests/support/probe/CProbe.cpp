@@ -93,7 +93,8 @@ static QJsonObject DescribeWidget(const QWidget* pWidget)
     QJsonObject obj = ScreenRect(pWidget, pWidget->rect());
     obj["visible"] = true;
     obj["enabled"] = pWidget->isEnabled();
-    for (const char* pName : {"text", "value", "currentIndex"}) {
+    obj["focus"] = pWidget->hasFocus();
+    for (const char* pName : {"text", "value", "currentIndex", "checked"}) {
         const QVariant value = pWidget->property(pName);
         if (value.isValid()) {
             obj[QLatin1String(pName)] = QJsonValue::fromVariant(value);
