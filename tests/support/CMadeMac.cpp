@@ -52,6 +52,7 @@ CMadeMac::CMadeMac(const QString& strVolume, int nFiles)
     : m_baVolume(QFile::encodeName(strVolume))
     , m_setFolder({QByteArray()})
 {
+    Require(chmod(m_baVolume.constData(), 0755) == 0, m_baVolume);
     MakeHome();
     MakeSizes();
     MakeNames();
@@ -268,11 +269,11 @@ void CMadeMac::Fill(qint64 nFiles)
 void CMadeMac::PlantLinksOut()
 {
     const QByteArray baFolder = HOME + "/Library/Links out";
-    Link(baFolder + "/etc", "/etc");
-    Link(baFolder + "/a file of a running system", "/proc/self/status");
+    // The running system has these, and the volume has not.
+    Link(baFolder + "/folder of a running system", "/usr/bin");
+    Link(baFolder + "/file of a running system", "/proc/self/status");
     Link(baFolder + "/other volume", "/Volumes/Other/x");
-    Link(baFolder + "/volumes", "/Volumes");
-    Link(baFolder + "/too many dots", "../../../../../../../../../../../../../../etc");
+    Link(baFolder + "/too many dots", "../../../../../../../../../../../../../../usr/lib");
     Link(baFolder + "/nowhere", "not there/at all");
     Link(baFolder + "/through a file", "../../Documents/letter.txt/x");
     Link(baFolder + "/long", QByteArray(1000, 'x') + "/y");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFile>
 #include <QtGlobal>
 
 #include <sys/resource.h>
@@ -13,7 +14,14 @@ inline qint64 ProcessorTimeMs()
         + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
 }
 
-/** The most memory that this process has had so far. */
+/** Makes the most memory that this process has had what it has now; false where the system cannot. */
+inline bool ForgetPeakMemory()
+{
+    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    return file.open(QIODevice::WriteOnly) && file.write("5") == 1;
+}
+
+/** The most memory that this process has had so far, or since ForgetPeakMemory. */
 inline qint64 PeakMemoryMiB()
 {
     rusage usage;
