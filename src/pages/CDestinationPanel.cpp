@@ -1,10 +1,13 @@
 #include "pages/CDestinationPanel.h"
 
+#include "copy/CCopyText.h"
 #include "pages/CNoticeLine.h"
 #include "pages/CSelFileForm.h"
 
 #include <QGuiApplication>
 #include <QTimer>
+
+#include <limits>
 
 using namespace std::chrono_literals;
 
@@ -71,14 +74,22 @@ std::optional<STDiskState> CDestinationPanel::Insist(const QString& strName, con
 
 void CDestinationPanel::Forget(const QString& strPath) { m_questions.Forget(strPath); }
 
+void CDestinationPanel::SetComplete(bool bComplete)
+{
+    m_bComplete = bComplete;
+    TakeRules(m_stRules);
+}
+
 void CDestinationPanel::ShowSpace()
 {
     m_pNotice->Clear(ENNotice::NO_ANSWER);
-    if (m_strPath.isEmpty()) {
+    const std::optional<STDiskState> state = m_strPath.isEmpty() ? std::nullopt : Glance(m_strPath);
+    if (state) {
+        TakeState(*state);
         return;
     }
-    if (const std::optional<STDiskState> state = Glance(m_strPath)) {
-        m_pForm->ShowSpace(state->nFreeBytes, state->nTotalBytes);
+    TakeRules(STDiskRules());
+    if (m_strPath.isEmpty()) {
         return;
     }
     m_pForm->HideSpace();
@@ -92,10 +103,27 @@ void CDestinationPanel::ShowSpace()
 void CDestinationPanel::OnAnswered(const QString& strPath, const STDiskState& state)
 {
     if (strPath == m_strPath) {
-        m_pForm->ShowSpace(state.nFreeBytes, state.nTotalBytes);
+        TakeState(state);
         m_pNotice->Clear(ENNotice::NO_ANSWER);
     }
     emit SignalAnswered(strPath, state);
+}
+
+void CDestinationPanel::TakeState(const STDiskState& state)
+{
+    m_pForm->ShowSpace(state.nFreeBytes, state.nTotalBytes);
+    TakeRules(state.stRules);
+}
+
+void CDestinationPanel::TakeRules(const STDiskRules& stRules)
+{
+    m_stRules = stRules;
+    const bool bLimited = stRules.nMostFileBytes < std::numeric_limits<qint64>::max();
+    m_pNotice->Set(ENNotice::LARGE_FILES,
+                   m_bComplete && bLimited ? tr("%1 cannot hold a file of %2 or more.")
+                                                 .arg(m_pNotice->Shortened(m_strName),
+                                                      CCopyText::Bytes(stRules.nMostFileBytes + 1))
+                                           : QString());
 }
 
 // Without a disk the prompt stands, and the next one that comes is another one.

@@ -16,7 +16,8 @@ class CSelFileForm;
  * space comes in when the disk tells it.
  *
  * It also knows which destination the user knows of, and says so when another one
- * is shown. GUI thread only.
+ * is shown, and that one cannot hold large files where these are to be copied, whatever
+ * the tree shows. GUI thread only.
  */
 class CDestinationPanel : public QObject
 {
@@ -38,6 +39,9 @@ public:
     /** From now on the user knows of the disk that is shown. */
     void Accept();
 
+    /** Whether a tick means everything in it, so that nobody has seen what is in it. */
+    void SetComplete(bool bComplete);
+
     /** Reads a disk's state, waiting shortly; nothing when it does not answer. For what is not shown. */
     std::optional<STDiskState> Glance(const QString& strPath);
 
@@ -57,6 +61,8 @@ signals:
 private:
     void ShowSpace();
     void OnAnswered(const QString& strPath, const STDiskState& state);
+    void TakeState(const STDiskState& state);
+    void TakeRules(const STDiskRules& stRules);
     void NoticeOther();
     void NoticeNoAnswer(const QString& strName);
 
@@ -66,4 +72,6 @@ private:
     QString m_strName; // of the disk that is shown
     QString m_strPath; // empty while none is
     QString m_strKnown; // path of the one that the user knows of; empty before there was any
+    STDiskRules m_stRules; // of the disk that is shown, as far as it has told
+    bool m_bComplete = false;
 };

@@ -21,7 +21,7 @@ static STDiskState StateOf(const QString& strPath)
 {
     const QStorageInfo info(strPath);
     return {CVolumeInfo::DeviceOf(strPath), !info.isReadOnly() && !IsRefused(strPath), info.bytesAvailable(),
-            info.bytesTotal()};
+            info.bytesTotal(), CCopyPlatform::GetDiskRules(strPath)};
 }
 
 static std::chrono::milliseconds Left(const QDeadlineTimer& deadline)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "copy/CCopyPlatform.h"
 #include "files/CAsideQuestion.h"
 
 #include <QByteArray>
@@ -18,6 +19,7 @@ struct STDiskState
     bool bWritable = true; ///< false when it is read-only or this user may not write to it
     qint64 nFreeBytes = -1; ///< that a user without special rights can still write; less than 0: not known
     qint64 nTotalBytes = -1; ///< of the whole volume; less than 0: not known
+    STDiskRules stRules = {}; ///< what it can hold
 };
 
 /**

@@ -11,7 +11,11 @@ CLastCopyNotice::CLastCopyNotice(CNoticeLine* pNotice, QWidget* pPage)
     , m_pNotice(pNotice)
     , m_pPage(pPage)
 {
-    connect(pNotice, &CNoticeLine::SignalLink, this, &CLastCopyNotice::ShowItems);
+    connect(pNotice, &CNoticeLine::SignalLink, this, [this](ENNotice enNotice) {
+        if (enNotice == ENNotice::LAST_COPY) {
+            ShowItems();
+        }
+    });
 }
 
 void CLastCopyNotice::Show(const STCopyAccount& stAccount, const QString& strUsbName)

@@ -29,7 +29,7 @@ CNoticeLine::CNoticeLine(QWidget* pParent)
     m_pText->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
     m_pLink->setObjectName(QStringLiteral("m_pNoticeLink"));
-    connect(m_pLink, &QPushButton::clicked, this, &CNoticeLine::SignalLink);
+    connect(m_pLink, &QPushButton::clicked, this, [this] { emit SignalLink(m_enLink); });
     Rebuild();
 }
 
@@ -87,10 +87,13 @@ void CNoticeLine::Rebuild()
         if (strLinkBefore.isEmpty()) {
             m_pLink->setText(notice.strLink);
         }
-        if (strText.isEmpty() || metrics.horizontalAdvance(strMore) <= RoomForText()) {
-            strText = strMore;
-        } else {
+        if (!strText.isEmpty() && metrics.horizontalAdvance(strMore) > RoomForText()) {
             m_pLink->setText(strLinkBefore);
+            continue;
+        }
+        strText = strMore;
+        if (m_pLink->text() != strLinkBefore) {
+            m_enLink = enNotice;
         }
     }
     m_pText->setText(strText);

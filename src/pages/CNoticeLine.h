@@ -13,7 +13,8 @@ enum class ENNotice
 {
     NO_ANSWER, ///< a disk does not answer
     LAST_COPY, ///< what the last copy has left behind
-    UNLISTED, ///< a ticked volume has folders that will not be copied
+    UNLISTED, ///< not all of a ticked volume will be copied
+    LARGE_FILES, ///< the destination cannot hold files of every size
     FOLDER, ///< the folder that was opened last does not show all that is in it
     DESTINATION ///< the destination is another one than the user knows of
 };
@@ -53,8 +54,8 @@ public:
     QWidget* TabStop() const;
 
 signals:
-    /** The link of a notice was pressed. */
-    void SignalLink();
+    /** The link of that notice was pressed. */
+    void SignalLink(ENNotice enNotice);
 
 protected:
     void resizeEvent(QResizeEvent* pEvent) override;
@@ -77,4 +78,7 @@ private:
     std::map<ENNotice, STNotice> m_mapNotice;
     CElidedLabel* m_pText;
     CLinkButton* m_pLink;
+    ENNotice m_enLink = ENNotice::LAST_COPY; // whose link is shown
 };
+
+Q_DECLARE_METATYPE(ENNotice)

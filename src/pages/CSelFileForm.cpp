@@ -42,6 +42,8 @@ void CSelFileForm::InitTexts()
     fnSet(m_pUSBBottomLab, tr("Select Destination Disk:"), CSkinMgr::FONT_STYLE_PX_13);
     m_pCopyBtn->setText(tr("Copy"));
     m_pCopyBtn->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13_BOLD));
+    m_pCompleteBox->setText(tr("Complete rescue"));
+    m_pCompleteBox->setFont(SkinFont(CSkinMgr::FONT_STYLE_PX_13));
     new CEmptyHint(tr("No disk to copy files from was found."), m_pFileTree);
 }
 
@@ -61,6 +63,10 @@ void CSelFileForm::InitAccess()
     m_pFileTree->setAccessibleName(WithoutColon(tr("Select File to Copy:")));
     m_pDropBtn->setAccessibleName(WithoutColon(tr("Select Destination Disk:")));
     RefreshLab->setAccessibleName(tr("Refresh List of Disks"));
+    const QString strComplete = tr("Copies everything in what is ticked, whether the list shows it or not.");
+    m_pCompleteBox->setAccessibleDescription(strComplete);
+    // As HTML it is broken into lines.
+    m_pCompleteBox->setToolTip(QStringLiteral("<p>%1</p>").arg(strComplete.toHtmlEscaped()));
     // The picture of the disk says what the name above it says.
     CDecorationAccess::Mark({m_pLine1Lab, m_pLine2Lab, m_pUSBPicLab});
     QWidget::setTabOrder(RefreshLab, m_pNoticeLine->TabStop());

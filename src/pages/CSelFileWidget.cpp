@@ -7,6 +7,7 @@
 #include "kit/KvMessageBox.h"
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
+#include "pages/CCompleteChoice.h"
 #include "pages/CDestinationPanel.h"
 #include "pages/CDropDownList.h"
 #include "pages/CLastCopyNotice.h"
@@ -26,7 +27,6 @@
 #include <QShowEvent>
 #include <QThread>
 
-#include <algorithm>
 #include <utility>
 
 // What the end of the page waits for its workers, in all.
@@ -79,7 +79,9 @@ void CSelFileWidget::InitData()
                                                  m_pForm->m_pNoticeLine, fnGivenUp);
     m_pDestination = new CDestinationPanel(m_pForm.get(), m_pForm->m_pNoticeLine, this);
     m_pLastCopy = new CLastCopyNotice(m_pForm->m_pNoticeLine, this);
-    m_pTreeNotices = new CTreeNotices(m_pForm->m_pFileTree, m_pForm->m_pNoticeLine, this);
+    m_pTreeNotices = new CTreeNotices(m_pForm.get(), this);
+    m_pComplete = new CCompleteChoice(m_pForm->m_pCompleteBox, m_pForm->m_pNoticeLine, this);
+    m_pDestination->SetComplete(m_pComplete->IsOn());
 }
 
 void CSelFileWidget::InitView()
@@ -94,6 +96,8 @@ void CSelFileWidget::InitConnect()
 {
     connect(m_pForm->m_pCopyBtn, &QPushButton::clicked, this, &CSelFileWidget::SlotCopyBtnClick);
     connect(m_pForm->m_pDropBtn, &QPushButton::clicked, this, &CSelFileWidget::SlotShowListWidget);
+    connect(m_pComplete, &CCompleteChoice::SignalChanged, m_pDestination, &CDestinationPanel::SetComplete);
+    connect(m_pComplete, &CCompleteChoice::SignalChanged, m_pTreeNotices, &CTreeNotices::Update);
     connect(m_pListWidget, &CDropDownList::SignalOpen, this, &CSelFileWidget::SlotShowListWidget);
     connect(m_pListWidget, &CDropDownList::SignalChosen, this, &CSelFileWidget::SlotListWidgetItemClick);
     connect(m_pForm->m_pUSBTitleLab, &CClickableLabel::SignalLabelClicked, this,
@@ -105,11 +109,9 @@ void CSelFileWidget::InitConnect()
             &CSelFileWidget::SlotGetFileSizeFinish);
     connect(m_pForm->m_pFileTree, &CFileTreeView::SignalItemClicked, this,
             &CSelFileWidget::SlotCheckFileSelected);
-    connect(
-        m_pForm->RefreshLab, &CClickableLabel::SignalLabelClicked, this, [this]() { OnRefreshClicked(); },
-        Qt::DirectConnection);
-    connect(
-        this, &CSelFileWidget::SignalStopMovie, this, [this]() { OnStopMovie(); }, Qt::QueuedConnection);
+    connect(m_pForm->RefreshLab, &CClickableLabel::SignalLabelClicked, this,
+            &CSelFileWidget::OnRefreshClicked, Qt::DirectConnection);
+    connect(this, &CSelFileWidget::SignalStopMovie, this, &CSelFileWidget::OnStopMovie, Qt::QueuedConnection);
 }
 
 // ---------------------------------------------------------------- disks
@@ -192,7 +194,7 @@ void CSelFileWidget::SlotRefreshUSB()
 void CSelFileWidget::BeginSearch(const STDiskSearch& search)
 {
     if (m_disks.Begin(search)) {
-        UpdateCopyBtn();
+        UpdateControls();
     }
 }
 
@@ -249,7 +251,7 @@ void CSelFileWidget::OnRefreshUSB()
 void CSelFileWidget::ShowDisk(const QString& strName)
 {
     m_pDestination->Show(strName, m_disks.PathOf(strName));
-    UpdateCopyBtn();
+    UpdateControls();
 }
 
 void CSelFileWidget::showEvent(QShowEvent* pEvent)
@@ -285,29 +287,30 @@ void CSelFileWidget::SlotCheckFileSelected()
 {
     m_pForm->ShowTicked(m_pCount->IsSomethingTicked());
     m_pTreeNotices->Update();
-    UpdateCopyBtn();
+    UpdateControls();
 }
 
-void CSelFileWidget::UpdateCopyBtn()
+void CSelFileWidget::UpdateControls()
 {
-    EnableCopyBtn(!m_pCount->IsRunning() && !GetUsbPath().isEmpty() && m_pCount->IsSomethingTicked());
+    const bool bIdle = !m_pCount->IsRunning();
+    Enable(m_pForm->m_pCopyBtn, bIdle && !GetUsbPath().isEmpty() && m_pCount->IsSomethingTicked());
+    Enable(m_pForm->m_pCompleteBox, bIdle);
 }
 
 // A button that is disabled while it has the focus hands it on to the next
 // widget in the order, which is the window's close button: one more press of
 // Space would ask whether to leave.
-void CSelFileWidget::EnableCopyBtn(bool bEnable)
+void CSelFileWidget::Enable(QWidget* pControl, bool bEnable)
 {
-    if (!bEnable && window()->focusWidget() == m_pForm->m_pCopyBtn) {
+    if (!bEnable && window()->focusWidget() == pControl) {
         m_pForm->m_pFileTree->setFocus();
     }
-    m_pForm->m_pCopyBtn->setEnabled(bEnable);
+    pControl->setEnabled(bEnable);
 }
 
 // ---------------------------------------------------------------- from Copy to the start of the copy
 
 qint64 CSelFileWidget::GetTotalSize() const { return m_nTotalSize; }
-
 QString CSelFileWidget::GetDstFolder() const { return m_strDstFolder; }
 
 void CSelFileWidget::SlotCopyBtnClick()
@@ -336,36 +339,38 @@ void CSelFileWidget::SlotCopyBtnClick()
     }
     m_nTotalSize = 0;
     m_strDstFolder.clear();
-    BeginCounting();
+    BeginCounting(state->stRules);
 }
 
-void CSelFileWidget::BeginCounting()
+void CSelFileWidget::BeginCounting(const STDiskRules& stRules)
 {
-    m_bFocusAtClick = window()->focusWidget() == m_pForm->m_pCopyBtn;
+    QWidget* pFocus = window()->focusWidget();
     m_pListWidget->hide();
-    m_pCount->Begin(tr("Calculating files size..."));
-    EnableCopyBtn(false);
+    m_pCount->Begin(tr("Calculating files size..."), stRules);
+    UpdateControls();
+    m_pFocusAtClick = pFocus == window()->focusWidget() ? nullptr : pFocus;
 }
 
-void CSelFileWidget::EndCounting()
+bool CSelFileWidget::EndCounting()
 {
     if (!m_pCount->End()) {
-        return;
+        return false;
     }
-    UpdateCopyBtn();
-    if (m_bFocusAtClick && window()->focusWidget() == m_pForm->m_pFileTree) {
-        m_pForm->m_pCopyBtn->setFocus();
+    UpdateControls();
+    if (m_pFocusAtClick && window()->focusWidget() == m_pForm->m_pFileTree) {
+        m_pFocusAtClick->setFocus();
     }
+    return true;
 }
 
 void CSelFileWidget::SlotGetFileSizeFinish(qint64 nSize)
 {
-    EndCounting();
+    const qint64 nRoom = EndCounting() ? m_pSizeThread->RoomNeeded() : nSize;
     if (!m_target) {
         const auto state = m_pDestination->Insist(GetUsbName(), GetUsbPath());
         m_target = m_disks.Target(GetUsbName(), state.value_or(STDiskState()).baDevice);
     }
-    if (ShowUsbNoEnoughDlg(nSize)) {
+    if (ShowUsbNoEnoughDlg(nRoom)) {
         m_target.reset();
         return;
     }

@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QPair>
+#include <QPointer>
 #include <QString>
 #include <QVector>
 #include <QWidget>
@@ -15,6 +16,7 @@
 #include <optional>
 #include <vector>
 
+class CCompleteChoice;
 class CDestinationPanel;
 class CDropDownList;
 class CGetFileSizeThread;
@@ -28,6 +30,7 @@ class QFileInfo;
 class QListWidgetItem;
 class QMovie;
 struct STCopyAccount;
+struct STDiskRules;
 struct STDiskState;
 
 /**
@@ -110,7 +113,10 @@ public slots:
     /** Checks the destination and starts to count the selection's bytes. */
     void SlotCopyBtnClick();
 
-    /** Goes on after the count (nSize bytes): refuses for want of space or emits SignalCopyFile. */
+    /**
+     * Goes on after the count (nSize bytes): refuses for want of space, of which a copy of
+     * everything may need more than that, or emits SignalCopyFile.
+     */
     void SlotGetFileSizeFinish(qint64 nSize);
 
 signals:
@@ -145,10 +151,10 @@ private:
     void EndSearch(const STDiskSearch& search, const QVector<STVolume>& listVolume);
     void EndRescans();
     void ShowDisk(const QString& strName);
-    void UpdateCopyBtn();
-    void EnableCopyBtn(bool bEnable);
-    void BeginCounting();
-    void EndCounting();
+    void UpdateControls();
+    void Enable(QWidget* pControl, bool bEnable);
+    void BeginCounting(const STDiskRules& stRules);
+    bool EndCounting(); // false when no count was running
     bool LoseTarget(const STDiskState& state);
     void WarnOfSpace(const QString& strDetail = QString());
     void WarnUser(const QString& strText, const QString& strDetail = QString());
@@ -163,11 +169,12 @@ private:
     CDestinationPanel* m_pDestination = nullptr;
     CTreeNotices* m_pTreeNotices = nullptr;
     CLastCopyNotice* m_pLastCopy = nullptr;
+    CCompleteChoice* m_pComplete = nullptr;
 
     CGetFileSizeThread* m_pSizeThread = nullptr;
     CSearchWaitView* m_pWaitView = nullptr;
     std::unique_ptr<CSelectionCount> m_pCount;
-    bool m_bFocusAtClick = false; // Copy was pressed by key, and gets the focus back
+    QPointer<QWidget> m_pFocusAtClick; // from which the count has taken the focus, and gets it back
     std::optional<STCopyTarget> m_target; // from the press of Copy until the answer to it
     qint64 m_nTotalSize = 0;
     QString m_strDstFolder;

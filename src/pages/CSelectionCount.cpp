@@ -37,7 +37,7 @@ void CSelectionCount::SetPatience(std::chrono::milliseconds notice, std::chrono:
     s_end = end;
 }
 
-void CSelectionCount::Begin(const QString& strText)
+void CSelectionCount::Begin(const QString& strText, const STDiskRules& stRules)
 {
     const CDirModel* pModel = CDirModel::GetInstence();
     m_bTickedAtBegin = pModel->HasCheckedEntry();
@@ -50,6 +50,7 @@ void CSelectionCount::Begin(const QString& strText)
     m_pWaitView->show();
 
     m_pThread->SetRootNode(pModel->GetRootNode());
+    m_pThread->SetDiskRules(stRules);
     m_pThread->start();
     m_timer.start();
 }

@@ -11,6 +11,7 @@ class CNoticeLine;
 class CSearchWaitView;
 
 class QString;
+struct STDiskRules;
 
 /**
  * The count of the ticked bytes as the selection page sees it: what has to
@@ -31,8 +32,11 @@ public:
     /** How long a disk may not answer before it is named (20 s), and before the count is given up (60 s). */
     static void SetPatience(std::chrono::milliseconds notice, std::chrono::milliseconds end);
 
-    /** Lends the nodes to the worker and starts it; strText is what the waiting dialog says. */
-    void Begin(const QString& strText);
+    /**
+     * Lends the nodes to the worker and starts it; strText is what the waiting dialog says,
+     * stRules what the destination can hold.
+     */
+    void Begin(const QString& strText, const STDiskRules& stRules);
 
     /** Waits for the worker's end and takes the nodes back. False when no count was running. */
     bool End();

@@ -1,31 +1,39 @@
 #pragma once
 
+#include "tree/STFolderFacts.h"
+
 #include <QObject>
+#include <QString>
 
 class CFileTreeView;
 class CNoticeLine;
-struct STFolderFacts;
+class CSelFileForm;
 
 /**
  * Says in the line of notices what the tree does not show and what therefore is not
  * copied: folders of a ticked volume that were never opened, entries that are left
- * out for their names, a folder that cannot be read. GUI thread only.
+ * out for their names, a folder that cannot be read. Where a tick means everything,
+ * only the last of these keeps something from being copied. GUI thread only.
  */
 class CTreeNotices : public QObject
 {
     Q_OBJECT
 
 public:
-    /** Follows the folders that are opened. Neither of the two is owned; they have to live as long. */
-    CTreeNotices(const CFileTreeView* pTree, CNoticeLine* pNotice, QObject* pParent);
+    /** Follows the folders that are opened in the form's tree. The form is not owned and has to live as long.
+     */
+    CTreeNotices(const CSelFileForm* pForm, QObject* pParent);
 
-    /** Looks at the ticks once more. */
+    /** Looks once more at the ticks and at what they mean. */
     void Update();
 
 private:
     void OnFolderOpened(const STFolderFacts& stFacts);
-    QString FolderText(const STFolderFacts& stFacts) const;
+    QString VolumeText() const;
+    QString FolderText() const;
 
     const CFileTreeView* m_pTree;
     CNoticeLine* m_pNotice;
+    const QString m_strLink; // to what copies everything
+    STFolderFacts m_stFacts; // of the folder that was opened last
 };

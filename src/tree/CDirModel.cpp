@@ -89,6 +89,13 @@ bool CDirModel::HasUnlistedFolder() const
     });
 }
 
+bool CDirModel::HasTickedVolume() const
+{
+    const QList<CDirNode*>& listVolume = nodeFromIndex(QModelIndex())->m_listChild;
+    return std::any_of(listVolume.begin(), listVolume.end(),
+                       [](const CDirNode* pVolume) { return pVolume->m_chkState == Qt::Checked; });
+}
+
 void CDirModel::SetLent(bool bLent)
 {
     Q_ASSERT_X(!bLent || !m_bLent, "CDirModel", "the nodes are lent already");

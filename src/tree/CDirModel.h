@@ -56,6 +56,9 @@ public:
      */
     bool HasUnlistedFolder() const;
 
+    /** Whether a top-level entry is fully ticked. */
+    bool HasTickedVolume() const;
+
     /**
      * Whether a tick means everything in it, whether the tree shows it or not; false at
      * first. The root says it to the workers.

@@ -125,6 +125,7 @@ void CFileTreeView::LendNodes(bool bLent)
             m_pDirModel->AwaitListings();
         }
         m_bUnlistedAtLoan = HasUnlistedFolder();
+        m_bTickedAtLoan = HasTickedVolume();
         m_pLoan = std::make_unique<CNodeLoan>(this, m_pDirModel);
         return;
     }
@@ -151,6 +152,11 @@ void CFileTreeView::ToggleTick(const QModelIndex& index)
 bool CFileTreeView::HasUnlistedFolder() const
 {
     return m_pLoan ? m_bUnlistedAtLoan : m_pDirModel->HasUnlistedFolder();
+}
+
+bool CFileTreeView::HasTickedVolume() const
+{
+    return m_pLoan ? m_bTickedAtLoan : m_pDirModel->HasTickedVolume();
 }
 
 void CFileTreeView::TellFolder(const QModelIndex& index)

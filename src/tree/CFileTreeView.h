@@ -67,6 +67,9 @@ public:
      */
     bool HasUnlistedFolder() const;
 
+    /** Whether a volume is fully ticked; while the nodes are lent whether one was before. */
+    bool HasTickedVolume() const;
+
 signals:
     /** A row was clicked, on its box or elsewhere, or ticked by key; its tick is already the new one. */
     void SignalItemClicked();
@@ -123,5 +126,6 @@ private:
     QStringList m_listLateRoot; // given while the nodes were lent
     std::unique_ptr<CNodeLoan> m_pLoan; // while the nodes are lent
     bool m_bUnlistedAtLoan = false; // what HasUnlistedFolder said when they were lent
+    bool m_bTickedAtLoan = false; // the same of HasTickedVolume
     bool m_bKeysUsed = false; // the last input was a key
 };

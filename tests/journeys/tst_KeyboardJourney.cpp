@@ -7,6 +7,7 @@ static const QString PROGRAM = "TarnwickMacPE";
 static const QString VOLUME = "/Volumes/Macintosh HD";
 
 static const QString BUTTON = "push button";
+static const QString CHECK_BOX = "check box";
 static const QString COMBO = "combo box";
 static const QString DIALOG = "dialog";
 static const QString LIST_ITEM = "list item";
@@ -184,6 +185,7 @@ void tst_KeyboardJourney::StartCopy()
     ChooseLarge();
     m_pJourney->SlowWrites(SLOW_MS);
     PressTo({TAB}, BUTTON, "Refresh List of Disks");
+    PressTo({TAB}, CHECK_BOX, "Complete rescue");
     PressTo({TAB}, BUTTON, "Copy");
     CJourney::PressKeys({SPACE});
 }
@@ -209,6 +211,8 @@ void tst_KeyboardJourney::selectionPageIsReadOut()
                  "combo box: Select Destination Disk (LARGE)",
                  "push button: Refresh List of Disks",
                  "label: #.#GB Available, #.#GB Total",
+                 "check box: Complete rescue (Copies everything in what is ticked, whether the list shows it "
+                 "or not.)",
                  "push button: Copy",
              }));
     QVERIFY(!Is(BUTTON, "Minimize", "enabled"));

@@ -14,6 +14,7 @@
 #include "support/Widgets.h"
 #include "tree/CFileTreeView.h"
 
+#include <QCheckBox>
 #include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
@@ -137,6 +138,7 @@ protected:
     CClickableLabel* Refresh() const { return m_pPage->findChild<CClickableLabel*>("RefreshLab"); }
     CFileTreeView* Tree() const { return m_pPage->findChild<CFileTreeView*>(); }
     QPushButton* DropBtn() const { return m_pPage->findChild<QPushButton*>("m_pDropBtn"); }
+    QCheckBox* CompleteBox() const { return m_pPage->findChild<QCheckBox*>("m_pCompleteBox"); }
     QPushButton* CopyBtn() const { return m_pPage->findChild<QPushButton*>("toolBtn"); }
     QListWidget* List() const { return m_pPage->findChild<QListWidget*>(); }
     CSearchWaitView* WaitView() const { return m_pPage->findChild<CSearchWaitView*>(); }

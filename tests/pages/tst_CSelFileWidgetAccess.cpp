@@ -81,7 +81,7 @@ void tst_CSelFileWidgetAccess::tabGoesByTheEye()
     MakePage({"STICK"});
     QVERIFY(Tick());
     m_pPage->setFocus();
-    const QList<QWidget*> listStop{Tree(), DropBtn(), Refresh(), CopyBtn()};
+    const QList<QWidget*> listStop{Tree(), DropBtn(), Refresh(), CompleteBox(), CopyBtn()};
     for (QWidget* pStop : listStop) {
         QCOMPARE(QApplication::focusWidget(), pStop);
         QTest::keyClick(pStop, Qt::Key_Tab);

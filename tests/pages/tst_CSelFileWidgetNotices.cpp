@@ -135,8 +135,11 @@ void tst_CSelFileWidgetNotices::linkIsReachedBeforeCopy()
     QTest::keyClick(Refresh(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), Link());
     QTest::keyClick(Link(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), CompleteBox());
+    QTest::keyClick(CompleteBox(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), CopyBtn());
     QTest::keyClick(CopyBtn(), Qt::Key_Backtab);
+    QTest::keyClick(CompleteBox(), Qt::Key_Backtab);
     QCOMPARE(QApplication::focusWidget(), Link());
 }
 

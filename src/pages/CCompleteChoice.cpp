@@ -1,0 +1,42 @@
+#include "pages/CCompleteChoice.h"
+
+#include "pages/CNoticeLine.h"
+#include "tree/CDirModel.h"
+
+#include <QCheckBox>
+
+CCompleteChoice::CCompleteChoice(QCheckBox* pBox, CNoticeLine* pNotice, QObject* pParent)
+    : QObject(pParent)
+    , m_pBox(pBox)
+    , m_pNotice(pNotice)
+{
+    // A boot medium that is made for whole disks sets it.
+    pBox->setChecked(qgetenv("TARNWICK_COMPLETE_RESCUE") == "1");
+    CDirModel::GetInstence()->SetComplete(pBox->isChecked());
+    connect(pBox, &QCheckBox::toggled, this, &CCompleteChoice::OnToggled);
+    connect(pNotice, &CNoticeLine::SignalLink, this, [this](ENNotice enNotice) {
+        if (enNotice == ENNotice::UNLISTED) {
+            OnLink();
+        }
+    });
+}
+
+bool CCompleteChoice::IsOn() const { return m_pBox->isChecked(); }
+
+void CCompleteChoice::OnToggled(bool bOn)
+{
+    CDirModel::GetInstence()->SetComplete(bOn);
+    emit SignalChanged(bOn);
+}
+
+void CCompleteChoice::OnLink()
+{
+    if (!m_pBox->isEnabled()) {
+        return; // a worker has the tree
+    }
+    // The link goes with its notice, and the focus is to be where what it did can be undone.
+    if (m_pNotice->TabStop()->hasFocus()) {
+        m_pBox->setFocus();
+    }
+    m_pBox->setChecked(true);
+}
