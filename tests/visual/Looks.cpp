@@ -18,6 +18,7 @@
 #include "tree/CFileTreeView.h"
 #include "visual/CLookStage.h"
 
+#include <QCheckBox>
 #include <QListWidget>
 #include <QPushButton>
 #include <QResizeEvent>
@@ -136,6 +137,18 @@ static void LeaveChosenRow(CLookStage& stage)
 {
     ChooseRow(stage);
     stage.Button("toolBtn")->setFocus(Qt::TabFocusReason);
+}
+
+static QCheckBox* CompleteBox(CLookStage& stage)
+{
+    return qobject_cast<QCheckBox*>(stage.Part("m_pCompleteBox"));
+}
+
+/** Some is ticked, and everything in it is meant. */
+static void ChooseComplete(CLookStage& stage)
+{
+    TickSome(stage);
+    CompleteBox(stage)->setChecked(true);
 }
 
 // ---------------------------------------------------------------- copy page
@@ -517,6 +530,28 @@ static QList<STLook> SelectLooks()
                  CLookStage::Hover(stage.Button("toolBtn"));
                  stage.Button("toolBtn")->setDown(true);
              }),
+        Hovered("select-complete-hover", "m_pCompleteBox", "m_pBottomWidget"),
+        Part("select-complete-pressed", "m_pBottomWidget",
+             [](CLookStage& stage) {
+                 CLookStage::Hover(stage.Part("m_pCompleteBox"));
+                 CompleteBox(stage)->setDown(true);
+             }),
+        Part("select-complete-on", "m_pBottomWidget", ChooseComplete),
+        Part("select-complete-on-hover", "m_pBottomWidget",
+             [](CLookStage& stage) {
+                 ChooseComplete(stage);
+                 CLookStage::Hover(stage.Part("m_pCompleteBox"));
+             }),
+        Part("select-complete-on-focus", "m_pBottomWidget",
+             [](CLookStage& stage) {
+                 ChooseComplete(stage);
+                 stage.Part("m_pCompleteBox")->setFocus(Qt::TabFocusReason);
+             }),
+        Whole("select-complete-counting",
+              [](CLookStage& stage) {
+                  ChooseComplete(stage);
+                  stage.SelectPage()->SlotCopyBtnClick();
+              }),
         Hovered("select-list-button-hover", "m_pDropBtn", "m_pDropBtn"),
         Hovered("select-refresh-hover", "RefreshLab", "RefreshLab"),
         Hovered("title-close-hover", "m_pCloseBtn", "m_pTitleWidget"),
@@ -599,10 +634,11 @@ static STLook Notice(const char* pName, const Scene& fnScene)
     return Part(pName, "m_pBottomWidget", fnScene);
 }
 
-static void ShowNotice(CLookStage& stage, ENNotice enNotice, const QString& strText)
+static void ShowNotice(CLookStage& stage, ENNotice enNotice, const QString& strText,
+                       const QString& strLink = QString())
 {
     PlugIn(stage);
-    stage.SelectPage()->findChild<CNoticeLine*>()->Set(enNotice, strText);
+    stage.SelectPage()->findChild<CNoticeLine*>()->Set(enNotice, strText, strLink);
 }
 
 static QList<STLook> NoticeLooks()
@@ -629,6 +665,16 @@ static QList<STLook> NoticeLooks()
                [](CLookStage& stage) {
                    PlugIn(stage);
                    stage.Tree()->ToggleTick(stage.Tree()->model()->index(0, 0));
+               }),
+        Notice("select-notice-not-listed",
+               [](CLookStage& stage) {
+                   ShowNotice(stage, ENNotice::UNLISTED, "Entries that are not in the list are not copied.",
+                              "Complete rescue");
+               }),
+        Notice("select-notice-large-files",
+               [](CLookStage& stage) {
+                   CompleteBox(stage)->setChecked(true);
+                   ShowNotice(stage, ENNotice::LARGE_FILES, "RESCUE cannot hold a file of 4.29 GB or more.");
                }),
         Notice("select-notice-folder",
                [](CLookStage& stage) {
