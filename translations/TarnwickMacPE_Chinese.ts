@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>无法将列表存储到磁盘上。</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>它的某些部分无法读取；字节 %1 以零代替。</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>此处装载了另一个磁盘。其中的内容没有拷贝。</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>它与另一个已拷贝的文件夹是同一个文件夹。</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>它是指向“%1”的链接，而此磁盘无法储存链接。</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>磁盘不允许使用它的名称。它在那里名为“%1”。</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>此磁盘无法保留其权限的项目：%1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>此磁盘无法保留其扩展属性的项目：%1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>此磁盘无法保留其日期的文件夹：%1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>目的位置现在是“%1”</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>“%1”无法储存 %2 或更大的文件。</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Connect one, and it appears here.</source>
         <source>%1 are needed, %2 are free.</source>
         <translation>需要 %1，可用 %2。</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>完整抢救</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>拷贝所勾选项目中的全部内容，无论列表是否显示。</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Connect one, and it appears here.</source>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>“%1”中因名称而略过的项目：%2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>不在列表中的项目不会拷贝。</translation>
     </message>
 </context>
 <context>

@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>無法將列表儲存到磁碟上。</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>它的某些部分無法讀取；位元組 %1 以零代替。</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>此處裝載了另一個磁碟。其中的內容沒有拷貝。</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>它與另一個已拷貝的檔案夾是同一個檔案夾。</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>它是指向「%1」的連結，而此磁碟無法儲存連結。</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>磁碟不允許使用它的名稱。它在那裡名為「%1」。</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>此磁碟無法保留其權限的項目：%1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>此磁碟無法保留其延伸屬性的項目：%1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>此磁碟無法保留其日期的檔案夾：%1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>目的位置現在是「%1」</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>「%1」無法儲存 %2 或更大的檔案。</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Connect one, and it appears here.</source>
         <source>%1 are needed, %2 are free.</source>
         <translation>需要 %1，可用 %2。</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>完整搶救</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>拷貝所勾選項目中的全部內容，無論列表是否顯示。</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Connect one, and it appears here.</source>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>「%1」中因名稱而略過的項目：%2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>不在列表中的項目不會拷貝。</translation>
     </message>
 </context>
 <context>

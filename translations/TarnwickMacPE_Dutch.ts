@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>De lijst kon niet op de schijf worden bewaard.</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>Delen ervan kunnen niet worden gelezen; voor de bytes %1 staan nullen.</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>Hier is een andere schijf geactiveerd. De inhoud ervan is niet gekopieerd.</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>Het is dezelfde map als een andere, die is gekopieerd.</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>Het is een link naar ‘%1’ en deze schijf kan geen links bevatten.</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>De schijf staat de naam ervan niet toe. Daar heet het ‘%1’.</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>Onderdelen waarvan deze schijf de bevoegdheden niet kan bewaren: %1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>Onderdelen waarvan deze schijf de uitgebreide kenmerken niet kan bewaren: %1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>Mappen waarvan deze schijf de datum niet kan bewaren: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>De bestemming is nu ‘%1’</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>‘%1’ kan geen bestanden van %2 of groter bevatten.</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Sluit er een aan, dan verschijnt die hier.</translation>
         <source>%1 are needed, %2 are free.</source>
         <translation>Er is %1 nodig en %2 vrij.</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>Volledige redding</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>Kopieert alles in de geselecteerde onderdelen, of het nu in de lijst staat of niet.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Sluit er een aan, dan verschijnt die hier.</translation>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>Vanwege hun naam weggelaten onderdelen in ‘%1’: %2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>Onderdelen die niet in de lijst staan, worden niet gekopieerd.</translation>
     </message>
 </context>
 <context>

@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>The list could not be saved on the disk.</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>Parts of it cannot be read; zeros stand for the bytes %1.</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>Another disk is mounted here. What is on it was not copied.</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>It is the same folder as another one, which was copied.</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>It is a link to %1, and this disk cannot hold links.</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>The disk does not take its name. There it is called %1.</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>Items whose permissions this disk cannot hold: %1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>Items whose extended attributes this disk cannot hold: %1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>Folders whose dates this disk cannot hold: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>The destination is now %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>%1 cannot hold a file of %2 or more.</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Connect one, and it appears here.</translation>
         <source>%1 are needed, %2 are free.</source>
         <translation>%1 are needed, %2 are free.</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>Complete rescue</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>Copies everything in what is ticked, whether the list shows it or not.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Connect one, and it appears here.</translation>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>Entries left out of %1 because of their names: %2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>Entries that are not in the list are not copied.</translation>
     </message>
 </context>
 <context>

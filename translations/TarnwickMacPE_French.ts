@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>La liste n’a pas pu être enregistrée sur le disque.</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>Certaines parties ne peuvent pas être lues&#xa0;; des zéros remplacent les octets %1.</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>Un autre disque est monté ici. Son contenu n’a pas été copié.</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>C’est le même dossier qu’un autre, qui a été copié.</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>C’est un lien vers «&#xa0;%1&#xa0;», et ce disque ne peut pas contenir de liens.</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>Le disque n’accepte pas son nom. Il s’y appelle «&#xa0;%1&#xa0;».</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>Éléments dont ce disque ne peut pas conserver les autorisations&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>Éléments dont ce disque ne peut pas conserver les attributs étendus&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>Dossiers dont ce disque ne peut pas conserver la date&#xa0;: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>La destination est désormais «&#xa0;%1&#xa0;»</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>«&#xa0;%1&#xa0;» ne peut pas contenir de fichier de %2 ou plus.</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Connectez-en un et il apparaîtra ici.</translation>
         <source>%1 are needed, %2 are free.</source>
         <translation>%1 sont nécessaires, %2 sont libres.</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>Sauvetage complet</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>Copie tout ce que contiennent les éléments cochés, que la liste l’affiche ou non.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Connectez-en un et il apparaîtra ici.</translation>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>Éléments de «&#xa0;%1&#xa0;» omis à cause de leur nom&#xa0;: %2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>Les éléments absents de la liste ne sont pas copiés.</translation>
     </message>
 </context>
 <context>

@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>Die Liste konnte nicht auf dem Laufwerk gesichert werden.</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>Teile davon können nicht gelesen werden; für die Bytes %1 stehen Nullen.</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>Hier ist ein anderes Laufwerk aktiviert. Was darauf liegt, wurde nicht kopiert.</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>Es ist derselbe Ordner wie ein anderer, der kopiert wurde.</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>Es ist ein Link auf „%1“, und dieses Laufwerk kann keine Links aufnehmen.</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>Das Laufwerk nimmt seinen Namen nicht an. Dort heißt es „%1“.</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>Objekte, deren Zugriffsrechte dieses Laufwerk nicht aufnehmen kann: %1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>Objekte, deren erweiterte Attribute dieses Laufwerk nicht aufnehmen kann: %1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>Ordner, deren Datum dieses Laufwerk nicht aufnehmen kann: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>Das Ziel ist jetzt „%1“</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>„%1“ kann keine Datei ab %2 aufnehmen.</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Schließen Sie eines an, dann erscheint es hier.</translation>
         <source>%1 are needed, %2 are free.</source>
         <translation>%1 werden benötigt, %2 sind frei.</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>Vollständige Rettung</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>Kopiert alles, was in den ausgewählten Objekten liegt, ob die Liste es zeigt oder nicht.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Schließen Sie eines an, dann erscheint es hier.</translation>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>Wegen ihres Namens ausgelassene Objekte in „%1“: %2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>Objekte, die nicht in der Liste stehen, werden nicht kopiert.</translation>
     </message>
 </context>
 <context>

@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>Impossibile salvare l’elenco sul disco.</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>Alcune parti non si possono leggere; al posto dei byte %1 ci sono zeri.</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>Qui è attivato un altro disco. Il suo contenuto non è stato copiato.</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>È la stessa cartella di un’altra, che è stata copiata.</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>È un link a “%1” e questo disco non può contenere link.</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>Il disco non ammette il suo nome. Lì si chiama “%1”.</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>Elementi di cui questo disco non può mantenere i permessi: %1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>Elementi di cui questo disco non può mantenere gli attributi estesi: %1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>Cartelle di cui questo disco non può mantenere la data: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>La destinazione ora è “%1”</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>“%1” non può contenere file di %2 o più.</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Collegane uno e apparirà qui.</translation>
         <source>%1 are needed, %2 are free.</source>
         <translation>Sono necessari %1, sono liberi %2.</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>Recupero completo</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>Copia tutto ciò che gli elementi selezionati contengono, che appaia nell’elenco o no.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Collegane uno e apparirà qui.</translation>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>Elementi di “%1” esclusi per via del nome: %2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>Gli elementi che non sono nell’elenco non vengono copiati.</translation>
     </message>
 </context>
 <context>

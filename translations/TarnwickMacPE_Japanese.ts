@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>リストをディスクに保存できませんでした。</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>一部を読み込めません。バイト%1は0で埋められています。</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>ここには別のディスクがマウントされています。その内容はコピーされていません。</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>コピー済みの別のフォルダと同じフォルダです。</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>“%1”へのリンクですが、このディスクにはリンクを保存できません。</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>このディスクでは使えない名前です。コピー先での名前は“%1”です。</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>このディスクにアクセス権を保持できない項目: %1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>このディスクに拡張属性を保持できない項目: %1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>このディスクに日付を保持できないフォルダ: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>コピー先は“%1”になりました</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>“%1”には%2以上のファイルを保存できません。</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Connect one, and it appears here.</source>
         <source>%1 are needed, %2 are free.</source>
         <translation>必要な容量: %1、空き容量: %2</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>すべてを救出</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>選択した項目に含まれるものを、リストに表示されていないものも含めてすべてコピーします。</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Connect one, and it appears here.</source>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>名前のために“%1”から除外された項目: %2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>リストにない項目はコピーされません。</translation>
     </message>
 </context>
 <context>

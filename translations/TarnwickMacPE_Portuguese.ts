@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>A lista não pôde ser salva no disco.</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>Partes dele não podem ser lidas; há zeros no lugar dos bytes %1.</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>Outro disco está montado aqui. O conteúdo dele não foi copiado.</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>É a mesma pasta que outra, que foi copiada.</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>É um link para “%1”, e este disco não comporta links.</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>O disco não permite o nome dele. Lá ele se chama “%1”.</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>Itens cujas permissões este disco não comporta: %1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>Itens cujos atributos estendidos este disco não comporta: %1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>Pastas cuja data este disco não comporta: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>O destino agora é “%1”</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>“%1” não comporta arquivos de %2 ou mais.</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Conecte um e ele aparecerá aqui.</translation>
         <source>%1 are needed, %2 are free.</source>
         <translation>São necessários %1 e há %2 livres.</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>Resgate completo</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>Copia tudo o que há nos itens marcados, apareça ou não na lista.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Conecte um e ele aparecerá aqui.</translation>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>Itens de “%1” omitidos por causa do nome: %2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>Itens que não estão na lista não são copiados.</translation>
     </message>
 </context>
 <context>

@@ -352,12 +352,48 @@
         <source>The list could not be saved on the disk.</source>
         <translation>No se pudo guardar la lista en el disco.</translation>
     </message>
+    <message>
+        <source>Parts of it cannot be read; zeros stand for the bytes %1.</source>
+        <translation>Algunas partes no se pueden leer; hay ceros en lugar de los bytes %1.</translation>
+    </message>
+    <message>
+        <source>Another disk is mounted here. What is on it was not copied.</source>
+        <translation>Aquí está montado otro disco. No se copió su contenido.</translation>
+    </message>
+    <message>
+        <source>It is the same folder as another one, which was copied.</source>
+        <translation>Es la misma carpeta que otra, que sí se copió.</translation>
+    </message>
+    <message>
+        <source>It is a link to %1, and this disk cannot hold links.</source>
+        <translation>Es un enlace a “%1”, y este disco no admite enlaces.</translation>
+    </message>
+    <message>
+        <source>The disk does not take its name. There it is called %1.</source>
+        <translation>El disco no admite su nombre. Allí se llama “%1”.</translation>
+    </message>
+    <message>
+        <source>Items whose permissions this disk cannot hold: %1</source>
+        <translation>Ítems cuyos permisos este disco no puede conservar: %1</translation>
+    </message>
+    <message>
+        <source>Items whose extended attributes this disk cannot hold: %1</source>
+        <translation>Ítems cuyos atributos extendidos este disco no puede conservar: %1</translation>
+    </message>
+    <message>
+        <source>Folders whose dates this disk cannot hold: %1</source>
+        <translation>Carpetas cuya fecha este disco no puede conservar: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
     <message>
         <source>The destination is now %1</source>
         <translation>El destino es ahora “%1”</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold a file of %2 or more.</source>
+        <translation>“%1” no admite archivos de %2 o más.</translation>
     </message>
 </context>
 <context>
@@ -536,6 +572,14 @@ Conecta uno y aparecerá aquí.</translation>
         <source>%1 are needed, %2 are free.</source>
         <translation>Se necesitan %1 y hay %2 libres.</translation>
     </message>
+    <message>
+        <source>Complete rescue</source>
+        <translation>Rescate completo</translation>
+    </message>
+    <message>
+        <source>Copies everything in what is ticked, whether the list shows it or not.</source>
+        <translation>Copia todo lo que contienen los ítems marcados, tanto si aparece en la lista como si no.</translation>
+    </message>
 </context>
 <context>
     <name>CStartSplash</name>
@@ -600,6 +644,10 @@ Conecta uno y aparecerá aquí.</translation>
     <message>
         <source>Entries left out of %1 because of their names: %2</source>
         <translation>Ítems de “%1” omitidos por su nombre: %2</translation>
+    </message>
+    <message>
+        <source>Entries that are not in the list are not copied.</source>
+        <translation>Los ítems que no están en la lista no se copian.</translation>
     </message>
 </context>
 <context>

@@ -18,6 +18,7 @@
 #include "translations/CTranslations.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QGlyphRun>
 #include <QLabel>
@@ -48,6 +49,7 @@ static const char SPLASH[] = "splash"; ///< what is shown before the window
 static const char FOLDER[] = "folder"; ///< piece of a folder's name
 static const char NOTICE[] = "notice"; ///< in the line of notices of the selection page
 static const char LINK[] = "link"; ///< link of that line
+static const char CHOICE[] = "choice"; ///< the check box of the selection page, and notices about it
 static const char DETAIL[] = "detail"; ///< below the message of a box
 static const char SUMMARY[] = "summary"; ///< what has become of a copy: in a box and in the line of notices
 static const char ROW[] = "row"; ///< in a row of the list of items, which is elided where it is too long
@@ -153,6 +155,14 @@ static const struct
     {"CCopyText", "The list could not be saved on the disk.", SUMMARY},
     {"CCopyText", "There was not enough memory.", ROW},
     {"CCopyText", "Too large for the file system of this disk.", ROW},
+    {"CCopyText", "Parts of it cannot be read; zeros stand for the bytes %1.", ROW},
+    {"CCopyText", "Another disk is mounted here. What is on it was not copied.", ROW},
+    {"CCopyText", "It is the same folder as another one, which was copied.", ROW},
+    {"CCopyText", "It is a link to %1, and this disk cannot hold links.", ROW},
+    {"CCopyText", "The disk does not take its name. There it is called %1.", ROW},
+    {"CCopyText", "Items whose permissions this disk cannot hold: %1", ROW},
+    {"CCopyText", "Items whose extended attributes this disk cannot hold: %1", ROW},
+    {"CCopyText", "Folders whose dates this disk cannot hold: %1", ROW},
     {"CCopyFileWidget", "Everything was on the disk before it was removed.", REMOVED},
     {"CCopyStateLine", "%1 so far", STATE},
     {"CCopyStateLine", "%1, %2", STATE},
@@ -161,6 +171,7 @@ static const struct
     {"CCopyStateLine", "The last bytes are being written to the disk…", STATE},
     {"CCopyStateLine", "The disk has not answered for %1 seconds: %2", STATE},
     {"CDestinationPanel", "The destination is now %1", NOTICE},
+    {"CDestinationPanel", "%1 cannot hold a file of %2 or more.", CHOICE},
     {"CItemListDialog", "Close", BUTTON},
     {"CItemListDialog", "Minimize", SPOKEN},
     {"CItemListDialog", "Zoom", SPOKEN},
@@ -187,6 +198,8 @@ static const struct
     {"CSelFileWidget", "Destination", LABEL},
     {"CSelFileWidget", "Select Destination Disk:", LABEL},
     {"CSelFileWidget", "Copy", BUTTON},
+    {"CSelFileWidget", "Complete rescue", CHOICE},
+    {"CSelFileWidget", "Copies everything in what is ticked, whether the list shows it or not.", TIP},
     {"CSelFileWidget", "No disk to copy files from was found.", LABEL},
     {"CSelFileWidget", "No USB disk was found.\nConnect one, and it appears here.", HINT},
     {"CSelFileWidget", "Refresh List of Disks", SPOKEN},
@@ -219,6 +232,7 @@ static const struct
     {"CTarnwickMacPE", "Yes", BUTTON},
     {"CTarnwickMacPE", "Cancel", BUTTON},
     {"CTreeNotices", "Only opened folders of a fully ticked volume are copied.", NOTICE},
+    {"CTreeNotices", "Entries that are not in the list are not copied.", CHOICE},
     {"CTreeNotices", "Entries left out of %1 because of their names: %2", NOTICE},
     {"KvMessageBox", "Form", UNSEEN},
     {"KvMessageBox", "Close", SPOKEN},
@@ -348,6 +362,7 @@ private slots:
     void itemList();
     void waitingDialog();
     void noticeLine();
+    void completeRescue();
     void startSplash();
     void copySummaries();
     void headsOfTheReport();
@@ -590,7 +605,8 @@ void tst_TranslationsFit::noticeLine()
         }
         QString strText = Translated(place.pContext, place.pSource);
         if (strText.contains("%2")) {
-            strText = strText.arg(strName, CCopyText::Summary(stAccount));
+            const bool bNumber = qstrcmp(place.pContext, "CTreeNotices") == 0;
+            strText = strText.arg(strName, bNumber ? QString("65,535") : CCopyText::Summary(stAccount));
         } else if (strText.contains("%1")) {
             strText = strText.arg(strName);
         }
@@ -599,6 +615,31 @@ void tst_TranslationsFit::noticeLine()
         Save(&page, QString("notice%1").arg(++nNotices));
     }
     QCOMPARE(nNotices, 5);
+}
+
+void tst_TranslationsFit::completeRescue()
+{
+    CSelFileWidget page(nullptr);
+    page.resize(PAGE_SIZE);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    const auto* pBox = page.findChild<QCheckBox*>("m_pCompleteBox");
+    QCOMPARE(pBox->text(), Translated("CSelFileWidget", "Complete rescue"));
+    QVERIFY(pBox->sizeHint().width() <= pBox->width() && pBox->sizeHint().height() <= pBox->height());
+    auto* pLine = page.findChild<CNoticeLine*>();
+    const QString strName = pLine->Shortened(QString(40, 'W'));
+    for (const char* pNotice : {"Only opened folders of a fully ticked volume are copied.",
+                                "Entries that are not in the list are not copied."}) {
+        pLine->Set(ENNotice::UNLISTED, Translated("CTreeNotices", pNotice), pBox->text());
+        QCOMPARE(Measured(pLine), QString("2 texts"));
+        Save(&page, QString("complete%1").arg(strlen(pNotice)));
+    }
+    pLine->Clear(ENNotice::UNLISTED);
+    pLine->Set(ENNotice::LARGE_FILES,
+               Translated("CDestinationPanel", "%1 cannot hold a file of %2 or more.")
+                   .arg(strName, CCopyText::Bytes(999990000000)));
+    QCOMPARE(Measured(pLine), QString("1 texts"));
+    Save(&page, "complete-large");
 }
 
 void tst_TranslationsFit::boxDetails()
