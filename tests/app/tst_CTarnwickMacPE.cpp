@@ -241,7 +241,8 @@ void tst_CTarnwickMacPE::tabReachesEveryControl()
     QVERIFY(ShowActive(m_pWindow.get()));
     SelectPage()->setFocus();
     // Copy is disabled, and so passed over; the window's own button comes last.
-    for (const char* pName : {"m_pFileTree", "m_pDropBtn", "RefreshLab", "m_pCloseBtn", "m_pFileTree"}) {
+    for (const char* pName :
+         {"m_pFileTree", "m_pDropBtn", "RefreshLab", "m_pCompleteBox", "m_pCloseBtn", "m_pFileTree"}) {
         QCOMPARE(QApplication::focusWidget()->objectName(), pName);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
