@@ -30,7 +30,7 @@ CSpotCopy::CSpotCopy(CCopyControl& control, const STDamagedFile& stFile,
     , m_strName(QFileInfo(stFile.stOutcome.strPath).fileName())
     , m_strFolder(QFileInfo(stFile.strTarget).path())
     , m_search(stFile.stOutcome.nCopied, stFile.stState.nSize, bExact)
-    , m_nUntold(stFile.stState.nSize - stFile.stOutcome.nCopied)
+    , m_nUntold(qMax<qint64>(0, stFile.stState.nSize - stFile.stOutcome.nTold))
     , m_stOutcome(stFile.stOutcome)
 {
 }
@@ -194,8 +194,10 @@ bool CSpotCopy::ChunkDone(qint64 nBytes)
         Fail(STCopyReason::DestinationGone());
         return false;
     }
-    m_nUntold -= nBytes;
-    m_control.ChunkDone(m_strName, nBytes);
+    const qint64 nTold = qMin(nBytes, m_nUntold);
+    m_nUntold -= nTold;
+    m_stOutcome.nTold += nTold;
+    m_control.ChunkDone(m_strName, nTold);
     QThread::usleep(CHUNK_SLEEP_US);
     return true;
 }
@@ -208,7 +210,7 @@ bool CSpotCopy::FillUp()
     // In steps, as some file systems write all the zeros.
     while (nSize < m_stFile.stState.nSize) {
         const qint64 nStep = qMin(FILL_STEP, m_stFile.stState.nSize - nSize);
-        if (!MayGoOn() || !Grow(nSize, nStep) || !ChunkDone(qMin(nStep, m_nUntold))) {
+        if (!MayGoOn() || !Grow(nSize, nStep) || !ChunkDone(nStep)) {
             return false;
         }
         nSize += nStep;

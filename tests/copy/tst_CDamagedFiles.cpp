@@ -256,6 +256,7 @@ void tst_CDamagedFiles::ranges()
                  .arg(nSize - nBad)
                  .arg(nSize));
     QCOMPARE(m_pBed->m_nTold, nSize); // the progress comes to its end
+    QCOMPARE(stOutcome.nTold, nSize); // and nobody adds to it
     QCOMPARE(m_pBed->m_nWritten, nSize - nBad);
     QCOMPARE(CBadPages::MostFailuresAtOnePlace(), 1);
     struct stat stCopy = {};
