@@ -37,15 +37,13 @@ public:
     /** The root whose children are the top-level entries; not owned. Call it before start(). */
     void SetRootNode(CDirNode* pRootNode);
 
-    /** What the destination can hold; where everything is meant the count heeds it. Call it before start().
-     */
+    /** What the destination can hold; a count of everything heeds it. Call it before start(). */
     void SetDiskRules(const STDiskRules& stRules);
 
     /** Room that the copy needs on the destination, in bytes; valid after SignalGetSizeFinish. */
     qint64 RoomNeeded() const;
 
-    /** How many files the destination cannot hold for their size: in no sum; valid after SignalGetSizeFinish.
-     */
+    /** Files that the destination cannot hold, which are in no sum; valid after SignalGetSizeFinish. */
     qint64 TooLarge() const;
 
     /** Counts and emits SignalGetSizeFinish, unless it is interrupted. */

@@ -22,7 +22,9 @@ struct STTickedItem
 class CTickedItems
 {
 public:
-    /** Reads the nodes below the root; asked before each one, fnStopped ends it with what was found so far.
+    /**
+     * Reads the nodes below the root. fnStopped is asked before each one: true ends it with
+     * what was found so far, and no node is looked at any more.
      */
     static QVector<STTickedItem> Of(const CDirNode& root, const std::function<bool()>& fnStopped);
 

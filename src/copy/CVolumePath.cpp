@@ -144,6 +144,9 @@ ENPathEnd CVolumePath::Go()
         } else if (baName != ".") {
             enEnd = Meet(baName, m_baRest.isEmpty());
         }
+        if (enEnd == ENPathEnd::FAILED && (baName == ".." || m_baRest.contains(".."))) {
+            m_stFolder.listChain.clear(); // it might have led up again
+        }
         if (enEnd != ENPathEnd::FOUND || !m_baName.isEmpty()) {
             return enEnd;
         }

@@ -67,8 +67,10 @@ public:
     /** Its path. */
     QByteArray Path() const;
 
-    /** Its identity behind those of the folders that it lies in; also of a way that failed, as far as it
-     * came. */
+    /**
+     * Its identity behind those of the folders that it lies in. Of a way that failed what
+     * it would have led into; empty when nobody can say.
+     */
     QVector<STFileId> Chain() const;
 
 private:

@@ -46,8 +46,7 @@ public:
     /** Whether the entry is a symbolic link. The file system is asked only where the folder does not tell. */
     bool IsLink() const;
 
-    /** Whether the folder itself tells that the entry is a folder and no link; the file system is not asked.
-     */
+    /** Whether it is said in the list itself that the entry is a folder; the file system is not asked. */
     bool IsKnownFolder() const;
 
     /** Whether the entry is a folder or a link to one; links make the file system be asked. */

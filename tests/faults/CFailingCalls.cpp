@@ -75,17 +75,30 @@ static int ErrorForPath(ENCall enCall, const char* pszPath)
     return nCall >= s_nGood ? s_nError : 0;
 }
 
+/** The path that an open descriptor has; null when it has none. */
+static QByteArray PathOf(int nDescriptor)
+{
+    const QByteArray baLink = "/proc/self/fd/" + QByteArray::number(nDescriptor);
+    char szPath[PATH_MAX] = {};
+    return readlink(baLink.constData(), szPath, sizeof(szPath) - 1) < 0 ? QByteArray() : QByteArray(szPath);
+}
+
 static int ErrorForDescriptor(ENCall enCall, int nDescriptor)
 {
     if (enCall != s_enCall) {
         return 0;
     }
-    const QByteArray baLink = "/proc/self/fd/" + QByteArray::number(nDescriptor);
-    char szPath[PATH_MAX] = {};
-    if (readlink(baLink.constData(), szPath, sizeof(szPath) - 1) < 0) {
+    const QByteArray baPath = PathOf(nDescriptor);
+    return baPath.isNull() ? 0 : ErrorForPath(enCall, baPath.constData());
+}
+
+static int ErrorForEntry(ENCall enCall, int nFolder, const char* pszName)
+{
+    if (enCall != s_enCall) {
         return 0;
     }
-    return ErrorForPath(enCall, szPath);
+    const bool bWhole = pszName[0] == '/' || nFolder == AT_FDCWD;
+    return ErrorForPath(enCall, bWhole ? pszName : (PathOf(nFolder) + '/' + pszName).constData());
 }
 
 /** Fails with nError when there is one, else calls the C library's function of that name. */
@@ -178,6 +191,28 @@ int lstat(const char* pszPath, struct stat* pStatus) noexcept
 int lstat64(const char* pszPath, struct stat64* pStatus) noexcept
 {
     return Pass("lstat64", ErrorForPath(ENCall::STAT, pszPath), -1, pszPath, pStatus);
+}
+
+int fstatat(int nFolder, const char* pszPath, struct stat* pStatus, int nFlags) noexcept
+{
+    const int nError = ErrorForEntry(ENCall::STAT, nFolder, pszPath);
+    return Pass("fstatat", nError, -1, nFolder, pszPath, pStatus, nFlags);
+}
+
+ssize_t readlinkat(int nFolder, const char* pszPath, char* pBuf, size_t nLen) noexcept
+{
+    const int nError = ErrorForEntry(ENCall::READ_LINK, nFolder, pszPath);
+    return Pass("readlinkat", nError, ssize_t(-1), nFolder, pszPath, pBuf, nLen);
+}
+
+int openat(int nFolder, const char* pszPath, int nFlags, ...)
+{
+    va_list arguments;
+    va_start(arguments, nFlags);
+    const mode_t nMode = (nFlags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    const ENCall enCall = (nFlags & O_DIRECTORY) != 0 ? ENCall::OPEN_FOLDER : ENCall::OPEN;
+    return Pass("openat", ErrorForEntry(enCall, nFolder, pszPath), -1, nFolder, pszPath, nFlags, nMode);
 }
 
 int statx(int nFolder, const char* pszPath, int nFlags, unsigned nMask, struct statx* pStatus) noexcept

@@ -27,8 +27,9 @@ public:
         CLOSE, ///< fclose
         MAKE_FOLDER, ///< mkdir
         LIST, ///< readdir
-        OPEN_FOLDER, ///< opendir
-        STAT, ///< stat, lstat and statx
+        OPEN_FOLDER, ///< opendir, and openat of a folder
+        STAT, ///< stat, lstat, fstatat and statx
+        READ_LINK, ///< readlinkat
         SPACE, ///< statvfs
         ACCESS, ///< access
         SYNC_FILE, ///< fsync
