@@ -44,7 +44,10 @@ bool CDiskCopy::GoesOn()
 void CDiskCopy::BeginItem(const STTickedItem& stItem)
 {
     m_work.ItemBegins(stItem.strPath);
-    const STTargetEntry stAbove = m_entries.Above(stItem.strPath);
+    const STTargetEntry stAbove
+        = m_entries.Above(stItem.strPath, [this](const QString& strSource, const STTargetEntry& stEntry) {
+              BookRenamed(strSource, stEntry);
+          });
     m_listFolder = {{stItem.strPath, stAbove.strPath, stAbove.stReason}};
 }
 

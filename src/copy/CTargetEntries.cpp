@@ -8,7 +8,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QStringList>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -56,32 +55,18 @@ CTargetEntries::CTargetEntries(CCopyWork& work, QString strDest)
 {
 }
 
-STTargetEntry CTargetEntries::Above(const QString& strPath)
+STTargetEntry CTargetEntries::Above(const QString& strPath, const Begun& fnBegun)
 {
     STTargetEntry stFolder;
     stFolder.stReason = MakeRoot();
     stFolder.strPath = stFolder.stReason ? QString() : m_strDest;
-    QStringList listName = CCopyWalk::PlaceOf(strPath).split('/', Qt::SkipEmptyParts);
-    if (!listName.isEmpty()) {
-        listName.removeLast();
-    }
-    QString strPlace;
-    for (const QString& strName : qAsConst(listName)) {
-        if (stFolder.stReason) {
-            break;
+    int nBegin = strPath.size() - CCopyWalk::PlaceOf(strPath).size();
+    for (int nEnd = strPath.indexOf('/', nBegin); nEnd >= 0 && !stFolder.stReason;
+         nEnd = strPath.indexOf('/', nBegin)) {
+        if (nEnd > nBegin) {
+            stFolder = AboveOne(stFolder.strPath, strPath.left(nEnd), fnBegun);
         }
-        strPlace += '/' + strName;
-        const auto itMade = m_mapAbove.constFind(strPlace);
-        if (itMade != m_mapAbove.cend()) {
-            stFolder = {*itMade, false, std::nullopt};
-            continue;
-        }
-        const bool bRenamed = stFolder.bRenamed;
-        stFolder = AboveOne(stFolder.strPath, strName);
-        stFolder.bRenamed |= bRenamed;
-        if (!stFolder.stReason) {
-            m_mapAbove.insert(strPlace, stFolder.strPath);
-        }
+        nBegin = nEnd + 1;
     }
     return stFolder;
 }
@@ -102,14 +87,25 @@ std::optional<STCopyReason> CTargetEntries::MakeRoot()
     return stReason;
 }
 
-/** A folder above an item: one that lies there already will do. */
-STTargetEntry CTargetEntries::AboveOne(const QString& strFolder, const QString& strName)
+/** The folder for one above an item: one that lies there already will do. */
+STTargetEntry CTargetEntries::AboveOne(const QString& strFolder, const QString& strSource,
+                                       const Begun& fnBegun)
 {
+    const auto itMade = m_mapAbove.constFind(strSource);
+    if (itMade != m_mapAbove.cend()) {
+        return {*itMade, false, std::nullopt};
+    }
     const auto fnMake = [this](const QByteArray& baPath) {
         const int nError = MakeFolder(baPath.constData());
         return nError == EEXIST && IsShared(baPath) ? 0 : nError;
     };
-    return Make(strFolder, QFile::encodeName(strName), ENCopyProblem::TARGET_FOLDER, fnMake);
+    const QByteArray baName = QFile::encodeName(strSource.mid(strSource.lastIndexOf('/') + 1));
+    STTargetEntry stEntry = Make(strFolder, baName, ENCopyProblem::TARGET_FOLDER, fnMake);
+    if (!stEntry.stReason) {
+        m_mapAbove.insert(strSource, stEntry.strPath);
+        fnBegun(strSource, stEntry);
+    }
+    return stEntry;
 }
 
 /** Whether the path is a folder of exactly that name, which stands for no other folder of the source. */

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class CCopyWork;
@@ -28,14 +29,17 @@ struct STTargetEntry
 class CTargetEntries
 {
 public:
+    using Begun = std::function<void(const QString& strSource, const STTargetEntry& stEntry)>;
+
     /** For a copy into strDest; work outlives it. */
     CTargetEntries(CCopyWork& work, QString strDest);
 
     /**
      * The folder for what lies below strPath's folder at the source: the folder of the
-     * copy with the folders above the item, each made once for all items.
+     * copy with the folders above the item, each made once for all items. fnBegun gets the
+     * path of each at the source once it is there.
      */
-    STTargetEntry Above(const QString& strPath);
+    STTargetEntry Above(const QString& strPath, const Begun& fnBegun);
 
     /** Makes a folder. */
     STTargetEntry Folder(const QString& strFolder, const QByteArray& baName);
@@ -54,7 +58,7 @@ public:
 
 private:
     std::optional<STCopyReason> MakeRoot();
-    STTargetEntry AboveOne(const QString& strFolder, const QString& strName);
+    STTargetEntry AboveOne(const QString& strFolder, const QString& strSource, const Begun& fnBegun);
     STTargetEntry Make(const QString& strFolder, const QByteArray& baName, ENCopyProblem enProblem,
                        const CTargetName::FnMake& fnMake);
     STCopyReason Reason(const QString& strFolder, ENCopyProblem enProblem, int nError,
@@ -67,6 +71,6 @@ private:
     CTargetName m_name;
     STDiskRules m_stRules;
     bool m_bRoot = false; // the folder of the copy is there
-    QHash<QString, QString> m_mapAbove; // target folder by place at the source
+    QHash<QString, QString> m_mapAbove; // target folder by path at the source
     bool m_bLinks = true; // the disk has not refused one
 };
