@@ -21,8 +21,12 @@ private slots:
     void tickedPartIsTheSameOnTheStick_data();
     void tickedPartIsTheSameOnTheStick();
     void linksToWhatIsNotTickedAreFollowedOnce();
+    void linksToWhatIsTickedStayLinks();
     void tickedLinkIsWhatItLeadsTo_data();
     void tickedLinkIsWhatItLeadsTo();
+    void twoVolumesAreTheSameOnTheStick();
+    void whatIsDeeperThanAnyPathIsNamed();
+    void stoppedCopyHasNothingThatItDoesNotOwnUpTo();
 
 private:
     void VerifySame(const QString& strEntry) const;
@@ -190,6 +194,29 @@ void tst_CompleteCopy::linksToWhatIsNotTickedAreFollowedOnce()
     QCOMPARE(m_nCounted, nBytes);
 }
 
+/** One folder that a container links to is ticked itself, the others are not. */
+void tst_CompleteCopy::linksToWhatIsTickedStayLinks()
+{
+    MakeVolume(FILES);
+    const QString strContainer = QString(CONTAINERS) + "/com.example.app00001";
+    Tick({strContainer, "Users/anna/Documents"});
+    CountAndCopy(true);
+    VerifyNothingSaid();
+    VerifySame("Users/anna/Documents");
+    const QString strLink = strContainer + "/Data/Documents";
+    QVERIFY(QFileInfo(Arrived(strLink)).isSymLink());
+    // The other is one of the photos' own.
+    QCOMPARE(CToolCompare::Links(Arrived(strContainer)).join('\n'),
+             QString("Data/Documents -> /Users/anna/Documents\n"
+                     "Data/Pictures/Photos Library.photoslibrary/database/latest.sqlite -> Photos.sqlite"));
+    for (const char* pszName : {"Desktop", "Downloads", "Movies", "Music", "Pictures"}) {
+        const QString strFollowed = Arrived(strContainer + "/Data/" + pszName);
+        const QString strSource = m_pMac->Path(QString("Users/anna/") + pszName);
+        QCOMPARE(CToolCompare::RsyncDifferences(strSource, strFollowed).join('\n'), QString());
+    }
+    QCOMPARE(CToolCompare::Count(m_strDest).nBytes, m_nCounted);
+}
+
 void tst_CompleteCopy::tickedLinkIsWhatItLeadsTo_data()
 {
     QTest::addColumn<QString>("strLink");
@@ -197,6 +224,8 @@ void tst_CompleteCopy::tickedLinkIsWhatItLeadsTo_data()
     const QString strData = QString(CONTAINERS) + "/com.example.app0000%1/Data/Documents";
     QTest::newRow("a way from the link") << strData.arg(0) << "Users/anna/Documents";
     QTest::newRow("a way from the volume") << strData.arg(1) << "Users/anna/Documents";
+    QTest::newRow("by the volume's name") << "Users/anna/Library/Links out/by name"
+                                          << "Users/anna/Documents";
     QTest::newRow("at the top") << "etc"
                                 << "private/etc";
 }
@@ -206,6 +235,7 @@ void tst_CompleteCopy::tickedLinkIsWhatItLeadsTo()
     QFETCH(QString, strLink);
     QFETCH(QString, strTarget);
     MakeVolume(FILES);
+    m_pMac->PlantLinksOut();
     Tick({strLink});
     CountAndCopy(true);
     VerifyNothingSaid();
@@ -214,6 +244,70 @@ void tst_CompleteCopy::tickedLinkIsWhatItLeadsTo()
     QCOMPARE(CToolCompare::RsyncDifferences(strSource, Arrived(strLink)), QStringList());
     QCOMPARE(CToolCompare::Count(m_strDest).nFiles, CToolCompare::Count(strSource).nFiles);
     QCOMPARE(m_nCounted, CToolCompare::Count(strSource).nBytes);
+}
+
+/** Their folders have the same numbers, and links of one lead to the other. */
+void tst_CompleteCopy::twoVolumesAreTheSameOnTheStick()
+{
+    MakeVolume(FILES);
+    m_pMac->PlantLinksOut();
+    const CVolume other("Other", "/dev/nvme0n1p2", 100);
+    QVERIFY(other.IsValid());
+    CMadeMac otherMac(other.Path(), CMadeMac::LEAST_FILES);
+    WriteFile(other.Path("x"), "what a link of the first leads to");
+    Tick({""});
+    m_pNodes->Add(other.Path());
+    CountAndCopy(true);
+    VerifyNothingSaid();
+    VerifySame({});
+    const QString strArrived = m_strDest + "/Other";
+    QCOMPARE(CToolCompare::RsyncDifferences(other.Path(), strArrived).join('\n'), QString());
+    QCOMPARE(CToolCompare::Count(m_strDest).nFiles, m_pMac->Made().nFiles + otherMac.Made().nFiles + 1);
+    QCOMPARE(CToolCompare::Count(m_strDest).nBytes, m_nCounted);
+}
+
+/** No call takes a path of more than 4,095 bytes: what has one is said, and all else is there. */
+void tst_CompleteCopy::whatIsDeeperThanAnyPathIsNamed()
+{
+    MakeVolume(CMadeMac::LEAST_FILES);
+    m_pMac->PlantTooDeep();
+    Tick({""});
+    CountAndCopy(true);
+    QVERIFY(!Account().IsWhole());
+    const QStringList listSaid = Said(false);
+    QVERIFY2(!listSaid.isEmpty(), "nothing is left out without a word");
+    for (const QString& strPath : listSaid) {
+        QVERIFY2(strPath.startsWith(m_pMac->Path("Users/Shared/Too deep/")), qPrintable(strPath));
+    }
+    const QStringList listDifferent = CToolCompare::RsyncDifferences(m_pMac->Path(), Arrived());
+    for (const QString& strLine : listDifferent) {
+        // The tool complains of the depth, too.
+        const bool bOwnError = strLine.startsWith("rsync") || strLine.startsWith("IO error");
+        QVERIFY2(bOwnError || strLine.contains("Users/Shared/Too deep/"), qPrintable(strLine));
+    }
+    QVERIFY(CToolCompare::Count(m_strDest).nFiles >= m_pMac->Made().nFiles);
+}
+
+/** What stands on the stick is whole, or is said not to be. */
+void tst_CompleteCopy::stoppedCopyHasNothingThatItDoesNotOwnUpTo()
+{
+    MakeVolume(FILES);
+    Tick({""});
+    AfterChunk("5242957", 2, [this] { m_pWorker->SetCopyStatus(COPY_STATUS_STOP); });
+    CountAndCopy(true);
+    QVERIFY(Account().bStopped);
+    const STToolCount stCount = CToolCompare::Count(m_strDest);
+    QVERIFY(stCount.nFiles < m_pMac->Made().nFiles);
+    const QStringList listSaid = Said(false);
+    QCOMPARE(listSaid.size(), 1);
+    QCOMPARE(stCount.nFiles + stCount.nLinks, Account().nFiles + 1);
+    QCOMPARE(stCount.nBytes, Account().nBytes);
+    for (const QString& strLine : CToolCompare::RsyncDifferences(m_pMac->Path(), Arrived())) {
+        // Not there yet, or a folder that the copy had not left.
+        const bool bExpected = strLine.contains("+++++++++") || strLine.startsWith(".d")
+            || m_pMac->Path(strLine.section(' ', 1)) == listSaid.constFirst();
+        QVERIFY2(bExpected, qPrintable(strLine));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_CompleteCopy)

@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include <cerrno>
+#include <climits>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/mount.h>
@@ -273,6 +274,8 @@ void CMadeMac::PlantLinksOut()
     Link(baFolder + "/folder of a running system", "/usr/bin");
     Link(baFolder + "/file of a running system", "/proc/self/status");
     Link(baFolder + "/other volume", "/Volumes/Other/x");
+    Link(baFolder + "/by name",
+         "/Volumes" + m_baVolume.mid(m_baVolume.lastIndexOf('/')) + '/' + HOME + "/Documents");
     Link(baFolder + "/too many dots", "../../../../../../../../../../../../../../usr/lib");
     Link(baFolder + "/nowhere", "not there/at all");
     Link(baFolder + "/through a file", "../../Documents/letter.txt/x");
@@ -306,6 +309,25 @@ bool CMadeMac::PlantMount()
     SetTime(baPoint);
     m_stMade.listLeftOut.append(QFile::decodeName(baPath));
     return true;
+}
+
+void CMadeMac::PlantTooDeep()
+{
+    const QByteArray baTop = "Users/Shared/Too deep";
+    const QByteArray baName(LONGEST_NAME, 'e');
+    Folder(baTop);
+    int nFolder = open(Bytes(baTop).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (int nLength = 0; nLength < PATH_MAX + LONGEST_NAME; nLength += LONGEST_NAME + 1) {
+        Require(nFolder >= 0 && mkdirat(nFolder, baName.constData(), 0755) == 0, baTop);
+        const int nNext = openat(nFolder, baName.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        close(nFolder);
+        nFolder = nNext;
+    }
+    const int nFile = openat(nFolder, "too deep.txt", O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+    Require(nFile >= 0 && close(nFile) == 0 && close(nFolder) == 0, baTop);
+    for (const char* pszEntry : {"Users/Shared/Too deep", "Users/Shared"}) {
+        SetTime(pszEntry);
+    }
 }
 
 /** Makes a folder with its parents. */

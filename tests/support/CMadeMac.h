@@ -47,6 +47,10 @@ public:
     /** Mounts another file system, with a file in it, in a folder; false where nothing may be mounted. */
     bool PlantMount();
 
+    /** Adds folders in each other until no path leads to the last, and a file in that; they are not counted.
+     */
+    void PlantTooDeep();
+
     /** What a copy of all of it has to hold, with what was planted. */
     const STMadeMac& Made() const { return m_stMade; }
 
