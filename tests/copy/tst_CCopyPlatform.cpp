@@ -2,6 +2,7 @@
 #include "support/CTempTree.h"
 #include "support/CVolume.h"
 
+#include <QDir>
 #include <QFile>
 #include <QtTest>
 
@@ -27,6 +28,8 @@ private slots:
     void bothTimesKeepNanoseconds();
     void flushOfAFolderOnly();
     void entryStateOfALink();
+    void entryStateInAnOpenFolder();
+    void mountPointsAmongFolders();
     void linksAreNotFollowedUnlessAsked();
     void folderThatTakesNoEntries();
 };
@@ -164,6 +167,37 @@ void tst_CCopyPlatform::entryStateOfALink()
     QCOMPARE(CCopyPlatform::GetPathState(strLink)->nInode, CCopyPlatform::GetEntryState(strFile)->nInode);
     QVERIFY(!CCopyPlatform::GetEntryState(tree.Path("nothing")));
     QCOMPARE(errno, ENOENT);
+}
+
+void tst_CCopyPlatform::entryStateInAnOpenFolder()
+{
+    CTempTree tree;
+    const QString strFile = tree.Write("sub/file", "12345");
+    tree.Link("sub/link", "file");
+    const int nFolder = CCopyPlatform::OpenFolder(tree.Path("sub"));
+    QVERIFY(nFolder != -1);
+    QCOMPARE(CCopyPlatform::GetEntryState(nFolder, "file")->nInode,
+             CCopyPlatform::GetEntryState(strFile)->nInode);
+    QCOMPARE(CCopyPlatform::GetEntryState(nFolder, "link")->enKind, ENFileKind::LINK);
+    QCOMPARE(CCopyPlatform::GetEntryState(nFolder, ".")->enKind, ENFileKind::DIRECTORY);
+    QVERIFY(!CCopyPlatform::GetEntryState(nFolder, "nothing"));
+    QCOMPARE(errno, ENOENT);
+    close(nFolder);
+}
+
+void tst_CCopyPlatform::mountPointsAmongFolders()
+{
+    const CVolume volume("Stick", "/dev/disk8s4", 1);
+    if (!volume.IsValid()) {
+        QSKIP("no volumes here");
+    }
+    QVERIFY(QDir(volume.Path()).mkdir("folder"));
+    const QByteArray baFolder = QFile::encodeName(volume.Path("folder"));
+    QVERIFY(!CCopyPlatform::IsMountPoint(AT_FDCWD, baFolder.constData()));
+    QVERIFY(CCopyPlatform::IsMountPoint(AT_FDCWD, QFile::encodeName(volume.Path()).constData()));
+    QVERIFY(CVolume::Mount("other", baFolder));
+    QVERIFY(CCopyPlatform::IsMountPoint(AT_FDCWD, baFolder.constData()));
+    QVERIFY(CVolume::Unmount(baFolder));
 }
 
 void tst_CCopyPlatform::linksAreNotFollowedUnlessAsked()

@@ -11,10 +11,26 @@
 #include <QtTest>
 
 #include <climits>
+#include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
+
+// As of a file system that keeps no kinds of entries in its folders.
+static bool s_bHideTypes = false;
+
+extern "C" dirent* readdir(DIR* pFolder)
+{
+    using PFNRead = dirent* (*)(DIR*);
+    static const PFNRead s_pfnRead = reinterpret_cast<PFNRead>(dlsym(RTLD_NEXT, "readdir"));
+    dirent* const pEntry = s_pfnRead(pFolder);
+    if (pEntry != nullptr && s_bHideTypes) {
+        pEntry->d_type = DT_UNKNOWN;
+    }
+    return pEntry;
+}
 
 static const QString AGAIN = ": the same folder as another one, which is copied";
 static const QString OTHER = ": another file system is mounted there, not entered";
@@ -26,11 +42,13 @@ class tst_CDiskWalk : public QObject
 private slots:
     void initTestCase() { CFileNameCodec::Install(); }
     void init();
+    void cleanup() { s_bHideTypes = false; }
 
     void items_data();
     void items();
     void links_data();
     void links();
+    void kindsThatTheFolderDoesNotTell();
     void folderEndsAfterWhatIsInIt();
     void folderThatIsRefusedIsLeftAlone();
     void volumeMayBeALink();
@@ -254,6 +272,13 @@ void tst_CDiskWalk::links()
     Fill(listEntry);
     QTEST(Entries(listItem), "listExpected");
     QCOMPARE(m_pRecorder->m_listWrong, QStringList());
+}
+
+void tst_CDiskWalk::kindsThatTheFolderDoesNotTell()
+{
+    Fill({"T/f", "T/a/g", "T/l -> a", "T/m -> ../x", "x/h"});
+    s_bHideTypes = true;
+    QCOMPARE(Entries({"T"}), (QStringList{"T/", "T/a/", "T/a/g", "T/f", "T/l -> a", "T/m/", "T/m/h"}));
 }
 
 void tst_CDiskWalk::folderEndsAfterWhatIsInIt()

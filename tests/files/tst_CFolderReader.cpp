@@ -82,6 +82,8 @@ private slots:
     void namesAreTheBytesOfTheDisk();
     void kindOfEntry_data();
     void kindOfEntry();
+    void folderThatTheListTells_data();
+    void folderThatTheListTells();
     void refused_data();
     void refused();
     void readingThatEndsEarly();
@@ -152,6 +154,30 @@ void tst_CFolderReader::kindOfEntry()
                                       "to folder, a link, a folder",
                                       "to nothing, a link"};
     QCOMPARE(listSeen, listExpected);
+}
+
+void tst_CFolderReader::folderThatTheListTells_data()
+{
+    QTest::addColumn<bool>("bHideTypes");
+    QTest::addColumn<QByteArrayList>("listKnown");
+    QTest::newRow("with types") << false << QByteArrayList{"folder"};
+    QTest::newRow("without types") << true << QByteArrayList{};
+}
+
+void tst_CFolderReader::folderThatTheListTells()
+{
+    QFETCH(bool, bHideTypes);
+    m_pTree->Write("file");
+    m_pTree->MkDir("folder");
+    m_pTree->Link("to folder", "folder");
+    s_stReading.bHideTypes = bHideTypes;
+    QByteArrayList listKnown;
+    for (CFolderReader folder(Path().constData()); folder.Next();) {
+        if (folder.IsKnownFolder()) {
+            listKnown += folder.Name();
+        }
+    }
+    QTEST(listKnown, "listKnown");
 }
 
 void tst_CFolderReader::refused_data()
