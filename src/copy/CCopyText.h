@@ -7,7 +7,8 @@
 
 /**
  * What the window and the report on the destination say of a copy, in the
- * window's language. Any thread; names of files never stand in these texts.
+ * window's language, as plain text. Any thread; no name of a file stands in these texts
+ * but the detail of an item, as it was given.
  */
 class CCopyText
 {

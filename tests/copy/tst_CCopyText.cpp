@@ -1,3 +1,5 @@
+#include "copy/CCopyReport.h"
+#include "copy/CCopyReportText.h"
 #include "copy/CCopyText.h"
 
 #include <QLocale>
@@ -20,6 +22,10 @@ private slots:
     void reason_data();
     void reason();
     void eachProblemHasWordsOfItsOwn();
+    void detail_data();
+    void detail();
+    void detailIsNoPattern_data();
+    void detailIsNoPattern();
     void amount_data();
     void amount();
     void bytes_data();
@@ -82,6 +88,66 @@ void tst_CCopyText::eachProblemHasWordsOfItsOwn()
         listReason.append(strReason);
     }
     QCOMPARE(listReason.removeDuplicates(), 0);
+}
+
+void tst_CCopyText::detail_data()
+{
+    QTest::addColumn<int>("nProblem");
+    QTest::addColumn<QString>("strDetail");
+    QTest::addColumn<QString>("strReason");
+    const auto fnRow = [](ENCopyProblem enProblem, const char* pszDetail, const char* pszReason) {
+        QTest::newRow(pszReason) << int(enProblem) << QString(pszDetail) << pszReason;
+    };
+    fnRow(ENCopyProblem::DAMAGED, "4096-8191, 12288-16383",
+          "Parts of it cannot be read; zeros stand for the bytes 4096-8191, 12288-16383.");
+    fnRow(ENCopyProblem::LINK_LOST, "../Shared",
+          "It is a link to ../Shared, and this disk cannot hold links.");
+    fnRow(ENCopyProblem::NAME_CHANGED, "HD/a_b",
+          "The disk does not take its name. There it is called HD/a_b.");
+    fnRow(ENCopyProblem::PERMISSIONS_LOST, "12", "Items whose permissions this disk cannot hold: 12");
+    fnRow(ENCopyProblem::ATTRIBUTES_LOST, "3", "Items whose extended attributes this disk cannot hold: 3");
+    fnRow(ENCopyProblem::FOLDER_TIMES_LOST, "1", "Folders whose dates this disk cannot hold: 1");
+    fnRow(ENCopyProblem::TOO_LARGE, "", "Too large for the file system of this disk.");
+    fnRow(ENCopyProblem::OTHER_FILE_SYSTEM, "",
+          "Another disk is mounted here. What is on it was not copied.");
+    fnRow(ENCopyProblem::ENTERED_BEFORE, "", "It is the same folder as another one, which was copied.");
+}
+
+void tst_CCopyText::detail()
+{
+    QFETCH(int, nProblem);
+    QFETCH(QString, strDetail);
+    STCopyItem stItem;
+    stItem.enProblem = ENCopyProblem(nProblem);
+    stItem.strDetail = strDetail;
+    QTEST(CCopyText::Reason(stItem), "strReason");
+}
+
+void tst_CCopyText::detailIsNoPattern_data()
+{
+    QTest::addColumn<QString>("strDetail");
+    for (const char* pszDetail : {"%1", "100%2 %1 %L1", "<b>bold</b> & more", "two\nlines"}) {
+        QTest::newRow(pszDetail) << QString(pszDetail);
+    }
+}
+
+// A name from a disk may hold anything; with and without a second sentence behind it.
+void tst_CCopyText::detailIsNoPattern()
+{
+    QFETCH(QString, strDetail);
+    STCopyItem stItem;
+    stItem.enProblem = ENCopyProblem::NAME_CHANGED;
+    stItem.strDetail = strDetail;
+    const QString strFirst = "The disk does not take its name. There it is called " + strDetail + '.';
+    QCOMPARE(CCopyText::Reason(stItem), strFirst);
+    stItem.nError = EIO;
+    QCOMPARE(CCopyText::Reason(stItem), strFirst + " The disk reports an error.");
+    stItem.nError = 0;
+    // In the report an item is one line, whatever it is called.
+    stItem.strDetail = CCopyReport::Shown(strDetail);
+    const QByteArray baLine = CCopyReportText::Line(stItem);
+    QCOMPARE(baLine.count('\n'), 1);
+    QVERIFY(baLine.endsWith('\n'));
 }
 
 void tst_CCopyText::amount_data()

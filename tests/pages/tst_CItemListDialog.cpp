@@ -23,6 +23,8 @@ private slots:
     void initTestCase() { qApp->setStyleSheet(ProgramSheet()); }
     void rowSaysPathReasonAndAmount();
     void namesAreText();
+    void detailsAreText();
+    void longDetailsAreShortened();
     void noteIsNoWarning();
     void footer_data();
     void footer();
@@ -97,6 +99,56 @@ void tst_CItemListDialog::namesAreText()
     const QString strMiddle(300, 'm');
     QVERIFY(fnPainted("a" + strMiddle + "z") != fnPainted("a" + strMiddle + "y"));
     QCOMPARE(fnPainted("a" + strMiddle + "z"), fnPainted("a" + strMiddle + strMiddle + "z"));
+}
+
+static STCopyItem Detailed(ENCopyProblem enProblem, const QString& strDetail)
+{
+    STCopyItem stItem = Item("/Volumes/HD/file");
+    stItem.enProblem = enProblem;
+    stItem.nError = 0;
+    stItem.strDetail = strDetail;
+    return stItem;
+}
+
+static QImage PaintedList(const STCopyItem& stItem)
+{
+    STCopyAccount stAccount;
+    stAccount.listItem.append(stItem);
+    CItemListDialog dialog(stAccount);
+    dialog.show();
+    return List(dialog)->grab().toImage();
+}
+
+void tst_CItemListDialog::detailsAreText()
+{
+    const auto fnPainted = [](const QString& strDetail) {
+        return PaintedList(Detailed(ENCopyProblem::NAME_CHANGED, strDetail));
+    };
+    QCOMPARE(fnPainted("two\nlines"), fnPainted("two lines"));
+    QVERIFY(fnPainted("<b>bold</b>") != fnPainted("bold"));
+    QVERIFY(fnPainted("%1") != fnPainted(QString()));
+    STCopyAccount stAccount;
+    stAccount.listItem.append(Detailed(ENCopyProblem::LINK_LOST, PATH));
+    const CItemListDialog dialog(stAccount);
+    const QListWidgetItem* pItem = List(dialog)->item(0);
+    QVERIFY(pItem->toolTip().contains(PATH.toHtmlEscaped()));
+    QVERIFY(!pItem->toolTip().contains("<b>"));
+    QVERIFY(pItem->data(CItemRowDelegate::REASON_ROLE).toString().contains(PATH));
+}
+
+// The amount behind them stays where it is; the tool tip has all of them.
+void tst_CItemListDialog::longDetailsAreShortened()
+{
+    const QString strLong = QString("1234567890-2345678901, ").repeated(20);
+    const auto fnPainted
+        = [](const QString& strDetail) { return PaintedList(Detailed(ENCopyProblem::DAMAGED, strDetail)); };
+    QCOMPARE(fnPainted(strLong), fnPainted(strLong + strLong));
+    STCopyItem stOther = Detailed(ENCopyProblem::DAMAGED, strLong);
+    stOther.nCopied += 1000000;
+    QVERIFY(fnPainted(strLong) != PaintedList(stOther));
+    STCopyAccount stAccount;
+    stAccount.listItem.append(stOther);
+    QVERIFY(List(CItemListDialog(stAccount))->item(0)->toolTip().contains(strLong));
 }
 
 void tst_CItemListDialog::noteIsNoWarning()

@@ -67,6 +67,10 @@ private slots:
     void nothingIsChosenDuringTheCount_data();
     void nothingIsChosenDuringTheCount();
     void focusComesBackAfterTheCount();
+    void everythingIsCountedAsItIs();
+    void roomIsCountedInBlocks_data();
+    void roomIsCountedInBlocks();
+    void fileThatTheDiskCannotHoldNeedsNoRoom();
 
 private:
     QString Notice() const { return Line()->Text(); }
@@ -415,6 +419,67 @@ void tst_CSelFileWidgetComplete::focusComesBackAfterTheCount()
     Refresh()->setFocus();
     QTRY_COMPARE(spyCopy.count(), 2);
     QCOMPARE(m_pHost->focusWidget(), Refresh());
+}
+
+/** Presses Copy and waits for the copy (true) or for the message that there is no room. */
+static bool IsAccepted(CSelFileWidget* pPage, QPushButton* pCopy)
+{
+    QSignalSpy spyCopy(pPage, &CSelFileWidget::SignalCopyFile);
+    const CModalAnswerer answerer("OK");
+    QTest::mouseClick(pCopy, Qt::LeftButton);
+    const bool bEnded = QTest::qWaitFor([&] { return spyCopy.count() > 0 || answerer.Answered(); }, 30000);
+    return bEnded && spyCopy.count() == 1 && !answerer.Answered();
+}
+
+// Of a volume that is ticked as a whole, which is larger than the stick.
+void tst_CSelFileWidgetComplete::everythingIsCountedAsItIs()
+{
+    WriteFile(m_pSource->Path("docs/homework.txt"), QByteArray(70, 'x'));
+    WriteFile(m_pSource->Path("docs/sub/deep/end/d.txt"), QByteArray(7, 'x'));
+    MakePage({"STICK"});
+    TickVolume();
+    QVERIFY(!IsAccepted(m_pPage, CopyBtn()));
+    PressBox();
+    QVERIFY(IsAccepted(m_pPage, CopyBtn()));
+    QCOMPARE(m_pPage->GetTotalSize(), qint64(1000 + 500 + 3 * 1024 * 1024 + 70 + 7));
+    PressBox();
+    QVERIFY(!IsAccepted(m_pPage, CopyBtn()));
+}
+
+void tst_CSelFileWidgetComplete::roomIsCountedInBlocks_data()
+{
+    QTest::addColumn<bool>("bOn");
+    QTest::newRow("off") << false;
+    QTest::newRow("on") << true;
+}
+
+// 3000 files of a byte need more than the 10 MiB of the stick.
+void tst_CSelFileWidgetComplete::roomIsCountedInBlocks()
+{
+    QFETCH(bool, bOn);
+    const int nFiles = 3000;
+    for (int n = 0; n < nFiles; ++n) {
+        WriteFile(m_pSource->Path(QString("small/%1").arg(n)), "x");
+    }
+    MakePage({"STICK"});
+    CompleteBox()->setChecked(bOn);
+    QVERIFY(Tick("small"));
+    QCOMPARE(IsAccepted(m_pPage, CopyBtn()), !bOn);
+    QCOMPARE(m_pPage->GetTotalSize(), qint64(bOn ? 0 : nFiles));
+}
+
+void tst_CSelFileWidgetComplete::fileThatTheDiskCannotHoldNeedsNoRoom()
+{
+    s_setFat = {"/Volumes/STICK"};
+    WriteFile(m_pSource->Path("films/short.mov"), QByteArray(2000, 'x'));
+    WriteFile(m_pSource->Path("films/long.mov"));
+    QVERIFY(QFile::resize(m_pSource->Path("films/long.mov"), qint64(5) << 30)); // a hole
+    MakePage({"STICK"});
+    QVERIFY(Tick("films"));
+    QVERIFY(!IsAccepted(m_pPage, CopyBtn()));
+    PressBox();
+    QVERIFY(IsAccepted(m_pPage, CopyBtn()));
+    QCOMPARE(m_pPage->GetTotalSize(), qint64(2000));
 }
 
 QTEST_MAIN(tst_CSelFileWidgetComplete)
