@@ -365,6 +365,36 @@ static QImage ItemList()
     return QTest::qWaitForWindowActive(&dialog) ? CLookStage::OnGround(&dialog) : QImage();
 }
 
+/** What only a complete copy has to say. */
+static QImage CompleteItemList()
+{
+    const auto fnItem = [](const char* pName, ENCopyProblem enProblem, const QString& strDetail, bool bNote) {
+        STCopyItem stItem{QString("/Volumes/Macintosh HD/Users/anna/") + pName, enProblem};
+        stItem.strDetail = strDetail;
+        stItem.bNote = bNote;
+        if (enProblem == ENCopyProblem::DAMAGED) {
+            stItem.nCopied = stItem.nExpected = 12000000;
+        }
+        return stItem;
+    };
+    const QString strRanges = QString("4194304-4198399, ").repeated(20);
+    STCopyAccount stAccount;
+    stAccount.listItem = {
+        fnItem("Film.mov", ENCopyProblem::DAMAGED, "4096-8191, 12288-16383", false),
+        fnItem("Concert.mov", ENCopyProblem::DAMAGED, strRanges, false),
+        fnItem("Long film.mov", ENCopyProblem::TOO_LARGE, QString(), false),
+        fnItem("Stick", ENCopyProblem::OTHER_FILE_SYSTEM, QString(), false),
+        fnItem("a:b?.txt", ENCopyProblem::NAME_CHANGED, "Macintosh HD/Users/anna/a_b_.txt", true),
+        fnItem("Latest", ENCopyProblem::LINK_LOST, "../Shared/<b>%1</b>", true),
+        fnItem("Copy", ENCopyProblem::ENTERED_BEFORE, QString(), true),
+        fnItem("", ENCopyProblem::PERMISSIONS_LOST, "1204", true),
+    };
+    stAccount.listItem[2].nExpected = 5368709120;
+    CItemListDialog dialog(stAccount);
+    dialog.show();
+    return QTest::qWaitForWindowActive(&dialog) ? CLookStage::OnGround(&dialog) : QImage();
+}
+
 /** The language's text for one of the program's; the text itself when it has none. */
 static QString InLanguage(const QString& strLanguage, const QString& strContext, const QString& strSource)
 {
@@ -611,6 +641,7 @@ static QList<STLook> DialogLooks()
             }),
         {"box-removed-whole", RemovedWhole},
         {"item-list", ItemList},
+        {"item-list-complete", CompleteItemList},
         Box("box-no-button", 0, [](KvMessageBox&) {}),
         Box("box-all-buttons", ALL_BUTTONS, [](KvMessageBox&) {}),
         Box("box-close-hover", ALL_BUTTONS,
