@@ -68,7 +68,33 @@ QString CFaultyDisk::Behind(const QString& strRelative) const
 
 void CFaultyDisk::Rule(const QString& strCall, const QString& strWhat, qint64 nNumber, const QString& strEnd)
 {
-    const QString strLine = QString("%1 %2 %3 ").arg(strCall, strWhat, QString::number(nNumber)) + strEnd;
+    AddRule(QString("%1 %2 %3 ").arg(strCall, strWhat, QString::number(nNumber)) + strEnd);
+}
+
+void CFaultyDisk::BadSectors(qint64 nFrom, qint64 nBytes, const QString& strEnd)
+{
+    AddRule(QString("sectors bad %1 %2 ").arg(nFrom).arg(nBytes) + strEnd);
+}
+
+void CFaultyDisk::SlowSectors(qint64 nFrom, qint64 nBytes, const QString& strEnd)
+{
+    AddRule(QString("sectors slow %1 %2 ").arg(nFrom).arg(nBytes) + strEnd);
+}
+
+QMap<qint64, int> CFaultyDisk::FailedReads(const QString& strEnd) const
+{
+    QMap<qint64, int> mapFailed;
+    const QString strFailed = m_strRules + ".failed";
+    for (const QByteArray& baLine : (QFile::exists(strFailed) ? Content(strFailed) : "").split('\n')) {
+        if (!baLine.isEmpty() && baLine.endsWith(QFile::encodeName(strEnd))) {
+            ++mapFailed[baLine.left(baLine.indexOf(' ')).toLongLong()];
+        }
+    }
+    return mapFailed;
+}
+
+void CFaultyDisk::AddRule(const QString& strLine)
+{
     const QByteArray baOthers = QFile::exists(m_strRules) ? Content(m_strRules) : QByteArray();
     QSaveFile file(m_strRules); // never seen half written
     if (!file.open(QIODevice::WriteOnly) || file.write(baOthers + strLine.toUtf8() + '\n') < 0

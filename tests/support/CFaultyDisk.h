@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -36,6 +37,15 @@ public:
     void Rule(const QString& strCall, const QString& strWhat, qint64 nNumber = 0,
               const QString& strEnd = QString());
 
+    /** Makes bytes of the files whose path ends with strEnd unreadable; whole sectors of 4096 bytes. */
+    void BadSectors(qint64 nFrom, qint64 nBytes, const QString& strEnd);
+
+    /** Lets each sector of these bytes take 100 ms more. */
+    void SlowSectors(qint64 nFrom, qint64 nBytes, const QString& strEnd);
+
+    /** How often reads failed at each bad sector of such files, by where it begins. */
+    QMap<qint64, int> FailedReads(const QString& strEnd) const;
+
     /** Takes all rules away: whatever hangs goes on. */
     void Heal();
 
@@ -43,6 +53,8 @@ public:
     void Pull();
 
 private:
+    void AddRule(const QString& strLine);
+
     const QString m_strPath;
     QTemporaryDir m_dir;
     const QString m_strRules; // their file

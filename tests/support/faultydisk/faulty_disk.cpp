@@ -10,11 +10,20 @@
 //     full N     writes and reserves fail for want of room once N bytes were written
 //     hang 0     does not come back until the line is gone
 //     silent 0   says that all is well and does nothing
+//     direct 0   of open: reads go past the system's cache
+//
+// Beside them stand lines "sectors WHAT FROM BYTES END":
+//
+//     bad        reads of these bytes fail; one that begins before them ends early when it goes
+//                past the cache, and fails as a whole when it is the cache's. Each sector at which
+//                one has failed is a line "FROM PATH" in the file RULES.failed
+//     slow       each of these sectors takes 100 ms more
 //
 // The calls are named as below. Rules are read anew at each call.
 
 #define FUSE_USE_VERSION 312
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -28,6 +37,7 @@
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
+#include <vector>
 
 static std::string s_strFolder;
 static std::string s_strRules;
@@ -42,7 +52,17 @@ struct STRule
     long long nNumber = 0;
 };
 
+/** Bytes of a file, from the first to before the last. */
+struct STSectors
+{
+    long long nFrom = 0;
+    long long nEnd = 0;
+};
+
 }
+
+static const long long SECTOR = 4096;
+static const useconds_t SLOW_US = 100000;
 
 static bool EndsWith(const std::string& strText, const std::string& strEnd)
 {
@@ -65,6 +85,57 @@ static STRule RuleFor(const std::string& strCall, const std::string& strPath)
         }
     }
     return {};
+}
+
+/** Those sectors of the file for which a rule says strWhat. */
+static std::vector<STSectors> SectorsOf(const std::string& strPath, const std::string& strWhat)
+{
+    std::vector<STSectors> listSectors;
+    std::ifstream rules(s_strRules);
+    for (std::string strLine; std::getline(rules, strLine);) {
+        std::istringstream line(strLine);
+        std::string strCall;
+        std::string strRuleWhat;
+        std::string strEnd;
+        long long nFrom = 0;
+        long long nBytes = 0;
+        line >> strCall >> strRuleWhat >> nFrom >> nBytes;
+        std::getline(line >> std::ws, strEnd);
+        if (strCall == "sectors" && strRuleWhat == strWhat && EndsWith(strPath, strEnd)) {
+            listSectors.push_back({nFrom, nFrom + nBytes});
+        }
+    }
+    return listSectors;
+}
+
+static void NoteFailure(const std::string& strPath, long long nFrom)
+{
+    std::ofstream failed(s_strRules + ".failed", std::ios::app);
+    failed << std::to_string(nFrom / SECTOR * SECTOR) + " " + strPath + "\n" << std::flush;
+}
+
+/** How many bytes of a read the disk gives, or a negative errno value. */
+static long long MeetSectors(const char* pszPath, long long nFrom, long long nBytes, bool bDirect)
+{
+    const std::string strPath = pszPath != nullptr ? pszPath : "";
+    for (const STSectors& stSlow : SectorsOf(strPath, "slow")) {
+        const long long nMet = std::min(stSlow.nEnd, nFrom + nBytes) - std::max(stSlow.nFrom, nFrom);
+        for (long long nDone = 0; nDone < nMet; nDone += SECTOR) {
+            usleep(SLOW_US);
+        }
+    }
+    long long nStop = nFrom + nBytes;
+    for (const STSectors& stBad : SectorsOf(strPath, "bad")) {
+        if (stBad.nFrom < nStop && stBad.nEnd > nFrom) {
+            nStop = std::max(stBad.nFrom, nFrom);
+        }
+    }
+    const bool bFails = nStop < nFrom + nBytes && (nStop == nFrom || !bDirect);
+    if (bFails) {
+        const std::lock_guard<std::mutex> lock(s_mutex);
+        NoteFailure(strPath, nStop);
+    }
+    return bFails ? -EIO : nStop - nFrom;
 }
 
 /** 0 when the call goes on, a negative errno value when it fails, 1 when it does nothing. */
@@ -166,7 +237,9 @@ static int Keep(fuse_file_info* pFile, int nDescriptor)
 
 static int Open(const char* pszPath, fuse_file_info* pFile)
 {
-    return Do("open", pszPath, [=](const char* pszReal) { return Keep(pFile, open(pszReal, pFile->flags)); });
+    pFile->direct_io = RuleFor("open", pszPath).strWhat == "direct" ? 1 : 0;
+    return Do("open", pszPath,
+              [=](const char* pszReal) { return Keep(pFile, open(pszReal, pFile->flags & ~O_DIRECT)); });
 }
 
 static int Create(const char* pszPath, mode_t nMode, fuse_file_info* pFile)
@@ -177,7 +250,13 @@ static int Create(const char* pszPath, mode_t nMode, fuse_file_info* pFile)
 
 static int Read(const char* pszPath, char* pBuf, size_t nSize, off_t nOffset, fuse_file_info* pFile)
 {
-    return Do("read", pszPath, [=](const char*) { return pread(int(pFile->fh), pBuf, nSize, nOffset); });
+    const bool bDirect = RuleFor("open", pszPath != nullptr ? pszPath : "").strWhat == "direct";
+    const long long nGiven = MeetSectors(pszPath, nOffset, (long long)nSize, bDirect);
+    if (nGiven < 0) {
+        return int(nGiven);
+    }
+    return Do("read", pszPath,
+              [=](const char*) { return pread(int(pFile->fh), pBuf, size_t(nGiven), nOffset); });
 }
 
 static int Write(const char* pszPath, const char* pBuf, size_t nSize, off_t nOffset, fuse_file_info* pFile)

@@ -1,0 +1,262 @@
+#include "log/CClock.h"
+#include "support/CCopyBed.h"
+#include "support/CFaultyDisk.h"
+#include "support/CVolume.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+
+static const qint64 SECTOR = 4096;
+static const qint64 MIB = 1024 * 1024;
+static const qint64 FILM_BYTES = 9 * MIB + 1234;
+
+/**
+ * Complete copies from a disk with bad sectors: a film has some, and the photos
+ * before and behind it have none.
+ */
+class tst_DamagedDisk : public CCopyBed
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void everythingElseArrives_data();
+    void everythingElseArrives();
+    void whatReadsWellComesFirst();
+    void slowSectorsUseUpTheTime();
+    void stopInTheSecondPass();
+    void pauseInTheSecondPass();
+    void pulledInTheSecondPass();
+
+private:
+    struct STBad
+    {
+        qint64 nFirst; ///< sector
+        qint64 nSectors;
+    };
+
+    void Break(const QVector<STBad>& listBad, const QString& strName = "film.mov");
+    QString Arrived(const QString& strName) const { return m_strDest + "/Macintosh HD/Anna/" + strName; }
+    void AddOther();
+    QString Other() const { return m_strSecond == "film.mov" ? "other.mov" : "film.mov"; }
+    void AfterSecondPassChunk(int nChunk, const std::function<void()>& fnAction);
+    STCopyItem ItemOf(const QString& strName) const;
+
+    std::unique_ptr<CFaultyDisk> m_pSource;
+    QByteArray m_baExpected; // of the film's copy
+    int m_nFilms = 1; // with bad places
+    QString m_strSecond; // the film that is finished first
+};
+
+void tst_DamagedDisk::init()
+{
+    NEEDS_VOLUMES();
+    NEEDS_FAULTY_DISKS();
+    Make();
+    m_pSource = std::make_unique<CFaultyDisk>("Macintosh HD", "/dev/nvme0n1p1", 64);
+    QVERIFY(m_pSource->IsValid());
+    for (const QString strName : {"a.jpg", "m.jpg", "z.jpg"}) {
+        WriteFile(m_pSource->Behind("Anna/" + strName), strName.toUtf8() + Pattern(300000));
+    }
+    m_nFilms = 1;
+    m_strSecond.clear();
+    m_baExpected = Pattern(FILM_BYTES);
+    WriteFile(m_pSource->Behind("Anna/film.mov"), m_baExpected);
+    m_pNodes->Root()->m_bComplete = true;
+    m_pNodes->Add(m_pSource->Path("Anna"));
+}
+
+void tst_DamagedDisk::cleanup()
+{
+    CClock::SetSource(std::function<qint64()>());
+    if (m_pSource) {
+        m_pSource->Heal();
+    }
+    Clear();
+    m_pSource.reset();
+}
+
+void tst_DamagedDisk::Break(const QVector<STBad>& listBad, const QString& strName)
+{
+    for (const STBad& stBad : listBad) {
+        m_pSource->BadSectors(stBad.nFirst * SECTOR, stBad.nSectors * SECTOR, strName);
+        const qint64 nFrom = stBad.nFirst * SECTOR;
+        const qint64 nBytes = qMin(stBad.nSectors * SECTOR, FILM_BYTES - nFrom);
+        m_baExpected.replace(int(nFrom), int(nBytes), QByteArray(int(nBytes), '\0'));
+    }
+}
+
+/** One more film like the first. */
+void tst_DamagedDisk::AddOther()
+{
+    WriteFile(m_pSource->Behind("Anna/other.mov"), Pattern(FILM_BYTES));
+    m_nFilms = 2;
+}
+
+/**
+ * Runs fnAction on the worker after that chunk, from 1, of the second pass. Before it comes
+ * one chunk of each photo and, up to its bad place, one of each film.
+ */
+void tst_DamagedDisk::AfterSecondPassChunk(int nChunk, const std::function<void()>& fnAction)
+{
+    AfterEachChunk([this, nLeft = nChunk + 3 + m_nFilms, fnAction]() mutable {
+        if (--nLeft == 0) {
+            m_strSecond = m_pProgress->last().at(0).toString();
+            fnAction();
+        }
+    });
+}
+
+STCopyItem tst_DamagedDisk::ItemOf(const QString& strName) const
+{
+    for (const STCopyItem& stItem : Account().listItem) {
+        if (stItem.strPath == m_pSource->Path("Anna/" + strName)) {
+            return stItem;
+        }
+    }
+    return STCopyItem();
+}
+
+void tst_DamagedDisk::everythingElseArrives_data()
+{
+    QTest::addColumn<bool>("bCache");
+    QTest::addColumn<int>("nMostFailures"); // at one sector
+    QTest::newRow("disk that says where a read breaks off") << false << 1;
+    // The cache asks once with what lies around the sector and once for it alone, and the
+    // copy's own two looks, at the piece and at the sector, both go through it.
+    QTest::newRow("disk behind the system's cache") << true << 4;
+}
+
+void tst_DamagedDisk::everythingElseArrives()
+{
+    QFETCH(bool, bCache);
+    QFETCH(int, nMostFailures);
+    if (!bCache) {
+        m_pSource->Rule("open", "direct");
+    }
+    Break({{1, 1}, {300, 1}, {302, 3}, {1000, 200}, {2000, 1}, {2304, 1}});
+    Run(FILM_BYTES + 3 * 300005);
+    QVERIFY(Content(Arrived("film.mov")) == m_baExpected);
+    for (const QString strName : {"a.jpg", "m.jpg", "z.jpg"}) {
+        QVERIFY(Content(Arrived(strName)) == strName.toUtf8() + Pattern(300000));
+    }
+    const QString strRanges
+        = "4096-8191, 1228800-1232895, 1236992-1249279, 4096000-4915199, 8192000-8196095, "
+          "9437184-9438417";
+    const STCopyItem stItem = ItemOf("film.mov");
+    QCOMPARE(stItem.enProblem, ENCopyProblem::DAMAGED);
+    QCOMPARE(stItem.strDetail, strRanges);
+    QCOMPARE(stItem.nError, EIO);
+    QCOMPARE(stItem.nCopied, FILM_BYTES - 206 * SECTOR - 1234);
+    QCOMPARE(stItem.nExpected, FILM_BYTES);
+    QCOMPARE(Account().nProblems, 1);
+    QCOMPARE(Account().nFiles, 3);
+    QVERIFY(ProblemLines().value(0).contains("parts of it cannot be read, zeros stand for the bytes "
+                                             + strRanges + ": Input/output error ("));
+    QVERIFY(ReportLines()
+                .filter("film.mov")
+                .value(0)
+                .contains("Parts of it cannot be read; zeros stand for the bytes " + strRanges
+                          + ". The disk reports an error."));
+    QCOMPARE(m_pProgress->last().at(1).toInt(), 100);
+    const QMap<qint64, int> mapFailed = m_pSource->FailedReads("film.mov");
+    QCOMPARE(mapFailed.count(), 207); // each of them, and none else
+    for (auto it = mapFailed.cbegin(); it != mapFailed.cend(); ++it) {
+        QVERIFY2(it.value() <= nMostFailures,
+                 QString("%1 failed %2 times").arg(it.key()).arg(it.value()).toUtf8());
+    }
+}
+
+void tst_DamagedDisk::whatReadsWellComesFirst()
+{
+    Break({{10, 1}});
+    QStringList listWhole;
+    AfterSecondPassChunk(1, [&] {
+        for (const QString strName : {"a.jpg", "m.jpg", "z.jpg", "film.mov"}) {
+            listWhole.append(QString("%1 %2").arg(strName).arg(QFileInfo(Arrived(strName)).size()));
+        }
+    });
+    Run();
+    QCOMPARE(listWhole, (QStringList{"a.jpg 300005", "m.jpg 300005", "z.jpg 300005", "film.mov 49152"}));
+    QCOMPARE(m_pProgress->last().at(0).toString(), QString("film.mov"));
+    QVERIFY(Content(Arrived("film.mov")) == m_baExpected);
+}
+
+void tst_DamagedDisk::slowSectorsUseUpTheTime()
+{
+    // Each minute that a file has for its bad places passes in 60 ms, and each of these sectors takes 100.
+    CClock::SetSources(std::function<qint64()>(), [] {
+        const auto time = std::chrono::steady_clock::now().time_since_epoch();
+        return qint64(std::chrono::duration_cast<std::chrono::microseconds>(time).count());
+    });
+    m_pSource->Rule("open", "direct");
+    Break({{512, 100}});
+    m_pSource->SlowSectors(512 * SECTOR, 100 * SECTOR, "film.mov");
+    Run();
+    const STCopyItem stItem = ItemOf("film.mov");
+    QCOMPARE(stItem.enProblem, ENCopyProblem::DAMAGED);
+    QCOMPARE(stItem.strDetail, QString("2097152-%1").arg(FILM_BYTES - 1));
+    QCOMPARE(stItem.nCopied, 2 * MIB);
+    QVERIFY(
+        ProblemLines().value(0).contains(QString("; not tried any more: 2105344-%1").arg(FILM_BYTES - 1)));
+    QCOMPARE(m_pSource->FailedReads("film.mov").count(), 2); // the one that was known and one more
+    QVERIFY(Content(Arrived("film.mov"))
+            == m_baExpected.left(int(2 * MIB)) + QByteArray(int(FILM_BYTES - 2 * MIB), '\0'));
+}
+
+void tst_DamagedDisk::stopInTheSecondPass()
+{
+    AddOther();
+    Break({{256, 1}}, ".mov");
+    AfterSecondPassChunk(3, [&] { m_pWorker->SetCopyStatus(COPY_STATUS_STOP); });
+    Run();
+    QVERIFY(Account().bStopped);
+    const STCopyItem stFilm = ItemOf(m_strSecond);
+    QCOMPARE(stFilm.enProblem, ENCopyProblem::STOPPED);
+    QCOMPARE(stFilm.nCopied, MIB + (1 + 2 + 4) * SECTOR);
+    const STCopyItem stOther = ItemOf(Other());
+    QCOMPARE(stOther.enProblem, ENCopyProblem::SOURCE_READ);
+    QCOMPARE(stOther.nCopied, MIB);
+    QCOMPARE(Account().nFiles, 3);
+    QVERIFY(Summary().contains("half-copied"));
+    QVERIFY(Content(Arrived(m_strSecond)) == m_baExpected.left(int(MIB + 8 * SECTOR)));
+}
+
+void tst_DamagedDisk::pauseInTheSecondPass()
+{
+    Break({{256, 1}});
+    AfterSecondPassChunk(3, [&] { m_pWorker->SetCopyStatus(COPY_STATUS_PAUSE); });
+    Start(1);
+    QTRY_COMPARE_WITH_TIMEOUT(m_pWorker->CurrentStep(), ENCopyStep::PAUSED, PATIENCE_MS);
+    QCOMPARE(QFileInfo(Arrived("film.mov")).size(), MIB + 8 * SECTOR);
+    QVERIFY(m_pWorker->CurrentPath().endsWith("/film.mov"));
+    m_pWorker->SetCopyStatus(COPY_STATUS_RUN);
+    QVERIFY(WaitForEnd());
+    QVERIFY(Content(Arrived("film.mov")) == m_baExpected);
+    QCOMPARE(ItemOf("film.mov").enProblem, ENCopyProblem::DAMAGED);
+}
+
+void tst_DamagedDisk::pulledInTheSecondPass()
+{
+    AddOther();
+    m_pSource->Rule("open", "direct");
+    Break({{256, 1}}, ".mov");
+    AfterSecondPassChunk(3, [&] { m_pSource->Pull(); });
+    Run();
+    // What came before is told with the ranges; of the other nothing came after the bad place.
+    const STCopyItem stFilm = ItemOf(m_strSecond);
+    QCOMPARE(stFilm.enProblem, ENCopyProblem::DAMAGED);
+    QCOMPARE(stFilm.nError, ENOTCONN);
+    QCOMPARE(stFilm.strDetail, QString("1048576-1052671, 1081344-%1").arg(FILM_BYTES - 1));
+    const STCopyItem stOther = ItemOf(Other());
+    QCOMPARE(stOther.enProblem, ENCopyProblem::SOURCE_OPEN);
+    QCOMPARE(stOther.nCopied, MIB);
+    QCOMPARE(Account().nFiles, 3);
+}
+
+QTEST_GUILESS_MAIN(tst_DamagedDisk)
+#include "tst_DamagedDisk.moc"
