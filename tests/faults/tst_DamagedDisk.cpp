@@ -1,3 +1,5 @@
+#include "copy/CSpotSearch.h"
+#include "copy/CSpotSource.h"
 #include "log/CClock.h"
 #include "support/CCopyBed.h"
 #include "support/CFaultyDisk.h"
@@ -7,6 +9,8 @@
 #include <QFileInfo>
 
 #include <cerrno>
+#include <cstdlib>
+#include <memory>
 
 static const qint64 SECTOR = 4096;
 static const qint64 MIB = 1024 * 1024;
@@ -26,6 +30,7 @@ private slots:
 
     void everythingElseArrives_data();
     void everythingElseArrives();
+    void nothingIsReadAhead();
     void whatReadsWellComesFirst();
     void slowSectorsUseUpTheTime();
     void stopInTheSecondPass();
@@ -169,6 +174,23 @@ void tst_DamagedDisk::everythingElseArrives()
         QVERIFY2(it.value() <= nMostFailures,
                  QString("%1 failed %2 times").arg(it.key()).arg(it.value()).toUtf8());
     }
+}
+
+void tst_DamagedDisk::nothingIsReadAhead()
+{
+    // Behind the system's cache, which would ask for what comes behind the second piece.
+    static const qint64 PIECE = CSpotSearch::LARGE_STEP;
+    Break({{2 * PIECE / SECTOR, 1}});
+    const QString strFilm = m_pSource->Path("Anna/film.mov");
+    CSpotSource source;
+    QVERIFY(!source.Open(strFilm, CCopyPlatform::GetEntryState(strFilm).value_or(STFileState())));
+    void* pBuf = nullptr;
+    QCOMPARE(posix_memalign(&pBuf, size_t(SECTOR), size_t(PIECE)), 0);
+    const std::unique_ptr<void, void (*)(void*)> buffer(pBuf, std::free);
+    QCOMPARE(source.Read({0, PIECE}, static_cast<char*>(pBuf)), PIECE);
+    QCOMPARE(source.Read({PIECE, 2 * PIECE}, static_cast<char*>(pBuf)), PIECE);
+    QVERIFY(QByteArray(static_cast<char*>(pBuf), int(PIECE)) == m_baExpected.mid(int(PIECE), int(PIECE)));
+    QCOMPARE(m_pSource->FailedReads("film.mov").count(), 0);
 }
 
 void tst_DamagedDisk::whatReadsWellComesFirst()
