@@ -16,12 +16,18 @@ protected:
     /** Before each test: both disks in memory, each nMiB large, and the volume made on one. */
     void MakeVolume(int nFiles, int nMiB = 400)
     {
+        MakeDisks(nMiB);
+        m_pMac = std::make_unique<CMadeMac>(m_pSource->Path(), nFiles);
+    }
+
+    /** The disks alone. */
+    void MakeDisks(int nMiB)
+    {
         Make();
         m_pSource = std::make_unique<CVolume>("Macintosh HD", "/dev/nvme0n1p1", nMiB);
         m_pStick = std::make_unique<CVolume>("STICK", "/dev/sdb1", nMiB);
         QVERIFY(m_pSource->IsValid() && m_pStick->IsValid());
         m_strDest = m_pStick->Path("Tarnwick");
-        m_pMac = std::make_unique<CMadeMac>(m_pSource->Path(), nFiles);
     }
 
     /** After each test. */
