@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/types.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 #include <utility>
 
@@ -244,6 +245,28 @@ int fsync(int nDescriptor)
 int futimens(int nDescriptor, const timespec* pListTime) noexcept
 {
     return Pass("futimens", ErrorForDescriptor(ENCall::SET_TIME, nDescriptor), -1, nDescriptor, pListTime);
+}
+
+int utimensat(int nFolder, const char* pszPath, const timespec* pListTime, int nFlags) noexcept
+{
+    const int nError = ErrorForPath(ENCall::SET_PATH_TIME, pszPath);
+    return Pass("utimensat", nError, -1, nFolder, pszPath, pListTime, nFlags);
+}
+
+int chmod(const char* pszPath, mode_t nMode) noexcept
+{
+    return Pass("chmod", ErrorForPath(ENCall::SET_MODE, pszPath), -1, pszPath, nMode);
+}
+
+int lsetxattr(const char* pszPath, const char* pszName, const void* pValue, size_t nSize, int nFlags) noexcept
+{
+    const int nError = ErrorForPath(ENCall::SET_ATTRIBUTE, pszPath);
+    return Pass("lsetxattr", nError, -1, pszPath, pszName, pValue, nSize, nFlags);
+}
+
+int symlink(const char* pszText, const char* pszPath) noexcept
+{
+    return Pass("symlink", ErrorForPath(ENCall::LINK, pszPath), -1, pszText, pszPath);
 }
 
 int syncfs(int nDescriptor) noexcept

@@ -34,6 +34,10 @@ public:
         ACCESS, ///< access
         SYNC_FILE, ///< fsync
         SET_TIME, ///< futimens
+        SET_PATH_TIME, ///< utimensat
+        SET_MODE, ///< chmod
+        SET_ATTRIBUTE, ///< lsetxattr
+        LINK, ///< symlink
         FLUSH ///< syncfs
     };
 
