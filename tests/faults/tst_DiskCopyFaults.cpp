@@ -66,6 +66,7 @@ private slots:
     void unopenableFileCounts();
     void stopWhileSomethingIsMade_data();
     void stopWhileSomethingIsMade();
+    void stopEndsTheSearchForAName();
     void vanishedDestination();
     void hangingFolderIsTold();
 
@@ -382,6 +383,15 @@ void tst_DiskCopyFaults::unreadableFilesComeLast()
     QCOMPARE(chmod(QFile::encodeName(Source("in it/bad")).constData(), 0711), 0);
     int nBooked = -1;
     AfterChunk("last", 1, [&] { nBooked = m_pWorker->FilesDone() + int(ProblemLines().count()); });
+    QString strModes; // when the last of it is dealt with
+    AfterEachChunk([&] {
+        strModes.clear();
+        for (const QString& strName : listFolder) {
+            struct stat stCopy = {};
+            QCOMPARE(stat(QFile::encodeName(Copy(strName)).constData(), &stCopy), 0);
+            strModes += QString::asprintf("%o ", stCopy.st_mode & 07777U);
+        }
+    });
     CFailingCalls::Fail(ENCall::READ, "/src/folder/in it/bad", EIO, 1);
     Run(nSize + 1);
     CFailingCalls::Reset();
@@ -391,6 +401,8 @@ void tst_DiskCopyFaults::unreadableFilesComeLast()
     QCOMPARE(Account().listItem.constFirst().strPath, Source("in it/bad"));
     QCOMPARE(Copied("in it/bad").left(100), Pattern(nSize).left(100));
     QCOMPARE(Told(*m_pProgress).constLast(), QString("bad 100"));
+    // A folder that is closed to its owner could not be entered again.
+    QCOMPARE(strModes, QString("755 755 "));
     for (const QString& strName : listFolder) {
         struct stat stCopy = {};
         QCOMPARE(stat(QFile::encodeName(Copy(strName)).constData(), &stCopy), 0);
@@ -416,10 +428,11 @@ void tst_DiskCopyFaults::unopenableFileCounts()
     Write("bad", Pattern(1000));
     Write("z/last", "2");
     const CLogCapture capture;
-    CFailingCalls::Fail(ENCall::OPEN, "/src/folder/bad", EACCES);
+    // What is made at the destination has the same end, and comes first.
+    CFailingCalls::Fail(ENCall::OPEN, "/src/folder/bad", EACCES, 1);
     Run(1001);
     CFailingCalls::Reset();
-    QCOMPARE(Account().nProblems, 1);
+    QCOMPARE(Items(), QStringList{Item("bad", ENCopyProblem::SOURCE_OPEN, EACCES)});
     QCOMPARE(Told(*m_pProgress), (QStringList{"bad 99", "last 100"}));
     QCOMPARE(Copied("z/last"), QByteArray("2"));
 }
@@ -450,6 +463,18 @@ void tst_DiskCopyFaults::stopWhileSomethingIsMade()
     for (const QString& strLine : ProblemLines()) {
         QVERIFY2(strLine.contains("the copy was stopped"), qPrintable(strLine));
     }
+}
+
+void tst_DiskCopyFaults::stopEndsTheSearchForAName()
+{
+    Write("file", "1");
+    m_pTree->MkDir("dst" + CCopyBed::Source("folder"));
+    CFailingCalls::Watch(ENCall::MAKE_FOLDER, "/src/folder",
+                         [this] { m_pWorker->SetCopyStatus(COPY_STATUS_STOP); });
+    Run(1);
+    QCOMPARE(CFailingCalls::Calls(), 1);
+    QVERIFY(!QFileInfo::exists(CCopyBed::Copy("folder_1")));
+    QCOMPARE(Items(), QStringList());
 }
 
 void tst_DiskCopyFaults::vanishedDestination()
