@@ -1,8 +1,10 @@
 #include "journeys/CJourneyBed.h"
+#include "support/CFaultyDisk.h"
 #include "support/CMadeMac.h"
 #include "support/CToolCompare.h"
 
 #include <QLocale>
+#include <QMap>
 #include <QSet>
 
 #include <sys/stat.h>
@@ -11,6 +13,7 @@ static const int PAGE_SELECT = 0;
 static const int FILES = 2000;
 static const int VOLUME_MIB = 200;
 static const int COPY_MS = 60000; // for a whole copy on a busy machine
+static const int SECTOR = 4096; // of a disk that breaks, in bytes
 static const int MOST_TABS = 20; // stops of the tab order, and more
 static const char CHOICE[] = "m_pCompleteBox";
 
@@ -30,6 +33,7 @@ private slots:
     void everythingIsOnTheStick_data();
     void everythingIsOnTheStick();
     void whatCannotBeCopiedIsToldAndAllElseIsOnTheStick();
+    void filesWithBadSectorsArriveButForThose();
     void choiceIsOffAtTheStart();
 
 private:
@@ -41,6 +45,7 @@ private:
     void ConcludeCopy();
     void VerifySame() const;
 
+    std::unique_ptr<CFaultyDisk> m_pBroken; // instead of the source
     std::unique_ptr<CMadeMac> m_pMac;
     QString m_strDetail; // of the box at the end
 };
@@ -64,6 +69,11 @@ void tst_CompleteRescue::cleanup()
         qWarning().noquote() << m_pJourney->Errors();
     }
     m_pMac.reset();
+    if (m_pBroken) {
+        m_pBroken->Heal();
+    }
+    m_pJourney.reset();
+    m_pBroken.reset();
     Clear();
 }
 
@@ -199,6 +209,55 @@ void tst_CompleteRescue::whatCannotBeCopiedIsToldAndAllElseIsOnTheStick()
     const QString strReport = Content(Rescue() + ".txt");
     for (const QString& strPath : listLeftOut) {
         QVERIFY2(strReport.contains(strPath), qPrintable(strReport));
+    }
+}
+
+void tst_CompleteRescue::filesWithBadSectorsArriveButForThose()
+{
+    NEEDS_FAULTY_DISKS();
+    m_pMac.reset();
+    m_pSource.reset();
+    m_pBroken = std::make_unique<CFaultyDisk>("Macintosh HD", "/dev/nvme0n1p1", VOLUME_MIB);
+    QVERIFY(m_pBroken->IsValid());
+    m_pMac = std::make_unique<CMadeMac>(m_pBroken->Behind(), FILES);
+    struct STBad
+    {
+        QString strFile;
+        int nFrom; ///< bytes
+        int nBytes;
+    };
+    const STBad listBad[] = {{"Users/Shared/Sizes/5242957", 1 << 20, 2 * SECTOR},
+                             {"Users/Shared/Sizes/5242957", 4 << 20, SECTOR},
+                             {"Users/anna/Movies/holiday.mov", 2 * SECTOR, SECTOR}};
+    QMap<QString, QByteArray> mapExpected; // zeros stand for what cannot be read
+    for (const STBad& stBad : listBad) {
+        m_pBroken->BadSectors(stBad.nFrom, stBad.nBytes, stBad.strFile);
+        QByteArray& baExpected = mapExpected[stBad.strFile];
+        baExpected = baExpected.isEmpty() ? Content(m_pMac->Path(stBad.strFile)) : baExpected;
+        baExpected.replace(stBad.nFrom, stBad.nBytes, QByteArray(stBad.nBytes, '\0'));
+    }
+    Start();
+    TickByMouse();
+    if (!QTest::currentTestFailed()) {
+        ConcludeCopy();
+    }
+    if (QTest::currentTestFailed()) {
+        return;
+    }
+    const qint64 nFiles = m_pMac->Made().nFiles + m_pMac->Made().nLinks;
+    QCOMPARE(m_strDetail,
+             QString("2 of %1 items were not copied whole.").arg(QLocale(QLocale::English).toString(nFiles)));
+    const QString strCopy = Rescue() + "/Macintosh HD";
+    for (auto it = mapExpected.cbegin(); it != mapExpected.cend(); ++it) {
+        QVERIFY2(Content(strCopy + '/' + it.key()) == it.value(), qPrintable(it.key()));
+    }
+    const QStringList listDifference = CToolCompare::RsyncDifferences(m_pMac->Path(), strCopy);
+    QCOMPARE(listDifference.join('\n'),
+             QString(">fc........ Users/Shared/Sizes/5242957\n>fc........ Users/anna/Movies/holiday.mov"));
+    const QString strReport = Content(Rescue() + ".txt");
+    for (const char* pszSaid :
+         {"Sizes/5242957", "1048576-1056767, 4194304-4198399", "holiday.mov", "8192-12287"}) {
+        QVERIFY2(strReport.contains(pszSaid), qPrintable(strReport));
     }
 }
 
