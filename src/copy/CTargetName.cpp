@@ -35,6 +35,9 @@ struct STParts
 static const std::array<STLimit, 7> LIMITS
     = {{{255, true}, {255, false}, {143, false}, {100, false}, {64, false}, {32, false}, {16, false}}};
 
+// The first of them are of a name alone, whatever its path.
+static const int NAME_LIMITS = 2;
+
 static STUtf8Character CharacterAt(const QByteArray& baName, int nPos)
 {
     return CUtf8::First(baName.constData() + nPos, size_t(baName.size() - nPos));
@@ -184,11 +187,11 @@ public:
 
     void SetNumber(qint64 nNumber) { m_nNumber = nNumber; }
 
-    /** Goes to a shorter one; false when there is none. */
-    bool Shorten()
+    /** Goes to a shorter one, as nLimits of the limits want it; false when there is none. */
+    bool Shorten(int nLimits = int(LIMITS.size()))
     {
         const QByteArray baBefore = Name();
-        while (m_nLimit + 1 < int(LIMITS.size())) {
+        while (m_nLimit + 1 < nLimits) {
             ++m_nLimit;
             if (Name() != baBefore) {
                 return true;
@@ -281,8 +284,9 @@ STMadeEntry CTargetName::Make(const QByteArray& baFolder, const QByteArray& baNa
             forms.SetNumber(forms.Number() > 0 ? forms.Number() + 1 : m_mapNumber.value(baKey, 1));
             continue;
         }
-        const bool bOther
-            = nError == ENAMETOOLONG ? forms.Shorten() : IsOfTheName(nError) && forms.Simplify(nError);
+        const bool bOther = nError == ENAMETOOLONG
+            ? forms.Shorten()
+            : IsOfTheName(nError) && (forms.Simplify(nError) || forms.Shorten(NAME_LIMITS));
         if (!bOther) {
             return stFirst.nError != 0 ? stFirst : STMadeEntry{baPath, false, nError};
         }

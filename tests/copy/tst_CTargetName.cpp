@@ -41,6 +41,7 @@ public:
     bool m_bSmall = false; // it takes large letters for small ones
     int m_nMostBytes = 0; // of a name, if not 0
     int m_nMostUtf16 = 0;
+    int m_nTooLong = ENAMETOOLONG; // what it says then
     int m_nMostPath = 4096;
     int m_nTries = 0;
     QSet<QByteArray> m_setName;
@@ -65,7 +66,7 @@ private:
         }
         const bool bTooLong = (m_nMostBytes != 0 && baName.size() > m_nMostBytes)
             || (m_nMostUtf16 != 0 && QString::fromUtf8(baName).size() > m_nMostUtf16);
-        return bTooLong ? ENAMETOOLONG : 0;
+        return bTooLong ? m_nTooLong : 0;
     }
 
     int MakeOne(const QByteArray& baPath)
@@ -105,6 +106,8 @@ private slots:
     void tooLong_data();
     void tooLong();
     void tooLongWithItsNumber();
+    void tooLongByAnyError_data();
+    void tooLongByAnyError();
     void pathThatIsTooLong();
     void errorsThatNoNameCures_data();
     void errorsThatNoNameCures();
@@ -279,6 +282,26 @@ void tst_CTargetName::tooLongWithItsNumber()
         QCOMPARE(disk.Make(baName).nError, 0);
     }
     QCOMPARE(disk.Name(baName), QByteArray(249, 'a') + "_10jpg");
+}
+
+void tst_CTargetName::tooLongByAnyError_data()
+{
+    QTest::addColumn<int>("nError");
+    for (const int nError : {EPERM, EINVAL, EIO}) {
+        QTest::newRow(strerror(nError)) << nError;
+    }
+}
+
+void tst_CTargetName::tooLongByAnyError()
+{
+    QFETCH(int, nError);
+    CDisk disk;
+    disk.m_nMostBytes = 255;
+    disk.m_nTooLong = nError;
+    const QByteArray baName(255, 'a');
+    disk.Put(baName);
+    QCOMPARE(disk.Make(baName).nError, 0);
+    QCOMPARE(disk.m_setName.count(), 2);
 }
 
 void tst_CTargetName::pathThatIsTooLong()
