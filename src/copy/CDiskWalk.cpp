@@ -1,7 +1,6 @@
 #include "copy/CDiskWalk.h"
 
 #include "copy/CDescriptor.h"
-#include "copy/CVolumeRoot.h"
 #include "files/CFolderReader.h"
 
 #include <QFile>
@@ -59,6 +58,7 @@ CDiskWalk::CDiskWalk(QVector<STTickedItem> listItem, CDiskVisitor& visitor)
     : m_listItem(std::move(listItem))
     , m_visitor(visitor)
     , m_fnGoesOn([this] { return GoesOn(); })
+    , m_items(m_fnGoesOn)
 {
 }
 
@@ -87,34 +87,14 @@ void CDiskWalk::Walk()
     }
 }
 
-/** Opens the volume unless it is open; the errno value that refuses it, or 0. */
-int CDiskWalk::OpenVolume(const QString& strVolume)
-{
-    if (!m_pRoot || m_strVolume != strVolume) {
-        m_strVolume = strVolume;
-        m_pRoot = std::make_unique<CVolumeRoot>(strVolume);
-    }
-    return m_pRoot->Error();
-}
-
-/** The path of an item below its volume. */
-static QByteArray Below(const STTickedItem& stItem)
-{
-    return QFile::encodeName(stItem.strPath.mid(stItem.strVolume.size()));
-}
-
 void CDiskWalk::NoteTicked()
 {
     for (const STTickedItem& stItem : m_listItem) {
         if (!GoesOn()) {
             return;
         }
-        if (OpenVolume(stItem.strVolume) != 0) {
-            continue;
-        }
-        CVolumePath path(*m_pRoot, m_fnGoesOn);
-        if (path.GoTo(Below(stItem)) == ENPathEnd::FOUND && path.State().enKind != ENFileKind::LINK) {
-            m_setTicked.Insert(STFileId::Of(path.State()));
+        if (m_items.GoTo(stItem) == ENPathEnd::FOUND && m_items.Found().State().enKind != ENFileKind::LINK) {
+            m_setTicked.Insert(STFileId::Of(m_items.Found().State()));
         }
     }
 }
@@ -122,15 +102,9 @@ void CDiskWalk::NoteTicked()
 void CDiskWalk::WalkItem(const STTickedItem& stItem)
 {
     m_visitor.BeginItem(stItem);
-    const int nError = OpenVolume(stItem.strVolume);
-    if (nError != 0) {
-        LeaveOutItem(stItem, nError);
-        return;
-    }
-    CVolumePath path(*m_pRoot, m_fnGoesOn);
-    switch (path.GoTo(Below(stItem))) {
+    switch (m_items.GoTo(stItem)) {
     case ENPathEnd::FOUND:
-        MeetItem(stItem, path);
+        MeetItem(stItem, m_items.Found());
         break;
     case ENPathEnd::STOPPED:
         break;
@@ -143,7 +117,7 @@ void CDiskWalk::WalkItem(const STTickedItem& stItem)
         m_visitor.LeftOut(stItem.strPath, CannotOpen(ELOOP));
         break;
     default:
-        m_visitor.LeftOut(stItem.strPath, CannotOpen(path.Error()));
+        LeaveOutItem(stItem);
         break;
     }
     while (!m_listFolder.empty() && GoesOn()) {
@@ -151,18 +125,22 @@ void CDiskWalk::WalkItem(const STTickedItem& stItem)
     }
 }
 
-/** What is told of an item whose volume cannot be opened. */
-void CDiskWalk::LeaveOutItem(const STTickedItem& stItem, int nError)
+/** What is told of an item that cannot be reached; a volume is a folder all the same. */
+void CDiskWalk::LeaveOutItem(const STTickedItem& stItem)
 {
-    const std::optional<STFileState> stState = CCopyPlatform::GetPathState(stItem.strPath);
-    if (stItem.strPath != stItem.strVolume || !stState || stState->enKind != ENFileKind::DIRECTORY) {
-        m_visitor.LeftOut(stItem.strPath, CannotOpen(nError));
+    const CVolumeRoot& root = m_items.Root();
+    std::optional<STFileState> stState;
+    if (root.Error() != 0 && stItem.strPath == stItem.strVolume) {
+        stState = CCopyPlatform::GetPathState(stItem.strPath);
+    }
+    if (!stState || stState->enKind != ENFileKind::DIRECTORY) {
+        m_visitor.LeftOut(stItem.strPath, CannotOpen(m_items.Error()));
         return;
     }
-    const QByteArray baName = m_pRoot->Path() + "/.";
-    const STDiskEntry stEntry = {AT_FDCWD, baName.constData(), m_pRoot->Path(), m_pRoot->Name(), *stState};
+    const QByteArray baName = root.Path() + "/.";
+    const STDiskEntry stEntry = {AT_FDCWD, baName.constData(), root.Path(), root.Name(), *stState};
     if (m_visitor.BeginFolder(stEntry)) {
-        m_visitor.LeftOut(stItem.strPath, CannotList(false, nError));
+        m_visitor.LeftOut(stItem.strPath, CannotList(false, root.Error()));
         m_visitor.EndFolder(stEntry);
     }
 }
@@ -205,7 +183,7 @@ void CDiskWalk::MeetLink(const STDiskEntry& stLink, const STVolumeFolder& stIn, 
         m_visitor.Link(stLink, baText); // with all of the volume
         return;
     }
-    CVolumePath path(*m_pRoot, stIn, m_fnGoesOn);
+    CVolumePath path(m_items.Root(), stIn, m_fnGoesOn);
     const ENPathEnd enEnd = path.Follow(baText);
     if (enEnd == ENPathEnd::STOPPED) {
         return;
@@ -430,8 +408,8 @@ bool CDiskWalk::Reopen(STFolder& stFolder, const STFolder& stBelow)
             return true;
         }
     }
-    CVolumePath path(*m_pRoot, m_fnGoesOn);
-    if (path.GoTo(stFolder.stEntry.baPath.mid(m_pRoot->Path().size())) == ENPathEnd::FOUND) {
+    CVolumePath path(m_items.Root(), m_fnGoesOn);
+    if (path.GoTo(stFolder.stEntry.baPath.mid(m_items.Root().Path().size())) == ENPathEnd::FOUND) {
         stFolder.reopened.Reset(openat(path.Folder().nDescriptor, path.Name().constData(), nFlags));
         if (fnIsSame()) {
             return true;

@@ -3,6 +3,7 @@
 #include "copy/CDiskVisitor.h"
 #include "copy/CFileIdSet.h"
 #include "copy/CTickedItems.h"
+#include "copy/CTickedPath.h"
 #include "copy/CVolumePath.h"
 
 #include <QVector>
@@ -10,8 +11,6 @@
 #include <functional>
 #include <memory>
 #include <vector>
-
-class CVolumeRoot;
 
 /**
  * Goes over the disk below what is ticked and hands each entry to a visitor: all
@@ -36,10 +35,9 @@ private:
     struct STFolder;
 
     bool GoesOn();
-    int OpenVolume(const QString& strVolume);
     void NoteTicked();
     void WalkItem(const STTickedItem& stItem);
-    void LeaveOutItem(const STTickedItem& stItem, int nError);
+    void LeaveOutItem(const STTickedItem& stItem);
     void MeetItem(const STTickedItem& stItem, const CVolumePath& path);
     void HandOver(const STDiskEntry& stEntry);
     void MeetLink(const STDiskEntry& stLink, const STVolumeFolder& stIn, bool bListing);
@@ -59,8 +57,7 @@ private:
     const QVector<STTickedItem> m_listItem;
     CDiskVisitor& m_visitor;
     const std::function<bool()> m_fnGoesOn;
-    QString m_strVolume; // what the root is of
-    std::unique_ptr<CVolumeRoot> m_pRoot;
+    CTickedPath m_items;
     CFileIdSet m_setTicked; // items that are no links
     CFileIdSet m_setFollowed; // what links have led to
     CFileIdSet m_setEntered;
