@@ -140,22 +140,30 @@ STTargetEntry CTargetEntries::File(const QString& strFolder, const QByteArray& b
 STTargetEntry CTargetEntries::Link(const QString& strFolder, const QByteArray& baName,
                                    const QByteArray& baText)
 {
-    STTargetEntry stEntry;
-    if (m_bLinks) {
-        stEntry = Make(strFolder, baName, ENCopyProblem::TARGET_CREATE, [&baText](const QByteArray& baPath) {
-            const int nError = MakeLink(baText, baPath.constData());
-            return IsNoLinks(nError) ? ENOTSUP : nError;
-        });
-        m_bLinks = !stEntry.stReason || stEntry.stReason->nError != ENOTSUP;
-    }
     if (!m_bLinks) {
-        const QString strText = QFile::decodeName(baText);
-        stEntry.stReason
-            = STCopyReason{ENCopyProblem::LINK_LOST,
-                           "the disk cannot hold links, it leads to " + CCopyReport::Quoted(strText)};
-        stEntry.stReason->strDetail = CCopyReport::Shown(strText);
+        return {QString(), false, LinkLost(baText)};
+    }
+    STTargetEntry stEntry
+        = Make(strFolder, baName, ENCopyProblem::TARGET_CREATE, [&baText](const QByteArray& baPath) {
+              const int nError = MakeLink(baText, baPath.constData());
+              return IsNoLinks(nError) ? ENOTSUP : nError;
+          });
+    const int nError = stEntry.stReason ? stEntry.stReason->nError : 0;
+    m_bLinks = nError != ENOTSUP;
+    // It may be the text that is refused, whatever the name is.
+    if (!m_bLinks || nError == EINVAL || nError == EILSEQ) {
+        stEntry.stReason = LinkLost(baText);
     }
     return stEntry;
+}
+
+STCopyReason CTargetEntries::LinkLost(const QByteArray& baText)
+{
+    const QString strText = QFile::decodeName(baText);
+    STCopyReason stReason{ENCopyProblem::LINK_LOST,
+                          "the disk cannot hold links, it leads to " + CCopyReport::Quoted(strText)};
+    stReason.strDetail = CCopyReport::Shown(strText);
+    return stReason;
 }
 
 STTargetEntry CTargetEntries::Make(const QString& strFolder, const QByteArray& baName,

@@ -47,7 +47,8 @@ public:
     /** Makes an empty file, which keeps the name for its bytes. */
     STTargetEntry File(const QString& strFolder, const QByteArray& baName);
 
-    /** Makes a link that consists of baText; LINK_LOST is the reason where the disk can hold none. */
+    /** Makes a link that consists of baText; LINK_LOST is the reason where the disk can hold none, or not
+     * this one. */
     STTargetEntry Link(const QString& strFolder, const QByteArray& baName, const QByteArray& baText);
 
     /** The path below the folder of the copy. */
@@ -61,6 +62,7 @@ private:
     STTargetEntry AboveOne(const QString& strFolder, const QString& strSource, const Begun& fnBegun);
     STTargetEntry Make(const QString& strFolder, const QByteArray& baName, ENCopyProblem enProblem,
                        const CTargetName::FnMake& fnMake);
+    static STCopyReason LinkLost(const QByteArray& baText);
     STCopyReason Reason(const QString& strFolder, ENCopyProblem enProblem, int nError,
                         const QString& strPath) const;
     int WithRoom(const CTargetName::FnMake& fnMake, const QByteArray& baPath);

@@ -51,6 +51,8 @@ private slots:
     void noLinks_data();
     void noLinks();
     void brokenLink();
+    void refusedTextOfALink_data();
+    void refusedTextOfALink();
     void noAttributes_data();
     void noAttributes();
     void noPermissions_data();
@@ -227,6 +229,25 @@ void tst_DiskCopyFaults::brokenLink()
     QCOMPARE(Items(), QStringList{Item("one", ENCopyProblem::TARGET_CREATE, EIO)});
     QCOMPARE(Account().nProblems, 1);
     QVERIFY(QFileInfo(Copy("two")).isSymLink());
+}
+
+void tst_DiskCopyFaults::refusedTextOfALink_data()
+{
+    QTest::addColumn<int>("nError");
+    for (const int nError : {EINVAL, EILSEQ}) {
+        QTest::newRow(strerror(nError)) << nError;
+    }
+}
+
+void tst_DiskCopyFaults::refusedTextOfALink()
+{
+    m_pTree->Link("src/folder/one", "nowhere");
+    m_pTree->Link("src/folder/two", "nowhere");
+    QFETCH(int, nError);
+    CFailingCalls::Fail(ENCall::LINK, "one", nError);
+    Run(1);
+    QCOMPARE(Items(), QStringList{Item("one", ENCopyProblem::LINK_LOST, 0, "nowhere")});
+    QVERIFY2(QFileInfo(Copy("two")).isSymLink(), "the disk can hold links");
 }
 
 void tst_DiskCopyFaults::noAttributes_data()
