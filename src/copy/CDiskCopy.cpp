@@ -29,6 +29,7 @@ void CDiskCopy::Walk()
     CDiskWalk(m_listItem, *this).Walk();
     m_damaged.Finish();
     FinishLate();
+    FinishAbove();
     BookLost();
 }
 
@@ -45,8 +46,12 @@ void CDiskCopy::BeginItem(const STTickedItem& stItem)
 {
     m_work.ItemBegins(stItem.strPath);
     const STTargetEntry stAbove
-        = m_entries.Above(stItem.strPath, [this](const QString& strSource, const STTargetEntry& stEntry) {
+        = m_entries.Above(stItem.strPath, [&](const QString& strSource, const STTargetEntry& stEntry) {
               BookRenamed(strSource, stEntry);
+              // What lies above the volume is of the system that runs here.
+              if ((strSource + '/').startsWith(stItem.strVolume)) {
+                  m_listAbove.append({strSource, STFileState(), stEntry.strPath});
+              }
           });
     m_listFolder = {{stItem.strPath, stAbove.strPath, stAbove.stReason}};
 }
@@ -55,6 +60,11 @@ bool CDiskCopy::BeginFolder(const STDiskEntry& stFolder)
 {
     const QString strSource = QFile::decodeName(stFolder.baPath);
     m_work.ItemBegins(strSource);
+    if (m_entries.IsRoot(strSource, stFolder.stState)) {
+        LeftOut(strSource,
+                {ENCopyProblem::ENTERED_BEFORE, QStringLiteral("it is the folder that is copied into")});
+        return false;
+    }
     const STOpenFolder stParent = m_listFolder.constLast();
     if (stParent.stReason) {
         m_work.BookProblem(STCopyOutcome::Missing(strSource, *stParent.stReason));
@@ -228,6 +238,23 @@ void CDiskCopy::FinishLate()
         m_belongings.GiveToFolder(stFolder.strSource, stFolder.stState, stFolder.strTarget);
     }
     m_listLate.clear();
+}
+
+/**
+ * Gives the folders above the items what belongs to them. What a link leads to has
+ * nothing to do with the folder that was made for it.
+ */
+void CDiskCopy::FinishAbove()
+{
+    while (!m_listAbove.isEmpty() && !m_work.IsStopped()) {
+        const STLateFolder stFolder = m_listAbove.takeLast();
+        m_work.ItemBegins(stFolder.strSource);
+        m_work.StepBegins(ENCopyStep::READING);
+        const std::optional<STFileState> stState = CCopyPlatform::GetEntryState(stFolder.strSource);
+        if (stState && stState->enKind == ENFileKind::DIRECTORY) {
+            m_belongings.GiveToFolder(stFolder.strSource, *stState, stFolder.strTarget);
+        }
+    }
 }
 
 /** Books what the disk could not hold, each kind once for the whole copy. */

@@ -60,6 +60,7 @@ private:
     void BookLost();
     void TellRest(const QString& strSource, qint64 nBytes);
     void FinishLate();
+    void FinishAbove();
 
     CCopyWork& m_work;
     const QString m_strDest;
@@ -69,4 +70,5 @@ private:
     CDamagedFiles m_damaged;
     QVector<STOpenFolder> m_listFolder; // the first is what lies above the item
     QVector<STLateFolder> m_listLate; // the innermost first
+    QVector<STLateFolder> m_listAbove; // above the items, the outermost first, states not known yet
 };

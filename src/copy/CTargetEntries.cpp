@@ -81,6 +81,7 @@ std::optional<STCopyReason> CTargetEntries::MakeRoot()
     if (!stReason && !m_bRoot) {
         m_bRoot = true;
         m_work.StepBegins(ENCopyStep::WRITING);
+        m_stRoot = CCopyPlatform::GetPathState(m_strDest);
         m_stRules = CCopyPlatform::GetDiskRules(m_strDest);
         m_name.SetRules(m_stRules);
     }
@@ -204,6 +205,12 @@ STCopyReason CTargetEntries::Reason(const QString& strFolder, ENCopyProblem enPr
         return {enProblem, QStringLiteral("its target folder cannot be created"), nError, strPath};
     }
     return {enProblem, QStringLiteral("its target cannot be created"), nError, strPath};
+}
+
+bool CTargetEntries::IsRoot(const QString& strPath, const STFileState& stState) const
+{
+    // Not every file system gives a folder the same number each time that it is looked up.
+    return m_stRoot && (m_stRoot->IsSameFile(stState) || strPath == m_strDest);
 }
 
 QString CTargetEntries::Below(const QString& strTarget) const { return strTarget.mid(m_strDest.size() + 1); }

@@ -54,6 +54,10 @@ public:
     /** The path below the folder of the copy. */
     QString Below(const QString& strTarget) const;
 
+    /** Whether a folder of the source is the folder of the copy: what is in it would be copied without end.
+     */
+    bool IsRoot(const QString& strPath, const STFileState& stState) const;
+
     /** What is known of the disk once there is a folder on it. */
     const STDiskRules& Rules() const { return m_stRules; }
 
@@ -73,6 +77,7 @@ private:
     CTargetName m_name;
     STDiskRules m_stRules;
     bool m_bRoot = false; // the folder of the copy is there
+    std::optional<STFileState> m_stRoot; // its state
     QHash<QString, QString> m_mapAbove; // target folder by path at the source
     bool m_bLinks = true; // the disk has not refused one
 };

@@ -26,6 +26,8 @@ private slots:
     void itemsOfOneFolderShareIt();
     void foldersAboveWhoseNamesAreTaken();
     void whatBelongsToAFileAndAFolder();
+    void whatBelongsToTheFoldersAbove();
+    void theFolderOfTheCopyIsNotCopiedIntoItself();
     void onlyThePermissionsForOwnerGroupAndOthersAreGiven();
     void namesThatAreNoText();
     void pathThatIsTooLongForTheDestination();
@@ -213,6 +215,41 @@ void tst_CDiskCopy::whatBelongsToAFileAndAFolder()
     for (const QString& strName : listName) {
         QCOMPARE(Belongings(Copy(strName)), Belongings(Source(strName)));
     }
+}
+
+void tst_CDiskCopy::whatBelongsToTheFoldersAbove()
+{
+    Write("above/in it/file", "1");
+    m_pTree->Link("src/link", "above/in it");
+    SetMode(Source("above"), 0711);
+    SetMode(Source("above/in it"), 0555);
+    SetTime(Source("above/in it"), 1000000001);
+    SetTime(Source("above"), 1000000000);
+    SetTime(Source("link"), 1000000002);
+    Tick("above/in it/file");
+    Tick("link/file");
+    Run(1);
+    for (const QString strName : {"above", "above/in it"}) {
+        QCOMPARE(Belongings(Copy(strName)), Belongings(Source(strName)));
+    }
+    // What was made for the link is a folder.
+    const struct stat stLink = Status(Copy("link"));
+    QVERIFY(stLink.st_mtim.tv_sec != 1000000002 && (stLink.st_mode & 07777) != 0777);
+}
+
+void tst_CDiskCopy::theFolderOfTheCopyIsNotCopiedIntoItself()
+{
+    Write("folder/file", "1");
+    m_strDest = Source("folder/rescue");
+    m_pTree->Write("src/folder/rescue/old", "2");
+    Tick("folder");
+    Run(1);
+    const QString strPlace = m_strDest + Source("folder");
+    QCOMPARE(Content(strPlace + "/file"), QByteArray("1"));
+    QVERIFY(!QFileInfo::exists(strPlace + "/rescue"));
+    QCOMPARE(Account().nProblems, 0);
+    QVERIFY2(LogLines().contains("Note: \"" + m_strDest + "\": it is the folder that is copied into"),
+             qPrintable(LogLines().join('\n')));
 }
 
 void tst_CDiskCopy::onlyThePermissionsForOwnerGroupAndOthersAreGiven()

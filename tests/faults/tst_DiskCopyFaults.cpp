@@ -313,16 +313,16 @@ void tst_DiskCopyFaults::noTimesOfFolders_data() { noPermissions_data(); }
 void tst_DiskCopyFaults::noTimesOfFolders()
 {
     Write("in it/file");
-    for (const QString strName : {"in it", ""}) {
+    for (const QString strName : {"in it", "", ".."}) {
         const timespec listTime[2] = {{1000000000, 0}, {1000000000, 0}};
         QCOMPARE(utimensat(AT_FDCWD, QFile::encodeName(Source(strName)).constData(), listTime, 0), 0);
     }
     QFETCH(int, nError);
     CFailingCalls::Fail(ENCall::SET_PATH_TIME, "", nError);
     Run(1);
-    QCOMPARE(Items(), QStringList{Item(m_strVolume, ENCopyProblem::FOLDER_TIMES_LOST, 0, "2")});
+    QCOMPARE(Items(), QStringList{Item(m_strVolume, ENCopyProblem::FOLDER_TIMES_LOST, 0, "3")});
     QVERIFY(
-        LogLines().contains("Note: \"" + m_strVolume + "\": folders whose times the disk cannot hold: 2"));
+        LogLines().contains("Note: \"" + m_strVolume + "\": folders whose times the disk cannot hold: 3"));
 }
 
 void tst_DiskCopyFaults::whatIsLostIsOfTheWholeCopy()
