@@ -47,15 +47,13 @@ public:
     /** Makes an empty file, which keeps the name for its bytes. */
     STTargetEntry File(const QString& strFolder, const QByteArray& baName);
 
-    /** Makes a link that consists of baText; LINK_LOST is the reason where the disk can hold none, or not
-     * this one. */
+    /** Makes a link that consists of baText; LINK_LOST is the reason where the disk cannot hold it. */
     STTargetEntry Link(const QString& strFolder, const QByteArray& baName, const QByteArray& baText);
 
     /** The path below the folder of the copy. */
     QString Below(const QString& strTarget) const;
 
-    /** Whether a folder of the source is the folder of the copy: what is in it would be copied without end.
-     */
+    /** Whether a folder of the source is the folder of the copy, which would go on into itself. */
     bool IsRoot(const QString& strPath, const STFileState& stState) const;
 
     /** What is known of the disk once there is a folder on it. */
