@@ -1,9 +1,16 @@
 #include "pages/CCompleteChoice.h"
 
+#include "log/CLogTarnwick.h"
 #include "pages/CNoticeLine.h"
 #include "tree/CDirModel.h"
 
 #include <QCheckBox>
+
+static void Log(bool bOn)
+{
+    g_TarnwickLog.LogExt(bOn ? QStringLiteral("Complete rescue: on")
+                             : QStringLiteral("Complete rescue: off"));
+}
 
 CCompleteChoice::CCompleteChoice(QCheckBox* pBox, CNoticeLine* pNotice, QObject* pParent)
     : QObject(pParent)
@@ -12,6 +19,9 @@ CCompleteChoice::CCompleteChoice(QCheckBox* pBox, CNoticeLine* pNotice, QObject*
 {
     // A boot medium that is made for whole disks sets it.
     pBox->setChecked(qgetenv("TARNWICK_COMPLETE_RESCUE") == "1");
+    if (pBox->isChecked()) {
+        Log(true);
+    }
     CDirModel::GetInstence()->SetComplete(pBox->isChecked());
     connect(pBox, &QCheckBox::toggled, this, &CCompleteChoice::OnToggled);
     connect(pNotice, &CNoticeLine::SignalLink, this, [this](ENNotice enNotice) {
@@ -25,6 +35,7 @@ bool CCompleteChoice::IsOn() const { return m_pBox->isChecked(); }
 
 void CCompleteChoice::OnToggled(bool bOn)
 {
+    Log(bOn);
     CDirModel::GetInstence()->SetComplete(bOn);
     emit SignalChanged(bOn);
 }

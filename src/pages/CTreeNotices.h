@@ -20,8 +20,7 @@ class CTreeNotices : public QObject
     Q_OBJECT
 
 public:
-    /** Follows the folders that are opened in the form's tree. The form is not owned and has to live as long.
-     */
+    /** Follows the folders that are opened in the form's tree; the form has to live as long. */
     CTreeNotices(const CSelFileForm* pForm, QObject* pParent);
 
     /** Looks once more at the ticks and at what they mean. */

@@ -111,6 +111,7 @@ void tst_CSelFileWidgetComplete::environmentChoosesAtTheStart()
     QTEST(IsMeant(), "bOn");
     TickVolume();
     QTEST(Notice().isEmpty(), "bOn");
+    QTEST(LogLines().contains("Complete rescue: on"), "bOn");
 }
 
 void tst_CSelFileWidgetComplete::boxIsPressed_data()
@@ -140,12 +141,12 @@ void tst_CSelFileWidgetComplete::boxIsPressed()
     MakePage({"STICK"});
     QVERIFY(!CompleteBox()->isChecked());
     QVERIFY(!IsMeant());
-    fnPress(CompleteBox());
-    QVERIFY(CompleteBox()->isChecked());
-    QVERIFY(IsMeant());
-    fnPress(CompleteBox());
-    QVERIFY(!CompleteBox()->isChecked());
-    QVERIFY(!IsMeant());
+    for (const bool bOn : {true, false, true}) {
+        fnPress(CompleteBox());
+        QCOMPARE(CompleteBox()->isChecked(), bOn);
+        QCOMPARE(IsMeant(), bOn);
+        QVERIFY(LogLines().last().endsWith(bOn ? "Complete rescue: on" : "Complete rescue: off"));
+    }
 }
 
 void tst_CSelFileWidgetComplete::readersHearTheChoice()

@@ -111,6 +111,7 @@ private slots:
     void namesThatAreLeftOut_data();
     void namesThatAreLeftOut();
     void unlistedFoldersOfTickedVolumes();
+    void volumesThatAreFullyTicked();
     void sameEntriesAsTheNodes();
     void loadAnnouncesOneRowTooMany();
     void loadOfAVanishedFolder();
@@ -396,6 +397,20 @@ void tst_CDirModel::unlistedFoldersOfTickedVolumes()
     QVERIFY(tree.m_model.HasUnlistedFolder());
     tree.Tick("b", 0);
     QVERIFY(!tree.m_model.HasUnlistedFolder());
+}
+
+void tst_CDirModel::volumesThatAreFullyTicked()
+{
+    CModelOfTree tree({"a/inner/file", "b/file"});
+    QVERIFY(!tree.m_model.HasTickedVolume());
+    tree.Tick("a", 2);
+    QVERIFY(!tree.m_model.HasTickedVolume());
+    tree.Tick("b", 2); // the last of it
+    QVERIFY(tree.m_model.HasTickedVolume());
+    tree.Tick("a", 0);
+    QVERIFY(!tree.m_model.HasTickedVolume());
+    tree.Tick(".", 2);
+    QVERIFY(tree.m_model.HasTickedVolume());
 }
 
 void tst_CDirModel::sameEntriesAsTheNodes()

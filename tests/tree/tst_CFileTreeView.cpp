@@ -57,6 +57,7 @@ private slots:
     void openingTellsOfTheFolder();
     void pressTellsOfARefusedFolder();
     void unlistedFoldersDuringALoan();
+    void tickedVolumeDuringALoan();
     void arrowsOfFolders_data();
     void arrowsOfFolders();
     void pressOnTheBoxTicks_data();
@@ -278,6 +279,20 @@ void tst_CFileTreeView::unlistedFoldersDuringALoan()
     m_pView->LendNodes(false);
     m_pView->expand(At("a"));
     QVERIFY(!m_pView->HasUnlistedFolder());
+}
+
+void tst_CFileTreeView::tickedVolumeDuringALoan()
+{
+    Open({"a/inner/file"});
+    QVERIFY(!m_pView->HasTickedVolume());
+    m_pView->LendNodes(true);
+    QVERIFY(!m_pView->HasTickedVolume());
+    m_pView->LendNodes(false);
+    Click(".", 7);
+    m_pView->LendNodes(true);
+    QVERIFY(m_pView->HasTickedVolume());
+    m_pView->LendNodes(false);
+    QVERIFY(m_pView->HasTickedVolume());
 }
 
 void tst_CFileTreeView::arrowsOfFolders_data()
