@@ -15,7 +15,6 @@ static void Log(bool bOn)
 CCompleteChoice::CCompleteChoice(QCheckBox* pBox, CNoticeLine* pNotice, QObject* pParent)
     : QObject(pParent)
     , m_pBox(pBox)
-    , m_pNotice(pNotice)
 {
     // A boot medium that is made for whole disks sets it.
     pBox->setChecked(qgetenv("TARNWICK_COMPLETE_RESCUE") == "1");
@@ -45,9 +44,6 @@ void CCompleteChoice::OnLink()
     if (!m_pBox->isEnabled()) {
         return; // a worker has the tree
     }
-    // The link goes with its notice, and the focus is to be where what it did can be undone.
-    if (m_pNotice->TabStop()->hasFocus()) {
-        m_pBox->setFocus();
-    }
+    // The link goes with its notice, and hands the focus on to what is next, which is the box.
     m_pBox->setChecked(true);
 }

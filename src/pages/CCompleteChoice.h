@@ -32,5 +32,4 @@ private:
     void OnLink();
 
     QCheckBox* m_pBox;
-    CNoticeLine* m_pNotice;
 };
