@@ -1,10 +1,13 @@
 #pragma once
 
+#include "copy/CCopyPlatform.h"
 #include "copy/CGetFileSizeThread.h"
 #include "support/CCopyBed.h"
 #include "support/CMadeMac.h"
 #include "support/CToolCompare.h"
 #include "support/CVolume.h"
+
+#include <QStorageInfo>
 
 /**
  * What the tests of a complete copy stand on: a made volume, a stick, ticks, the count
@@ -69,11 +72,14 @@ protected:
             &count, &CGetFileSizeThread::SignalGetSizeFinish, &count,
             [this](qint64 nSize) { m_nCounted = nSize; }, Qt::DirectConnection);
         count.SetRootNode(m_pNodes->Root());
+        count.SetDiskRules(CCopyPlatform::GetDiskRules(m_pStick->Path()));
         count.start();
         QVERIFY(count.wait(WAIT_MS));
         m_nRoom = count.RoomNeeded();
+        const qint64 nFree = FreeBytes();
         Start(m_nCounted);
         QVERIFY(WaitForEnd(WAIT_MS));
+        m_nTaken = nFree - FreeBytes();
     }
 
     /** The copy of an entry of the volume, or of all of it. */
@@ -102,9 +108,12 @@ protected:
     std::unique_ptr<CVolume> m_pStick;
     std::unique_ptr<CMadeMac> m_pMac;
     qint64 m_nCounted = -1; // bytes
-    qint64 m_nRoom = -1; // bytes
+    qint64 m_nRoom = -1; // bytes, said to be needed
+    qint64 m_nTaken = -1; // bytes, of the stick
 
 private:
+    qint64 FreeBytes() const { return QStorageInfo(m_pStick->Path()).bytesFree(); }
+
     static void Open(CDirNode* pNode, int nLevels)
     {
         if (nLevels == 0 || !pNode->m_bDir) {

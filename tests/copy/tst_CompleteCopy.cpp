@@ -32,6 +32,7 @@ private:
     void VerifySame(const QString& strEntry) const;
     void VerifyCount(const STMadeMac& stMade) const;
     void VerifyNothingSaid() const;
+    void VerifyProgress() const;
 };
 
 void tst_CompleteCopy::initTestCase() { umask(022); }
@@ -62,7 +63,12 @@ void tst_CompleteCopy::VerifyCount(const STMadeMac& stMade) const
     QCOMPARE(stCount.nLinks, stMade.nLinks);
     QCOMPARE(stCount.nBytes, stMade.nBytes);
     QCOMPARE(m_nCounted, stMade.nBytes);
-    QVERIFY(m_nRoom >= stMade.nBytes);
+    // What was said to be needed is enough, and not much more: an own block for each folder and link.
+    const qint64 nBlock = CCopyPlatform::GetDiskRules(m_pStick->Path()).nBlockBytes;
+    QVERIFY(nBlock > 1);
+    QVERIFY2(m_nTaken <= m_nRoom, qPrintable(QString("%1, not %2").arg(m_nTaken).arg(m_nRoom)));
+    QVERIFY2(m_nRoom <= m_nTaken + (stMade.nFolders + stMade.nLinks + 2) * nBlock,
+             qPrintable(QString("%1, not %2").arg(m_nTaken).arg(m_nRoom)));
     QCOMPARE(Account().nFiles, stMade.nFiles + stMade.nLinks); // what is no folder is a file
     QCOMPARE(Account().nBytes, stMade.nBytes);
 }
@@ -73,6 +79,19 @@ void tst_CompleteCopy::VerifyNothingSaid() const
     QCOMPARE(Said(true), QStringList());
     QVERIFY(Account().IsWhole());
     QVERIFY(!QFile::exists(ReportPath()));
+}
+
+/** It is of the whole copy: it never goes back, and ends where all of it is done. */
+void tst_CompleteCopy::VerifyProgress() const
+{
+    int nLast = 0;
+    for (const QList<QVariant>& listTold : *m_pProgress) {
+        const int nPercent = listTold.at(1).toInt();
+        QVERIFY(nPercent >= nLast);
+        nLast = nPercent;
+    }
+    QVERIFY(m_pProgress->size() > 2 && m_pProgress->first().at(1).toInt() < 50);
+    QCOMPARE(nLast, 100);
 }
 
 void tst_CompleteCopy::wholeVolumeIsTheSameOnTheStick_data()
@@ -95,6 +114,7 @@ void tst_CompleteCopy::wholeVolumeIsTheSameOnTheStick()
     VerifyNothingSaid();
     VerifySame({});
     VerifyCount(m_pMac->Made());
+    VerifyProgress();
 }
 
 void tst_CompleteCopy::whatCannotBeCopiedIsNamedAndNothingElse()
