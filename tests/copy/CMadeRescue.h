@@ -72,7 +72,7 @@ protected:
             &count, &CGetFileSizeThread::SignalGetSizeFinish, &count,
             [this](qint64 nSize) { m_nCounted = nSize; }, Qt::DirectConnection);
         count.SetRootNode(m_pNodes->Root());
-        count.SetDiskRules(CCopyPlatform::GetDiskRules(m_pStick->Path()));
+        count.SetDiskRules(CCopyPlatform::GetDiskRules(QFileInfo(m_strDest).path()));
         count.start();
         QVERIFY(count.wait(WAIT_MS));
         m_nRoom = count.RoomNeeded();
@@ -112,7 +112,7 @@ protected:
     qint64 m_nTaken = -1; // bytes, of the stick
 
 private:
-    qint64 FreeBytes() const { return QStorageInfo(m_pStick->Path()).bytesFree(); }
+    qint64 FreeBytes() const { return QStorageInfo(QFileInfo(m_strDest).path()).bytesFree(); }
 
     static void Open(CDirNode* pNode, int nLevels)
     {

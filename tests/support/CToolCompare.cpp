@@ -78,6 +78,17 @@ STToolCount CToolCompare::Count(const QString& strFolder)
     return stCount;
 }
 
+QStringList CToolCompare::Contents(const QString& strFolder)
+{
+    static const char SCRIPT[] = "cd \"$1\" && find . -type f -print0 | xargs -0 -r md5sum -z";
+    QStringList listSum;
+    for (const QString& strLine : Split(Output("sh", {"-c", SCRIPT, "sh", strFolder}), '\0')) {
+        listSum.append(strLine.section(' ', 0, 0));
+    }
+    listSum.sort();
+    return listSum;
+}
+
 QStringList CToolCompare::Links(const QString& strFolder)
 {
     QStringList listLink

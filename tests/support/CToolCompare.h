@@ -38,6 +38,9 @@ public:
     /** Counts what is below the folder. */
     static STToolCount Count(const QString& strFolder);
 
+    /** A sum of each file's content, sorted: what is there whatever its name and place. */
+    static QStringList Contents(const QString& strFolder);
+
     /** Paths below the folder that lead to symbolic links, in their order by bytes. */
     static QStringList Links(const QString& strFolder);
 
