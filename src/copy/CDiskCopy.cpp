@@ -10,6 +10,11 @@
 #include <cerrno>
 #include <utility>
 
+static STCopyReason TooLarge()
+{
+    return {ENCopyProblem::TOO_LARGE, QStringLiteral("its target's file system cannot hold it"), EFBIG};
+}
+
 CDiskCopy::CDiskCopy(const CDirNode& root, CCopyWork& work, QString strDest)
     : m_work(work)
     , m_strDest(std::move(strDest))
@@ -102,12 +107,13 @@ void CDiskCopy::File(const STDiskEntry& stFile)
 {
     const QString strSource = QFile::decodeName(stFile.baPath);
     m_work.ItemBegins(strSource);
-    std::optional<STCopyReason> stReason = m_listFolder.constLast().stReason;
-    if (!stReason) {
-        stReason = TooLarge(stFile.stState.nSize);
-    }
-    if (stReason) {
-        BookMissing(strSource, *stReason, stFile.stState.nSize);
+    const std::optional<STCopyReason> stReason = m_listFolder.constLast().stReason;
+    const qint64 nSize = stFile.stState.nSize;
+    if (nSize > m_entries.Rules().nMostFileBytes) {
+        // The total that the progress is of has no such file in it.
+        m_work.BookProblem(STCopyOutcome::Missing(strSource, stReason.value_or(TooLarge()), nSize));
+    } else if (stReason) {
+        BookMissing(strSource, *stReason, nSize);
     } else {
         CopyFile(strSource, stFile.stState, stFile.baPlace);
     }
@@ -135,16 +141,6 @@ void CDiskCopy::CopyFile(const QString& strSource, const STFileState& stState, c
         return;
     }
     BookCopied(strSource, stState, stEntry.strPath, stOutcome);
-}
-
-/** The reason when the disk is known to hold no file of that size. */
-std::optional<STCopyReason> CDiskCopy::TooLarge(qint64 nSize) const
-{
-    if (nSize <= m_entries.Rules().nMostFileBytes) {
-        return std::nullopt;
-    }
-    return STCopyReason{ENCopyProblem::TOO_LARGE, QStringLiteral("its target's file system cannot hold it"),
-                        EFBIG};
 }
 
 void CDiskCopy::Link(const STDiskEntry& stLink, const QByteArray& baTarget)

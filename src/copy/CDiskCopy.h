@@ -52,7 +52,6 @@ private:
 
     void CopyFile(const QString& strSource, const STFileState& stState, const QByteArray& baName);
     void MakeLink(const QString& strSource, const STDiskEntry& stLink, const QByteArray& baTarget);
-    std::optional<STCopyReason> TooLarge(qint64 nSize) const;
     void BookCopied(const QString& strSource, const STFileState& stState, const QString& strTarget,
                     const STCopyOutcome& stOutcome);
     void BookMissing(const QString& strSource, const STCopyReason& stReason, qint64 nSize);

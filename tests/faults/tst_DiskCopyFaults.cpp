@@ -368,14 +368,14 @@ void tst_DiskCopyFaults::tooLarge()
     }
     Write("z/after", "2");
     s_nMagic = MSDOS_SUPER_MAGIC;
-    Run(nMost + 3);
+    Run(2); // the count has left it out
     QCOMPARE(Items(), QStringList{Item("too large", ENCopyProblem::TOO_LARGE, EFBIG)});
     QCOMPARE(Account().listItem.constFirst().nExpected, nMost + 1);
     QCOMPARE(Account().nProblems, 1);
     QCOMPARE(Account().nBytes, 2);
     QVERIFY(!QFileInfo::exists(Copy("too large")));
     QCOMPARE(Copied("z/after"), QByteArray("2"));
-    QCOMPARE(Told(*m_pProgress).constLast(), QString("after 100"));
+    QCOMPARE(Told(*m_pProgress), (QStringList{"small 50", "after 100"}));
 }
 
 void tst_DiskCopyFaults::namesAreTextWhereTheDriverIsNoPartOfTheKernel()
