@@ -361,8 +361,8 @@
         <translation>此处装载了另一个磁盘。其中的内容没有拷贝。</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>它与另一个已拷贝的文件夹是同一个文件夹。</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>它与此次拷贝中的另一个文件夹相同，或者就是拷贝本身。</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

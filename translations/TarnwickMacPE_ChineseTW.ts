@@ -361,8 +361,8 @@
         <translation>此處裝載了另一個磁碟。其中的內容沒有拷貝。</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>它與另一個已拷貝的檔案夾是同一個檔案夾。</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>它與此次拷貝中的另一個檔案夾相同，或者就是拷貝本身。</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

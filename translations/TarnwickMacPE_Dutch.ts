@@ -361,8 +361,8 @@
         <translation>Hier is een andere schijf geactiveerd. De inhoud ervan is niet gekopieerd.</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>Het is dezelfde map als een andere, die is gekopieerd.</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>Het is dezelfde map als een andere in deze kopie, of de kopie zelf.</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

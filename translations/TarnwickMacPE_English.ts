@@ -361,8 +361,8 @@
         <translation>Another disk is mounted here. What is on it was not copied.</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>It is the same folder as another one, which was copied.</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>It is the same folder as another one in this copy, or the copy itself.</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

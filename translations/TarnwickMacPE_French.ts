@@ -361,8 +361,8 @@
         <translation>Un autre disque est monté ici. Son contenu n’a pas été copié.</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>C’est le même dossier qu’un autre, qui a été copié.</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>C’est le même dossier qu’un autre de cette copie, ou la copie elle-même.</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

@@ -361,8 +361,8 @@
         <translation>Hier ist ein anderes Laufwerk aktiviert. Was darauf liegt, wurde nicht kopiert.</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>Es ist derselbe Ordner wie ein anderer, der kopiert wurde.</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>Es ist derselbe Ordner wie ein anderer in dieser Kopie, oder die Kopie selbst.</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

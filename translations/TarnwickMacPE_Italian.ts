@@ -361,8 +361,8 @@
         <translation>Qui è attivato un altro disco. Il suo contenuto non è stato copiato.</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>È la stessa cartella di un’altra, che è stata copiata.</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>È la stessa cartella di un’altra di questa copia, o la copia stessa.</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

@@ -361,8 +361,8 @@
         <translation>ここには別のディスクがマウントされています。その内容はコピーされていません。</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>コピー済みの別のフォルダと同じフォルダです。</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>このコピーに含まれる別のフォルダと同じフォルダか、コピー先そのものです。</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

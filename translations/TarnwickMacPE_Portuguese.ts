@@ -361,8 +361,8 @@
         <translation>Outro disco está montado aqui. O conteúdo dele não foi copiado.</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>É a mesma pasta que outra, que foi copiada.</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>É a mesma pasta que outra desta cópia, ou a própria cópia.</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

@@ -361,8 +361,8 @@
         <translation>Aquí está montado otro disco. No se copió su contenido.</translation>
     </message>
     <message>
-        <source>It is the same folder as another one, which was copied.</source>
-        <translation>Es la misma carpeta que otra, que sí se copió.</translation>
+        <source>It is the same folder as another one in this copy, or the copy itself.</source>
+        <translation>Es la misma carpeta que otra de esta copia, o la copia misma.</translation>
     </message>
     <message>
         <source>It is a link to %1, and this disk cannot hold links.</source>

@@ -76,7 +76,7 @@ static QString ProblemText(ENCopyProblem enProblem)
     case ENCopyProblem::OTHER_FILE_SYSTEM:
         return CCopyText::tr("Another disk is mounted here. What is on it was not copied.");
     case ENCopyProblem::ENTERED_BEFORE:
-        return CCopyText::tr("It is the same folder as another one, which was copied.");
+        return CCopyText::tr("It is the same folder as another one in this copy, or the copy itself.");
     case ENCopyProblem::LINK_LOST:
         return CCopyText::tr("It is a link to %1, and this disk cannot hold links.");
     case ENCopyProblem::NAME_CHANGED:

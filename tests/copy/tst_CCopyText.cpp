@@ -110,7 +110,8 @@ void tst_CCopyText::detail_data()
     fnRow(ENCopyProblem::TOO_LARGE, "", "Too large for the file system of this disk.");
     fnRow(ENCopyProblem::OTHER_FILE_SYSTEM, "",
           "Another disk is mounted here. What is on it was not copied.");
-    fnRow(ENCopyProblem::ENTERED_BEFORE, "", "It is the same folder as another one, which was copied.");
+    fnRow(ENCopyProblem::ENTERED_BEFORE, "",
+          "It is the same folder as another one in this copy, or the copy itself.");
 }
 
 void tst_CCopyText::detail()

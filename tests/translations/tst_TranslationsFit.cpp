@@ -157,7 +157,7 @@ static const struct
     {"CCopyText", "Too large for the file system of this disk.", ROW},
     {"CCopyText", "Parts of it cannot be read; zeros stand for the bytes %1.", ROW},
     {"CCopyText", "Another disk is mounted here. What is on it was not copied.", ROW},
-    {"CCopyText", "It is the same folder as another one, which was copied.", ROW},
+    {"CCopyText", "It is the same folder as another one in this copy, or the copy itself.", ROW},
     {"CCopyText", "It is a link to %1, and this disk cannot hold links.", ROW},
     {"CCopyText", "The disk does not take its name. There it is called %1.", ROW},
     {"CCopyText", "Items whose permissions this disk cannot hold: %1", ROW},
