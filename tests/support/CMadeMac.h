@@ -37,8 +37,10 @@ public:
     CMadeMac(const CMadeMac&) = delete;
     CMadeMac& operator=(const CMadeMac&) = delete;
 
-    /** Adds links that lead out of the volume, or nowhere. Where they are followed they lead into this
-     * system. */
+    /**
+     * Adds links that lead out of the volume, or nowhere, or to what it has by its own
+     * name below "/Volumes". Where they are followed they lead into this system.
+     */
     void PlantLinksOut();
 
     /** Adds a pipe and a socket. */
@@ -47,8 +49,7 @@ public:
     /** Mounts another file system, with a file in it, in a folder; false where nothing may be mounted. */
     bool PlantMount();
 
-    /** Adds folders in each other until no path leads to the last, and a file in that; they are not counted.
-     */
+    /** Adds folders in each other, too deep for any path, and a file in the last; they are not counted. */
     void PlantTooDeep();
 
     /** What a copy of all of it has to hold, with what was planted. */
