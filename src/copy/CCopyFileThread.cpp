@@ -1,9 +1,9 @@
 #include "copy/CCopyFileThread.h"
 
 #include "copy/CCopyPlatform.h"
-#include "copy/CCopyWalk.h"
 #include "copy/CFileCopy.h"
 #include "copy/CNodeWalk.h"
+#include "copy/CWalkChoice.h"
 #include "files/CAsideQuestion.h"
 #include "log/CClock.h"
 #include "tree/CDirNode.h"
@@ -99,7 +99,7 @@ void CCopyFileThread::run()
     m_report.Reset();
     m_destination = CCopyDestination(m_strDestPath);
 
-    const std::unique_ptr<CCopyWalk> pWalk = CCopyWalk::Of(*m_pRootNode, *this, m_strDestPath);
+    const std::unique_ptr<CCopyWalk> pWalk = CWalkChoice::Of(*m_pRootNode, *this, m_strDestPath);
     Begin(pWalk->Sources());
     pWalk->Walk();
 

@@ -3,11 +3,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <memory>
-
-class CCopyWork;
-class CDirNode;
-
 /**
  * The way of a copy through what the user has ticked. There are two: by default
  * through the ticked nodes, and where the root says that all of it is meant, over the
@@ -18,9 +13,6 @@ class CCopyWalk
 {
 public:
     virtual ~CCopyWalk() = default;
-
-    /** The walk that the root asks for, into the folder strDest. root and work outlive it. */
-    static std::unique_ptr<CCopyWalk> Of(CDirNode& root, CCopyWork& work, const QString& strDest);
 
     /** Paths of the volumes from which something is copied. */
     virtual QStringList Sources() = 0;

@@ -11,6 +11,9 @@
 
 #include <optional>
 
+class CCopyWork;
+class CDirNode;
+
 /**
  * The walk that copies everything in what is ticked: over the disk, whatever the
  * tree knows of it, each entry to a name that the destination takes, with what belongs

@@ -5,6 +5,9 @@
 
 #include <optional>
 
+class CCopyWork;
+class CDirNode;
+
 /**
  * The walk through the ticked nodes: what is not in the tree is not copied, and
  * said. Once a stop is noticed the nodes are the GUI's again, so every look at one

@@ -1,0 +1,13 @@
+#include "copy/CWalkChoice.h"
+
+#include "copy/CDiskCopy.h"
+#include "copy/CNodeWalk.h"
+#include "tree/CDirNode.h"
+
+std::unique_ptr<CCopyWalk> CWalkChoice::Of(CDirNode& root, CCopyWork& work, const QString& strDest)
+{
+    if (root.m_bComplete) {
+        return std::make_unique<CDiskCopy>(root, work, strDest);
+    }
+    return std::make_unique<CNodeWalk>(root, work, strDest);
+}
