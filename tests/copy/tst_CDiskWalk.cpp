@@ -226,6 +226,9 @@ void tst_CDiskWalk::links_data()
         << QStringList{"x/self -> .", "x/up -> ..", "x/back -> ../T", "x/on -> ../y", "y/f", "T/l -> ../x"}
         << listT << QStringList{"T/",       "T/l/",          "T/l/back -> ../T", "T/l/on/",
                                 "T/l/on/f", "T/l/self -> .", "T/l/up -> .."};
+    QTest::newRow("to a folder around one that is followed")
+        << QStringList{"p/x/f", "p/x/up -> ..", "T/l -> ../p/x"} << listT
+        << QStringList{"T/", "T/l/", "T/l/f", "T/l/up -> .."};
     QTest::newRow("to a folder around the link that was followed")
         << QStringList{"a/T/l -> ../../x", "x/m -> ../a", "x/n -> /"} << QStringList{"a/T"}
         << QStringList{"a/T/", "a/T/l/", "a/T/l/m -> ../a", "a/T/l/n -> /"};
@@ -345,14 +348,14 @@ void tst_CDiskWalk::nameThatIsNoUtf8()
 
 void tst_CDiskWalk::specialFiles()
 {
-    Fill({"T/f", "x/"});
-    QCOMPARE(mkfifo(QFile::encodeName(Volume("T/pipe")).constData(), 0600), 0);
-    QCOMPARE(mkfifo(QFile::encodeName(Volume("x/pipe")).constData(), 0600), 0);
-    Fill({"T/link -> ../x/pipe"});
+    Fill({"T/f", "x/", "T/link -> ../x/pipe", "T/other -> ../x/other"});
+    for (const char* pszPipe : {"T/pipe", "x/pipe", "x/other"}) {
+        QCOMPARE(mkfifo(QFile::encodeName(Volume(pszPipe)).constData(), 0600), 0);
+    }
     const QString strWhy = ": a pipe, socket or device";
     QCOMPARE(Entries({"T", "x/pipe"}),
-             (QStringList{"T/", "T/f", "T/link -> ../x/pipe", "left out /T/pipe" + strWhy,
-                          "left out /x/pipe" + strWhy}));
+             (QStringList{"T/", "T/f", "T/link -> ../x/pipe", "T/other -> ../x/other",
+                          "left out /T/pipe" + strWhy, "left out /x/pipe" + strWhy}));
     QCOMPARE(m_pRecorder->m_listProblem.at(0), ENCopyProblem::SPECIAL_FILE);
 }
 
@@ -458,7 +461,7 @@ static QStringList DeepEntries(int nFirst, int nLast)
 
 static int OpenDescriptors()
 {
-    return QDir("/proc/self/fd").entryList(QDir::System | QDir::Files | QDir::NoDotAndDotDot).size();
+    return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
 }
 
 void tst_CDiskWalk::deepTreeNeedsFewDescriptors()
@@ -467,7 +470,7 @@ void tst_CDiskWalk::deepTreeNeedsFewDescriptors()
     Fill(listEntry);
     const int nBefore = OpenDescriptors();
     int nMost = 0;
-    m_pRecorder->m_fnFile = [&nMost](const QString&) { nMost = qMax(nMost, OpenDescriptors()); };
+    m_pRecorder->m_fnEntry = [&nMost](const QString&) { nMost = qMax(nMost, OpenDescriptors()); };
     Walk({"deep"});
     for (const QString& strEntry : listEntry) {
         QCOMPARE(m_pRecorder->m_listLine.count(strEntry), 1);
@@ -483,7 +486,7 @@ void tst_CDiskWalk::folderThatIsMovedOnTheWay()
     const QStringList listEntry = DeepEntries(0, 60);
     Fill(listEntry);
     const QString strDeepest = listEntry.at(listEntry.size() - 3);
-    m_pRecorder->m_fnFile = [&](const QString& strLine) {
+    m_pRecorder->m_fnEntry = [&](const QString& strLine) {
         if (strLine == strDeepest) {
             QVERIFY(QFile::rename(Volume("deep/n0/n1/n2"), Volume("elsewhere")));
         }
@@ -500,7 +503,7 @@ void tst_CDiskWalk::folderThatIsLostOnTheWay()
     const QStringList listEntry = DeepEntries(0, 60);
     Fill(listEntry);
     const QString strDeepest = listEntry.at(listEntry.size() - 3);
-    m_pRecorder->m_fnFile = [&](const QString& strLine) {
+    m_pRecorder->m_fnEntry = [&](const QString& strLine) {
         if (strLine == strDeepest) {
             QVERIFY(QFile::rename(Volume("deep/n0/n1/n2"), Volume("elsewhere")));
             QVERIFY(QFile::rename(Volume("deep/n0/n1"), Volume("away")));

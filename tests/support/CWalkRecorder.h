@@ -37,7 +37,11 @@ public:
     bool BeginFolder(const STDiskEntry& stFolder) override
     {
         Note(stFolder, "/");
-        if (m_listRefused.contains(m_listLine.constLast())) {
+        const QString strLine = m_listLine.constLast();
+        if (m_fnEntry) {
+            m_fnEntry(strLine);
+        }
+        if (m_listRefused.contains(strLine)) {
             return false;
         }
         m_listOpen.append(QFile::decodeName(stFolder.baPlace));
@@ -53,8 +57,8 @@ public:
     void File(const STDiskEntry& stFile) override
     {
         Note(stFile, QString());
-        if (m_fnFile) {
-            m_fnFile(m_listLine.constLast());
+        if (m_fnEntry) {
+            m_fnEntry(m_listLine.constLast());
         }
     }
 
@@ -88,7 +92,7 @@ public:
     QVector<ENCopyProblem> m_listProblem; ///< why something was left out
     QStringList m_listRefused; ///< folders, with "/", that are not to be entered
     QStringList m_listWrong; ///< entries that are not where the walk says
-    std::function<void(const QString& strLine)> m_fnFile; ///< called with each file
+    std::function<void(const QString& strLine)> m_fnEntry; ///< called with each file and folder
     qint64 m_nSteps = 0; ///< how often it was asked whether it goes on
     qint64 m_nMostSteps = -1; ///< after so many it does not; -1 for all
     int m_nAfterEnd = 0; ///< calls after it did not go on
