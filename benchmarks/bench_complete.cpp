@@ -9,6 +9,7 @@
 // everything is on the disk. Times are medians; where there are more than a million
 // files, a copy is made only once.
 
+#include "Measure.h"
 #include "copy/CCopyFileThread.h"
 #include "copy/CGetFileSizeThread.h"
 #include "files/CFileNameCodec.h"
@@ -18,15 +19,10 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
-#include <QProcess>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
-#include <memory>
 #include <vector>
 
 static const int FILES = 200000;
@@ -50,35 +46,6 @@ struct STStage
 };
 
 } // namespace
-
-static void Require(bool bDone, const QString& strWhat)
-{
-    if (!bDone) {
-        std::fprintf(stderr, "failed: %s\n", qPrintable(strWhat));
-        std::exit(EXIT_FAILURE);
-    }
-}
-
-static double Milliseconds(const std::function<void()>& fnWork)
-{
-    QElapsedTimer timer;
-    timer.start();
-    fnWork();
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
-static double Median(std::vector<double> listValue)
-{
-    std::sort(listValue.begin(), listValue.end());
-    return listValue[listValue.size() / 2];
-}
-
-static void Run(const QString& strProgram, const QStringList& listArgument)
-{
-    QProcess process;
-    process.start(strProgram, listArgument);
-    Require(process.waitForFinished(-1) && process.exitCode() == 0, strProgram);
-}
 
 /** The most memory that the work has had beyond what there was before. */
 static qint64 AddedMiB(const std::function<void()>& fnWork)

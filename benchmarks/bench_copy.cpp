@@ -7,6 +7,7 @@
 // system, "on the disk" when the file system is flushed, which the engine does by
 // itself and "cp" leaves to "sync -f".
 
+#include "Measure.h"
 #include "copy/CCopyFileThread.h"
 #include "copy/CCopyPlatform.h"
 #include "files/CFileNameCodec.h"
@@ -16,10 +17,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -38,28 +37,7 @@ struct STTime
 
 } // namespace
 
-static void Require(bool bDone, const QString& strWhat)
-{
-    if (!bDone) {
-        std::fprintf(stderr, "failed: %s\n", qPrintable(strWhat));
-        std::exit(EXIT_FAILURE);
-    }
-}
-
 static double Milliseconds(const QElapsedTimer& timer) { return double(timer.nsecsElapsed()) / 1e6; }
-
-static double Median(std::vector<double> listValue)
-{
-    std::sort(listValue.begin(), listValue.end());
-    return listValue[listValue.size() / 2];
-}
-
-static void Run(const QString& strProgram, const QStringList& listArgument)
-{
-    QProcess process;
-    process.start(strProgram, listArgument);
-    Require(process.waitForFinished(-1) && process.exitCode() == 0, strProgram);
-}
 
 static void MakeTree(const QString& strFolder, int nFolders, int nFiles, qint64 nSize)
 {

@@ -4,6 +4,7 @@
 //
 // The folders are made in a temporary place. Every time is the median of five.
 
+#include "Measure.h"
 #include "copy/CGetFileSizeThread.h"
 #include "files/CFileNameCodec.h"
 #include "support/CNodeTree.h"
@@ -13,33 +14,15 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <malloc.h>
 #include <vector>
 
 static const int RUNS = 5;
-
-static double Milliseconds(const std::function<void()>& fnWork)
-{
-    QElapsedTimer timer;
-    timer.start();
-    fnWork();
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
-static double Median(std::vector<double> listValue)
-{
-    std::sort(listValue.begin(), listValue.end());
-    return listValue[listValue.size() / 2];
-}
 
 static void MakeTree(const QString& strFolder, int nFolders, int nFiles)
 {
@@ -54,16 +37,6 @@ static void MakeTree(const QString& strFolder, int nFolders, int nFiles)
                 std::exit(EXIT_FAILURE);
             }
         }
-    }
-}
-
-static void RunDu(const QString& strFolder)
-{
-    QProcess process;
-    process.start(QStringLiteral("du"), {QStringLiteral("-s"), strFolder});
-    if (!process.waitForFinished(-1) || process.exitCode() != 0) {
-        std::fprintf(stderr, "du failed\n");
-        std::exit(EXIT_FAILURE);
     }
 }
 
@@ -97,9 +70,11 @@ static void PrintSizeAgainstDu(const QString& strVolume)
 {
     std::vector<double> listDu;
     std::vector<double> listSize;
-    RunDu(strVolume);
+    Run(QStringLiteral("du"), {QStringLiteral("-s"), strVolume});
     for (int i = 0; i < RUNS; ++i) {
-        listDu.push_back(Milliseconds([&strVolume] { RunDu(strVolume); }));
+        listDu.push_back(Milliseconds([&strVolume] {
+            Run(QStringLiteral("du"), {QStringLiteral("-s"), strVolume});
+        }));
         listSize.push_back(SizeTime(strVolume));
     }
     std::printf("du -s:                     %8.1f ms\n", Median(listDu));
