@@ -128,7 +128,7 @@ bool CBelongings::GiveOne(const QByteArray& baSource, const QByteArray& baTarget
         return false;
     }
     m_control.StepBegins(ENCopyStep::WRITING);
-    const bool bSet = CFileAttributes::Set(baTarget, baName, *baValue);
+    const bool bSet = CFileAttributes::Set(baTarget, CFileAttributes::NameOfCopy(baName), *baValue);
     m_bAttributes = bSet || (errno != ENOTSUP && errno != ENOSYS);
     return bSet;
 }

@@ -18,6 +18,9 @@ public:
     /** The value; nothing when it cannot be read. */
     static std::optional<QByteArray> Value(const QByteArray& baPath, const QByteArray& baName);
 
+    /** The name that a copy of it gets, as a disk may show its names in a way of its own. */
+    static QByteArray NameOfCopy(const QByteArray& baName);
+
     /** Sets or replaces one. ENOTSUP is the reason where the disk holds none. */
     static bool Set(const QByteArray& baPath, const QByteArray& baName, const QByteArray& baValue);
 

@@ -22,3 +22,5 @@ bool CFileAttributes::IsUsers(const QByteArray& baName)
     // What is left out is refused to programs, and says nothing about the file.
     return baName != "com.apple.provenance" && baName != "com.apple.macl" && baName != "com.apple.rootless";
 }
+
+QByteArray CFileAttributes::NameOfCopy(const QByteArray& baName) { return baName; }

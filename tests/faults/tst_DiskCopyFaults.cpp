@@ -33,6 +33,33 @@ extern "C" int statfs(const char* pszPath, struct statfs* pStatus) noexcept
     return nResult;
 }
 
+// What the disk of a Mac shows instead of the attribute.
+static const char MACS_ATTRIBUTE[] = "osx.note";
+static bool s_bMac = false;
+
+extern "C" ssize_t llistxattr(const char* pszPath, char* pNames, size_t nSize) noexcept
+{
+    using Call = ssize_t (*)(const char*, char*, size_t);
+    if (!s_bMac) {
+        return reinterpret_cast<Call>(dlsym(RTLD_NEXT, "llistxattr"))(pszPath, pNames, nSize);
+    }
+    if (!QByteArray(pszPath).endsWith("/src/folder/file")) {
+        return 0;
+    }
+    if (nSize >= sizeof(MACS_ATTRIBUTE)) {
+        std::memcpy(pNames, MACS_ATTRIBUTE, sizeof(MACS_ATTRIBUTE));
+    }
+    return ssize_t(sizeof(MACS_ATTRIBUTE));
+}
+
+extern "C" ssize_t lgetxattr(const char* pszPath, const char* pszName, void* pValue, size_t nSize) noexcept
+{
+    using Call = ssize_t (*)(const char*, const char*, void*, size_t);
+    const bool bMac = s_bMac && qstrcmp(pszName, MACS_ATTRIBUTE) == 0;
+    return reinterpret_cast<Call>(dlsym(RTLD_NEXT, "lgetxattr"))(pszPath, bMac ? ATTRIBUTE : pszName, pValue,
+                                                                 nSize);
+}
+
 /** Complete copies of a folder to disks that refuse this and that. */
 class tst_DiskCopyFaults : public CCopyBed
 {
@@ -61,6 +88,7 @@ private slots:
     void noTimesOfFolders();
     void whatIsLostIsOfTheWholeCopy();
     void attributesLeaveTheTimeAlone();
+    void attributesThatAMacGave();
     void tooLarge();
     void namesAreTextWhereTheDriverIsNoPartOfTheKernel();
     void unreadableFilesComeLast();
@@ -107,6 +135,7 @@ void tst_DiskCopyFaults::init()
 void tst_DiskCopyFaults::cleanup()
 {
     s_nMagic = 0;
+    s_bMac = false;
     CFailingCalls::Reset();
     Clear();
 }
@@ -356,6 +385,21 @@ void tst_DiskCopyFaults::attributesLeaveTheTimeAlone()
     QCOMPARE(stat(QFile::encodeName(Copy("file")).constData(), &stCopy), 0);
     QCOMPARE(qint64(stCopy.st_mtim.tv_sec), 1000000000);
     QCOMPARE(qint64(stCopy.st_mtim.tv_nsec), 123456789);
+}
+
+void tst_DiskCopyFaults::attributesThatAMacGave()
+{
+    Write("file", "1");
+    if (lsetxattr(QFile::encodeName(Source("file")).constData(), ATTRIBUTE, "value", 5, 0) != 0) {
+        QSKIP("no extended attributes here");
+    }
+    s_bMac = true;
+    Run(1);
+    s_bMac = false;
+    QCOMPARE(Items(), QStringList());
+    char szValue[10] = {};
+    QCOMPARE(int(lgetxattr(QFile::encodeName(Copy("file")).constData(), ATTRIBUTE, szValue, 9)), 5);
+    QCOMPARE(szValue, "value");
 }
 
 void tst_DiskCopyFaults::tooLarge()
