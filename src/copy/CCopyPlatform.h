@@ -111,12 +111,6 @@ public:
     /** Lets reads of the descriptor touch no more of the disk than what is read. */
     static void StopReadAhead(int nDescriptor);
 
-    /**
-     * Whether a read ends before the first page that cannot be read, so that one that fails
-     * at once says that its first page is bad.
-     */
-    static bool IsFailedReadExact();
-
     /** Opens a folder, to make entries in it and to flush its disk. -1 on failure. */
     static int OpenFolder(const QString& strPath);
 

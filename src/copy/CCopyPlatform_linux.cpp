@@ -34,12 +34,6 @@ int CCopyPlatform::OpenForDirectRead(const QString& strPath)
 
 void CCopyPlatform::StopReadAhead(int nDescriptor) { posix_fadvise(nDescriptor, 0, 0, POSIX_FADV_RANDOM); }
 
-bool CCopyPlatform::IsFailedReadExact()
-{
-    // The page cache asks the disk for each page alone that came with no larger request.
-    return true;
-}
-
 bool CCopyPlatform::Reserve(int nDescriptor, qint64 nSize, qint64 nBytes)
 {
     return fallocate(nDescriptor, FALLOC_FL_KEEP_SIZE, nSize, nBytes) == 0;

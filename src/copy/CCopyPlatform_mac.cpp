@@ -33,12 +33,6 @@ int CCopyPlatform::OpenForDirectRead(const QString& strPath)
 
 void CCopyPlatform::StopReadAhead(int nDescriptor) { fcntl(nDescriptor, F_RDAHEAD, 0); }
 
-bool CCopyPlatform::IsFailedReadExact()
-{
-    // One transfer of many pages fails as a whole.
-    return false;
-}
-
 bool CCopyPlatform::Reserve(int nDescriptor, qint64 /*nSize*/, qint64 nBytes)
 {
     // Counted from the physical end of the file, behind what it holds already.

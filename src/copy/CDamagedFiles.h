@@ -26,7 +26,6 @@ struct STDamageRules
     qint64 nFileMs = 60 * 1000; ///< time of reads that fail or are slow, for one file
     qint64 nAllMs = 15 * 60 * 1000; ///< the same for all files
     int nMostAside = 20000; ///< files that are put aside
-    bool bExact = CCopyPlatform::IsFailedReadExact(); ///< as told there
 };
 
 /**

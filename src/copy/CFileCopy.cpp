@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <new>
+#include <unistd.h>
 #include <utility>
 
 // A chunk goes through the front of its buffer in pieces: what was read is then
@@ -228,19 +229,37 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
 qint64 CFileCopy::ReadPiece(int nLen, qint64 nPos)
 {
     m_control.StepBegins(ENCopyStep::READING);
+    errno = 0;
+    return m_bTryOnce ? ReadOnce(nLen, nPos) : ReadAt(m_source, m_pBuffer.get(), nLen, nPos);
+}
+
+/** The same by one call to the system, which does not try a bad place again as QFile does. */
+qint64 CFileCopy::ReadOnce(int nLen, qint64 nPos)
+{
     if (m_stFailure) {
         errno = m_stFailure->nError;
         return m_stFailure->nResult;
     }
-    errno = 0;
-    const qint64 nRead = ReadAt(m_source, m_pBuffer.get(), nLen, nPos);
+    if (!m_source.seek(nPos)) {
+        return SEEK_FAILED;
+    }
+    ssize_t nRead = -1;
+    do {
+        errno = 0;
+        nRead = read(m_source.handle(), m_pBuffer.get(), size_t(nLen));
+    } while (nRead < 0 && errno == EINTR);
     const int nError = errno;
-    // A piece that ends early with an error is one whose rest was tried and failed.
-    if (m_bTryOnce && nRead < nLen && nError != 0 && nError != EINTR) {
-        m_stFailure = STFailure{nRead < 0 ? nRead : READ_FAILED, nError};
+    if (nRead < 0) {
+        m_stFailure = STFailure{READ_FAILED, nError};
+    } else if (nRead < nLen) {
+        // Short of what the file has, the rest of the piece was tried and failed.
+        const std::optional<STFileState> stNow = CCopyPlatform::GetOpenState(m_source.handle());
+        if (stNow && nRead > 0 && nPos + nRead < stNow->nSize) {
+            m_stFailure = STFailure{READ_FAILED, EIO};
+        }
     }
     errno = nError;
-    return nRead;
+    return nRead < 0 ? READ_FAILED : nRead;
 }
 
 /** Writes the front of the buffer to the target. */

@@ -35,8 +35,8 @@ public:
               std::optional<bool> bListedAsLink = std::nullopt);
 
     /**
-     * Where a read has failed within a chunk, the next chunk does not try that place
-     * once more, as it may take long: for files that are finished later. Before Copy.
+     * A place at which a read breaks off is not tried once more by itself, as that may
+     * take long: for files that are finished later. Before Copy.
      */
     void TryBadPlacesOnce() { m_bTryOnce = true; }
 
@@ -69,6 +69,7 @@ private:
     void MoveBytes();
     std::optional<qint64> MoveChunk(qint64 nLen);
     qint64 ReadPiece(int nLen, qint64 nPos);
+    qint64 ReadOnce(int nLen, qint64 nPos);
     bool Write(qint64 nLen);
     size_t WriteSome(const char* pBuf, size_t nLen);
     void Finish();

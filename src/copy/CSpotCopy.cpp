@@ -22,14 +22,14 @@ static const int RANGES = 20; // that the report names
 static const int LOGGED_RANGES = 200; // that the log names
 
 CSpotCopy::CSpotCopy(CCopyControl& control, const STDamagedFile& stFile,
-                     const std::optional<STFileState>& stTarget, const STSpotLimits& stLimits, bool bExact)
+                     const std::optional<STFileState>& stTarget, const STSpotLimits& stLimits)
     : m_control(control)
     , m_stFile(stFile)
     , m_stTarget(stTarget)
     , m_stLimits(stLimits)
     , m_strName(QFileInfo(stFile.stOutcome.strPath).fileName())
     , m_strFolder(QFileInfo(stFile.strTarget).path())
-    , m_search(stFile.stOutcome.nCopied, stFile.stState.nSize, bExact)
+    , m_search(stFile.stOutcome.nCopied, stFile.stState.nSize)
     , m_nUntold(qMax<qint64>(0, stFile.stState.nSize - stFile.stOutcome.nTold))
     , m_stOutcome(stFile.stOutcome)
 {

@@ -32,7 +32,7 @@ public:
     /** The control outlives this; stTarget is the copy's state since it broke off, nothing when nobody knows.
      */
     CSpotCopy(CCopyControl& control, const STDamagedFile& stFile, const std::optional<STFileState>& stTarget,
-              const STSpotLimits& stLimits, bool bExact);
+              const STSpotLimits& stLimits);
 
     /** Reads what can be read and fills up what cannot; call it once. */
     STCopyOutcome Finish();

@@ -7,30 +7,18 @@ static const qint64 SKIP_GROWTH = 4;
 
 static qint64 PageOf(qint64 nPos) { return nPos - nPos % CSpotSearch::SMALL_STEP; }
 
-CSpotSearch::CSpotSearch(qint64 nBad, qint64 nSize, bool bExact)
+CSpotSearch::CSpotSearch(qint64 nFrom, qint64 nSize)
     : m_nSize(nSize)
-    , m_bExact(bExact)
     , m_nSkippedFrom(nSize)
 {
-    m_stSweep.stRange = {nBad, nSize};
-    if (nBad >= nSize) {
-        return;
-    }
-    if (bExact) {
-        Skip(MarkBad(nBad));
-    } else {
-        m_nSmallUntil = nBad + LARGE_STEP;
-    }
+    m_stSweep.stRange = {nFrom, nSize};
+    m_stSweep.nSmallBytes = LARGE_STEP;
 }
 
 std::optional<STByteRange> CSpotSearch::Next() const
 {
     if (IsSweeping()) {
-        STPart stPart = m_stSweep;
-        if (stPart.stRange.nFrom < m_nSmallUntil) {
-            stPart.nStep = SMALL_STEP;
-        }
-        return NextOf(stPart);
+        return NextOf(m_stSweep);
     }
     if (!m_listPart.empty()) {
         return NextOf(m_listPart.front());
@@ -45,10 +33,11 @@ std::optional<STByteRange> CSpotSearch::Next() const
 STByteRange CSpotSearch::NextOf(const STPart& stPart)
 {
     const STByteRange& stRange = stPart.stRange;
+    const qint64 nStep = stPart.nSmallBytes > 0 ? SMALL_STEP : stPart.nStep;
     if (stPart.enWay == ENWay::FORWARDS) {
-        return {stRange.nFrom, qMin(PageOf(stRange.nFrom) + stPart.nStep, stRange.nEnd)};
+        return {stRange.nFrom, qMin(PageOf(stRange.nFrom) + nStep, stRange.nEnd)};
     }
-    return {qMax(stRange.nFrom, PageOf(stRange.nEnd - 1) + SMALL_STEP - stPart.nStep), stRange.nEnd};
+    return {qMax(stRange.nFrom, PageOf(stRange.nEnd - 1) + SMALL_STEP - nStep), stRange.nEnd};
 }
 
 STByteRange CSpotSearch::MiddleOf(const STByteRange& stRange)
@@ -100,10 +89,23 @@ CByteRanges CSpotSearch::Untried() const
     return untried;
 }
 
-/** Whether what was tried begins with a bad page; a read that ends early leaves that to the next one. */
-bool CSpotSearch::IsBad(const STByteRange& stTried, qint64 nStop) const
+/** Whether what was tried is known to be bad; of a large step nobody knows where. */
+bool CSpotSearch::IsBad(const STByteRange& stTried, qint64 nStop)
 {
-    return nStop == stTried.nFrom && (m_bExact || stTried.Bytes() <= SMALL_STEP);
+    return nStop == stTried.nFrom && stTried.Bytes() <= SMALL_STEP;
+}
+
+/** The step after one of which nDone bytes are done: larger while all goes well, small where it has failed.
+ */
+void CSpotSearch::SetStep(STPart& stPart, const STByteRange& stTried, qint64 nDone, bool bWell)
+{
+    if (bWell) {
+        stPart.nSmallBytes = qMax<qint64>(0, stPart.nSmallBytes - nDone);
+        stPart.nStep = qMin(stPart.nStep * 2, LARGE_STEP);
+    } else {
+        stPart.nSmallBytes = qMax(stPart.nSmallBytes, stTried.Bytes()) - nDone;
+        stPart.nStep = SMALL_STEP;
+    }
 }
 
 /** Books the rest of the page as bad and returns its end. */
@@ -118,9 +120,11 @@ qint64 CSpotSearch::MarkBad(qint64 nFrom)
 /** Goes on behind a bad place, the further away the more there were without a good one. */
 void CSpotSearch::Skip(qint64 nBadEnd)
 {
+    const qint64 nFrom = qMin(nBadEnd + m_nSkip, m_nSize);
     m_nSkippedFrom = nBadEnd;
     m_stSweep.nStep = SMALL_STEP;
-    m_stSweep.stRange.nFrom = qMin(nBadEnd + m_nSkip, m_nSize);
+    m_stSweep.nSmallBytes = qMax<qint64>(0, m_stSweep.nSmallBytes - (nFrom - m_stSweep.stRange.nFrom));
+    m_stSweep.stRange.nFrom = nFrom;
     m_nSkip = m_nSkip == 0 ? SMALL_STEP : qMin(m_nSkip * SKIP_GROWTH, LARGE_SKIP);
     if (!IsSweeping()) {
         // Nobody knows what lies there; its end is as far from the bad place as can be.
@@ -140,10 +144,10 @@ void CSpotSearch::EndSkip(qint64 nEnd, bool bFarEndRead)
     }
 }
 
-void CSpotSearch::AddPart(const STByteRange& stRange, ENWay enWay, qint64 nMostStep)
+void CSpotSearch::AddPart(const STByteRange& stRange, ENWay enWay)
 {
     if (stRange.Bytes() > 0) {
-        m_listPart.push_back({stRange, enWay, SMALL_STEP, nMostStep});
+        m_listPart.push_back({stRange, enWay});
     }
 }
 
@@ -154,14 +158,10 @@ void CSpotSearch::AddMiddle(const STByteRange& stRange)
     }
 }
 
-/** The rest of the part comes next, in larger steps while all goes well. */
-void CSpotSearch::GoOn(STPart stPart, const STByteRange& stRest, bool bWell)
+/** The rest of the part comes next. */
+void CSpotSearch::GoOn(STPart stPart, const STByteRange& stRest)
 {
     stPart.stRange = stRest;
-    stPart.nStep = bWell ? qMin(stPart.nStep * 2, stPart.nMostStep) : SMALL_STEP;
-    if (!bWell && !m_bExact) {
-        stPart.nMostStep = SMALL_STEP;
-    }
     if (stRest.Bytes() > 0) {
         m_listPart.push_front(stPart);
     }
@@ -178,44 +178,40 @@ void CSpotSearch::DoneSweep(const STByteRange& stTried, qint64 nStop)
         Skip(MarkBad(nStop));
         return;
     }
-    const bool bWell = nStop == stTried.nEnd;
+    SetStep(m_stSweep, stTried, nStop - stTried.nFrom, nStop == stTried.nEnd);
     m_stSweep.stRange.nFrom = nStop;
-    m_stSweep.nStep = bWell ? qMin(m_stSweep.nStep * 2, LARGE_STEP) : SMALL_STEP;
-    if (!bWell && !m_bExact) {
-        m_nSmallUntil = stTried.nEnd;
-    }
-    if (!IsSweeping()) {
-        m_nSkippedFrom = m_nSize;
-    }
 }
 
-void CSpotSearch::DoneForwards(const STPart& stPart, const STByteRange& stTried, qint64 nStop)
+void CSpotSearch::DoneForwards(STPart stPart, const STByteRange& stTried, qint64 nStop)
 {
     if (IsBad(stTried, nStop)) {
         AddMiddle({MarkBad(nStop), stPart.stRange.nEnd});
         return;
     }
-    GoOn(stPart, {nStop, stPart.stRange.nEnd}, nStop == stTried.nEnd);
+    SetStep(stPart, stTried, nStop - stTried.nFrom, nStop == stTried.nEnd);
+    GoOn(stPart, {nStop, stPart.stRange.nEnd});
 }
 
-void CSpotSearch::DoneBackwards(const STPart& stPart, const STByteRange& stTried, qint64 nStop)
+void CSpotSearch::DoneBackwards(STPart stPart, const STByteRange& stTried, qint64 nStop)
 {
-    const STByteRange& stRange = stPart.stRange;
-    if (nStop == stTried.nEnd) {
-        GoOn(stPart, {stRange.nFrom, stTried.nFrom}, true);
-        return;
-    }
+    const STByteRange stRange = stPart.stRange;
     if (IsBad(stTried, nStop)) {
         AddMiddle({stRange.nFrom, stTried.nFrom});
-        GoOn(stPart, {MarkBad(nStop), stRange.nEnd}, false);
+        MarkBad(nStop);
         return;
     }
+    if (nStop == stTried.nEnd) {
+        SetStep(stPart, stTried, stTried.Bytes(), true);
+        GoOn(stPart, {stRange.nFrom, stTried.nFrom});
+        return;
+    }
+    SetStep(stPart, stTried, nStop - stTried.nFrom, false);
     if (nStop > stTried.nFrom) {
-        AddPart({stRange.nFrom, stTried.nFrom}, ENWay::BACKWARDS, stPart.nMostStep);
-        GoOn(stPart, {nStop, stRange.nEnd}, false);
-        return;
+        AddPart({stRange.nFrom, stTried.nFrom}, ENWay::BACKWARDS);
+        GoOn(stPart, {nStop, stRange.nEnd});
+    } else {
+        GoOn(stPart, stRange);
     }
-    GoOn(stPart, stRange, false);
 }
 
 void CSpotSearch::DoneMiddle(const STByteRange& stPart, const STByteRange& stTried, qint64 nStop)

@@ -34,11 +34,11 @@ public:
     static constexpr qint64 LARGE_SKIP = qint64(16) * 1024 * 1024; ///< the most that is skipped at once
 
     /**
-     * For a file of nSize bytes of which those before nBad are there and a read from
-     * nBad on has failed. bExact says whether a read that gives nothing tells that the first page
-     * of it is bad; without that only a small step tells it.
+     * For a file of nSize bytes of which those before nFrom are there, and a large read
+     * from nFrom on has failed. It does not tell where: the system's cache may ask the disk for many
+     * pages at once, of which none is given when one is bad.
      */
-    CSpotSearch(qint64 nBad, qint64 nSize, bool bExact);
+    CSpotSearch(qint64 nFrom, qint64 nSize);
 
     /** What is to be read now; nothing when all of the file has been tried. */
     std::optional<STByteRange> Next() const;
@@ -67,28 +67,27 @@ private:
         STByteRange stRange;
         ENWay enWay = ENWay::FORWARDS;
         qint64 nStep = SMALL_STEP;
-        qint64 nMostStep = LARGE_STEP;
+        qint64 nSmallBytes = 0; // a large step has failed there
     };
 
     static STByteRange NextOf(const STPart& stPart);
     static STByteRange MiddleOf(const STByteRange& stRange);
     bool IsSweeping() const { return m_stSweep.stRange.Bytes() > 0; }
-    bool IsBad(const STByteRange& stTried, qint64 nStop) const;
+    static bool IsBad(const STByteRange& stTried, qint64 nStop);
+    static void SetStep(STPart& stPart, const STByteRange& stTried, qint64 nDone, bool bWell);
     qint64 MarkBad(qint64 nFrom);
     void Skip(qint64 nBadEnd);
     void EndSkip(qint64 nEnd, bool bFarEndRead);
-    void AddPart(const STByteRange& stRange, ENWay enWay, qint64 nMostStep = LARGE_STEP);
+    void AddPart(const STByteRange& stRange, ENWay enWay);
     void AddMiddle(const STByteRange& stRange);
-    void GoOn(STPart stPart, const STByteRange& stRest, bool bWell);
+    void GoOn(STPart stPart, const STByteRange& stRest);
     void DoneSweep(const STByteRange& stTried, qint64 nStop);
-    void DoneForwards(const STPart& stPart, const STByteRange& stTried, qint64 nStop);
-    void DoneBackwards(const STPart& stPart, const STByteRange& stTried, qint64 nStop);
+    void DoneForwards(STPart stPart, const STByteRange& stTried, qint64 nStop);
+    void DoneBackwards(STPart stPart, const STByteRange& stTried, qint64 nStop);
     void DoneMiddle(const STByteRange& stPart, const STByteRange& stTried, qint64 nStop);
 
     const qint64 m_nSize;
-    const bool m_bExact;
     STPart m_stSweep; // what lies before the first way to the end of the file
-    qint64 m_nSmallUntil = 0; // up to there only small steps tell which page is bad
     qint64 m_nSkip = 0; // bytes to leave out behind the next bad place
     qint64 m_nSkippedFrom; // what was left out since the last place that was tried begins here
     std::deque<STPart> m_listPart; // beside what was read

@@ -13,6 +13,8 @@
 #include <unistd.h>
 #include <utility>
 
+static const qint64 PAGE = 4096;
+
 namespace {
 
 struct STFaults
@@ -28,8 +30,9 @@ struct STFaults
     int nTimesError = 0;
     bool bNoDirect = false;
     int nReads = 0;
+    int nFailed = 0;
     int nDirect = 0;
-    std::map<qint64, int> mapFailed; ///< reads that began in a bad place, by where they began
+    std::map<qint64, int> mapFailed; ///< reads of no more than a page, by where they began
 };
 
 } // namespace
@@ -64,18 +67,19 @@ void CBadPages::RefuseDirect() { s_stFaults.bNoDirect = true; }
 
 void CBadPages::Reset() { s_stFaults = STFaults(); }
 
-int CBadPages::Failures()
+void CBadPages::CountAnew()
 {
-    int nAll = 0;
-    for (const auto& [nFrom, nTimes] : s_stFaults.mapFailed) {
-        nAll += nTimes;
-    }
-    return nAll;
+    s_stFaults.nReads = 0;
+    s_stFaults.nFailed = 0;
+    s_stFaults.nDirect = 0;
+    s_stFaults.mapFailed.clear();
 }
+
+int CBadPages::Failures() { return s_stFaults.nFailed; }
 
 int CBadPages::Reads() { return s_stFaults.nReads; }
 
-int CBadPages::MostFailuresAtOnePlace()
+int CBadPages::MostFailuresOfAPage()
 {
     int nMost = 0;
     for (const auto& [nFrom, nTimes] : s_stFaults.mapFailed) {
@@ -117,7 +121,10 @@ static qint64 Meet(int nDescriptor, qint64 nFrom, qint64 nLen)
         }
     }
     if (nGood <= 0 && nLen > 0) {
-        ++s_stFaults.mapFailed[nFrom];
+        ++s_stFaults.nFailed;
+        if (nLen <= PAGE) {
+            ++s_stFaults.mapFailed[nFrom];
+        }
         errno = s_stFaults.nError;
         return -1;
     }

@@ -39,13 +39,16 @@ public:
     /** Back to the C library. */
     static void Reset();
 
-    /** Reads that began in a bad place, and reads in all, since Set. */
+    /** Counts from zero again. */
+    static void CountAnew();
+
+    /** Reads that began in a bad place, and reads in all. */
     static int Failures();
     static int Reads();
 
-    /** The most reads that began at one and the same bad place. */
-    static int MostFailuresAtOnePlace();
+    /** The most reads of no more than a page that began at one and the same bad place. */
+    static int MostFailuresOfAPage();
 
-    /** Reads past the system's cache since Set. */
+    /** Reads past the system's cache. */
     static int DirectReads();
 };

@@ -129,11 +129,11 @@ STCopyItem tst_DamagedDisk::ItemOf(const QString& strName) const
 void tst_DamagedDisk::everythingElseArrives_data()
 {
     QTest::addColumn<bool>("bCache");
-    QTest::addColumn<int>("nMostFailures"); // at one sector
-    QTest::newRow("disk that says where a read breaks off") << false << 1;
-    // The cache asks once with what lies around the sector and once for it alone, and the
-    // copy's own two looks, at the piece and at the sector, both go through it.
-    QTest::newRow("disk behind the system's cache") << true << 4;
+    QTest::addColumn<int>("nMostFailures"); // of 207 bad sectors
+    // Each once by itself, and a few where a large step happens to begin.
+    QTest::newRow("disk that says where a read breaks off") << false << 207 + 10;
+    // The cache asks for what a large step spans, and then for each page of it.
+    QTest::newRow("disk behind the system's cache") << true << 207 + 40;
 }
 
 void tst_DamagedDisk::everythingElseArrives()
@@ -170,10 +170,13 @@ void tst_DamagedDisk::everythingElseArrives()
     QCOMPARE(m_pProgress->last().at(1).toInt(), 100);
     const QMap<qint64, int> mapFailed = m_pSource->FailedReads("film.mov");
     QCOMPARE(mapFailed.count(), 207); // each of them, and none else
-    for (auto it = mapFailed.cbegin(); it != mapFailed.cend(); ++it) {
-        QVERIFY2(it.value() <= nMostFailures,
-                 QString("%1 failed %2 times").arg(it.key()).arg(it.value()).toUtf8());
+    int nFailed = 0;
+    for (const int nTimes : mapFailed) {
+        nFailed += nTimes;
     }
+    QVERIFY2(nFailed <= nMostFailures, QByteArray::number(nFailed).constData());
+    // The one that ended the first pass has not been tried by itself there.
+    QVERIFY(bCache || mapFailed.value(SECTOR) == 1);
 }
 
 void tst_DamagedDisk::nothingIsReadAhead()
@@ -203,7 +206,7 @@ void tst_DamagedDisk::whatReadsWellComesFirst()
         }
     });
     Run();
-    QCOMPARE(listWhole, (QStringList{"a.jpg 300005", "m.jpg 300005", "z.jpg 300005", "film.mov 49152"}));
+    QCOMPARE(listWhole, (QStringList{"a.jpg 300005", "m.jpg 300005", "z.jpg 300005", "film.mov 40960"}));
     QCOMPARE(m_pProgress->last().at(0).toString(), QString("film.mov"));
     QVERIFY(Content(Arrived("film.mov")) == m_baExpected);
 }
@@ -224,8 +227,8 @@ void tst_DamagedDisk::slowSectorsUseUpTheTime()
     QCOMPARE(stItem.strDetail, QString("2097152-%1").arg(FILM_BYTES - 1));
     QCOMPARE(stItem.nCopied, 2 * MIB);
     QVERIFY(
-        ProblemLines().value(0).contains(QString("; not tried any more: 2105344-%1").arg(FILM_BYTES - 1)));
-    QCOMPARE(m_pSource->FailedReads("film.mov").count(), 2); // the one that was known and one more
+        ProblemLines().value(0).contains(QString("; not tried any more: 2101248-%1").arg(FILM_BYTES - 1)));
+    QCOMPARE(m_pSource->FailedReads("film.mov").count(), 1);
     QVERIFY(Content(Arrived("film.mov"))
             == m_baExpected.left(int(2 * MIB)) + QByteArray(int(FILM_BYTES - 2 * MIB), '\0'));
 }
@@ -239,13 +242,13 @@ void tst_DamagedDisk::stopInTheSecondPass()
     QVERIFY(Account().bStopped);
     const STCopyItem stFilm = ItemOf(m_strSecond);
     QCOMPARE(stFilm.enProblem, ENCopyProblem::STOPPED);
-    QCOMPARE(stFilm.nCopied, MIB + (1 + 2 + 4) * SECTOR);
+    QCOMPARE(stFilm.nCopied, MIB + 2 * SECTOR);
     const STCopyItem stOther = ItemOf(Other());
     QCOMPARE(stOther.enProblem, ENCopyProblem::SOURCE_READ);
     QCOMPARE(stOther.nCopied, MIB);
     QCOMPARE(Account().nFiles, 3);
     QVERIFY(Summary().contains("half-copied"));
-    QVERIFY(Content(Arrived(m_strSecond)) == m_baExpected.left(int(MIB + 8 * SECTOR)));
+    QVERIFY(Content(Arrived(m_strSecond)) == m_baExpected.left(int(MIB + 3 * SECTOR)));
 }
 
 void tst_DamagedDisk::pauseInTheSecondPass()
@@ -254,7 +257,7 @@ void tst_DamagedDisk::pauseInTheSecondPass()
     AfterSecondPassChunk(3, [&] { m_pWorker->SetCopyStatus(COPY_STATUS_PAUSE); });
     Start(1);
     QTRY_COMPARE_WITH_TIMEOUT(m_pWorker->CurrentStep(), ENCopyStep::PAUSED, PATIENCE_MS);
-    QCOMPARE(QFileInfo(Arrived("film.mov")).size(), MIB + 8 * SECTOR);
+    QCOMPARE(QFileInfo(Arrived("film.mov")).size(), MIB + 3 * SECTOR);
     QVERIFY(m_pWorker->CurrentPath().endsWith("/film.mov"));
     m_pWorker->SetCopyStatus(COPY_STATUS_RUN);
     QVERIFY(WaitForEnd());
@@ -273,7 +276,7 @@ void tst_DamagedDisk::pulledInTheSecondPass()
     const STCopyItem stFilm = ItemOf(m_strSecond);
     QCOMPARE(stFilm.enProblem, ENCopyProblem::DAMAGED);
     QCOMPARE(stFilm.nError, ENOTCONN);
-    QCOMPARE(stFilm.strDetail, QString("1048576-1052671, 1081344-%1").arg(FILM_BYTES - 1));
+    QCOMPARE(stFilm.strDetail, QString("1048576-1052671, 1060864-%1").arg(FILM_BYTES - 1));
     const STCopyItem stOther = ItemOf(Other());
     QCOMPARE(stOther.enProblem, ENCopyProblem::SOURCE_OPEN);
     QCOMPARE(stOther.nCopied, MIB);
