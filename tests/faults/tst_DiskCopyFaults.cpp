@@ -461,10 +461,10 @@ void tst_DiskCopyFaults::unreadableFilesComeLast()
     Run(nSize + 1);
     CFailingCalls::Reset();
     QCOMPARE(nBooked, 0);
-    QCOMPARE(Account().nFiles, 1);
-    QCOMPARE(Account().nProblems, 1);
-    QCOMPARE(Account().listItem.constFirst().strPath, Source("in it/bad"));
-    QCOMPARE(Copied("in it/bad").left(100), Pattern(nSize).left(100));
+    // The calls that fail are those of the first way: on the second one all of it can be read.
+    QCOMPARE(Items(), QStringList());
+    QCOMPARE(Account().nFiles, 2);
+    QVERIFY(Copied("in it/bad") == Pattern(nSize));
     QCOMPARE(Told(*m_pProgress).constLast(), QString("bad 100"));
     // A folder that is closed to its owner could not be entered again.
     QCOMPARE(strModes, QString("755 755 "));
