@@ -1,30 +1,20 @@
 #pragma once
 
-#include "copy/CCopyPlatform.h"
-#include "copy/STCopyOutcome.h"
+#include "copy/STDamagedFile.h"
 
-#include <QString>
 #include <QVector>
+#include <QtGlobal>
 
 #include <functional>
 #include <optional>
 
 class CCopyWork;
 
-/** A file that could not be read any further at one place. */
-struct STDamagedFile
-{
-    QString strSource; ///< path to read it by
-    QString strTarget; ///< its copy so far, nCopied bytes of it
-    STCopyOutcome stOutcome; ///< of the copy that came to the bad place
-    STFileState stState; ///< of the source before it was copied
-};
-
 /** What damaged files may cost. */
 struct STDamageRules
 {
-    qint64 nFileMs = 60 * 1000; ///< time of reads that fail or are slow, for one file
-    qint64 nAllMs = 15 * 60 * 1000; ///< the same for all files
+    qint64 nFileMs = qint64(60) * 1000; ///< time of reads that fail or are slow, for one file
+    qint64 nAllMs = qint64(15) * 60 * 1000; ///< the same for all files
     int nMostAside = 20000; ///< files that are put aside
 };
 

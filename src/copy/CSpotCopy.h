@@ -1,10 +1,9 @@
 #pragma once
 
-#include "copy/CDamagedFiles.h"
 #include "copy/CDescriptor.h"
 #include "copy/CSpotSearch.h"
 #include "copy/CSpotSource.h"
-#include "copy/STCopyOutcome.h"
+#include "copy/STDamagedFile.h"
 
 #include <QString>
 
@@ -29,7 +28,9 @@ struct STSpotLimits
 class CSpotCopy
 {
 public:
-    /** The control outlives this; stTarget is the copy's state since it broke off, nothing when nobody knows.
+    /**
+     * The control outlives this; stTarget is the copy's state since it broke off, nothing
+     * when nobody knows.
      */
     CSpotCopy(CCopyControl& control, const STDamagedFile& stFile, const std::optional<STFileState>& stTarget,
               const STSpotLimits& stLimits);

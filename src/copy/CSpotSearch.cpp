@@ -95,8 +95,7 @@ bool CSpotSearch::IsBad(const STByteRange& stTried, qint64 nStop)
     return nStop == stTried.nFrom && stTried.Bytes() <= SMALL_STEP;
 }
 
-/** The step after one of which nDone bytes are done: larger while all goes well, small where it has failed.
- */
+/** The next step, after nDone bytes of one: larger while all goes well, small where it failed. */
 void CSpotSearch::SetStep(STPart& stPart, const STByteRange& stTried, qint64 nDone, bool bWell)
 {
     if (bWell) {

@@ -17,8 +17,7 @@ public:
     /** Bytes from the first number to before the second. */
     using Places = QVector<QPair<qint64, qint64>>;
 
-    /** Bad places of the files whose path ends with strEnd, from now on; nError is what their reads fail
-     * with. */
+    /** Bad places of the files whose path contains strPart; nError is what reads fail with. */
     static void Set(const QString& strPart, const Places& listPlace, int nError);
 
     /** Runs with each read of such a file that is carried out or fails. */

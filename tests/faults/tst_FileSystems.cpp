@@ -106,8 +106,7 @@ static QVector<QByteArray> Names()
 
 static QByteArray ContentOf(const QByteArray& baName) { return "content of " + baName.toHex(); }
 
-/** All files below a folder, by the system's calls alone; a file that is there twice has its number behind.
- */
+/** All files below a folder; one that is there twice has a word behind its content. */
 static Contents ContentsBelow(const QByteArray& baFolder)
 {
     Contents mapPath;

@@ -15,8 +15,7 @@
 
 static const int PATIENCE_MS = 20000;
 
-/** The programs that make and mount an image, each with what it wants to be told first; none goes to the
- * background. */
+/** The program that makes an image, with what it wants to be told first. */
 static QStringList Maker(CImageDisk::ENKind enKind)
 {
     switch (enKind) {
@@ -30,6 +29,7 @@ static QStringList Maker(CImageDisk::ENKind enKind)
     return {"mkfs.vfat"};
 }
 
+/** The one that mounts it and stays in the foreground. */
 static QStringList Mounter(CImageDisk::ENKind enKind)
 {
     switch (enKind) {
