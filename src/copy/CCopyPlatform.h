@@ -104,8 +104,7 @@ public:
      */
     static int OpenForDirectRead(const QString& strPath);
 
-    /** Opens a file that is there for writing, without following a link or cutting it short. -1 on failure.
-     */
+    /** Opens a file that is there for writing, no link, and leaves it as it is. -1 on failure. */
     static int OpenForWrite(const QString& strPath);
 
     /** Lets reads of the descriptor touch no more of the disk than what is read. */
