@@ -318,6 +318,11 @@ static int SetTimes(const char* pszPath, const timespec listTime[2], fuse_file_i
     });
 }
 
+static int SetMode(const char* pszPath, mode_t nMode, fuse_file_info*)
+{
+    return Do("chmod", pszPath, [=](const char* pszReal) { return chmod(pszReal, nMode); });
+}
+
 static int Access(const char* pszPath, int nMask)
 {
     return Do("access", pszPath, [=](const char* pszReal) { return access(pszReal, nMask); });
@@ -358,6 +363,7 @@ static fuse_operations Operations()
     operations.fsyncdir = SyncDir;
     operations.statfs = Space;
     operations.utimens = SetTimes;
+    operations.chmod = SetMode;
     operations.access = Access;
     return operations;
 }
