@@ -54,6 +54,12 @@ struct STSeen
 
 }
 
+// With the choice on, those that each run of the tests goes through, and where each trouble can be met.
+static const QByteArrayList COMPLETE_TROUBLES = {"full disk",    "write error",   "read error", "unplug",
+                                                 "hang in read", "hang in write", "SIGTERM",    "SIGKILL"};
+static const QVector<ENStage> COMPLETE_STAGES
+    = {ENStage::START, ENStage::SELECTION, ENStage::COPYING, ENStage::PAUSED, ENStage::FINISHING};
+
 Q_DECLARE_METATYPE(ENStage)
 using Arise = void (*)(CFaultyDisk& source, CFaultyDisk& stick, CJourney& journey);
 Q_DECLARE_METATYPE(Arise)
@@ -75,7 +81,7 @@ private slots:
 
 private:
     QString File(int n) const { return QString("Users/anna/Pictures/IMG_%1.jpg").arg(n); }
-    void Story(ENStage enStage, Arise pfnArise);
+    void Story(ENStage enStage, Arise pfnArise, bool bComplete);
     void PressCopy();
     void Conclude();
     void LeaveCopyPage();
@@ -126,6 +132,7 @@ void tst_Troubles::trouble_data()
 {
     QTest::addColumn<ENStage>("enStage");
     QTest::addColumn<Arise>("pfnArise");
+    QTest::addColumn<bool>("bComplete");
     struct STTrouble
     {
         const char* pszName;
@@ -197,7 +204,14 @@ void tst_Troubles::trouble_data()
                 = stStage.enStage != ENStage::START || !QByteArray(stTrouble.pszName).startsWith("SIG");
             if (bSense && (bAll || QByteArray(stTrouble.pszStages).contains(stStage.pszName))) {
                 QTest::addRow("%s, %s", stTrouble.pszName, stStage.pszName)
-                    << stStage.enStage << stTrouble.pfnArise;
+                    << stStage.enStage << stTrouble.pfnArise << false;
+            }
+            if (bSense && COMPLETE_STAGES.contains(stStage.enStage)
+                && (bAll
+                    || (stStage.enStage == ENStage::COPYING
+                        && COMPLETE_TROUBLES.contains(stTrouble.pszName)))) {
+                QTest::addRow("%s, %s, complete", stTrouble.pszName, stStage.pszName)
+                    << stStage.enStage << stTrouble.pfnArise << true;
             }
         }
     }
@@ -216,8 +230,11 @@ void tst_Troubles::PressCopy()
 }
 
 /** Up to the stage, then the trouble, then what a user would do. */
-void tst_Troubles::Story(ENStage enStage, Arise pfnArise)
+void tst_Troubles::Story(ENStage enStage, Arise pfnArise, bool bComplete)
 {
+    if (bComplete) {
+        m_pJourney->SetVariable("TARNWICK_COMPLETE_RESCUE", "1");
+    }
     const auto fnArise = [&] { pfnArise(*m_pSource, *m_pStick, *m_pJourney); };
     if (enStage == ENStage::START) {
         fnArise();
@@ -393,7 +410,8 @@ void tst_Troubles::trouble()
 {
     QFETCH(ENStage, enStage);
     QFETCH(Arise, pfnArise);
-    Story(enStage, pfnArise);
+    QFETCH(bool, bComplete);
+    Story(enStage, pfnArise, bComplete);
     if (QTest::currentTestFailed()) {
         return;
     }
