@@ -174,6 +174,8 @@ void CCopyFileThread::BookProblem(const STCopyOutcome& stOutcome)
     }
 }
 
+void CCopyFileThread::BookLink() { m_report.AddLink(); }
+
 void CCopyFileThread::BookNote(const STCopyOutcome& stOutcome)
 {
     if (m_report.AddNote(stOutcome)) {

@@ -143,6 +143,7 @@ private:
     STCopyOutcome CopyBytes(const QFileInfo& source, const QString& strFolder,
                             const QString& strTarget) override;
     void BookFile(const STCopyOutcome& stOutcome) override;
+    void BookLink() override;
     void BookProblem(const STCopyOutcome& stOutcome) override;
     void BookNote(const STCopyOutcome& stOutcome) override;
     bool WaitWhilePaused() override;

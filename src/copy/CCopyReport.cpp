@@ -92,6 +92,12 @@ bool CCopyReport::AddFile(const STCopyOutcome& stOutcome)
     return AddProblem(stOutcome);
 }
 
+void CCopyReport::AddLink()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_stBooks.stAccount.nLinks += m_stBooks.bClosed ? 0 : 1;
+}
+
 bool CCopyReport::AddProblem(const STCopyOutcome& stOutcome)
 {
     {

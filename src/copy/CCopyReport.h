@@ -39,6 +39,9 @@ public:
      */
     bool AddFile(const STCopyOutcome& stOutcome);
 
+    /** Books a link that was made again; nothing when the copy is closed. */
+    void AddLink();
+
     /** Books and logs an item that was not copied whole, but not its bytes. False when the copy is closed. */
     bool AddProblem(const STCopyOutcome& stOutcome);
 

@@ -189,7 +189,7 @@ QString CCopyText::Files(qint64 nFiles)
 
 static QString NotWhole(const STCopyAccount& stAccount)
 {
-    const QString strAll = Number(stAccount.nFiles + stAccount.nProblems);
+    const QString strAll = Number(stAccount.nFiles + stAccount.nLinks + stAccount.nProblems);
     if (stAccount.nProblems == 1) {
         return CCopyText::tr("1 of %1 items was not copied whole.").arg(strAll);
     }
@@ -214,7 +214,7 @@ QString CCopyText::Summary(const STCopyAccount& stAccount)
     if (stAccount.enFlush == ENCopyFlush::FAILED) {
         return tr("The disk did not confirm that everything is on it. Do not rely on this copy.");
     }
-    if (stAccount.nFiles == 0) {
+    if (stAccount.nFiles + stAccount.nLinks == 0) {
         return tr("Nothing was copied.");
     }
     if (stAccount.bStopped) {

@@ -36,6 +36,9 @@ public:
     /** Books what has become of a file. */
     virtual void BookFile(const STCopyOutcome& stOutcome) = 0;
 
+    /** Books a link that was made again. */
+    virtual void BookLink() = 0;
+
     /** Books an item of which nothing was copied. */
     virtual void BookProblem(const STCopyOutcome& stOutcome) = 0;
 

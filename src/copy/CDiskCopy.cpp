@@ -168,7 +168,7 @@ void CDiskCopy::MakeLink(const QString& strSource, const STDiskEntry& stLink, co
     }
     BookRenamed(strSource, stEntry);
     m_belongings.GiveToLink(stLink.stState, stEntry.strPath);
-    m_work.BookFile({ENCopyEnd::WHOLE, strSource, STCopyReason(), 0, 0});
+    m_work.BookLink();
 }
 
 void CDiskCopy::LeftOut(const QString& strPath, const STCopyReason& stReason)

@@ -67,6 +67,7 @@ struct STCopyAccount
     static constexpr int LISTED_ITEMS = 1000; ///< the most that listItem holds; the report has all
 
     qint64 nFiles = 0; ///< copied whole
+    qint64 nLinks = 0; ///< made again as links
     qint64 nBytes = 0; ///< that reached the destination
     qint64 nProblems = 0; ///< items that are not whole
     qint64 nNotes = 0; ///< items that are whole and have a line all the same

@@ -27,7 +27,7 @@ void CCopyEndBox::SetAccount(const std::optional<STCopyAccount>& stAccount)
     if (m_stAccount->bReportMissing) {
         strDetail += QLatin1Char('\n') + CCopyText::ReportMissing();
     }
-    const ENDetail enWhole = m_stAccount->nFiles > 0 ? ENDetail::GOOD : ENDetail::PLAIN;
+    const ENDetail enWhole = m_stAccount->nFiles + m_stAccount->nLinks > 0 ? ENDetail::GOOD : ENDetail::PLAIN;
     SetDetailLink(m_stAccount->listItem.isEmpty() ? QString() : tr("Show the list"));
     SetDetail(strDetail, m_stAccount->IsWhole() ? enWhole : ENDetail::WARNING);
 }

@@ -223,6 +223,9 @@ void tst_CCopyText::summary_data()
     STCopyAccount stAccount;
     stAccount.enFlush = ENCopyFlush::DONE;
     QTest::newRow("nothing") << stAccount << "Nothing was copied.";
+    stAccount.nLinks = 3;
+    QTest::newRow("links alone") << stAccount << "0 files, 0 bytes are on the disk. It can be unplugged now.";
+    stAccount.nLinks = 0;
     stAccount.nFiles = 1204;
     stAccount.nBytes = 3200000000;
     QTest::newRow("whole") << stAccount << "1,204 files, 3.20 GB are on the disk. It can be unplugged now.";

@@ -105,6 +105,7 @@ private:
         return copy.Copy(strTarget);
     }
     void BookFile(const STCopyOutcome& /*stOutcome*/) override { }
+    void BookLink() override { }
     void BookProblem(const STCopyOutcome& /*stOutcome*/) override { }
     void BookNote(const STCopyOutcome& /*stOutcome*/) override { }
     bool WaitWhilePaused() override

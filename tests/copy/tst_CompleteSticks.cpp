@@ -65,7 +65,11 @@ void tst_CompleteSticks::everyContentArrivesOnce()
     QCOMPARE(Said(false), QStringList());
     QCOMPARE(m_nCounted, stMade.nBytes);
     QCOMPARE(Account().nBytes, stMade.nBytes);
-    QVERIFY2(m_nTaken <= m_nRoom, qPrintable(QString("%1, not %2").arg(m_nTaken).arg(m_nRoom)));
+    QFETCH(ENKind, enKind);
+    // The driver for FAT tells blocks that are smaller than the clusters that it takes.
+    if (enKind != ENKind::FAT) {
+        QVERIFY2(m_nTaken <= m_nRoom, qPrintable(QString("%1, not %2").arg(m_nTaken).arg(m_nRoom)));
+    }
     QVERIFY(m_pDisk->MountAnew());
     QCOMPARE(CToolCompare::Contents(m_strDest), CToolCompare::Contents(m_pMac->Path()));
     const STToolCount stCount = CToolCompare::Count(m_strDest);
@@ -73,7 +77,8 @@ void tst_CompleteSticks::everyContentArrivesOnce()
     QCOMPARE(stCount.nFolders, stMade.nFolders + 1); // the volume's own
     QCOMPARE(stCount.nBytes, stMade.nBytes);
     // What no name changed for, and no link, arrived under its own.
-    QVERIFY(Account().nFiles == stMade.nFiles + stCount.nLinks);
+    QVERIFY(Account().nFiles == stMade.nFiles);
+    QVERIFY(Account().nLinks == stCount.nLinks);
     QVERIFY(QFile::exists(Arrived("Users/anna/Documents/letter.txt")));
 }
 

@@ -177,8 +177,7 @@ void tst_CompleteRescue::everythingIsOnTheStick()
     if (QTest::currentTestFailed()) {
         return;
     }
-    // What is no folder is a file.
-    const qint64 nFiles = m_pMac->Made().nFiles + m_pMac->Made().nLinks;
+    const qint64 nFiles = m_pMac->Made().nFiles;
     const QString strBegin = QLocale(QLocale::English).toString(nFiles) + " files, ";
     const QString strEnd = " are on the disk. It can be unplugged now.";
     QVERIFY2(m_strDetail.startsWith(strBegin) && m_strDetail.endsWith(strEnd), qPrintable(m_strDetail));
@@ -201,8 +200,8 @@ void tst_CompleteRescue::whatCannotBeCopiedIsToldAndAllElseIsOnTheStick()
         return;
     }
     const QStringList& listLeftOut = m_pMac->Made().listLeftOut;
-    const qint64 nFiles = m_pMac->Made().nFiles + m_pMac->Made().nLinks;
-    const QString strAll = QLocale(QLocale::English).toString(nFiles + listLeftOut.size());
+    const qint64 nItems = m_pMac->Made().nFiles + m_pMac->Made().nLinks;
+    const QString strAll = QLocale(QLocale::English).toString(nItems + listLeftOut.size());
     QCOMPARE(m_strDetail,
              QString("%1 of %2 items were not copied whole.").arg(listLeftOut.size()).arg(strAll));
     VerifySame();
@@ -244,9 +243,9 @@ void tst_CompleteRescue::filesWithBadSectorsArriveButForThose()
     if (QTest::currentTestFailed()) {
         return;
     }
-    const qint64 nFiles = m_pMac->Made().nFiles + m_pMac->Made().nLinks;
+    const qint64 nItems = m_pMac->Made().nFiles + m_pMac->Made().nLinks;
     QCOMPARE(m_strDetail,
-             QString("2 of %1 items were not copied whole.").arg(QLocale(QLocale::English).toString(nFiles)));
+             QString("2 of %1 items were not copied whole.").arg(QLocale(QLocale::English).toString(nItems)));
     const QString strCopy = Rescue() + "/Macintosh HD";
     for (auto it = mapExpected.cbegin(); it != mapExpected.cend(); ++it) {
         QVERIFY2(Content(strCopy + '/' + it.key()) == it.value(), qPrintable(it.key()));
