@@ -60,7 +60,8 @@ QString CTreeNotices::FolderText() const
     if (m_stFacts.nError != 0) {
         return m_pNotice->TextOf(strName, ErrorText(m_stFacts));
     }
-    if (m_stFacts.nLeftOut > 0 && !IsEverythingMeant()) {
+    const bool bLeftOut = !IsEverythingMeant() || m_pTree->IsToldFolderTickedInPart();
+    if (m_stFacts.nLeftOut > 0 && bLeftOut) {
         return tr("Entries left out of %1 because of their names: %2")
             .arg(m_pNotice->Shortened(strName), QLocale().toString(m_stFacts.nLeftOut));
     }

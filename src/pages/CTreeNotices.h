@@ -12,8 +12,8 @@ class CSelFileForm;
 /**
  * Says in the line of notices what the tree does not show and what therefore is not
  * copied: folders of a ticked volume that were never opened, entries that are left
- * out for their names, a folder that cannot be read. Where a tick means everything,
- * only the last of these keeps something from being copied. GUI thread only.
+ * out for their names, a folder that cannot be read. Where a tick means everything the
+ * first is copied, and so is the second where its folder is ticked as a whole. GUI thread only.
  */
 class CTreeNotices : public QObject
 {

@@ -126,6 +126,7 @@ void CFileTreeView::LendNodes(bool bLent)
         }
         m_bUnlistedAtLoan = HasUnlistedFolder();
         m_bTickedAtLoan = HasTickedVolume();
+        m_bInPartAtLoan = IsToldFolderTickedInPart();
         m_pLoan = std::make_unique<CNodeLoan>(this, m_pDirModel);
         return;
     }
@@ -159,8 +160,14 @@ bool CFileTreeView::HasTickedVolume() const
     return m_pLoan ? m_bTickedAtLoan : m_pDirModel->HasTickedVolume();
 }
 
+bool CFileTreeView::IsToldFolderTickedInPart() const
+{
+    return m_pLoan ? m_bInPartAtLoan : m_toldFolder.data(Qt::CheckStateRole).toInt() == Qt::PartiallyChecked;
+}
+
 void CFileTreeView::TellFolder(const QModelIndex& index)
 {
+    m_toldFolder = index;
     const CDirNode* pNode = m_pDirModel->nodeFromIndex(index);
     STFolderFacts stFacts;
     stFacts.strPath = pNode->m_fileInfo.absoluteFilePath();

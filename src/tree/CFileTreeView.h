@@ -2,6 +2,7 @@
 
 #include "tree/STFolderFacts.h"
 
+#include <QPersistentModelIndex>
 #include <QStringList>
 #include <QTreeView>
 
@@ -70,6 +71,12 @@ public:
     /** Whether a volume is fully ticked; while the nodes are lent whether one was before. */
     bool HasTickedVolume() const;
 
+    /**
+     * Whether the folder that SignalFolderOpened told of last is ticked in part; while the
+     * nodes are lent whether it was before.
+     */
+    bool IsToldFolderTickedInPart() const;
+
 signals:
     /** A row was clicked, on its box or elsewhere, or ticked by key; its tick is already the new one. */
     void SignalItemClicked();
@@ -127,5 +134,7 @@ private:
     std::unique_ptr<CNodeLoan> m_pLoan; // while the nodes are lent
     bool m_bUnlistedAtLoan = false; // what HasUnlistedFolder said when they were lent
     bool m_bTickedAtLoan = false; // the same of HasTickedVolume
+    bool m_bInPartAtLoan = false; // the same of IsToldFolderTickedInPart
+    QPersistentModelIndex m_toldFolder;
     bool m_bKeysUsed = false; // the last input was a key
 };

@@ -55,6 +55,7 @@ private slots:
 
     void notices_data();
     void notices();
+    void folderTickedInPartLeavesOut();
     void lastCopyKeepsItsLink();
     void linkIsOfItsNotice();
     void linkGivesTheFocusToTheBox();
@@ -248,6 +249,26 @@ void tst_CSelFileWidgetComplete::notices()
         QVERIFY(IsMeant());
         QTEST(Notice(), "strOn");
     }
+}
+
+// What the list does not show cannot be ticked there, and only what is ticked is copied.
+void tst_CSelFileWidgetComplete::folderTickedInPartLeavesOut()
+{
+    WriteFile(m_pSource->Path("docs/homework.txt"));
+    WriteFile(m_pSource->Path("docs/letter.txt"));
+    MakePage({"STICK"});
+    PressBox();
+    Tree()->expand(CDirModel::GetInstence()->index(0, 0));
+    Tree()->expand(Row("docs"));
+    QCOMPARE(Notice(), QString());
+    Tree()->ToggleTick(Row("docs/letter.txt"));
+    QCOMPARE(Notice(), QString(LEFT_OUT));
+    Tree()->LendNodes(true);
+    QVERIFY(Tree()->IsToldFolderTickedInPart());
+    Tree()->LendNodes(false);
+    Tree()->ToggleTick(CDirModel::GetInstence()->index(0, 0));
+    QCOMPARE(Row("docs").data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
+    QCOMPARE(Notice(), QString());
 }
 
 static STCopyAccount NotWhole()
