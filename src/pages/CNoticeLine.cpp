@@ -87,13 +87,19 @@ void CNoticeLine::Rebuild()
         if (strLinkBefore.isEmpty()) {
             m_pLink->setText(notice.strLink);
         }
-        if (!strText.isEmpty() && metrics.horizontalAdvance(strMore) > RoomForText()) {
+        const ENNotice enLink = strLinkBefore.isEmpty() ? enNotice : m_enLink;
+        const auto fnFits
+            = [&] { return strText.isEmpty() || metrics.horizontalAdvance(strMore) <= RoomForText(); };
+        if (!fnFits() && enLink == ENNotice::UNLISTED) {
+            m_pLink->setText(QString()); // it only points at the box beside the line
+        }
+        if (!fnFits()) {
             m_pLink->setText(strLinkBefore);
             continue;
         }
         strText = strMore;
-        if (m_pLink->text() != strLinkBefore) {
-            m_enLink = enNotice;
+        if (!m_pLink->text().isEmpty()) {
+            m_enLink = enLink;
         }
     }
     m_pText->setText(strText);

@@ -57,6 +57,7 @@ private slots:
     void notices();
     void folderTickedInPartLeavesOut();
     void lastCopyKeepsItsLink();
+    void linkGivesWayToANotice();
     void linkIsOfItsNotice();
     void linkGivesTheFocusToTheBox();
     void linkMovesNothingElse();
@@ -296,6 +297,26 @@ void tst_CSelFileWidgetComplete::lastCopyKeepsItsLink()
     QTest::mouseClick(Link(), Qt::LeftButton);
     QVERIFY(bList);
     QVERIFY(!CompleteBox()->isChecked());
+}
+
+void tst_CSelFileWidgetComplete::linkGivesWayToANotice()
+{
+    MakePage({"STICK"});
+    TickVolume();
+    QString strOther;
+    while (Link()->isVisible() && strOther.size() < 300) {
+        strOther += 'x';
+        Line()->Set(ENNotice::DESTINATION, strOther);
+    }
+    QVERIFY(!Link()->isVisible());
+    QVERIFY(Notice().startsWith(UNLISTED));
+    QVERIFY(Notice().endsWith("  " + strOther));
+    // Without room for the notice either there is none to make.
+    Line()->Set(ENNotice::DESTINATION, QString(300, 'x'));
+    QCOMPARE(Notice(), QString(UNLISTED));
+    QCOMPARE(Link()->text(), CompleteBox()->text());
+    QTest::mouseClick(Link(), Qt::LeftButton);
+    QVERIFY(IsMeant());
 }
 
 void tst_CSelFileWidgetComplete::linkIsOfItsNotice()
