@@ -370,7 +370,7 @@
     </message>
     <message>
         <source>The disk does not take its name. There it is called %1.</source>
-        <translation>De schijf staat de naam ervan niet toe. Daar heet het ‘%1’.</translation>
+        <translation>De schijf staat deze naam niet toe. Daar heet het onderdeel ‘%1’.</translation>
     </message>
     <message>
         <source>Items whose permissions this disk cannot hold: %1</source>

@@ -370,7 +370,7 @@
     </message>
     <message>
         <source>The disk does not take its name. There it is called %1.</source>
-        <translation>Le disque n’accepte pas son nom. Il s’y appelle «&#xa0;%1&#xa0;».</translation>
+        <translation>Le disque n’accepte pas ce nom. L’élément s’y appelle «&#xa0;%1&#xa0;».</translation>
     </message>
     <message>
         <source>Items whose permissions this disk cannot hold: %1</source>

@@ -370,7 +370,7 @@
     </message>
     <message>
         <source>The disk does not take its name. There it is called %1.</source>
-        <translation>Das Laufwerk nimmt seinen Namen nicht an. Dort heißt es „%1“.</translation>
+        <translation>Das Laufwerk lässt diesen Namen nicht zu. Dort heißt das Objekt „%1“.</translation>
     </message>
     <message>
         <source>Items whose permissions this disk cannot hold: %1</source>

@@ -370,7 +370,7 @@
     </message>
     <message>
         <source>The disk does not take its name. There it is called %1.</source>
-        <translation>Il disco non ammette il suo nome. Lì si chiama “%1”.</translation>
+        <translation>Il disco non ammette questo nome. Lì l’elemento si chiama “%1”.</translation>
     </message>
     <message>
         <source>Items whose permissions this disk cannot hold: %1</source>

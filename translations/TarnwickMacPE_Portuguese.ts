@@ -370,7 +370,7 @@
     </message>
     <message>
         <source>The disk does not take its name. There it is called %1.</source>
-        <translation>O disco não permite o nome dele. Lá ele se chama “%1”.</translation>
+        <translation>O disco não permite este nome. Lá o item se chama “%1”.</translation>
     </message>
     <message>
         <source>Items whose permissions this disk cannot hold: %1</source>

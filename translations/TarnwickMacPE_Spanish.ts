@@ -370,7 +370,7 @@
     </message>
     <message>
         <source>The disk does not take its name. There it is called %1.</source>
-        <translation>El disco no admite su nombre. Allí se llama “%1”.</translation>
+        <translation>El disco no admite este nombre. Allí el ítem se llama “%1”.</translation>
     </message>
     <message>
         <source>Items whose permissions this disk cannot hold: %1</source>
