@@ -91,10 +91,23 @@ static QString ProblemText(ENCopyProblem enProblem)
     return QString();
 }
 
+/** What is told beside the problem; a number as the user's language writes it. */
+static QString Detail(const STCopyItem& stItem)
+{
+    switch (stItem.enProblem) {
+    case ENCopyProblem::PERMISSIONS_LOST:
+    case ENCopyProblem::ATTRIBUTES_LOST:
+    case ENCopyProblem::FOLDER_TIMES_LOST:
+        return Number(stItem.strDetail.toLongLong());
+    default:
+        return stItem.strDetail;
+    }
+}
+
 static QString ProblemWithDetail(const STCopyItem& stItem)
 {
     const QString strText = ProblemText(stItem.enProblem);
-    return strText.contains(QLatin1String("%1")) ? strText.arg(stItem.strDetail) : strText;
+    return strText.contains(QLatin1String("%1")) ? strText.arg(Detail(stItem)) : strText;
 }
 
 static QString ErrorText(const STCopyItem& stItem)

@@ -207,6 +207,12 @@ void tst_CCopyText::numbersFollowTheLocale()
     QCOMPARE(CCopyText::Bytes(3200000000), QString("3,20 GB"));
     QCOMPARE(CCopyText::Files(1204), QString("1.204 files"));
     QCOMPARE(CCopyText::Files(1), QString("1 file"));
+    STCopyItem stItem;
+    stItem.strDetail = "1204";
+    stItem.enProblem = ENCopyProblem::PERMISSIONS_LOST;
+    QVERIFY(CCopyText::Reason(stItem).endsWith(": 1.204"));
+    stItem.enProblem = ENCopyProblem::LINK_LOST; // a name
+    QVERIFY(CCopyText::Reason(stItem).contains(" 1204,"));
 }
 
 void tst_CCopyText::summary_data()
