@@ -39,7 +39,8 @@ void CDamagedFiles::FinishOne(const STAside& stAside)
     }
     m_work.ItemBegins(stAside.stFile.stOutcome.strPath);
     const qint64 nMs = qMin(m_stRules.nFileMs, m_stRules.nAllMs - m_nBadMs);
-    CSpotCopy copy(m_work, stAside.stFile, stAside.stTarget, {nMs, m_bDiskInDoubt});
+    CSpotCopy copy(m_work, stAside.stFile, stAside.stTarget,
+                   {nMs, m_bDiskInDoubt, m_nBadMs < 2 * m_stRules.nAllMs});
     const STCopyOutcome stOutcome = copy.Finish();
     m_nBadMs += copy.BadMs();
     m_bDiskInDoubt = copy.IsDiskInDoubt();

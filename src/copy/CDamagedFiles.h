@@ -14,7 +14,7 @@ class CCopyWork;
 struct STDamageRules
 {
     qint64 nFileMs = qint64(60) * 1000; ///< time of reads that fail or are slow, for one file
-    qint64 nAllMs = qint64(15) * 60 * 1000; ///< the same for all files
+    qint64 nAllMs = qint64(15) * 60 * 1000; ///< the same for all files, and once more for their ends
     int nMostAside = 20000; ///< files that are put aside
 };
 

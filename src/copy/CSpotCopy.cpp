@@ -18,6 +18,9 @@ static const qint64 FILL_STEP = qint64(8) * 1024 * 1024;
 // A read that takes longer has met a place that the disk has trouble with.
 static const qint64 SLOW_MS = 500;
 
+// A read that fails at once takes time all the same, with all that is done around it.
+static const qint64 LEAST_MS = 1;
+
 static const int RANGES = 20; // that the report names
 static const int LOGGED_RANGES = 200; // that the log names
 
@@ -104,7 +107,11 @@ void CSpotCopy::MoveBytes()
     if (m_stLimits.bOneTry && m_search.Next() && !IsDiskThere()) {
         return; // as it was left: zeros for all the rest would help nobody
     }
-    for (auto stNext = m_search.Next(); stNext && !IsOver(); stNext = m_search.Next()) {
+    while (!IsOver() || JumpToEnd()) {
+        const std::optional<STByteRange> stNext = m_search.Next();
+        if (!stNext) {
+            break;
+        }
         if (!MayGoOn() || !MoveRange(*stNext)) {
             return;
         }
@@ -135,6 +142,9 @@ bool CSpotCopy::MayGoOn()
 /** Whether no more is to be risked. What goes well goes on, as it costs nothing. */
 bool CSpotCopy::IsOver() const { return m_bDiskLost || (m_bTrouble && m_nBadMs >= m_stLimits.nMs); }
 
+/** A disk may spend all the time on its first bad sector, and most of the file lies behind it. */
+bool CSpotCopy::JumpToEnd() { return m_stLimits.bToEnd && !m_bDiskLost && m_search.JumpToEnd(); }
+
 bool CSpotCopy::MoveRange(const STByteRange& stRange)
 {
     const qint64 nRead = Read(stRange);
@@ -155,7 +165,7 @@ qint64 CSpotCopy::Read(const STByteRange& stRange)
     m_bTried = true;
     m_bReadAny = m_bReadAny || nRead > 0;
     m_bTrouble = nRead < stRange.Bytes() || nMs >= SLOW_MS;
-    m_nBadMs += m_bTrouble ? nMs : 0;
+    m_nBadMs += m_bTrouble ? qMax(nMs, LEAST_MS) : 0;
     if (nRead == 0 && nError != 0) {
         m_stOutcome.stReason.nError = nError;
         m_bDiskLost = IsDiskLost(nError);

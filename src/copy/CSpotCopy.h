@@ -18,6 +18,7 @@ struct STSpotLimits
 {
     qint64 nMs = 0; ///< time of reads that fail or are slow
     bool bOneTry = false; ///< nothing more after a first read that fails: the disk may not be there
+    bool bToEnd = true; ///< when the time is over the end is read once, and on from there while all goes well
 };
 
 /**
@@ -56,6 +57,7 @@ private:
     bool IsTarget(const STFileState& stNow) const;
     bool MayGoOn();
     bool IsOver() const;
+    bool JumpToEnd();
     bool IsDiskThere();
     void MoveBytes();
     bool MoveRange(const STByteRange& stRange);

@@ -73,6 +73,18 @@ qint64 CSpotSearch::Done(qint64 nRead)
     return nStop - stTried->nFrom + m_nMarked - nMarked;
 }
 
+bool CSpotSearch::JumpToEnd()
+{
+    if (!IsSweeping()) {
+        return false;
+    }
+    const qint64 nFrom = qMin(m_nSkippedFrom, m_stSweep.stRange.nFrom);
+    m_nSkippedFrom = m_nSize;
+    m_stSweep.stRange.nFrom = m_nSize;
+    m_listPart.push_front({{nFrom, m_nSize}, ENWay::BACKWARDS});
+    return true;
+}
+
 CByteRanges CSpotSearch::Untried() const
 {
     CByteRanges untried;

@@ -46,6 +46,13 @@ public:
     /** What came of Next: nRead bytes from its beginning. Returns how many bytes are dealt with by that. */
     qint64 Done(qint64 nRead);
 
+    /**
+     * Breaks off the way to the end of the file: that end comes next, as far from the bad
+     * place as can be, and what lies before it, backwards. False, and nothing else, where the
+     * way was gone already.
+     */
+    bool JumpToEnd();
+
     /** Where the last small step of a file of nSize bytes begins. */
     static qint64 LastStep(qint64 nSize) { return (nSize - 1) / SMALL_STEP * SMALL_STEP; }
 

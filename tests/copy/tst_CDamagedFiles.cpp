@@ -175,6 +175,9 @@ private slots:
     void timeOfAFile();
     void timeOfAll();
     void slowPlacesTakeTimeToo();
+    void whatLiesBehindASlowPlace();
+    void endOfAFileWhenTheTimeOfAllIsOver();
+    void placesThatFailAtOnce();
 
     void stopInTheMiddle();
     void stopBefore();
@@ -425,7 +428,8 @@ void tst_CDamagedFiles::timeOfAll()
         m_pBed->Add(strName, Pattern(10 * MIB));
     }
     const int nBefore = CBadPages::Failures();
-    CBadPages::Watch([&](qint64, qint64) { clock.Move(1000); });
+    // The look at the end of the first file takes what was left for all, and as much again.
+    CBadPages::Watch([&](qint64 nFrom, qint64) { clock.Move(nFrom < 9 * MIB ? 1000 : 20000); });
     m_pBed->Finish();
     QCOMPARE(m_pBed->m_listDone.count(), 3);
     QVERIFY(CBadPages::Failures() - nBefore <= 15);
@@ -449,7 +453,57 @@ void tst_CDamagedFiles::slowPlacesTakeTimeToo()
     m_pBed->Finish();
     const QString strDetail = m_pBed->m_listDone.value(0).stReason.strDetail;
     QVERIFY2(strDetail.startsWith("1048576-1052671, 5"), qPrintable(strDetail));
-    QVERIFY2(strDetail.endsWith("-41943039"), qPrintable(strDetail));
+    QVERIFY2(strDetail.endsWith("-41938943"), qPrintable(strDetail)); // the end was looked at
+}
+
+void tst_CDamagedFiles::whatLiesBehindASlowPlace()
+{
+    // One bad sector on which the disk itself tries for longer than a file has time.
+    CMovedClock clock;
+    CBadPages::Set("/src/", {{MIB, MIB + PAGE}}, EIO);
+    m_pBed->Add("file", Pattern(40 * MIB + 5));
+    CBadPages::Watch(
+        [&](qint64 nFrom, qint64 nLen) { clock.Move(nFrom < MIB + PAGE && nFrom + nLen > MIB ? 70000 : 0); });
+    CBadPages::CountAnew();
+    m_pBed->Finish();
+    QCOMPARE(m_pBed->m_listDone.value(0).stReason.strDetail, QString("1048576-1052671"));
+    QVERIFY(Content(m_pBed->Copy("file")) == WithZeros(Pattern(40 * MIB + 5), {{MIB, MIB + PAGE}}));
+    QCOMPARE(CBadPages::Failures(), 1);
+    QCOMPARE(m_pBed->m_nTold, 40 * MIB + 5);
+}
+
+void tst_CDamagedFiles::endOfAFileWhenTheTimeOfAllIsOver()
+{
+    CMovedClock clock;
+    m_pBed->Use(Rules(60000, 60000));
+    CBadPages::Set("/src/", {{MIB, MIB + PAGE}}, EIO);
+    for (const QString strName : {"a file", "b file", "c file"}) {
+        m_pBed->Add(strName, Pattern(20 * MIB + 2 * PAGE));
+    }
+    CBadPages::Watch(
+        [&](qint64 nFrom, qint64 nLen) { clock.Move(nFrom < MIB + PAGE && nFrom + nLen > MIB ? 70000 : 0); });
+    CBadPages::CountAnew();
+    m_pBed->Finish();
+    // The second one is read from its end on until it fails, in steps that are large by then.
+    QCOMPARE(m_pBed->m_listDone.value(1).stReason.strDetail, QString("1048576-1060863"));
+    QCOMPARE(Content(m_pBed->Copy("b file")),
+             WithZeros(Pattern(20 * MIB + 2 * PAGE), {{MIB, MIB + 3 * PAGE}}));
+    // That has taken as much time once more, and nothing of the third one is tried.
+    QCOMPARE(m_pBed->m_listDone.value(2).stReason.strDetail, QString("1048576-20979711"));
+    QCOMPARE(CBadPages::Failures(), 2);
+    QCOMPARE(m_pBed->m_nTold, 60 * MIB + 6 * PAGE);
+}
+
+void tst_CDamagedFiles::placesThatFailAtOnce()
+{
+    CMovedClock clock; // stands still: no read takes a millisecond
+    m_pBed->Use(Rules(100));
+    CBadPages::Set("/src/", {{MIB, 9 * MIB}}, EIO);
+    m_pBed->Add("file", Pattern(9 * MIB));
+    CBadPages::CountAnew();
+    m_pBed->Finish();
+    QVERIFY2(CBadPages::Failures() <= 101, qPrintable(QString::number(CBadPages::Failures())));
+    QCOMPARE(m_pBed->m_listDone.value(0).stReason.strDetail, QString("1048576-9437183"));
 }
 
 // ---- stop and pause
