@@ -125,14 +125,23 @@ void CDiskCopy::CopyFile(const QString& strSource, const STFileState& stState, c
 {
     const QString strFolder = m_listFolder.constLast().strTarget;
     const STTargetEntry stEntry = m_entries.File(strFolder, baName);
-    if (m_work.IsStopped()) {
-        return;
-    }
+    const bool bStopped = m_work.IsStopped();
     if (stEntry.stReason) {
-        BookMissing(strSource, *stEntry.stReason, stState.nSize);
+        if (!bStopped) {
+            BookMissing(strSource, *stEntry.stReason, stState.nSize);
+        }
         return;
     }
     BookRenamed(strSource, stEntry);
+    if (bStopped) {
+        // It is there, and nobody is to take it for the file.
+        m_work.BookFile({ENCopyEnd::STOPPED,
+                         strSource,
+                         {ENCopyProblem::STOPPED, QStringLiteral("the copy was stopped")},
+                         0,
+                         stState.nSize});
+        return;
+    }
     const STCopyOutcome stOutcome = m_work.CopyBytes(QFileInfo(strSource), strFolder, stEntry.strPath);
     if (stOutcome.stReason.enProblem == ENCopyProblem::SOURCE_READ
         && stOutcome.enEnd == ENCopyEnd::NOT_WHOLE) {
