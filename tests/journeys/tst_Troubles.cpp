@@ -341,7 +341,7 @@ void tst_Troubles::LeaveCopyPage()
     // A disk that is writing what it has taken gets the time that a slow one needs.
     const QByteArray baRow = QTest::currentDataTag();
     const int nBound
-        = baRow.contains("flush") || baRow.endsWith("finishing") ? LEAVE_FLUSH_MS : LEAVE_COPY_MS;
+        = baRow.contains("flush") || baRow.contains("finishing") ? LEAVE_FLUSH_MS : LEAVE_COPY_MS;
     QVERIFY(CJourney::WaitFor(
         [&] {
             TakeBox();
