@@ -186,21 +186,21 @@ void CCopyFileThread::BookNote(const STCopyOutcome& stOutcome)
 
 void CCopyFileThread::WriteFile(CDirNode* pNode, QString& strFolder, qint64 nChunk, QString /*strDest*/)
 {
-    // A copy of what the node knows: the node itself may be gone after a stop.
-    const QFileInfo source = pNode->m_fileInfo;
-    m_bListedAsLink = pNode->m_bLink;
-    QString strTarget = strFolder + '/' + source.fileName();
-    DealExistingFile(strTarget, strFolder, source);
-    DealCopyFile(strTarget, strFolder, source, nChunk);
-    m_bListedAsLink = std::nullopt;
+    CopyListed(pNode->m_fileInfo, strFolder, pNode->m_bLink, nChunk);
 }
 
 void CCopyFileThread::CopyListedFile(const QFileInfo& source, const QString& strFolder, bool bListedAsLink)
 {
-    m_bListedAsLink = bListedAsLink;
+    CopyListed(source, strFolder, bListedAsLink, CopySpeed());
+}
+
+/** Copies of what the node knows: the node itself may be gone after a stop. */
+void CCopyFileThread::CopyListed(QFileInfo source, const QString& strFolder, bool bLink, qint64 nChunk)
+{
+    m_bListedAsLink = bLink;
     QString strTarget = strFolder + '/' + source.fileName();
     DealExistingFile(strTarget, strFolder, source);
-    DealCopyFile(strTarget, strFolder, source, CopySpeed());
+    DealCopyFile(strTarget, strFolder, source, nChunk);
     m_bListedAsLink = std::nullopt;
 }
 

@@ -134,6 +134,7 @@ signals:
 private:
     void Begin(const QStringList& listSource);
     STCopyEnd Finish();
+    void CopyListed(QFileInfo source, const QString& strFolder, bool bLink, qint64 nChunk);
     ENCopyFlush FlushDestination(bool bStopped, bool bGone);
     bool IsStopped() const override;
     void ItemBegins(const QString& strPath) override;
