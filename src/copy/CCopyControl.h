@@ -29,4 +29,17 @@ public:
      * room that the copy has kept for itself. False when that cannot help.
      */
     virtual bool MakeRoom(qint64 nBytes) = 0;
+
+    /** The file of that path at the source was opened, before its first byte is read. */
+    virtual void SourceOpened(const QString& /*strPath*/, int /*nDescriptor*/) { }
+
+    /** After each read: how long it took, in microseconds, and its number of bytes, negative when it failed.
+     */
+    virtual void SourceRead(qint64 /*nResult*/, qint64 /*nUs*/) { }
+
+    /** After each piece: nBytes from nFrom on were written to the open target. May wait for the disk. */
+    virtual void TargetWritten(int /*nDescriptor*/, qint64 /*nFrom*/, qint64 /*nBytes*/) { }
+
+    /** The target has all that it gets and will be closed next. */
+    virtual void TargetEnds(int /*nDescriptor*/) { }
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "copy/CDescriptor.h"
+#include "files/CDescriptor.h"
 #include "copy/STCopyOutcome.h"
 
 #include <QFileInfo>

@@ -34,6 +34,7 @@ static int Percent(qint64 nCopied, qint64 nTotal)
 CCopyFileThread::CCopyFileThread(QObject* pParent)
     : QThread(pParent)
     , m_enStatus(COPY_STATUS_RUN)
+    , m_pace([this] { return m_enStatus != COPY_STATUS_STOP; })
 {
     qRegisterMetaType<STCopyAccount>();
 }
@@ -101,7 +102,11 @@ void CCopyFileThread::run()
 
     const std::unique_ptr<CCopyWalk> pWalk = CWalkChoice::Of(*m_pRootNode, *this, m_strDestPath);
     Begin(pWalk->Sources());
+    m_pAhead = std::make_unique<CReadAhead>();
+    m_pace.Begin();
     pWalk->Walk();
+    m_pAhead.reset();
+    m_pace.End();
 
     // One that was left behind has nobody to finish for: what is to be said is said.
     const STCopyEnd stEnd = m_report.IsClosed() ? STCopyEnd() : Finish();
@@ -272,6 +277,36 @@ bool CCopyFileThread::MakeRoom(qint64 nBytes)
     errno = nError;
     return bMade;
 }
+
+bool CCopyFileThread::WantsMore() const { return m_pAhead && m_pAhead->WantsMore(); }
+
+void CCopyFileThread::Expect(const QVector<STExpectedFile>& listFile)
+{
+    if (m_pAhead) {
+        m_pAhead->Expect(listFile);
+    }
+}
+
+void CCopyFileThread::SourceOpened(const QString& strPath, int nDescriptor)
+{
+    if (m_pAhead) {
+        m_pAhead->SourceOpened(strPath, nDescriptor);
+    }
+}
+
+void CCopyFileThread::SourceRead(qint64 nResult, qint64 nUs)
+{
+    if (m_pAhead) {
+        m_pAhead->SourceRead(nResult, nUs);
+    }
+}
+
+void CCopyFileThread::TargetWritten(int nDescriptor, qint64 nFrom, qint64 nBytes)
+{
+    m_pace.Written(nDescriptor, nFrom, nBytes);
+}
+
+void CCopyFileThread::TargetEnds(int nDescriptor) { m_pace.Ends(nDescriptor); }
 
 ENCopyFlush CCopyFileThread::FlushDestination(bool bStopped, bool bGone)
 {

@@ -8,6 +8,8 @@
 #include "copy/CCopyWork.h"
 #include "copy/ENCopyStatus.h"
 #include "copy/STCopyAccount.h"
+#include "flow/CReadAhead.h"
+#include "flow/CWritePace.h"
 
 #include <QFileInfo>
 #include <QString>
@@ -152,6 +154,12 @@ private:
     void StepBegins(ENCopyStep enStep) override;
     void BytesWritten(qint64 nBytes) override;
     bool MakeRoom(qint64 nBytes) override;
+    bool WantsMore() const override;
+    void Expect(const QVector<STExpectedFile>& listFile) override;
+    void SourceOpened(const QString& strPath, int nDescriptor) override;
+    void SourceRead(qint64 nResult, qint64 nUs) override;
+    void TargetWritten(int nDescriptor, qint64 nFrom, qint64 nBytes) override;
+    void TargetEnds(int nDescriptor) override;
 
     std::atomic<ENCopyStatus> m_enStatus; // written by the GUI thread, polled by the worker
     qint64 m_nTotalSize = 0;
@@ -165,5 +173,7 @@ private:
     CCopyReport m_report;
     std::shared_ptr<CCopyReportFile> m_pReportFile; // shared with who completes it for a worker that hangs
     CCopyPulse m_pulse;
+    std::unique_ptr<CReadAhead> m_pAhead; // while a copy runs
+    CWritePace m_pace;
     std::optional<bool> m_bListedAsLink; // the file that WriteFile is at
 };

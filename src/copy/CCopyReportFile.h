@@ -1,7 +1,7 @@
 #pragma once
 
 #include "copy/CCopyReportText.h"
-#include "copy/CDescriptor.h"
+#include "files/CDescriptor.h"
 #include "copy/STCopyAccount.h"
 
 #include <QByteArray>

@@ -2,6 +2,9 @@
 
 #include "copy/CCopyControl.h"
 #include "copy/STCopyOutcome.h"
+#include "flow/STExpectedFile.h"
+
+#include <QVector>
 
 #include <optional>
 
@@ -18,6 +21,12 @@ public:
 
     /** The copy comes to the item of that path at the source. */
     virtual void ItemBegins(const QString& strPath) = 0;
+
+    /** Whether it helps to be told now which files come next. */
+    virtual bool WantsMore() const { return false; }
+
+    /** The next files, in the order in which they will be copied, behind those told before. */
+    virtual void Expect(const QVector<STExpectedFile>& /*listFile*/) { }
 
     /** What is copied into, for the time of the copy. */
     virtual const CCopyDestination& Destination() const = 0;

@@ -1,6 +1,6 @@
 #include "copy/CDiskWalk.h"
 
-#include "copy/CDescriptor.h"
+#include "files/CDescriptor.h"
 #include "files/CFolderReader.h"
 
 #include <QFile>

@@ -3,6 +3,7 @@
 #include "copy/CCopyControl.h"
 
 #include <QDebug>
+#include <QElapsedTimer>
 #include <QThread>
 
 #include <cerrno>
@@ -147,6 +148,7 @@ bool CFileCopy::OpenSource()
         Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("another file has taken its place"));
         return false;
     }
+    m_control.SourceOpened(m_stOutcome.strPath, nDescriptor);
     // The size known so far may date from when the selection was counted.
     m_stOutcome.nExpected = m_stBegin.nSize;
     // Not zeroed: for a small file that would cost more than the copy itself.
@@ -229,8 +231,14 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
 qint64 CFileCopy::ReadPiece(int nLen, qint64 nPos)
 {
     m_control.StepBegins(ENCopyStep::READING);
+    QElapsedTimer timer;
+    timer.start();
     errno = 0;
-    return m_bTryOnce ? ReadOnce(nLen, nPos) : ReadAt(m_source, m_pBuffer.get(), nLen, nPos);
+    const qint64 nResult = m_bTryOnce ? ReadOnce(nLen, nPos) : ReadAt(m_source, m_pBuffer.get(), nLen, nPos);
+    const int nError = errno;
+    m_control.SourceRead(nResult, timer.nsecsElapsed() / 1000);
+    errno = nError;
+    return nResult;
 }
 
 /** The same by one call to the system, which does not try a bad place again as QFile does. */
@@ -275,6 +283,7 @@ bool CFileCopy::Write(qint64 nLen)
         Fail(ENCopyProblem::TARGET_WRITE, QStringLiteral("its target cannot be written"), errno);
         return false;
     }
+    m_control.TargetWritten(fileno(m_pTarget.get()), m_stOutcome.nCopied - nLen, nLen);
     return true;
 }
 
@@ -297,6 +306,9 @@ void CFileCopy::Finish()
     if (m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
         KeepTimes();
         CompareSource();
+    }
+    if (m_pTarget) {
+        m_control.TargetEnds(fileno(m_pTarget.get()));
     }
     // Some file systems tell only now that the bytes found no room.
     if (m_pTarget && fclose(m_pTarget.release()) != 0 && m_stOutcome.HasAllBytes()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "copy/CDescriptor.h"
+#include "files/CDescriptor.h"
 #include "copy/CSpotSearch.h"
 #include "copy/CSpotSource.h"
 #include "copy/STDamagedFile.h"

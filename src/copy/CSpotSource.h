@@ -2,7 +2,7 @@
 
 #include "copy/CByteRanges.h"
 #include "copy/CCopyPlatform.h"
-#include "copy/CDescriptor.h"
+#include "files/CDescriptor.h"
 #include "copy/STCopyOutcome.h"
 
 #include <QString>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "copy/CCopyPlatform.h"
-#include "copy/CDescriptor.h"
+#include "files/CDescriptor.h"
 
 #include <QByteArray>
 #include <QString>

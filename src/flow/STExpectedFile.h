@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QByteArray>
+#include <QtGlobal>
+
+/** A file that a copy will come to. */
+struct STExpectedFile
+{
+    QByteArray baPath = {}; ///< absolute path at the source, in the bytes of the disk
+    qint64 nSize = -1; ///< bytes; -1 when nobody knows without asking the disk
+};
