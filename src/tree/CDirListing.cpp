@@ -65,15 +65,6 @@ static bool Contains(const QString& strFolder, const QString& strPath)
     return strPath.startsWith(strFolder) && strPath.at(strFolder.size()) == QLatin1Char('/');
 }
 
-/** One path of exactly its length: the usual ways to join strings leave room for more in every node. */
-static QString Joined(const QString& strPrefix, const QString& strName)
-{
-    QString strPath(strPrefix.size() + strName.size(), Qt::Uninitialized);
-    std::copy(strPrefix.begin(), strPrefix.end(), strPath.begin());
-    std::copy(strName.begin(), strName.end(), strPath.begin() + strPrefix.size());
-    return strPath;
-}
-
 STDirListing CDirListing::List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip)
 {
     CFolderReader folder(QFile::encodeName(strFolder).constData());
@@ -86,7 +77,7 @@ STDirListing CDirListing::List(const QString& strFolder, std::initializer_list<Q
     stListing.listEntry.reserve(listFound.size());
     for (const STFoundName& stFound : qAsConst(listFound)) {
         stListing.listEntry.append(
-            {QFileInfo(Joined(strPrefix, stFound.strName)), stFound.strName, stFound.bDir, stFound.bLink});
+            {CNodeFileInfo(strPrefix, stFound.strName), stFound.strName, stFound.bDir, stFound.bLink});
     }
     return stListing;
 }

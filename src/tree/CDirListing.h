@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QFileInfo>
+#include "tree/CNodeFileInfo.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -10,7 +11,7 @@
 /** One entry of a listed folder. */
 struct STDirEntry
 {
-    QFileInfo fileInfo; ///< absolute path; nothing of the file has been read yet
+    CNodeFileInfo fileInfo; ///< absolute path; nothing of the file has been read yet
     QString strName; ///< file name
     bool bDir = false; ///< a folder, or a link to one
     bool bLink = false; ///< a symbolic link, of whatever target

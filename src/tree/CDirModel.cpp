@@ -430,7 +430,7 @@ void CDirModel::Parse(QString path)
     // before anything is shown or selected, so no view holds an index that the
     // wrong range could shift.
     beginInsertRows(QModelIndex(), 0, 1);
-    const STDirEntry stEntry{QFileInfo(path), path, stKind.bDir, stKind.bLink};
+    const STDirEntry stEntry{CNodeFileInfo(QFileInfo(path)), path, stKind.bDir, stKind.bLink};
     auto* pNode = new CDirNode(stEntry, m_pRoot);
     m_pRoot->AppendChild(pNode);
     endInsertRows();

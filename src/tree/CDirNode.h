@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tree/CNodeFileInfo.h"
+
 #include <QFileInfo>
 #include <QIcon>
 #include <QList>
@@ -123,7 +125,7 @@ public:
      */
     int CountUnlisted() const { return m_nUnlisted; }
 
-    QFileInfo m_fileInfo; ///< the entry; path, size and times come from it, read when first asked for
+    CNodeFileInfo m_fileInfo; ///< the entry, read as a QFileInfo: path, size and times come from it
     QIcon m_icon; ///< of the kind of entry; may be null
     qint32 m_chkState = Qt::Unchecked; ///< a Qt::CheckState: 0 unchecked, 1 partially checked, 2 checked
     bool m_bDir = false; ///< it was a folder, or a link to one, when the node was built

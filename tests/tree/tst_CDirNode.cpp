@@ -71,6 +71,7 @@ private slots:
     void hostileNameIsShownAndRead_data();
     void hostileNameIsShownAndRead();
     void memory();
+    void memoryBelowALongPath();
 
 private:
     /** The node of an entry of the test's folder, without parent; freed at the end with all below it. */
@@ -474,6 +475,24 @@ void tst_CDirNode::memory()
     const qint64 nEach = (HeapBytes() - nBefore) / nFiles - nNameBytes;
     QCOMPARE(node.m_listChild.size(), nFiles);
     QVERIFY2(nEach <= 700, qPrintable(QString::number(nEach)));
+}
+
+// The path of the folder is there once, however many entries it has.
+void tst_CDirNode::memoryBelowALongPath()
+{
+    if (HeapBytes() < 0) {
+        QSKIP("the memory in use cannot be asked for here");
+    }
+    const int nFiles = 20000;
+    const int nNameBytes = 2 * QString("document 10000.txt").size();
+    const QString strFolder = QString("/a folder with a name of forty characters").repeated(10).mid(1);
+    m_pTree->FillNumbered(strFolder + "/document %1.txt", 10000, 10000 + nFiles - 1);
+    CDirNode& node = Top(strFolder);
+    const qint64 nBefore = HeapBytes();
+    node.LoadChild();
+    const qint64 nEach = (HeapBytes() - nBefore) / nFiles - nNameBytes;
+    QCOMPARE(node.m_listChild.size(), nFiles);
+    QVERIFY2(nEach <= 200, qPrintable(QString::number(nEach)));
 }
 
 QTEST_MAIN(tst_CDirNode)
