@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+#include <random>
+
+/**
+ * A folder as it lies on a disk that has been in use for years: its files were made in
+ * another order than that of their names, with others between them that are gone since.
+ * So neither its names nor the order in which a folder is read tell where a file lies, and
+ * of two files that are neighbours on the disk every other one follows after a gap. It is
+ * the same each time.
+ */
+class CUsedFolder
+{
+public:
+    /** 800 files with 154 MB: notes and settings, documents, photos; some folders lie deep. */
+    static CUsedFolder Home();
+
+    /** nFiles of nSize bytes, 50 in a folder. */
+    static CUsedFolder Alike(int nFiles, qint64 nSize);
+
+    /** nFiles of nLeast to nMost bytes, 50 in a folder. */
+    static CUsedFolder Between(int nFiles, qint64 nLeast, qint64 nMost);
+
+    /** How many files it has. */
+    int Files() const { return m_listFile.size(); }
+
+    /** How many bytes they have together. */
+    qint64 Bytes() const;
+
+    /** Makes it as strFolder, and brings it to the disk. */
+    void Make(const QString& strFolder);
+
+    /** Once it is made: how many stretches of the disk its bytes lie in, with others in between. */
+    int Stretches(const QString& strFolder) const;
+
+private:
+    struct STFile
+    {
+        QString strPath; ///< in the folder
+        qint64 nSize = 0;
+    };
+
+    void Add(const QString& strPath, qint64 nSize) { m_listFile.append({strPath, nSize}); }
+    void AddEvenly(int nFiles, qint64 nLeast, qint64 nMost, const QString& strName);
+    qint64 Random(qint64 nLeast, qint64 nMost);
+    void Shuffle();
+
+    QVector<STFile> m_listFile;
+    std::minstd_rand m_random; // the same numbers on each system
+};
