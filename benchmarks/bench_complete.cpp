@@ -9,13 +9,11 @@
 // everything is on the disk. Times are medians; where there are more than a million
 // files, a copy is made only once.
 
+#include "EngineRun.h"
 #include "Measure.h"
-#include "copy/CCopyFileThread.h"
-#include "copy/CGetFileSizeThread.h"
 #include "files/CFileNameCodec.h"
 #include "support/CMadeMac.h"
 #include "support/CNodeTree.h"
-#include "support/ProcessUse.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -47,41 +45,6 @@ struct STStage
 
 } // namespace
 
-/** The most memory that the work has had beyond what there was before. */
-static qint64 AddedMiB(const std::function<void()>& fnWork)
-{
-    Require(ForgetPeakMemory(), QStringLiteral("forget the memory so far"));
-    const qint64 nBefore = PeakMemoryMiB();
-    fnWork();
-    return PeakMemoryMiB() - nBefore;
-}
-
-static qint64 Count(STStage& stStage)
-{
-    qint64 nBytes = -1;
-    CGetFileSizeThread count;
-    QObject::connect(
-        &count, &CGetFileSizeThread::SignalGetSizeFinish, &count, [&nBytes](qint64 nSize) { nBytes = nSize; },
-        Qt::DirectConnection);
-    count.SetRootNode(stStage.nodes.Root());
-    count.start();
-    count.wait();
-    return nBytes;
-}
-
-static STCopyAccount Copy(STStage& stStage)
-{
-    STCopyAccount stAccount;
-    CCopyFileThread worker;
-    QObject::connect(
-        &worker, &CCopyFileThread::SignalCopyAccount, &worker,
-        [&stAccount](const STCopyAccount& stEnd) { stAccount = stEnd; }, Qt::DirectConnection);
-    worker.SetCopyParam(stStage.nBytes, stStage.nodes.Root(), stStage.strDest, COPY_STATUS_RUN);
-    worker.start(QThread::TimeCriticalPriority);
-    worker.wait();
-    return stAccount;
-}
-
 static void Clean(const STStage& stStage)
 {
     Run(QStringLiteral("rm"), {QStringLiteral("-rf"), stStage.strDest});
@@ -97,13 +60,14 @@ static void CompareCount(STStage& stStage, qint64 nExpected)
     fnDu();
     for (int nRun = 0; nRun < RUNS; ++nRun) {
         listDu.push_back(Milliseconds(fnDu));
-        listCount.push_back(Milliseconds([&stStage] { stStage.nBytes = Count(stStage); }));
+        listCount.push_back(
+            Milliseconds([&stStage] { stStage.nBytes = CountByEngine(stStage.nodes.Root()); }));
     }
     Require(stStage.nBytes == nExpected, QStringLiteral("the count is wrong"));
     std::printf("count %.1f ms, du -s %.1f ms, ratio %.2f   (at most %.1f)\n", Median(listCount),
                 Median(listDu), Median(listCount) / Median(listDu), MOST_RATIO);
     std::printf("memory that the count adds: %lld MiB   (at most %d)\n",
-                AddedMiB([&stStage] { Count(stStage); }), MOST_MIB);
+                AddedMiB([&stStage] { CountByEngine(stStage.nodes.Root()); }), MOST_MIB);
     std::fflush(stdout);
 }
 
@@ -116,9 +80,11 @@ static void CompareCopy(STStage& stStage, qint64 nExpected)
     qint64 nAdded = 0;
     for (int nRun = 0; nRun < stStage.nCopies; ++nRun) {
         STCopyAccount stAccount;
-        nAdded
-            = qMax(nAdded,
-                   AddedMiB([&] { listEngine.push_back(Milliseconds([&] { stAccount = Copy(stStage); })); }));
+        nAdded = qMax(nAdded, AddedMiB([&] {
+                          listEngine.push_back(Milliseconds([&] {
+                              stAccount = CopyByEngine(stStage.nodes.Root(), stStage.nBytes, stStage.strDest);
+                          }));
+                      }));
         Require(stAccount.IsWhole() && stAccount.nFiles == nExpected,
                 QStringLiteral("the copy is not whole"));
         Clean(stStage);
@@ -202,7 +168,7 @@ int main(int argc, char* argv[])
                 static_cast<long long>(stMade.nBytes));
     CompareCount(stStage, stMade.nBytes);
     CompareCopy(stStage, stMade.nFiles);
-    const double nWholeMs = Milliseconds([&stStage] { Count(stStage); });
+    const double nWholeMs = Milliseconds([&stStage] { CountByEngine(stStage.nodes.Root()); });
     std::printf("a stop is felt after %.1f ms while it counts, %.1f ms while it copies   (at most %.0f)\n",
                 CountStopMs(stStage, nWholeMs), CopyStopMs(stStage), MOST_STOP_MS);
     // Faster than one by one.

@@ -99,7 +99,7 @@ static void PrintMemory(const QString& strVolume)
     });
     std::printf("nodes:                     %8lld\n", static_cast<long long>(nNodes));
     std::printf("bytes a node, all in all:  %8.1f\n", double(nBytes) / double(nNodes));
-    std::printf("bytes beyond the name:     %8.1f   (at most 700)\n",
+    std::printf("bytes beyond the name:     %8.1f   (at most 200)\n",
                 double(nBytes - nNameBytes) / double(nNodes));
 }
 
