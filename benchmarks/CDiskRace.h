@@ -57,6 +57,9 @@ public:
     double LeastSourceMs() const;
     double LeastStickMs() const;
 
+    /** How many seeks of the source's head that takes, beside what leads to the files. */
+    int LeastSeeks() const { return m_nStretches; }
+
     /** Runs a command instead, with the places in its environment; returns what it ends with. */
     int RunCommand(const QStringList& listCommand);
 
@@ -74,5 +77,5 @@ private:
     std::unique_ptr<CSlowDisk> m_pSource;
     std::unique_ptr<CSlowDisk> m_pStick;
     CNodeTree m_nodes;
-    int m_nStretches = 0; // of the source, each of which takes a seek
+    int m_nStretches = 0; // of the source's disk in which the files lie
 };

@@ -16,8 +16,6 @@
 static const qint64 KB = 1000;
 static const qint64 MB = 1000 * KB;
 static const int FILES_OF_FOLDER = 50;
-static const qint64 LEAST_BETWEEN = 4 * KB;
-static const qint64 MOST_BETWEEN = 64 * KB;
 
 static const quint32 MOST_EXTENTS = 64;
 
@@ -155,7 +153,7 @@ void CUsedFolder::Make(const QString& strFolder)
         WriteFile(strPath, stFile.nSize);
         if (nFile % 2 == 0) {
             listBetween.append(strPath + ".old");
-            WriteFile(listBetween.constLast(), Random(LEAST_BETWEEN, MOST_BETWEEN));
+            WriteFile(listBetween.constLast(), stFile.nSize); // of the same size, or it lies elsewhere
         }
         if (nFile % BATCH == 0) {
             BringToDisk(strFolder);

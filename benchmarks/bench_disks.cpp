@@ -42,8 +42,7 @@ struct STRow
 {
     QString strTitle;
     QVector<std::vector<STRaceRun>> listEntrant; ///< the runs of each
-    double nLeastHanded = 0; ///< ms
-    double nLeastOnDisk = 0;
+    STRaceRun stLeast; ///< what the disks allow
     double nSleeps = 0; ///< ms that the engine sleeps in all
     bool bEngineAlone = false;
 };
@@ -91,8 +90,10 @@ static STRow Measure(const STRaceCourse& stCourse, int nRuns, bool bComplete)
     STRow stRow;
     stRow.strTitle = stCourse.strTitle;
     stRow.bEngineAlone = stCourse.bEngineAlone || qEnvironmentVariableIsSet("TARNWICK_BENCH_ALONE");
-    stRow.nLeastHanded = race.LeastSourceMs();
-    stRow.nLeastOnDisk = qMax(race.LeastSourceMs(), race.LeastStickMs());
+    stRow.stLeast.nHanded = race.LeastSourceMs();
+    stRow.stLeast.nOnDisk = qMax(race.LeastSourceMs(), race.LeastStickMs());
+    stRow.stLeast.stSource = {0, race.LeastSeeks(), 0, race.LeastSourceMs()};
+    stRow.stLeast.stStick = {0, 0, 0, race.LeastStickMs()};
     stRow.nSleeps = stCourse.folder.Files() * SleepMs();
     const int nEntrants = stRow.bEngineAlone ? 1 : CDiskRace::Entrants().size();
     stRow.listEntrant.resize(nEntrants);
@@ -127,7 +128,7 @@ static int BestPeer(const STRow& stRow, double STRaceRun::*pTime)
     return nBest;
 }
 
-static void PrintHead(const QString& strTitle, const QStringList& listColumn)
+static void PrintTop(const QString& strTitle, const QStringList& listColumn)
 {
     std::printf("\n%s\n\n| Work |", qPrintable(strTitle));
     for (const QString& strColumn : listColumn) {
@@ -140,10 +141,9 @@ static void PrintHead(const QString& strTitle, const QStringList& listColumn)
     std::printf("\n");
 }
 
-static void PrintTimes(const QString& strTitle, const QVector<STRow>& listRow, double STRaceRun::*pTime,
-                       double STRow::*pLeast)
+static void PrintTimes(const QString& strTitle, const QVector<STRow>& listRow, double STRaceRun::*pTime)
 {
-    PrintHead(strTitle, CDiskRace::Entrants() + QStringList{"ratio", "the disks allow"});
+    PrintTop(strTitle, CDiskRace::Entrants() + QStringList{"ratio", "the disks allow"});
     for (const STRow& stRow : listRow) {
         if (stRow.bEngineAlone) {
             continue;
@@ -154,7 +154,7 @@ static void PrintTimes(const QString& strTitle, const QVector<STRow>& listRow, d
         }
         const double nBest = MedianOf(stRow.listEntrant.at(BestPeer(stRow, pTime)), pTime);
         const double nLeast
-            = stRow.*pLeast > 0 ? stRow.*pLeast : nBest + stRow.nSleeps; // memory: the sleeps alone
+            = stRow.stLeast.*pTime > 0 ? stRow.stLeast.*pTime : nBest + stRow.nSleeps; // memory: the sleeps
         std::printf(" **%.2f** | %.2f |\n", MedianOf(stRow.listEntrant.at(0), pTime) / nBest, nLeast / nBest);
     }
 }
@@ -167,30 +167,35 @@ static const STRaceRun& Typical(const std::vector<STRaceRun>& listRun)
                          [nMedian](const STRaceRun& stRun) { return stRun.nOnDisk == nMedian; });
 }
 
+static void PrintHead(const STRow& stRow, const QString& strWho, const STRaceRun& stRun)
+{
+    std::printf("| %s | %s | %lld | %.2f | %lld | %.2f | %.2f |\n", qPrintable(stRow.strTitle),
+                qPrintable(strWho), static_cast<long long>(stRun.stSource.nSeeks),
+                stRun.stSource.nBusyMs / 1000, static_cast<long long>(stRun.stStick.nSeeks),
+                stRun.stStick.nBusyMs / 1000, stRun.nOnDisk / 1000);
+}
+
 static void PrintHeads(const QVector<STRow>& listRow)
 {
-    PrintHead("Seeks, and seconds in which the head was busy, until the disk has it:",
-              {"", "source", "", "stick", "", "all"});
+    PrintTop("Seeks, and seconds in which the heads were busy, until the disk has it:",
+             {"", "seeks, source", "busy, source", "seeks, stick", "busy, stick", "all"});
     for (const STRow& stRow : listRow) {
-        QVector<int> listShown{0};
+        if (stRow.stLeast.nOnDisk == 0) {
+            continue; // no disks
+        }
+        PrintHead(stRow, CDiskRace::Entrants().at(0), Typical(stRow.listEntrant.at(0)));
         if (!stRow.bEngineAlone) {
-            listShown.append(BestPeer(stRow, &STRaceRun::nOnDisk));
+            const int nBest = BestPeer(stRow, &STRaceRun::nOnDisk);
+            PrintHead(stRow, CDiskRace::Entrants().at(nBest), Typical(stRow.listEntrant.at(nBest)));
         }
-        for (const int nEntrant : listShown) {
-            const STRaceRun& stRun = Typical(stRow.listEntrant.at(nEntrant));
-            std::printf("| %s | %s | %lld | %.2f s | %lld | %.2f s | %.2f s |\n", qPrintable(stRow.strTitle),
-                        qPrintable(CDiskRace::Entrants().at(nEntrant)),
-                        static_cast<long long>(stRun.stSource.nSeeks), stRun.stSource.nBusyMs / 1000,
-                        static_cast<long long>(stRun.stStick.nSeeks), stRun.stStick.nBusyMs / 1000,
-                        stRun.nOnDisk / 1000);
-        }
+        PrintHead(stRow, "the files alone", stRow.stLeast);
     }
 }
 
 static void PrintBar(const QVector<STRow>& listRow)
 {
-    PrintHead("Seconds in which the engine's bar stands, of the median:",
-              {"at the last percent, until the end", "longest", "all"});
+    PrintTop("Seconds in which the engine's bar stands, of the median:",
+             {"at the last percent, until the end", "longest", "all"});
     for (const STRow& stRow : listRow) {
         const STRaceRun& stRun = Typical(stRow.listEntrant.at(0));
         std::printf("| %s | %.2f | %.2f | %.2f |\n", qPrintable(stRow.strTitle),
@@ -225,8 +230,8 @@ static void Race(const QVector<STRaceCourse>& listCourse, bool bComplete)
     }
     std::printf("%s; medians of %d, in seconds.\n", bComplete ? "Complete rescue" : "Ticked items", nRuns);
     if (!std::all_of(listRow.begin(), listRow.end(), [](const STRow& stRow) { return stRow.bEngineAlone; })) {
-        PrintTimes("Until the last byte is handed over:", listRow, &STRaceRun::nHanded, &STRow::nLeastHanded);
-        PrintTimes("Until the disk has it:", listRow, &STRaceRun::nOnDisk, &STRow::nLeastOnDisk);
+        PrintTimes("Until the last byte is handed over:", listRow, &STRaceRun::nHanded);
+        PrintTimes("Until the disk has it:", listRow, &STRaceRun::nOnDisk);
     }
     PrintHeads(listRow);
     PrintBar(listRow);

@@ -143,10 +143,10 @@ int main(int argc, char* argv[])
     const QTemporaryDir dir(QCoreApplication::arguments().value(1, QDir::tempPath()) + "/bench_growth");
     Require(dir.isValid(), dir.errorString());
 
-    std::printf(
-        "Each file costs:\n\n"
-        "| Files | listing | bytes of its node and name | counting | copy of what is ticked | memory that adds "
-        "| complete copy | memory that adds | cp -a |\n|---|---|---|---|---|---|---|---|---|\n");
+    std::printf("Each file costs:\n\n"
+                "| Files | listing | bytes of its node and name | counting | copy of what is ticked | memory "
+                "that adds "
+                "| complete copy | memory that adds | cp -a |\n|---|---|---|---|---|---|---|---|---|\n");
     for (int nFiles = LEAST_FILES; nFiles <= nMost; nFiles *= 10) {
         const QString strSource = dir.filePath("source");
         const qint64 nBytes = MakeTree(strSource, nFiles);
