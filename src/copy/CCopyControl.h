@@ -1,5 +1,6 @@
 #pragma once
 
+#include "copy/CCopyPlatform.h"
 #include "copy/ENCopyStep.h"
 
 #include <QtGlobal>
@@ -29,6 +30,15 @@ public:
      * room that the copy has kept for itself. False when that cannot help.
      */
     virtual bool MakeRoom(qint64 nBytes) = 0;
+
+    /**
+     * Gives the open target the times of the state; false when the disk does not keep them,
+     * with the reason in errno, 0 when it has only said that it does.
+     */
+    virtual bool KeepTimes(int nDescriptor, const STFileState& stState)
+    {
+        return CCopyPlatform::KeepTimes(nDescriptor, stState);
+    }
 
     /** The file of that path at the source was opened, before its first byte is read. */
     virtual void SourceOpened(const QString& /*strPath*/, int /*nDescriptor*/) { }

@@ -1,12 +1,17 @@
 #include "copy/CCopyDestination.h"
 
 #include "copy/CCopyPlatform.h"
+#include "log/CClock.h"
 
 #include <QDir>
 
 #include <cerrno>
 #include <unistd.h>
 #include <utility>
+
+// A disk that is put in place of another one takes longer to be there. Where one was only
+// taken away nothing can be made below the folder, as that went with it.
+static const qint64 TRUST_MS = 100;
 
 /** The file system that holds the path, or would hold it once it is made. */
 static std::optional<quint64> NearestDevice(QString strPath)
@@ -61,8 +66,12 @@ bool CCopyDestination::Flush() const
 
 std::shared_ptr<const CDescriptor> CCopyDestination::Parent() const { return m_pParent; }
 
-std::optional<STCopyReason> CCopyDestination::MakeFolder(const QString& strFolder) const
+std::optional<STCopyReason> CCopyDestination::MakeFolder(const QString& strFolder)
 {
+    if (strFolder == m_strMade && CClock::SteadyMs() - m_nMadeMs < TRUST_MS) {
+        return std::nullopt;
+    }
+    m_strMade.clear();
     // Where the stick was mounted an empty folder may be left: making the path
     // again would fill the disk that the machine runs from.
     if (IsGone()) {
@@ -70,6 +79,8 @@ std::optional<STCopyReason> CCopyDestination::MakeFolder(const QString& strFolde
     }
     errno = 0;
     if (QDir().mkpath(strFolder)) {
+        m_strMade = strFolder;
+        m_nMadeMs = CClock::SteadyMs();
         return std::nullopt;
     }
     return STCopyReason{ENCopyProblem::TARGET_FOLDER, QStringLiteral("its target folder cannot be created"),

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "files/CDescriptor.h"
 #include "copy/STCopyOutcome.h"
+#include "files/CDescriptor.h"
 
 #include <QFileInfo>
 #include <QString>
@@ -33,9 +33,17 @@ public:
 
     /**
      * Makes a folder below this one, with its parents. Gives the reason when it is
-     * not there afterwards; a destination on another disk than before is gone.
+     * not there afterwards; a destination on another disk than before is gone. The disk
+     * is asked once for the many files of a folder: a tenth of a second long the folder that
+     * was made last is taken to be there.
      */
-    std::optional<STCopyReason> MakeFolder(const QString& strFolder) const;
+    std::optional<STCopyReason> MakeFolder(const QString& strFolder);
+
+    /**
+     * Something could not be made in the folder that was made last: it is not taken to
+     * be there any more.
+     */
+    void ForgetFolder() { m_strMade.clear(); }
 
     /**
      * The name for the copy of source: strTarget when nothing readable has it, else
@@ -47,4 +55,6 @@ private:
     QString m_strPath;
     std::optional<quint64> m_nDevice; // file system that holds the folder
     std::shared_ptr<const CDescriptor> m_pParent; // null when it cannot be opened
+    QString m_strMade; // the folder that was made last
+    qint64 m_nMadeMs = 0; // when that was, by the steady clock
 };

@@ -99,6 +99,7 @@ void CCopyFileThread::run()
     m_pulse.Begin(m_strDestPath);
     m_report.Reset();
     m_destination = CCopyDestination(m_strDestPath);
+    m_times.Begin();
 
     const std::unique_ptr<CCopyWalk> pWalk = CWalkChoice::Of(*m_pRootNode, *this, m_strDestPath);
     Begin(pWalk->Sources());
@@ -202,11 +203,24 @@ void CCopyFileThread::CopyListedFile(const QFileInfo& source, const QString& str
 /** Copies of what the node knows: the node itself may be gone after a stop. */
 void CCopyFileThread::CopyListed(QFileInfo source, const QString& strFolder, bool bLink, qint64 nChunk)
 {
-    m_bListedAsLink = bLink;
-    QString strTarget = strFolder + '/' + source.fileName();
+    CFileCopy copy(source, strFolder, nChunk, *this, bLink);
+    copy.WantNewTarget([&](QString& strTarget) { return FindTarget(strTarget, strFolder, source); });
+    BookFile(copy.Copy(strFolder + '/' + source.fileName()));
+}
+
+/** A name for a file whose own could not be made, for the reason in errno. */
+std::optional<STCopyReason> CCopyFileThread::FindTarget(QString& strTarget, const QString& strFolder,
+                                                        const QFileInfo& source)
+{
+    if (errno != EEXIST) {
+        // The folder may be gone, or all of the disk.
+        m_destination.ForgetFolder();
+        if (std::optional<STCopyReason> stReason = MakeFolder(strFolder)) {
+            return stReason;
+        }
+    }
     DealExistingFile(strTarget, strFolder, source);
-    DealCopyFile(strTarget, strFolder, source, nChunk);
-    m_bListedAsLink = std::nullopt;
+    return std::nullopt;
 }
 
 void CCopyFileThread::DealExistingFile(QString& strTarget, QString strFolder, QFileInfo source)
@@ -217,7 +231,7 @@ void CCopyFileThread::DealExistingFile(QString& strTarget, QString strFolder, QF
 
 void CCopyFileThread::DealCopyFile(QString& strTarget, QString strFolder, QFileInfo source, qint64 nChunk)
 {
-    CFileCopy copy(source, std::move(strFolder), nChunk, *this, m_bListedAsLink);
+    CFileCopy copy(source, std::move(strFolder), nChunk, *this);
     BookFile(copy.Copy(strTarget));
 }
 
@@ -285,6 +299,11 @@ void CCopyFileThread::Expect(const QVector<STExpectedFile>& listFile)
     if (m_pAhead) {
         m_pAhead->Expect(listFile);
     }
+}
+
+bool CCopyFileThread::KeepTimes(int nDescriptor, const STFileState& stState)
+{
+    return m_times.Keep(nDescriptor, stState);
 }
 
 void CCopyFileThread::SourceOpened(const QString& strPath, int nDescriptor)

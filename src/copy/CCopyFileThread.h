@@ -6,6 +6,7 @@
 #include "copy/CCopyReport.h"
 #include "copy/CCopyReportFile.h"
 #include "copy/CCopyWork.h"
+#include "copy/CKeptTimes.h"
 #include "copy/ENCopyStatus.h"
 #include "copy/STCopyAccount.h"
 #include "flow/CReadAhead.h"
@@ -137,6 +138,8 @@ private:
     void Begin(const QStringList& listSource);
     STCopyEnd Finish();
     void CopyListed(QFileInfo source, const QString& strFolder, bool bLink, qint64 nChunk);
+    std::optional<STCopyReason> FindTarget(QString& strTarget, const QString& strFolder,
+                                           const QFileInfo& source);
     ENCopyFlush FlushDestination(bool bStopped, bool bGone);
     bool IsStopped() const override;
     void ItemBegins(const QString& strPath) override;
@@ -156,6 +159,7 @@ private:
     bool MakeRoom(qint64 nBytes) override;
     bool WantsMore() const override;
     void Expect(const QVector<STExpectedFile>& listFile) override;
+    bool KeepTimes(int nDescriptor, const STFileState& stState) override;
     void SourceOpened(const QString& strPath, int nDescriptor) override;
     void SourceRead(qint64 nResult, qint64 nUs) override;
     void TargetWritten(int nDescriptor, qint64 nFrom, qint64 nBytes) override;
@@ -175,5 +179,5 @@ private:
     CCopyPulse m_pulse;
     std::unique_ptr<CReadAhead> m_pAhead; // while a copy runs
     CWritePace m_pace;
-    std::optional<bool> m_bListedAsLink; // the file that WriteFile is at
+    CKeptTimes m_times;
 };

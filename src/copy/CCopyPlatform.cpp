@@ -86,6 +86,11 @@ int CCopyPlatform::OpenForRead(const QString& strPath, bool bFollowLink)
     return open(QFile::encodeName(strPath).constData(), nFlags);
 }
 
+int CCopyPlatform::CreateNew(const QString& strPath)
+{
+    return open(QFile::encodeName(strPath).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+}
+
 int CCopyPlatform::OpenForWrite(const QString& strPath)
 {
     const int nFlags = O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;

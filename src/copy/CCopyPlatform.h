@@ -104,6 +104,9 @@ public:
      */
     static int OpenForDirectRead(const QString& strPath);
 
+    /** Makes an empty file and opens it for writing. -1 on failure, EEXIST when anything has that name. */
+    static int CreateNew(const QString& strPath);
+
     /** Opens a file that is there for writing, no link, and leaves it as it is. -1 on failure. */
     static int OpenForWrite(const QString& strPath);
 

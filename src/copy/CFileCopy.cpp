@@ -20,32 +20,32 @@ static const unsigned long CHUNK_SLEEP_US = 100; // keeps the machine responsive
 CFileCopy::CFileCopy(const QFileInfo& source, QString strFolder, qint64 nChunk, CCopyControl& control,
                      std::optional<bool> bListedAsLink)
     : m_control(control)
+    , m_listed(source)
     , m_strName(source.fileName())
     , m_strFolder(std::move(strFolder))
     , m_nChunk(qMax<qint64>(nChunk, 1))
     , m_bListedAsLink(bListedAsLink)
 {
-    m_control.StepBegins(ENCopyStep::READING);
     m_stOutcome.strPath = source.absoluteFilePath();
-    m_stOutcome.nExpected = source.size();
 }
 
 STCopyOutcome CFileCopy::Copy(const QString& strTarget)
 {
-    CopyOnce(strTarget);
+    m_strTarget = strTarget;
+    CopyOnce();
     // Where the disk says only at the end that the bytes found no room, all are written again.
     while (m_stOutcome.stReason.enProblem == ENCopyProblem::TARGET_CLOSE
            && IsNoRoom(m_stOutcome.stReason.nError) && m_control.MakeRoom(0)) {
         BeginAnew();
-        CopyOnce(strTarget);
+        CopyOnce();
     }
     m_stOutcome.nTold = m_nTold;
     return m_stOutcome;
 }
 
-void CFileCopy::CopyOnce(const QString& strTarget)
+void CFileCopy::CopyOnce()
 {
-    if (LookAtSource() && OpenTarget(strTarget) && OpenSource()) {
+    if (LookAtSource() && OpenTarget() && OpenSource()) {
         MoveBytes();
     }
     Finish();
@@ -59,7 +59,8 @@ void CFileCopy::BeginAnew()
     m_stOutcome.nCopied = 0;
     m_stFailure.reset();
     m_nOffset = 0;
-    m_source.close();
+    m_file.close();
+    m_source.Reset();
 }
 
 /** Looks at the source without opening it, as opening some may hang or set something off. */
@@ -70,6 +71,7 @@ bool CFileCopy::LookAtSource()
     m_bLink = m_stFound && m_stFound->enKind == ENFileKind::LINK;
     if (m_bLink) {
         if (m_bListedAsLink == false) {
+            m_stOutcome.nExpected = m_listed.size();
             Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("a link has taken its place"));
             return false;
         }
@@ -77,6 +79,8 @@ bool CFileCopy::LookAtSource()
         m_stFound = CCopyPlatform::GetPathState(m_stOutcome.strPath);
         m_stOutcome.bLeavesVolume = m_stFound && m_stFound->nDevice != nDevice;
     }
+    const bool bFile = m_stFound && m_stFound->enKind == ENFileKind::REGULAR;
+    m_stOutcome.nExpected = bFile ? m_stFound->nSize : m_listed.size();
     if (m_stFound && m_stFound->enKind == ENFileKind::SPECIAL) {
         Fail(ENCopyProblem::SPECIAL_FILE, QStringLiteral("a pipe, socket or device"));
         return false;
@@ -93,32 +97,60 @@ qint64 CFileCopy::ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos)
     return nRead < 0 ? READ_FAILED : nRead;
 }
 
-bool CFileCopy::OpenTarget(const QString& strTarget)
+bool CFileCopy::OpenTarget()
 {
     m_control.StepBegins(ENCopyStep::WRITING);
-    m_pTarget.reset(CreateTarget(strTarget));
+    m_pTarget.reset(m_fnOther ? CreateNewTarget() : nullptr);
+    if (!m_pTarget && m_fnOther) {
+        if (const std::optional<STCopyReason> stReason = m_fnOther(m_strTarget)) {
+            Fail(*stReason);
+            return false;
+        }
+    }
+    m_fnOther = nullptr; // from now on the name is the copy's own
+    if (!m_pTarget) {
+        m_pTarget.reset(CreateTarget());
+    }
     if (!m_pTarget) {
         const int nError = errno;
         if (QFileInfo::exists(m_strFolder)) {
             Fail({ENCopyProblem::TARGET_CREATE, QStringLiteral("its target cannot be created"), nError,
-                  strTarget});
+                  m_strTarget});
         } else {
             Fail(STCopyReason::DestinationGone());
         }
         return false;
     }
-    CCopyPlatform::KeepFromChildren(fileno(m_pTarget.get()));
     // The pieces are large already; a buffer between would copy them once more.
     setvbuf(m_pTarget.get(), nullptr, _IONBF, 0);
     return true;
 }
 
-FILE* CFileCopy::CreateTarget(const QString& strTarget)
+/** Opens the target if nothing has its name. */
+FILE* CFileCopy::CreateNewTarget()
 {
-    const QByteArray baTarget = QFile::encodeName(strTarget);
+    const int nDescriptor = CCopyPlatform::CreateNew(m_strTarget);
+    if (nDescriptor == -1) {
+        return nullptr;
+    }
+    FILE* const pFile = fdopen(nDescriptor, "wb");
+    if (pFile == nullptr) {
+        close(nDescriptor);
+        m_fnOther = nullptr; // the name is the copy's own already
+    }
+    return pFile;
+}
+
+/** Opens the target, whatever was in it before. */
+FILE* CFileCopy::CreateTarget()
+{
+    const QByteArray baTarget = QFile::encodeName(m_strTarget);
     FILE* pFile = fopen(baTarget.constData(), "wb");
     while (pFile == nullptr && IsNoRoom(errno) && m_control.MakeRoom(0)) {
         pFile = fopen(baTarget.constData(), "wb");
+    }
+    if (pFile != nullptr) {
+        CCopyPlatform::KeepFromChildren(fileno(pFile));
     }
     return pFile;
 }
@@ -126,19 +158,44 @@ FILE* CFileCopy::CreateTarget(const QString& strTarget)
 bool CFileCopy::OpenSource()
 {
     m_control.StepBegins(ENCopyStep::READING);
-    const int nDescriptor = CCopyPlatform::OpenForRead(m_stOutcome.strPath, m_bLink || !m_stFound);
+    m_source.Reset(CCopyPlatform::OpenForRead(m_stOutcome.strPath, m_bLink || !m_stFound));
     const int nError = errno;
-    if (nDescriptor == -1 && nError == ELOOP && !m_bLink && m_stFound) {
+    if (!m_source.IsOpen() && nError == ELOOP && !m_bLink && m_stFound) {
         Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("a link has taken its place"));
         return false;
     }
-    const QIODevice::OpenMode mode = QIODevice::ReadOnly | QIODevice::Unbuffered;
-    if (nDescriptor == -1 || !m_source.open(nDescriptor, mode, QFileDevice::AutoCloseHandle)) {
+    if (!m_source.IsOpen()) {
         qDebug("open file failed");
         Fail(ENCopyProblem::SOURCE_OPEN, QStringLiteral("open file failed"), nError);
         return false;
     }
-    const std::optional<STFileState> stState = CCopyPlatform::GetOpenState(nDescriptor);
+    m_bSmall = IsSmall();
+    m_bSettled = false;
+    if (m_bSmall) {
+        m_stBegin = *m_stFound;
+    } else if (!LookAtOpened()) {
+        return false;
+    }
+    m_control.SourceOpened(m_stOutcome.strPath, m_source.Get());
+    // Not zeroed: for a small file that would cost more than the copy itself.
+    m_pBuffer.reset(new (std::nothrow) char[size_t(m_nChunk)]);
+    if (!m_pBuffer) {
+        Fail(ENCopyProblem::NO_MEMORY, QStringLiteral("not enough memory"));
+    }
+    return bool(m_pBuffer);
+}
+
+/** Whether the source was a file of one piece when it was looked at. */
+bool CFileCopy::IsSmall() const
+{
+    return m_stFound && m_stFound->enKind == ENFileKind::REGULAR && m_stFound->nSize > 0
+        && m_stFound->nSize <= qMin(PIECE, m_nChunk);
+}
+
+/** Looks at what was opened: whether it is what was looked at before, and its size. */
+bool CFileCopy::LookAtOpened()
+{
+    const std::optional<STFileState> stState = CCopyPlatform::GetOpenState(m_source.Get());
     if (!stState || stState->enKind != ENFileKind::REGULAR) {
         Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("no longer a file"));
         return false;
@@ -148,15 +205,8 @@ bool CFileCopy::OpenSource()
         Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("another file has taken its place"));
         return false;
     }
-    m_control.SourceOpened(m_stOutcome.strPath, nDescriptor);
-    // The size known so far may date from when the selection was counted.
     m_stOutcome.nExpected = m_stBegin.nSize;
-    // Not zeroed: for a small file that would cost more than the copy itself.
-    m_pBuffer.reset(new (std::nothrow) char[size_t(m_nChunk)]);
-    if (!m_pBuffer) {
-        Fail(ENCopyProblem::NO_MEMORY, QStringLiteral("not enough memory"));
-    }
-    return bool(m_pBuffer);
+    return true;
 }
 
 /** Whether what was opened is what was looked at. */
@@ -203,8 +253,11 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
     qint64 nMoved = 0;
     while (nMoved < nLen) {
         const int nPiece = int(qMin(nLen - nMoved, PIECE));
-        const qint64 nRead = ReadPiece(nPiece, m_nOffset + nMoved);
+        const qint64 nRead = m_bSmall ? ReadSmall(nPiece) : ReadPiece(nPiece, m_nOffset + nMoved);
         const int nError = errno;
+        if (m_stOutcome.enEnd != ENCopyEnd::WHOLE) {
+            return std::nullopt;
+        }
         if (nRead < 0 && nMoved > 0) {
             // As with one large read, what came before the bad place is a short
             // chunk of its own, and the next chunk meets the failure at its start.
@@ -227,18 +280,63 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
     return nMoved;
 }
 
-/** ReadAt, with the reason of a failure in errno. */
+/**
+ * ReadPiece for all of a small file, which is looked at afterwards: when it is as it was before it
+ * was opened, then what was read is the whole of it, and what becomes of it later is
+ * nothing to the copy. Else it is dealt with as any other, from its beginning.
+ */
+qint64 CFileCopy::ReadSmall(int nLen)
+{
+    const qint64 nRead = ReadPiece(nLen, 0);
+    const int nError = errno;
+    m_bSmall = false;
+    const std::optional<STFileState> stNow = CCopyPlatform::GetOpenState(m_source.Get());
+    const bool bSame = stNow && stNow->enKind == ENFileKind::REGULAR && !stNow->bRemoved
+        && stNow->IsSameContent(*m_stFound);
+    m_bSettled = bSame && nRead == nLen;
+    if (!bSame && LookAtOpened() && nRead >= 0) {
+        return ReadPiece(nLen, 0);
+    }
+    errno = nError;
+    return nRead;
+}
+
+/** Read, with the reason of a failure in errno. */
 qint64 CFileCopy::ReadPiece(int nLen, qint64 nPos)
 {
     m_control.StepBegins(ENCopyStep::READING);
     QElapsedTimer timer;
     timer.start();
     errno = 0;
-    const qint64 nResult = m_bTryOnce ? ReadOnce(nLen, nPos) : ReadAt(m_source, m_pBuffer.get(), nLen, nPos);
+    const qint64 nResult = Read(nLen, nPos);
     const int nError = errno;
     m_control.SourceRead(nResult, timer.nsecsElapsed() / 1000);
     errno = nError;
     return nResult;
+}
+
+/** ReadAt of the source, for what was just opened without the way to its beginning. */
+qint64 CFileCopy::Read(int nLen, qint64 nPos)
+{
+    if (!m_bSmall) {
+        return m_bTryOnce ? ReadOnce(nLen, nPos) : ReadAt(SourceFile(), m_pBuffer.get(), nLen, nPos);
+    }
+    const qint64 nRead = ReadHere(nLen, nPos);
+    if (m_bTryOnce || nRead <= 0 || nRead == nLen) {
+        return nRead;
+    }
+    const qint64 nMore = ReadAt(SourceFile(), m_pBuffer.get() + nRead, int(nLen - nRead), nPos + nRead);
+    return nRead + qMax<qint64>(0, nMore);
+}
+
+/** The source for QFile, which is not needed for a small file. */
+QFile& CFileCopy::SourceFile()
+{
+    if (!m_file.isOpen()) {
+        m_file.open(m_source.Get(), QIODevice::ReadOnly | QIODevice::Unbuffered,
+                    QFileDevice::DontCloseHandle);
+    }
+    return m_file;
 }
 
 /** The same by one call to the system, which does not try a bad place again as QFile does. */
@@ -248,20 +346,23 @@ qint64 CFileCopy::ReadOnce(int nLen, qint64 nPos)
         errno = m_stFailure->nError;
         return m_stFailure->nResult;
     }
-    if (!m_source.seek(nPos)) {
-        return SEEK_FAILED;
-    }
+    return SourceFile().seek(nPos) ? ReadHere(nLen, nPos) : SEEK_FAILED;
+}
+
+/** The same where the source stands, which is at nPos. */
+qint64 CFileCopy::ReadHere(int nLen, qint64 nPos)
+{
     ssize_t nRead = -1;
     do {
         errno = 0;
-        nRead = read(m_source.handle(), m_pBuffer.get(), size_t(nLen));
+        nRead = read(m_source.Get(), m_pBuffer.get(), size_t(nLen));
     } while (nRead < 0 && errno == EINTR);
     const int nError = errno;
     if (nRead < 0) {
         m_stFailure = STFailure{READ_FAILED, nError};
     } else if (nRead < nLen) {
         // Short of what the file has, the rest of the piece was tried and failed.
-        const std::optional<STFileState> stNow = CCopyPlatform::GetOpenState(m_source.handle());
+        const std::optional<STFileState> stNow = CCopyPlatform::GetOpenState(m_source.Get());
         if (stNow && nRead > 0 && nPos + nRead < stNow->nSize) {
             m_stFailure = STFailure{READ_FAILED, EIO};
         }
@@ -318,7 +419,7 @@ void CFileCopy::Finish()
 
 void CFileCopy::KeepTimes()
 {
-    if (!CCopyPlatform::KeepTimes(fileno(m_pTarget.get()), m_stBegin)) {
+    if (!m_control.KeepTimes(fileno(m_pTarget.get()), m_stBegin)) {
         Fail(ENCopyProblem::TIME_LOST, QStringLiteral("its time cannot be kept"), errno);
     }
 }
@@ -326,7 +427,8 @@ void CFileCopy::KeepTimes()
 /** Looks whether the source is still what was copied. */
 void CFileCopy::CompareSource()
 {
-    const std::optional<STFileState> stEnd = CCopyPlatform::GetOpenState(m_source.handle());
+    const std::optional<STFileState> stEnd
+        = m_bSettled ? std::nullopt : CCopyPlatform::GetOpenState(m_source.Get());
     if (!stEnd) {
         return;
     }

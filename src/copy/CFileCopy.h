@@ -2,12 +2,14 @@
 
 #include "copy/CCopyPlatform.h"
 #include "copy/STCopyOutcome.h"
+#include "files/CDescriptor.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QString>
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -27,6 +29,13 @@ public:
     static constexpr qint64 READ_FAILED = -2; ///< from ReadAt: reading fails there
 
     /**
+     * Gets the path of a target that cannot be made, with the reason in errno, EEXIST when
+     * anything has that name, and changes it to one that is to be created or truncated.
+     * Gives a reason instead where nothing can be made.
+     */
+    using OtherTarget = std::function<std::optional<STCopyReason>(QString& strTarget)>;
+
+    /**
      * Copies source into strFolder, which exists, in chunks of nChunk bytes; control
      * outlives this. bListedAsLink says whether the source was a symbolic link when it
      * was listed, nothing when nobody knows.
@@ -40,7 +49,13 @@ public:
      */
     void TryBadPlacesOnce() { m_bTryOnce = true; }
 
-    /** Creates or truncates strTarget, copies into it and closes it; call it once. */
+    /**
+     * The target has to be new: nothing of its name is ever opened, but what fnOther says
+     * then. Before Copy, which otherwise truncates what is there.
+     */
+    void WantNewTarget(OtherTarget fnOther) { m_fnOther = std::move(fnOther); }
+
+    /** Creates strTarget, copies into it and closes it; call it once. */
     STCopyOutcome Copy(const QString& strTarget);
 
     /** Reads up to nLen bytes from nPos into pBuf; returns their number, SEEK_FAILED or READ_FAILED. */
@@ -59,17 +74,24 @@ private:
         void operator()(FILE* pFile) const { fclose(pFile); }
     };
 
-    void CopyOnce(const QString& strTarget);
+    void CopyOnce();
     void BeginAnew();
     bool LookAtSource();
-    bool OpenTarget(const QString& strTarget);
-    FILE* CreateTarget(const QString& strTarget);
+    bool OpenTarget();
+    FILE* CreateNewTarget();
+    FILE* CreateTarget();
     bool OpenSource();
+    bool IsSmall() const;
+    bool LookAtOpened();
     bool IsSameFile() const;
     void MoveBytes();
     std::optional<qint64> MoveChunk(qint64 nLen);
+    qint64 ReadSmall(int nLen);
     qint64 ReadPiece(int nLen, qint64 nPos);
+    qint64 Read(int nLen, qint64 nPos);
     qint64 ReadOnce(int nLen, qint64 nPos);
+    qint64 ReadHere(int nLen, qint64 nPos);
+    QFile& SourceFile();
     bool Write(qint64 nLen);
     size_t WriteSome(const char* pBuf, size_t nLen);
     void Finish();
@@ -79,17 +101,23 @@ private:
     void Fail(const STCopyReason& stReason);
 
     CCopyControl& m_control;
+    const QFileInfo m_listed; // the source as it was listed
     const QString m_strName; // as told to the control
     const QString m_strFolder;
     const qint64 m_nChunk;
     const std::optional<bool> m_bListedAsLink;
+    QString m_strTarget;
+    OtherTarget m_fnOther; // while the target has to be new
     qint64 m_nOffset = 0; // bytes dealt with
     qint64 m_nTold = 0; // bytes that the control knows to be dealt with
     bool m_bTryOnce = false;
     std::optional<STFailure> m_stFailure; // of a read where the next chunk begins
     bool m_bLink = false; // the source is a symbolic link
     std::optional<STFileState> m_stFound; // the source before it was opened
-    QFile m_source;
+    bool m_bSmall = false; // not read yet, and to be looked at after its only read
+    bool m_bSettled = false; // it was read whole and was the same before and afterwards
+    CDescriptor m_source;
+    QFile m_file; // reads the source, once SourceFile was asked for it
     std::unique_ptr<FILE, STCloseFile> m_pTarget;
     std::unique_ptr<char[]> m_pBuffer;
     STFileState m_stBegin; // of the source when it was opened

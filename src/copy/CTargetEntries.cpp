@@ -75,11 +75,12 @@ STTargetEntry CTargetEntries::Above(const QString& strPath, const Begun& fnBegun
 /** Makes the folder of the copy. */
 std::optional<STCopyReason> CTargetEntries::MakeRoot()
 {
-    if (m_bRoot && !m_work.Destination().IsGone()) {
-        return std::nullopt;
+    if (m_bRoot) {
+        return m_work.Destination().IsGone() ? std::make_optional(STCopyReason::DestinationGone())
+                                             : std::nullopt;
     }
     std::optional<STCopyReason> stReason = m_work.MakeFolder(m_strDest);
-    if (!stReason && !m_bRoot) {
+    if (!stReason) {
         m_bRoot = true;
         m_work.StepBegins(ENCopyStep::WRITING);
         m_stRoot = CCopyPlatform::GetPathState(m_strDest);

@@ -1,0 +1,249 @@
+#include "CFailingCalls.h"
+#include "copy/CKeptTimes.h"
+#include "support/CCopyBed.h"
+#include "support/CMovedClock.h"
+#include "support/CVolume.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <functional>
+#include <sys/stat.h>
+
+using ENCall = CFailingCalls::ENCall;
+
+static const QByteArray CONTENT = "what it was";
+
+static void SetModified(const QString& strPath, qint64 nSec)
+{
+    const timespec listTime[2] = {{time_t(nSec), 0}, {time_t(nSec), 0}};
+    QCOMPARE(utimensat(AT_FDCWD, QFile::encodeName(strPath).constData(), listTime, 0), 0);
+}
+
+/** Copies of small files, for which less is asked of the system, while something happens to them. */
+class tst_SmallFiles : public CCopyBed
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void sourceBeforeItIsRead_data();
+    void sourceBeforeItIsRead();
+    void sourceThatIsReadAlready();
+    void failingRead();
+
+    void targetThatMayNotBeRead();
+    void folderIsMadeOnceForItsFiles();
+    void otherDiskWithTheSameFolders_data();
+    void otherDiskWithTheSameFolders();
+
+    void timesAreLookedAtNowAndThen();
+    void datesThatNotEveryDiskHolds_data();
+    void datesThatNotEveryDiskHolds();
+
+private:
+    void AddMany(int nFiles, qint64 nSec);
+    QStringList LostTimes() const;
+};
+
+void tst_SmallFiles::init()
+{
+    NEEDS_VOLUMES();
+    Make();
+    Add("before", "before");
+    Add("file", CONTENT);
+    Add("last", "last");
+}
+
+void tst_SmallFiles::cleanup()
+{
+    CFailingCalls::Reset();
+    Clear();
+}
+
+// ---- sources that change
+
+void tst_SmallFiles::sourceBeforeItIsRead_data()
+{
+    QTest::addColumn<QString>("strChange");
+    QTest::addColumn<QByteArray>("baCopied");
+    QTest::addColumn<QString>("strProblem");
+    const auto fnRow = [](const char* pszChange, const QByteArray& baCopied, const char* pszProblem = "") {
+        QTest::newRow(pszChange) << pszChange << baCopied << pszProblem;
+    };
+    fnRow("grows", CONTENT + " and more");
+    fnRow("grows beyond a piece", CONTENT + QByteArray(300 * 1024, 'm'));
+    fnRow("shrinks", CONTENT.left(4));
+    fnRow("has other bytes", QByteArray(CONTENT).replace('w', 'W'));
+    fnRow("another file", "", "another file has taken its place (0 of 11 bytes copied)");
+    fnRow("a pipe", "", "no longer a file (0 of 11 bytes copied)");
+    fnRow("no name", CONTENT, "was removed while it was copied (11 of 11 bytes copied)");
+}
+
+void tst_SmallFiles::sourceBeforeItIsRead()
+{
+    QFETCH(QString, strChange);
+    QFETCH(QByteArray, baCopied);
+    QFETCH(QString, strProblem);
+    const QString strFile = Source("file");
+    SetModified(strFile, 1100000000);
+    const bool bRenamed = strChange == "another file" || strChange == "a pipe";
+    const auto fnChange = [&] {
+        if (bRenamed || strChange == "no name") {
+            QVERIFY(QFile::rename(strFile, Source("old")));
+        }
+        if (strChange == "a pipe") {
+            QCOMPARE(mkfifo(QFile::encodeName(strFile).constData(), 0600), 0);
+        } else if (strChange == "another file") {
+            m_pTree->Write("src/file", "of other bytes");
+        } else if (strChange == "no name") {
+            QVERIFY(QFile::remove(Source("old")));
+        } else {
+            m_pTree->Write("src/file", baCopied);
+        }
+    };
+    // What was looked at is opened, or is open already: the target is opened before it.
+    const bool bOpen = strChange == "no name";
+    CFailingCalls::Watch(bOpen ? ENCall::READ : ENCall::OPEN, "/src/file", fnChange, bOpen ? 0 : 1);
+    Run();
+    QCOMPARE(Problems(), strProblem.isEmpty() ? QStringList() : QStringList{"file: " + strProblem});
+    QCOMPARE(Copied("file"), baCopied);
+    QCOMPARE(Copied("before") + Copied("last"), QByteArray("beforelast"));
+    if (strProblem.isEmpty()) {
+        QCOMPARE(QFileInfo(Copy("file")).lastModified(), QFileInfo(strFile).lastModified());
+    }
+}
+
+void tst_SmallFiles::sourceThatIsReadAlready()
+{
+    // All of it was read, and was then what it had been before: the copy is of one moment.
+    AfterChunk("file", 1, [this] { m_pTree->Write("src/file", "of another day"); });
+    Run();
+    QCOMPARE(Problems(), QStringList());
+    QCOMPARE(Copied("file"), CONTENT);
+}
+
+void tst_SmallFiles::failingRead()
+{
+    CFailingCalls::Fail(ENCall::READ, "/src/file", EIO);
+    Run();
+    QCOMPARE(CFailingCalls::Calls(), 1); // a bad place is not tried again
+    QCOMPARE(Problems(), QStringList{"file: ReadFile ret = -2: Input/output error (0 of 11 bytes copied)"});
+}
+
+// ---- the destination
+
+void tst_SmallFiles::targetThatMayNotBeRead()
+{
+    m_pTree->Write("dst" + Source("file"), "the broken remains of an earlier attempt");
+    m_pTree->Write("dst" + Source("last"), "of another copy");
+    // The program's path has its separator twice there.
+    CFailingCalls::Fail(ENCall::OPEN, m_strDest + '/' + Source("file"), EACCES);
+    Run();
+    QVERIFY(CFailingCalls::Calls() > 1);
+    CFailingCalls::Reset();
+    QCOMPARE(Problems(), QStringList());
+    QCOMPARE(Copied("file"), CONTENT);
+    QVERIFY(!QFileInfo::exists(Copy("file_1")));
+    QCOMPARE(Copied("last"), QByteArray("of another copy"));
+    QCOMPARE(Copied("last_1"), QByteArray("last"));
+}
+
+void tst_SmallFiles::folderIsMadeOnceForItsFiles()
+{
+    const CMovedClock clock;
+    CFailingCalls::Watch(ENCall::MAKE_FOLDER, "/src", [] {});
+    Run();
+    // It is tried before the folders above it are made.
+    QCOMPARE(CFailingCalls::Calls(), 2);
+    QCOMPARE(Copied("last"), QByteArray("last"));
+}
+
+void tst_SmallFiles::otherDiskWithTheSameFolders_data()
+{
+    QTest::addColumn<int>("nMs"); // that it takes to put it in
+    QTest::addColumn<QStringList>("listGone");
+    QTest::newRow("at once, as none can") << 0 << QStringList();
+    QTest::newRow("a tenth of a second")
+        << 100 << QStringList{"last: destination gone (0 of 4 bytes copied)"};
+}
+
+void tst_SmallFiles::otherDiskWithTheSameFolders()
+{
+    QFETCH(int, nMs);
+    QFETCH(QStringList, listGone);
+    CMovedClock clock;
+    CVolume stick("Stick", "/dev/disk8s4", 8);
+    m_strDest = stick.Path("Tarnwick");
+    std::unique_ptr<CVolume> pOther;
+    AfterChunk("before", 1, [&] {
+        stick.Pull();
+        pOther = std::make_unique<CVolume>("Stick", "/dev/disk9s9", 8);
+        QVERIFY(QDir().mkpath(QFileInfo(Copy("file")).path()));
+    });
+    AfterChunk("file", 1, [&] { clock.Move(nMs); });
+    Run();
+    QVERIFY(pOther && pOther->IsValid());
+    QCOMPARE(Problems().filter("last: "), listGone);
+    // A copy that ends on another disk than it began on is never told to be whole.
+    QVERIFY(Account().bGone);
+}
+
+// ---- times
+
+void tst_SmallFiles::AddMany(int nFiles, qint64 nSec)
+{
+    m_pNodes->Clear();
+    for (int nFile = 0; nFile < nFiles; ++nFile) {
+        const QString strName = QString("%1").arg(nFile, 3, 10, QChar('0'));
+        m_pTree->Write("src/" + strName, "1");
+        SetModified(Source(strName), nSec);
+        m_pNodes->Add(Source(strName));
+    }
+}
+
+/** The files of which the lost time was told. */
+QStringList tst_SmallFiles::LostTimes() const
+{
+    return Problems().filter("its time cannot be kept").replaceInStrings(QRegExp(":.*"), "");
+}
+
+void tst_SmallFiles::timesAreLookedAtNowAndThen()
+{
+    AddMany(70, 1100000000);
+    CFailingCalls::Fail(ENCall::SET_TIME, "", CFailingCalls::IGNORED, CKeptTimes::FIRST_FILES);
+    Run();
+    CFailingCalls::Reset();
+    // The first that is looked at tells, and then each.
+    QCOMPARE(CKeptTimes::ONE_IN, 64);
+    QCOMPARE(LostTimes(), (QStringList{"064", "065", "066", "067", "068", "069"}));
+}
+
+void tst_SmallFiles::datesThatNotEveryDiskHolds_data()
+{
+    QTest::addColumn<qint64>("nSec");
+    QTest::addColumn<bool>("bTold");
+    QTest::newRow("1979") << qint64(315000000) << true;
+    QTest::newRow("3 January 1980") << qint64(315705600) << false;
+    QTest::newRow("31 December 2037") << qint64(2145830400) << false;
+    QTest::newRow("2038") << qint64(2146000000) << true;
+}
+
+void tst_SmallFiles::datesThatNotEveryDiskHolds()
+{
+    QFETCH(qint64, nSec);
+    QFETCH(bool, bTold);
+    AddMany(CKeptTimes::FIRST_FILES + 2, 1100000000);
+    SetModified(Source("016"), nSec);
+    CFailingCalls::Fail(ENCall::SET_TIME, "/016", CFailingCalls::IGNORED);
+    Run();
+    CFailingCalls::Reset();
+    QCOMPARE(LostTimes(), bTold ? QStringList{"016"} : QStringList());
+}
+
+QTEST_GUILESS_MAIN(tst_SmallFiles)
+#include "tst_SmallFiles.moc"
