@@ -1,8 +1,8 @@
 #pragma once
 
 #include "copy/CCopyReportText.h"
-#include "files/CDescriptor.h"
 #include "copy/STCopyAccount.h"
+#include "files/CDescriptor.h"
 
 #include <QByteArray>
 #include <QString>

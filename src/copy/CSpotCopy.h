@@ -1,9 +1,9 @@
 #pragma once
 
-#include "files/CDescriptor.h"
 #include "copy/CSpotSearch.h"
 #include "copy/CSpotSource.h"
 #include "copy/STDamagedFile.h"
+#include "files/CDescriptor.h"
 
 #include <QString>
 

@@ -2,8 +2,8 @@
 
 #include "copy/CByteRanges.h"
 #include "copy/CCopyPlatform.h"
-#include "files/CDescriptor.h"
 #include "copy/STCopyOutcome.h"
+#include "files/CDescriptor.h"
 
 #include <QString>
 

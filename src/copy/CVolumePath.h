@@ -1,8 +1,8 @@
 #pragma once
 
 #include "copy/CCopyPlatform.h"
-#include "files/CDescriptor.h"
 #include "copy/CFileIdSet.h"
+#include "files/CDescriptor.h"
 
 #include <QByteArray>
 #include <QVector>
