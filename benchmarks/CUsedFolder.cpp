@@ -4,7 +4,7 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
+#include <QHash>
 
 #include <cmath>
 #include <fcntl.h>
@@ -19,6 +19,8 @@ static const int FILES_OF_FOLDER = 50;
 
 static const quint32 MOST_EXTENTS = 64;
 
+static const int FILES_WITHOUT_GAP = 4;
+
 // So many at a time are given their place on the disk.
 static const int BATCH = 25;
 
@@ -26,6 +28,8 @@ static const int HOME_NOTES = 560;
 static const int HOME_DOCUMENTS = 190;
 static const int HOME_PHOTOS = 50;
 static const qint64 HOME_BYTES = 154 * MB;
+
+static QString Folder(const QString& strPath) { return strPath.left(strPath.lastIndexOf('/')); }
 
 static void WriteFile(const QString& strPath, qint64 nSize)
 {
@@ -132,6 +136,14 @@ void CUsedFolder::Shuffle()
     for (int nFile = m_listFile.size() - 1; nFile > 0; --nFile) {
         m_listFile.swapItemsAt(nFile, int(Random(0, nFile)));
     }
+    // The folders follow each other by chance, too.
+    QHash<QString, int> mapTurn;
+    for (const STFile& stFile : qAsConst(m_listFile)) {
+        mapTurn.insert(Folder(stFile.strPath), mapTurn.value(Folder(stFile.strPath), mapTurn.size()));
+    }
+    std::stable_sort(m_listFile.begin(), m_listFile.end(), [&](const STFile& stOne, const STFile& stOther) {
+        return mapTurn.value(Folder(stOne.strPath)) < mapTurn.value(Folder(stOther.strPath));
+    });
 }
 
 qint64 CUsedFolder::Bytes() const
@@ -149,9 +161,9 @@ void CUsedFolder::Make(const QString& strFolder)
     for (int nFile = 0; nFile < m_listFile.size(); ++nFile) {
         const STFile& stFile = m_listFile.at(nFile);
         const QString strPath = strFolder + '/' + stFile.strPath;
-        Require(QDir().mkpath(QFileInfo(strPath).path()), strPath);
+        Require(QDir().mkpath(Folder(strPath)), strPath);
         WriteFile(strPath, stFile.nSize);
-        if (nFile % 2 == 0) {
+        if (nFile % FILES_WITHOUT_GAP == 0) {
             listBetween.append(strPath + ".old");
             WriteFile(listBetween.constLast(), stFile.nSize); // of the same size, or it lies elsewhere
         }

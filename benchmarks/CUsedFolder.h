@@ -6,11 +6,10 @@
 #include <random>
 
 /**
- * A folder as it lies on a disk that has been in use for years: its files were made in
- * another order than that of their names, with others between them that are gone since.
- * So neither its names nor the order in which a folder is read tell where a file lies, and
- * of two files that are neighbours on the disk every other one follows after a gap. It is
- * the same each time.
+ * A folder as it lies on a disk that has been in use for years. The files of one folder lie
+ * together, as file systems try to have it, but in the order in which they were made, not in
+ * that of their names; nor do the folders follow each other by name. After every fourth file
+ * there is a gap, where another one was that is gone. It is the same each time.
  */
 class CUsedFolder
 {
