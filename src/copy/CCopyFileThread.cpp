@@ -34,7 +34,7 @@ static int Percent(qint64 nCopied, qint64 nTotal)
 CCopyFileThread::CCopyFileThread(QObject* pParent)
     : QThread(pParent)
     , m_enStatus(COPY_STATUS_RUN)
-    , m_pace([this] { return m_enStatus != COPY_STATUS_STOP; })
+    , m_pace([this](bool bMoved) { return GoesOnWriting(bMoved); }, CClock::SteadyMs)
 {
     qRegisterMetaType<STCopyAccount>();
 }
@@ -327,16 +327,27 @@ void CCopyFileThread::TargetWritten(int nDescriptor, qint64 nFrom, qint64 nBytes
 
 void CCopyFileThread::TargetEnds(int nDescriptor) { m_pace.Ends(nDescriptor); }
 
+/** While the disk is waited for: what it has done meanwhile is a sign of life. */
+bool CCopyFileThread::GoesOnWriting(bool bMoved)
+{
+    if (bMoved) {
+        m_pulse.BeginStep(ENCopyStep::WRITING);
+    }
+    return m_enStatus == COPY_STATUS_RUN;
+}
+
 ENCopyFlush CCopyFileThread::FlushDestination(bool bStopped, bool bGone)
 {
     // Nothing was ever made there, so there is nothing to flush.
     if (!bGone && m_report.Files() == 0 && !QFileInfo::exists(m_strDestPath)) {
         return ENCopyFlush::NOT_NEEDED;
     }
-    if (!bGone && m_destination.Flush()) {
+    const bool bFlushed = !bGone && m_destination.Flush();
+    if (bFlushed && m_pace.FlushError() == 0) {
         return ENCopyFlush::DONE;
     }
-    const int nError = bGone ? ENOENT : errno;
+    const int nFlushError = bFlushed ? m_pace.FlushError() : errno;
+    const int nError = bGone ? ENOENT : nFlushError;
     // Who has stopped a copy, or whose disk was pulled out and is told so, misses no more lines.
     if (!bStopped || !bGone) {
         const STCopyReason stReason{ENCopyProblem::NOT_FLUSHED,

@@ -164,6 +164,7 @@ private:
     void SourceRead(qint64 nResult, qint64 nUs) override;
     void TargetWritten(int nDescriptor, qint64 nFrom, qint64 nBytes) override;
     void TargetEnds(int nDescriptor) override;
+    bool GoesOnWriting(bool bMoved);
 
     std::atomic<ENCopyStatus> m_enStatus; // written by the GUI thread, polled by the worker
     qint64 m_nTotalSize = 0;

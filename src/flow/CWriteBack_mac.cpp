@@ -1,14 +1,30 @@
 #include "flow/CWriteBack.h"
 
+#include <fcntl.h>
+#include <sys/mount.h>
+#include <sys/param.h>
 #include <unistd.h>
 
-bool CWriteBack::Start(int /*nDescriptor*/, qint64 /*nFrom*/, qint64 /*nBytes*/)
+ENWriteBack CWriteBack::KindOf(int nDescriptor) const
+{
+    struct statfs stRaw;
+    // What lies on another computer tells at each close what could not be written.
+    const bool bLocal = fstatfs(nDescriptor, &stRaw) == 0 && (stRaw.f_flags & MNT_LOCAL) != 0;
+    return bLocal ? ENWriteBack::FILES : ENWriteBack::NONE;
+}
+
+int CWriteBack::OpenAgain(int nDescriptor) const { return fcntl(nDescriptor, F_DUPFD_CLOEXEC, 0); }
+
+bool CWriteBack::Start(int /*nDescriptor*/, qint64 /*nFrom*/, qint64 /*nBytes*/) const
 {
     // There is no way to begin without waiting here; the system begins soon by itself.
     return true;
 }
 
-bool CWriteBack::Wait(int nDescriptor, qint64 /*nFrom*/, qint64 /*nBytes*/)
+bool CWriteBack::Wait(int nDescriptor, qint64 /*nFrom*/, qint64 /*nBytes*/) const
 {
-    return fsync(nDescriptor) == 0;
+    return Flush(nDescriptor);
 }
+
+// F_FULLFSYNC would empty the disk's own cache, too, which belongs to the end of a copy.
+bool CWriteBack::Flush(int nDescriptor) const { return fsync(nDescriptor) == 0; }

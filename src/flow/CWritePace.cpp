@@ -1,13 +1,283 @@
 #include "flow/CWritePace.h"
 
-CWritePace::CWritePace(std::function<bool()> /*fnGoesOn*/) { }
+#include <algorithm>
+#include <cerrno>
+#include <unistd.h>
+#include <utility>
+
+static const qint64 MIB = qint64(1024) * 1024;
+
+// What the disk writes for a small file beside its bytes.
+static const qint64 FILE_BYTES = 4096;
+
+// Small files that the disk gets together.
+static const size_t BATCH_FILES = 32;
+static const qint64 BATCH_BYTES = MIB;
+static_assert(BATCH_FILES < CWritePace::MOST_KEPT);
+
+static const qint64 PARTS_OF_WINDOW = 8;
+static const qint64 MOST_STEP_BYTES = 4 * MIB;
+
+static const qint64 MOST_BYTES = 256 * MIB;
+static const qint64 PART_OF_MEMORY = 16;
+
+namespace {
+
+/** Leaves errno as it was, for what happens in between is none of the copy's business. */
+class CKeepErrno
+{
+public:
+    CKeepErrno() = default;
+    ~CKeepErrno() { errno = m_nError; }
+    CKeepErrno(const CKeepErrno&) = delete;
+    CKeepErrno& operator=(const CKeepErrno&) = delete;
+
+private:
+    const int m_nError = errno;
+};
+
+} // namespace
+
+static qint64 MostBytes()
+{
+    const qint64 nMemory = qint64(sysconf(_SC_PHYS_PAGES)) * qint64(sysconf(_SC_PAGESIZE));
+    return std::clamp(nMemory / PART_OF_MEMORY, CWritePace::FIRST_BYTES, MOST_BYTES);
+}
+
+CWritePace::CWritePace(std::function<bool(bool)> fnGoesOn, std::function<qint64()> fnSteadyMs,
+                       std::shared_ptr<const CWriteBack> pWriteBack)
+    : m_fnGoesOn(std::move(fnGoesOn))
+    , m_fnSteadyMs(std::move(fnSteadyMs))
+    , m_pWriteBack(std::move(pWriteBack))
+    , m_nMostBytes(MostBytes())
+{
+}
 
 CWritePace::~CWritePace() = default;
 
-void CWritePace::Begin() { }
+void CWritePace::Begin()
+{
+    End();
+    m_enKind.reset();
+    m_nFlushBytes = LEAST_BYTES;
+    m_nFlushError = 0;
+}
 
-void CWritePace::Written(int /*nDescriptor*/, qint64 /*nFrom*/, qint64 /*nBytes*/) { }
+void CWritePace::End()
+{
+    const CKeepErrno keep;
+    m_enKind = ENWriteBack::NONE;
+    m_stFile = STFile();
+    m_stBatch = STWriteJob();
+    m_pQueue.reset();
+    m_listKept.clear();
+    m_nUnflushed = 0;
+}
 
-void CWritePace::Ends(int /*nDescriptor*/) { }
+void CWritePace::Written(int nDescriptor, qint64 nFrom, qint64 nBytes)
+{
+    if (m_enKind == ENWriteBack::NONE || nBytes <= 0) {
+        return;
+    }
+    const CKeepErrno keep;
+    if (!FindKind(nDescriptor)) {
+        return;
+    }
+    if (m_stFile.nDescriptor != nDescriptor) {
+        m_stFile = {nDescriptor};
+    }
+    m_stFile.nBytes = nFrom + nBytes;
+    if (m_enKind == ENWriteBack::RANGES) {
+        if (m_stFile.nBytes >= BIG_BYTES) {
+            AddGrown(false);
+        }
+        KeepToWindow();
+        return;
+    }
+    m_nUnflushed += nBytes;
+    if (m_nUnflushed >= m_nFlushBytes) {
+        FlushFiles();
+    }
+}
 
-void CWritePace::End() { }
+/** Finds out by the first file what the disk is; false when there is nothing to be done for it. */
+bool CWritePace::FindKind(int nDescriptor)
+{
+    if (!m_enKind) {
+        m_enKind = m_pWriteBack->KindOf(nDescriptor);
+        if (m_enKind == ENWriteBack::RANGES) {
+            m_pQueue = std::make_unique<CWriteQueue>(m_pWriteBack, m_fnSteadyMs);
+            m_enKind = m_pQueue->IsValid() ? ENWriteBack::RANGES : ENWriteBack::NONE;
+        }
+    }
+    return m_enKind != ENWriteBack::NONE;
+}
+
+/** Bytes of a big file that the disk gets at once: it finds a better place for more, but no more than may
+ * wait. */
+qint64 CWritePace::StepBytes() const
+{
+    return std::clamp(WindowBytes() / PARTS_OF_WINDOW, MIB, MOST_STEP_BYTES);
+}
+
+/** Adds what a big file has grown by, in whole steps unless bAll. */
+void CWritePace::AddGrown(bool bAll)
+{
+    const qint64 nMost = StepBytes();
+    const qint64 nLeast = bAll ? 1 : nMost;
+    if (m_stFile.nBytes - m_stFile.nAdded < nLeast) {
+        return;
+    }
+    AddBatch(); // was written before
+    if (!m_stFile.pKept && !Keep()) {
+        m_stFile.nAdded = m_stFile.nBytes;
+    }
+    while (m_stFile.nBytes - m_stFile.nAdded >= nLeast) {
+        const qint64 nStep = std::min(m_stFile.nBytes - m_stFile.nAdded, nMost);
+        m_pQueue->Add({{{m_stFile.pKept, m_stFile.nAdded, nStep}}, nStep});
+        m_stFile.nAdded += nStep;
+    }
+}
+
+void CWritePace::Ends(int nDescriptor)
+{
+    if (m_enKind == ENWriteBack::NONE || m_stFile.nDescriptor != nDescriptor) {
+        return;
+    }
+    const CKeepErrno keep;
+    if (m_enKind != ENWriteBack::RANGES) {
+        EndFlushed();
+    } else if (m_stFile.nBytes >= BIG_BYTES) {
+        AddGrown(true);
+    } else {
+        EndSmall();
+    }
+    m_stFile = STFile();
+}
+
+void CWritePace::EndSmall()
+{
+    // A disk finds a better place for a file that is closed, so this one is not yet among them.
+    if (m_stBatch.listPart.size() >= BATCH_FILES || m_stBatch.nBytes >= BATCH_BYTES) {
+        AddBatch();
+    }
+    if (Keep()) {
+        m_stBatch.listPart.push_back({m_stFile.pKept, 0, m_stFile.nBytes});
+        m_stBatch.nBytes += m_stFile.nBytes + FILE_BYTES;
+    }
+}
+
+void CWritePace::AddBatch()
+{
+    if (!m_stBatch.listPart.empty()) {
+        m_pQueue->Add(std::exchange(m_stBatch, STWriteJob()));
+    }
+}
+
+void CWritePace::KeepToWindow()
+{
+    while (WaitingBytes() > WindowBytes()) {
+        if (m_pQueue->WaitingBytes() == 0) {
+            AddBatch();
+        }
+        if (m_pQueue->WaitingBytes() == 0 || !WaitForAnswer()) {
+            return;
+        }
+    }
+}
+
+/** Waits a moment for the disk; false when the copy is not to wait. */
+bool CWritePace::WaitForAnswer()
+{
+    // Asked first, as it may have been stopped or paused long ago.
+    return m_fnGoesOn(false) && m_fnGoesOn(m_pQueue->WaitForAnswer());
+}
+
+/** Keeps the copy's file open beyond its end; false when that cannot be. */
+bool CWritePace::Keep()
+{
+    const auto fnCount = [this] {
+        const auto fnGone = [](const std::weak_ptr<const CDescriptor>& pKept) { return pKept.expired(); };
+        m_listKept.erase(std::remove_if(m_listKept.begin(), m_listKept.end(), fnGone), m_listKept.end());
+        return int(m_listKept.size());
+    };
+    while (fnCount() >= MOST_KEPT) {
+        AddBatch();
+        if (!WaitForAnswer()) {
+            return false;
+        }
+    }
+    auto pKept = std::make_shared<const CDescriptor>(m_pWriteBack->OpenAgain(m_stFile.nDescriptor));
+    if (!pKept->IsOpen()) {
+        return false;
+    }
+    m_listKept.emplace_back(pKept);
+    m_stFile.pKept = std::move(pKept);
+    return true;
+}
+
+/** Flushes what waits. It is one call for each file, so less may wait than where it goes by parts. */
+void CWritePace::FlushFiles()
+{
+    if (!m_fnGoesOn(false)) {
+        return;
+    }
+    const qint64 nBeganMs = m_fnSteadyMs();
+    for (const STWritePart& stPart : m_stBatch.listPart) {
+        FlushOne(stPart.pFile->Get());
+    }
+    FlushOne(m_stFile.nDescriptor);
+    const qint64 nTookMs = std::max<qint64>(1, m_fnSteadyMs() - nBeganMs);
+    const double dFits = double(m_nUnflushed) * double(FLUSH_MS) / double(nTookMs);
+    const double dMost = double(std::min(m_nMostBytes, 2 * m_nFlushBytes));
+    m_nFlushBytes = qint64(std::clamp(dFits, double(LEAST_BYTES), dMost));
+    m_stBatch = STWriteJob();
+    m_nUnflushed = 0;
+}
+
+void CWritePace::FlushOne(int nDescriptor)
+{
+    const bool bDone = m_pWriteBack->Flush(nDescriptor);
+    const int nError = errno;
+    // Where it cannot be done nothing was lost.
+    const bool bCannot = nError == EINVAL || nError == ENOSYS || nError == ENOTSUP || nError == EINTR;
+    if (!bDone && !bCannot && m_nFlushError == 0) {
+        m_nFlushError = nError;
+    }
+    m_fnGoesOn(true);
+}
+
+/** A file ends of which something may wait to be flushed. */
+void CWritePace::EndFlushed()
+{
+    if (m_enKind == ENWriteBack::DISK) {
+        return; // the next file's flush brings it along
+    }
+    if (m_stFile.nBytes < BIG_BYTES) {
+        // A flush for each small file would take longer than all the rest.
+        m_nUnflushed = std::max<qint64>(0, m_nUnflushed - m_stFile.nBytes);
+        return;
+    }
+    if (m_nUnflushed == 0) {
+        return;
+    }
+    if (m_stBatch.listPart.size() >= BATCH_FILES) {
+        FlushFiles();
+    } else if (Keep()) {
+        m_stBatch.listPart.push_back({m_stFile.pKept, 0, m_stFile.nBytes});
+    }
+}
+
+qint64 CWritePace::WindowBytes() const
+{
+    const std::optional<qint64> nKnown = m_pQueue ? m_pQueue->BytesIn(WINDOW_MS) : std::nullopt;
+    return nKnown ? std::clamp(*nKnown, LEAST_BYTES, m_nMostBytes) : FIRST_BYTES;
+}
+
+qint64 CWritePace::WaitingBytes() const
+{
+    if (!m_pQueue) {
+        return m_nUnflushed;
+    }
+    return m_pQueue->WaitingBytes() + m_stBatch.nBytes + m_stFile.nBytes - m_stFile.nAdded;
+}

@@ -1,20 +1,42 @@
 #pragma once
 
+#include "flow/CWriteBack.h"
+#include "flow/CWriteQueue.h"
+
 #include <QtGlobal>
 
 #include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
 
 /**
  * Lets the destination's disk write while the copy goes on, and lets no more wait in the
  * system's memory than the disk writes in about two seconds: what the window says is
  * on the disk then, and the end of a copy is not a long flush. Used on the thread that
- * copies. It reports no error: what the disk cannot take is told by the flush at the end.
+ * copies.
+ *
+ * What the disk cannot take is told by the flush at the end, as without this; only where
+ * a file has to be flushed for it the failure is told here, and by nobody else.
  */
 class CWritePace
 {
 public:
-    /** fnGoesOn is asked while it waits, about every 50 ms; false lets the copy go on without waiting. */
-    explicit CWritePace(std::function<bool()> fnGoesOn);
+    static constexpr qint64 WINDOW_MS = 2000; ///< how long the disk writes at what waits
+    static constexpr qint64 FLUSH_MS = 500; ///< how long a file is flushed, where nothing else helps
+    static constexpr qint64 FIRST_BYTES = 4 * 1024 * 1024; ///< may wait while the speed is not known
+    static constexpr qint64 LEAST_BYTES = 1024 * 1024; ///< may wait however slow the disk is
+    static constexpr qint64 BIG_BYTES
+        = 1024 * 1024; ///< the disk begins with a file of that size while it grows
+    static constexpr int MOST_KEPT = 64; ///< files that are held open beside the copy's own
+
+    /**
+     * fnGoesOn is asked while it waits, about every 50 ms, and told whether the disk has done
+     * something since; false lets the copy go on without waiting. fnSteadyMs gives the
+     * time in ms, on any thread.
+     */
+    CWritePace(std::function<bool(bool)> fnGoesOn, std::function<qint64()> fnSteadyMs,
+               std::shared_ptr<const CWriteBack> pWriteBack = std::make_shared<const CWriteBack>());
 
     ~CWritePace();
 
@@ -25,14 +47,59 @@ public:
     void Begin();
 
     /**
-     * nBytes from nFrom on were written to the open file; may wait for the disk. errno is
-     * as before.
+     * nBytes from nFrom on were written to the open file, behind what was written to it
+     * before; may wait for the disk. errno is as before.
      */
     void Written(int nDescriptor, qint64 nFrom, qint64 nBytes);
 
-    /** The file is complete and will be closed next; the descriptor is not used afterwards. */
+    /** The file is complete and will be closed next; the descriptor is not used afterwards. errno is as
+     * before. */
     void Ends(int nDescriptor);
 
     /** Holds nothing of the destination open any more. Before the destination is flushed. */
     void End();
+
+    /** Bytes that may wait at the moment. */
+    qint64 WindowBytes() const;
+
+    /** Bytes that wait, as far as is known, and something for each small file. */
+    qint64 WaitingBytes() const;
+
+    /** Why a file could not be flushed since the copy began, as in errno; 0 when none failed. */
+    int FlushError() const { return m_nFlushError; }
+
+private:
+    /** The file that the copy writes. */
+    struct STFile
+    {
+        int nDescriptor = -1; ///< the copy's own
+        qint64 nBytes = 0; ///< written so far
+        qint64 nAdded = 0; ///< of these the queue has
+        std::shared_ptr<const CDescriptor> pKept = {}; ///< another one of the same file
+    };
+
+    bool FindKind(int nDescriptor);
+    qint64 StepBytes() const;
+    void AddGrown(bool bAll);
+    void EndSmall();
+    void AddBatch();
+    void KeepToWindow();
+    bool WaitForAnswer();
+    bool Keep();
+    void FlushFiles();
+    void FlushOne(int nDescriptor);
+    void EndFlushed();
+
+    const std::function<bool(bool)> m_fnGoesOn;
+    const std::function<qint64()> m_fnSteadyMs;
+    const std::shared_ptr<const CWriteBack> m_pWriteBack;
+    const qint64 m_nMostBytes; // may wait however fast the disk is
+    std::optional<ENWriteBack> m_enKind = ENWriteBack::NONE; // nothing before it is known
+    STFile m_stFile;
+    STWriteJob m_stBatch; // small files that the queue does not have, or files that are to be flushed
+    std::unique_ptr<CWriteQueue> m_pQueue;
+    std::vector<std::weak_ptr<const CDescriptor>> m_listKept;
+    qint64 m_nUnflushed = 0; // bytes, where files are flushed
+    qint64 m_nFlushBytes = LEAST_BYTES; // wait until a file is flushed
+    int m_nFlushError = 0;
 };

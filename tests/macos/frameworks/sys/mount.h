@@ -1,19 +1,23 @@
 #pragma once
 
-// What the program uses of the BSD calls that list volumes, under names that do
+// What the program uses of the BSD calls that tell of volumes, under names that do
 // not meet this system's own.
 
 #define statfs FakeStatfs
+#define fstatfs FakeFstatfs
 #define getfsstat FakeGetfsstat
+#define MNT_LOCAL 0x1000
 #define MNT_NOWAIT 2
 
 struct statfs
 {
     unsigned f_bsize;
+    unsigned f_flags;
     char f_fstypename[16];
     char f_mntonname[1024];
     char f_mntfromname[1024];
 };
 
 int statfs(const char* pPath, struct statfs* pVolume);
+int fstatfs(int nDescriptor, struct statfs* pVolume);
 int getfsstat(struct statfs* pVolumes, int nBytes, int nFlags);
