@@ -52,8 +52,7 @@ public:
     /** One copy by that entrant. */
     STRaceRun Run(int nEntrant);
 
-    /** The least time, in ms, in which the source's head can read the files, and the stick's can write them.
-     */
+    /** The least time, in ms, that the files take the one head and the other. */
     double LeastSourceMs() const;
     double LeastStickMs() const;
 

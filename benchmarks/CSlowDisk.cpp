@@ -170,7 +170,6 @@ void CSlowDisk::Attach()
     loop_config stConfig = {};
     stConfig.fd = static_cast<unsigned>(nDisk);
     stConfig.info.lo_flags = LO_FLAGS_AUTOCLEAR | LO_FLAGS_DIRECT_IO;
-    std::strcpy(reinterpret_cast<char*>(stConfig.info.lo_file_name), "slow_disk");
     bool bAttached = false;
     do { // until nobody else has taken the free one first
         const int nFree = ioctl(nControl, LOOP_CTL_GET_FREE);

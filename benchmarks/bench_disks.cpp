@@ -114,6 +114,7 @@ static STRow Measure(const STRaceCourse& stCourse, int nRuns, bool bComplete)
 static double MedianOf(const std::vector<STRaceRun>& listRun, double STRaceRun::*pTime)
 {
     std::vector<double> listTime;
+    listTime.reserve(listRun.size());
     for (const STRaceRun& stRun : listRun) {
         listTime.push_back(stRun.*pTime);
     }

@@ -116,6 +116,7 @@ static STCost CostOf(const QString& strSource, qint64 nBytes, int nFiles, const 
 template <typename TValue> static TValue MedianOf(const std::vector<STCost>& listCost, TValue STCost::*pValue)
 {
     std::vector<double> listValue;
+    listValue.reserve(listCost.size());
     for (const STCost& stCost : listCost) {
         listValue.push_back(double(stCost.*pValue));
     }
@@ -150,9 +151,9 @@ int main(int argc, char* argv[])
     for (int nFiles = LEAST_FILES; nFiles <= nMost; nFiles *= 10) {
         const QString strSource = dir.filePath("source");
         const qint64 nBytes = MakeTree(strSource, nFiles);
-        std::vector<STCost> listCost;
-        for (int nRun = 0; nRun < (nFiles < MOST_FILES ? RUNS : 1); ++nRun) {
-            listCost.push_back(CostOf(strSource, nBytes, nFiles, dir.filePath("copy")));
+        std::vector<STCost> listCost(nFiles < MOST_FILES ? RUNS : 1);
+        for (STCost& stCost : listCost) {
+            stCost = CostOf(strSource, nBytes, nFiles, dir.filePath("copy"));
         }
         Print(nFiles, listCost);
         Run("rm", {"-rf", strSource});

@@ -18,10 +18,10 @@
 #include <unistd.h>
 
 static const int PATIENCE_MS = 10000;
-static const int SEEK_US = 2000;
+static const qint64 SEEK_US = 2000;
 static const int BYTES_PER_SECOND = 4000000;
-static const int PAGE = 4096;
-static const int PAGE_US = 1024;
+static const qint64 PAGE = 4096;
+static const qint64 PAGE_US = 1024;
 static const int PAGES = 1024;
 
 namespace {
@@ -62,8 +62,8 @@ public:
     /** Reads, or writes, whole pages. */
     bool Ask(bool bWrite, int nPage, int nPages) const
     {
-        QByteArray baPages(nPages * PAGE, 'w');
-        const off_t nFrom = off_t(nPage) * PAGE;
+        QByteArray baPages(int(nPages * PAGE), 'w');
+        const off_t nFrom = nPage * PAGE;
         const ssize_t nDone = bWrite ? pwrite(m_nDisk, baPages.constData(), size_t(baPages.size()), nFrom)
                                      : pread(m_nDisk, baPages.data(), size_t(baPages.size()), nFrom);
         return nDone == baPages.size();
@@ -99,7 +99,7 @@ struct STAsked
 
 Q_DECLARE_METATYPE(QVector<STAsked>)
 
-class TestSlowDisk : public QObject
+class tst_SlowDisk : public QObject
 {
     Q_OBJECT
 
@@ -175,8 +175,8 @@ private slots:
         const CDisk disk;
         QVERIFY(disk.IsValid());
         QVERIFY(disk.Ask(true, 3, 2));
-        QCOMPARE(Content(disk.Image()).mid(2 * PAGE, 4 * PAGE),
-                 QByteArray(PAGE, 0) + QByteArray(2 * PAGE, 'w') + QByteArray(PAGE, 0));
+        QCOMPARE(Content(disk.Image()).mid(int(2 * PAGE), int(4 * PAGE)),
+                 QByteArray(int(PAGE), 0) + QByteArray(int(2 * PAGE), 'w') + QByteArray(int(PAGE), 0));
         QCOMPARE(Content(disk.Path("disk")), Content(disk.Image()));
     }
 
@@ -195,5 +195,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestSlowDisk)
+QTEST_GUILESS_MAIN(tst_SlowDisk)
 #include "tst_SlowDisk.moc"
