@@ -6,25 +6,7 @@
 #include <QFile>
 
 #include <cerrno>
-#include <fcntl.h>
 #include <sys/stat.h>
-
-// The coarsest times that file systems keep are even seconds; they lose no date.
-static const qint64 TIME_STEP_SEC = 2;
-
-static bool SetTimes(const QString& strPath, const STFileState& stState)
-{
-    const struct timespec listTime[2] = {
-        {time_t(stState.nAccessedSec), long(stState.nAccessedNsec)},
-        {time_t(stState.nModifiedSec), long(stState.nModifiedNsec)},
-    };
-    return utimensat(AT_FDCWD, QFile::encodeName(strPath).constData(), listTime, AT_SYMLINK_NOFOLLOW) == 0;
-}
-
-static bool IsModifiedAlike(const STFileState& stOne, const STFileState& stOther)
-{
-    return qAbs(stOne.nModifiedSec - stOther.nModifiedSec) <= TIME_STEP_SEC;
-}
 
 CBelongings::CBelongings(CCopyControl& control)
     : m_control(control)
@@ -33,21 +15,32 @@ CBelongings::CBelongings(CCopyControl& control)
 
 void CBelongings::GiveToFile(const QString& strSource, const STFileState& stSource, const QString& strTarget)
 {
+    const std::optional<QVector<QByteArray>> listName = AttributesOf(strSource);
+    const QString strFolder = strTarget.left(strTarget.lastIndexOf('/'));
+    const bool bNoAttributes = listName && listName->isEmpty();
+    // Files that are made alike in one folder get the same permissions, and one was looked at.
+    if (bNoAttributes && strFolder == m_strFolder
+        && (!m_bPermissions || stSource.nPermissions == m_nNewPermissions)) {
+        m_nPermissionsLost += stSource.nPermissions == m_nNewPermissions ? 0 : 1;
+        return;
+    }
     const std::optional<STFileState> stBefore = TargetState(strTarget);
     if (!stBefore) {
         return;
     }
+    m_strFolder = strFolder;
+    m_nNewPermissions = stBefore->nPermissions;
     // The attributes come first: who may not write to the file may not set them.
-    const bool bChanged = GiveAttributes(strSource, strTarget);
+    GiveAttributes(strSource, listName, strTarget);
     const bool bTried = GivePermissions(stSource, *stBefore, strTarget);
-    const std::optional<STFileState> stAfter = bChanged || bTried ? TargetState(strTarget) : stBefore;
+    const std::optional<STFileState> stAfter = !bNoAttributes || bTried ? TargetState(strTarget) : stBefore;
     if (!stAfter) {
         return;
     }
     BookPermissions(stSource, *stAfter, bTried);
     if (stAfter->nModifiedSec != stBefore->nModifiedSec
         || stAfter->nModifiedNsec != stBefore->nModifiedNsec) {
-        SetTimes(strTarget, *stBefore);
+        CCopyPlatform::SetTimes(strTarget, *stBefore);
     }
 }
 
@@ -58,21 +51,21 @@ void CBelongings::GiveToFolder(const QString& strSource, const STFileState& stSo
     if (!stBefore) {
         return;
     }
-    GiveAttributes(strSource, strTarget);
+    GiveAttributes(strSource, AttributesOf(strSource), strTarget);
     const bool bTried = GivePermissions(stSource, *stBefore, strTarget);
-    const bool bTimes = SetTimes(strTarget, stSource);
+    const bool bTimes = CCopyPlatform::SetTimes(strTarget, stSource);
     const std::optional<STFileState> stAfter = TargetState(strTarget);
     if (!stAfter) {
         return;
     }
     BookPermissions(stSource, *stAfter, bTried);
-    m_nTimesLost += bTimes && IsModifiedAlike(stSource, *stAfter) ? 0 : 1;
+    m_nTimesLost += bTimes && CCopyPlatform::IsModifiedAlike(stSource, *stAfter) ? 0 : 1;
 }
 
 void CBelongings::GiveToLink(const STFileState& stSource, const QString& strTarget)
 {
     m_control.StepBegins(ENCopyStep::WRITING);
-    SetTimes(strTarget, stSource);
+    CCopyPlatform::SetTimes(strTarget, stSource);
 }
 
 QVector<STCopyReason> CBelongings::Lost() const
@@ -99,22 +92,23 @@ std::optional<STFileState> CBelongings::TargetState(const QString& strTarget)
     return CCopyPlatform::GetEntryState(strTarget);
 }
 
-/** Whether anything was done to the target. */
-bool CBelongings::GiveAttributes(const QString& strSource, const QString& strTarget)
+/** The names of its attributes; nothing when they cannot be read. */
+std::optional<QVector<QByteArray>> CBelongings::AttributesOf(const QString& strSource)
+{
+    m_control.StepBegins(ENCopyStep::READING);
+    return CFileAttributes::Names(QFile::encodeName(strSource));
+}
+
+void CBelongings::GiveAttributes(const QString& strSource, const std::optional<QVector<QByteArray>>& listName,
+                                 const QString& strTarget)
 {
     const QByteArray baSource = QFile::encodeName(strSource);
     const QByteArray baTarget = QFile::encodeName(strTarget);
-    m_control.StepBegins(ENCopyStep::READING);
-    const std::optional<QVector<QByteArray>> listName = CFileAttributes::Names(baSource);
-    if (listName && listName->isEmpty()) {
-        return false;
-    }
     bool bAll = listName.has_value();
     for (const QByteArray& baName : listName.value_or(QVector<QByteArray>())) {
         bAll = GiveOne(baSource, baTarget, baName) && bAll;
     }
     m_nAttributesLost += bAll ? 0 : 1;
-    return true;
 }
 
 bool CBelongings::GiveOne(const QByteArray& baSource, const QByteArray& baTarget, const QByteArray& baName)

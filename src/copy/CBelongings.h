@@ -35,7 +35,9 @@ public:
     QVector<STCopyReason> Lost() const;
 
 private:
-    bool GiveAttributes(const QString& strSource, const QString& strTarget);
+    std::optional<QVector<QByteArray>> AttributesOf(const QString& strSource);
+    void GiveAttributes(const QString& strSource, const std::optional<QVector<QByteArray>>& listName,
+                        const QString& strTarget);
     bool GiveOne(const QByteArray& baSource, const QByteArray& baTarget, const QByteArray& baName);
     bool GivePermissions(const STFileState& stSource, const STFileState& stTarget, const QString& strTarget);
     void BookPermissions(const STFileState& stSource, const STFileState& stTarget, bool bTried);
@@ -44,6 +46,8 @@ private:
     CCopyControl& m_control;
     bool m_bAttributes = true; // the disk has not said that it holds none
     bool m_bPermissions = true;
+    QString m_strFolder; // in which a file of the copy was looked at
+    unsigned m_nNewPermissions = 0; // that a new file gets there
     qint64 m_nAttributesLost = 0; // items
     qint64 m_nPermissionsLost = 0;
     qint64 m_nTimesLost = 0; // folders

@@ -243,6 +243,15 @@ STCopyOutcome CCopyFileThread::CopyBytes(const QFileInfo& source, const QString&
     return copy.Copy(strTarget);
 }
 
+STCopyOutcome CCopyFileThread::CopyBytesTo(CDescriptor& target, const QFileInfo& source,
+                                           const QString& strFolder, const QString& strTarget)
+{
+    CFileCopy copy(source, strFolder, CopySpeed(), *this, false);
+    copy.TryBadPlacesOnce();
+    copy.TakeTarget(target.Release());
+    return copy.Copy(strTarget);
+}
+
 void CCopyFileThread::BookFile(const STCopyOutcome& stOutcome)
 {
     if (stOutcome.HasAllBytes()) {

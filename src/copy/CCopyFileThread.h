@@ -148,6 +148,8 @@ private:
     void CopyListedFile(const QFileInfo& source, const QString& strFolder, bool bListedAsLink) override;
     STCopyOutcome CopyBytes(const QFileInfo& source, const QString& strFolder,
                             const QString& strTarget) override;
+    STCopyOutcome CopyBytesTo(CDescriptor& target, const QFileInfo& source, const QString& strFolder,
+                              const QString& strTarget) override;
     void BookFile(const STCopyOutcome& stOutcome) override;
     void BookLink() override;
     void BookProblem(const STCopyOutcome& stOutcome) override;

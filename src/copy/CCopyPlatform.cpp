@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -75,6 +76,11 @@ std::optional<STFileState> CCopyPlatform::GetOpenState(int nDescriptor)
     return State(stRaw);
 }
 
+bool CCopyPlatform::Exists(const QString& strPath)
+{
+    return access(QFile::encodeName(strPath).constData(), F_OK) == 0;
+}
+
 bool CCopyPlatform::CanWrite(const QString& strFolder)
 {
     return access(QFile::encodeName(strFolder).constData(), W_OK | X_OK) == 0;
@@ -86,9 +92,9 @@ int CCopyPlatform::OpenForRead(const QString& strPath, bool bFollowLink)
     return open(QFile::encodeName(strPath).constData(), nFlags);
 }
 
-int CCopyPlatform::CreateNew(const QString& strPath)
+int CCopyPlatform::CreateNew(const QByteArray& baPath)
 {
-    return open(QFile::encodeName(strPath).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    return open(baPath.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
 }
 
 int CCopyPlatform::OpenForWrite(const QString& strPath)
@@ -104,14 +110,24 @@ int CCopyPlatform::OpenFolder(const QString& strPath)
 
 void CCopyPlatform::KeepFromChildren(int nDescriptor) { fcntl(nDescriptor, F_SETFD, FD_CLOEXEC); }
 
-bool CCopyPlatform::SetTimes(int nDescriptor, const STFileState& stState)
+/** Both: asked to leave one as it is, some file systems set none and call it done. */
+static std::array<struct timespec, 2> Times(const STFileState& stState)
 {
-    // Both: asked to leave one as it is, some file systems set none and call it done.
-    const struct timespec listTime[2] = {
+    return {{
         {time_t(stState.nAccessedSec), long(stState.nAccessedNsec)},
         {time_t(stState.nModifiedSec), long(stState.nModifiedNsec)},
-    };
-    return futimens(nDescriptor, listTime) == 0;
+    }};
+}
+
+bool CCopyPlatform::SetTimes(int nDescriptor, const STFileState& stState)
+{
+    return futimens(nDescriptor, Times(stState).data()) == 0;
+}
+
+bool CCopyPlatform::SetTimes(const QString& strPath, const STFileState& stState)
+{
+    const QByteArray baPath = QFile::encodeName(strPath);
+    return utimensat(AT_FDCWD, baPath.constData(), Times(stState).data(), AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 bool CCopyPlatform::KeepTimes(int nDescriptor, const STFileState& stState)
@@ -121,7 +137,12 @@ bool CCopyPlatform::KeepTimes(int nDescriptor, const STFileState& stState)
     }
     const std::optional<STFileState> stNow = GetOpenState(nDescriptor);
     errno = 0;
-    return !stNow || qAbs(stNow->nModifiedSec - stState.nModifiedSec) <= TIME_STEP_SEC;
+    return !stNow || IsModifiedAlike(*stNow, stState);
+}
+
+bool CCopyPlatform::IsModifiedAlike(const STFileState& stOne, const STFileState& stOther)
+{
+    return qAbs(stOne.nModifiedSec - stOther.nModifiedSec) <= TIME_STEP_SEC;
 }
 
 bool CCopyPlatform::FlushFileSystem(const QString& strFolder)

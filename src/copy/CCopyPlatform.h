@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QtGlobal>
 
@@ -88,6 +89,9 @@ public:
     /** What the disk that holds the path can hold; the initial values where it does not say. */
     static STDiskRules GetDiskRules(const QString& strPath);
 
+    /** Whether the path leads to anything, links followed. */
+    static bool Exists(const QString& strPath);
+
     /** Whether this user may make entries in the folder; what keeps him from it is in errno. */
     static bool CanWrite(const QString& strFolder);
 
@@ -105,7 +109,7 @@ public:
     static int OpenForDirectRead(const QString& strPath);
 
     /** Makes an empty file and opens it for writing. -1 on failure, EEXIST when anything has that name. */
-    static int CreateNew(const QString& strPath);
+    static int CreateNew(const QByteArray& baPath);
 
     /** Opens a file that is there for writing, no link, and leaves it as it is. -1 on failure. */
     static int OpenForWrite(const QString& strPath);
@@ -121,6 +125,12 @@ public:
 
     /** Gives the open file the times of the state, of its last access and its last change. */
     static bool SetTimes(int nDescriptor, const STFileState& stState);
+
+    /** The same for what the path names, a link itself. */
+    static bool SetTimes(const QString& strPath, const STFileState& stState);
+
+    /** Whether two times of the last change are the same for a file system with coarse times. */
+    static bool IsModifiedAlike(const STFileState& stOne, const STFileState& stOther);
 
     /**
      * The same, and looks whether the file system has done it: some only say so, which

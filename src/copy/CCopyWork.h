@@ -9,6 +9,7 @@
 #include <optional>
 
 class CCopyDestination;
+class CDescriptor;
 class QFileInfo;
 class QString;
 
@@ -41,6 +42,13 @@ public:
     virtual STCopyOutcome CopyBytes(const QFileInfo& source, const QString& strFolder,
                                     const QString& strTarget)
         = 0;
+
+    /** The same to what target is: strTarget, open and empty; it is closed afterwards. */
+    virtual STCopyOutcome CopyBytesTo(CDescriptor& /*target*/, const QFileInfo& source,
+                                      const QString& strFolder, const QString& strTarget)
+    {
+        return CopyBytes(source, strFolder, strTarget);
+    }
 
     /** Books what has become of a file. */
     virtual void BookFile(const STCopyOutcome& stOutcome) = 0;

@@ -124,7 +124,8 @@ void CDiskCopy::File(const STDiskEntry& stFile)
 void CDiskCopy::CopyFile(const QString& strSource, const STFileState& stState, const QByteArray& baName)
 {
     const QString strFolder = m_listFolder.constLast().strTarget;
-    const STTargetEntry stEntry = m_entries.File(strFolder, baName);
+    CDescriptor made;
+    const STTargetEntry stEntry = m_entries.File(strFolder, baName, made);
     const bool bStopped = m_work.IsStopped();
     if (stEntry.stReason) {
         if (!bStopped) {
@@ -142,7 +143,8 @@ void CDiskCopy::CopyFile(const QString& strSource, const STFileState& stState, c
                          stState.nSize});
         return;
     }
-    const STCopyOutcome stOutcome = m_work.CopyBytes(QFileInfo(strSource), strFolder, stEntry.strPath);
+    const STCopyOutcome stOutcome
+        = m_work.CopyBytesTo(made, QFileInfo(strSource), strFolder, stEntry.strPath);
     if (stOutcome.stReason.enProblem == ENCopyProblem::SOURCE_READ
         && stOutcome.enEnd == ENCopyEnd::NOT_WHOLE) {
         m_listFolder.last().bDamaged = true;

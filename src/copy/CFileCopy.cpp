@@ -59,7 +59,7 @@ void CFileCopy::BeginAnew()
     m_stOutcome.nCopied = 0;
     m_stFailure.reset();
     m_nOffset = 0;
-    m_file.close();
+    m_pFile.reset();
     m_source.Reset();
 }
 
@@ -100,20 +100,13 @@ qint64 CFileCopy::ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos)
 bool CFileCopy::OpenTarget()
 {
     m_control.StepBegins(ENCopyStep::WRITING);
-    m_pTarget.reset(m_fnOther ? CreateNewTarget() : nullptr);
-    if (!m_pTarget && m_fnOther) {
-        if (const std::optional<STCopyReason> stReason = m_fnOther(m_strTarget)) {
-            Fail(*stReason);
-            return false;
-        }
-    }
-    m_fnOther = nullptr; // from now on the name is the copy's own
-    if (!m_pTarget) {
-        m_pTarget.reset(CreateTarget());
+    m_pTarget.reset(TargetFile());
+    if (m_stOutcome.enEnd != ENCopyEnd::WHOLE) {
+        return false;
     }
     if (!m_pTarget) {
         const int nError = errno;
-        if (QFileInfo::exists(m_strFolder)) {
+        if (CCopyPlatform::Exists(m_strFolder)) {
             Fail({ENCopyProblem::TARGET_CREATE, QStringLiteral("its target cannot be created"), nError,
                   m_strTarget});
         } else {
@@ -126,17 +119,36 @@ bool CFileCopy::OpenTarget()
     return true;
 }
 
-/** Opens the target if nothing has its name. */
+/** The open target; null when it cannot be had, with the reason in errno or already told. */
+FILE* CFileCopy::TargetFile()
+{
+    FILE* pFile = m_made.IsOpen() ? AsFile(m_made.Release()) : nullptr;
+    if (pFile == nullptr && m_fnOther) {
+        pFile = CreateNewTarget();
+    }
+    m_fnOther = nullptr; // from now on the name is the copy's own
+    return pFile != nullptr || m_stOutcome.enEnd != ENCopyEnd::WHOLE ? pFile : CreateTarget();
+}
+
+/** Opens the target if nothing has its name; else m_strTarget is another one afterwards. */
 FILE* CFileCopy::CreateNewTarget()
 {
-    const int nDescriptor = CCopyPlatform::CreateNew(m_strTarget);
-    if (nDescriptor == -1) {
-        return nullptr;
+    const int nDescriptor = CCopyPlatform::CreateNew(QFile::encodeName(m_strTarget));
+    if (nDescriptor != -1) {
+        return AsFile(nDescriptor);
     }
+    if (const std::optional<STCopyReason> stReason = m_fnOther(m_strTarget)) {
+        Fail(*stReason);
+    }
+    return nullptr;
+}
+
+/** Null when there is no memory for it. */
+FILE* CFileCopy::AsFile(int nDescriptor)
+{
     FILE* const pFile = fdopen(nDescriptor, "wb");
     if (pFile == nullptr) {
         close(nDescriptor);
-        m_fnOther = nullptr; // the name is the copy's own already
     }
     return pFile;
 }
@@ -229,7 +241,7 @@ void CFileCopy::MoveBytes()
         if (!nMoved) {
             return;
         }
-        if (!QFileInfo::exists(m_strFolder)) {
+        if (!CCopyPlatform::Exists(m_strFolder)) {
             Fail(STCopyReason::DestinationGone());
             return;
         }
@@ -332,11 +344,12 @@ qint64 CFileCopy::Read(int nLen, qint64 nPos)
 /** The source for QFile, which is not needed for a small file. */
 QFile& CFileCopy::SourceFile()
 {
-    if (!m_file.isOpen()) {
-        m_file.open(m_source.Get(), QIODevice::ReadOnly | QIODevice::Unbuffered,
-                    QFileDevice::DontCloseHandle);
+    if (!m_pFile) {
+        m_pFile = std::make_unique<QFile>();
+        m_pFile->open(m_source.Get(), QIODevice::ReadOnly | QIODevice::Unbuffered,
+                      QFileDevice::DontCloseHandle);
     }
-    return m_file;
+    return *m_pFile;
 }
 
 /** The same by one call to the system, which does not try a bad place again as QFile does. */

@@ -55,6 +55,9 @@ public:
      */
     void WantNewTarget(OtherTarget fnOther) { m_fnOther = std::move(fnOther); }
 
+    /** The target is open already, empty and to be written: nDescriptor, which is taken over. Before Copy. */
+    void TakeTarget(int nDescriptor) { m_made.Reset(nDescriptor); }
+
     /** Creates strTarget, copies into it and closes it; call it once. */
     STCopyOutcome Copy(const QString& strTarget);
 
@@ -78,7 +81,9 @@ private:
     void BeginAnew();
     bool LookAtSource();
     bool OpenTarget();
+    FILE* TargetFile();
     FILE* CreateNewTarget();
+    static FILE* AsFile(int nDescriptor);
     FILE* CreateTarget();
     bool OpenSource();
     bool IsSmall() const;
@@ -108,6 +113,7 @@ private:
     const std::optional<bool> m_bListedAsLink;
     QString m_strTarget;
     OtherTarget m_fnOther; // while the target has to be new
+    CDescriptor m_made; // a target that was made already
     qint64 m_nOffset = 0; // bytes dealt with
     qint64 m_nTold = 0; // bytes that the control knows to be dealt with
     bool m_bTryOnce = false;
@@ -117,7 +123,7 @@ private:
     bool m_bSmall = false; // not read yet, and to be looked at after its only read
     bool m_bSettled = false; // it was read whole and was the same before and afterwards
     CDescriptor m_source;
-    QFile m_file; // reads the source, once SourceFile was asked for it
+    std::unique_ptr<QFile> m_pFile; // reads the source, once SourceFile was asked for it
     std::unique_ptr<FILE, STCloseFile> m_pTarget;
     std::unique_ptr<char[]> m_pBuffer;
     STFileState m_stBegin; // of the source when it was opened

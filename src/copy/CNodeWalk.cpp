@@ -53,9 +53,10 @@ void CNodeWalk::CopyChild(CDirNode& child)
     const bool bDir = child.m_bDir;
     const bool bLink = child.m_bLink;
     // Paths of the start-up volume keep their leading separator: docs/behaviour.md.
+    const QString strPath = source.absoluteFilePath();
     const QString strFolder
-        = m_strDest + '/' + PlaceOf(bDir ? source.absoluteFilePath() : source.absolutePath());
-    m_work.ItemBegins(source.absoluteFilePath());
+        = m_strDest + '/' + PlaceOf(bDir ? strPath : strPath.left(qMax(1, strPath.lastIndexOf('/'))));
+    m_work.ItemBegins(strPath);
     const std::optional<STCopyReason> stReason = m_work.MakeFolder(strFolder);
     if (m_work.IsStopped()) {
         return; // a slow disk may have taken long, and the node may be gone

@@ -15,16 +15,6 @@
 #include <unistd.h>
 #include <utility>
 
-static int MakeFile(const char* pszPath)
-{
-    const int nDescriptor = open(pszPath, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (nDescriptor == -1) {
-        return errno;
-    }
-    close(nDescriptor); // the file is there; whether the disk takes its bytes, the copy will hear
-    return 0;
-}
-
 static int MakeFolder(const char* pszPath) { return mkdir(pszPath, 0777) == 0 ? 0 : errno; }
 
 static int MakeLink(const QByteArray& baText, const char* pszPath)
@@ -134,10 +124,12 @@ STTargetEntry CTargetEntries::Folder(const QString& strFolder, const QByteArray&
                 [](const QByteArray& baPath) { return MakeFolder(baPath.constData()); });
 }
 
-STTargetEntry CTargetEntries::File(const QString& strFolder, const QByteArray& baName)
+STTargetEntry CTargetEntries::File(const QString& strFolder, const QByteArray& baName, CDescriptor& made)
 {
-    return Make(strFolder, baName, ENCopyProblem::TARGET_CREATE,
-                [](const QByteArray& baPath) { return MakeFile(baPath.constData()); });
+    return Make(strFolder, baName, ENCopyProblem::TARGET_CREATE, [&made](const QByteArray& baPath) {
+        made.Reset(CCopyPlatform::CreateNew(baPath));
+        return made.IsOpen() ? 0 : errno;
+    });
 }
 
 STTargetEntry CTargetEntries::Link(const QString& strFolder, const QByteArray& baName,

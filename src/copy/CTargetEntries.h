@@ -3,6 +3,7 @@
 #include "copy/CCopyPlatform.h"
 #include "copy/CTargetName.h"
 #include "copy/STCopyOutcome.h"
+#include "files/CDescriptor.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -44,8 +45,8 @@ public:
     /** Makes a folder. */
     STTargetEntry Folder(const QString& strFolder, const QByteArray& baName);
 
-    /** Makes an empty file, which keeps the name for its bytes. */
-    STTargetEntry File(const QString& strFolder, const QByteArray& baName);
+    /** Makes an empty file and opens it for its bytes. */
+    STTargetEntry File(const QString& strFolder, const QByteArray& baName, CDescriptor& made);
 
     /** Makes a link that consists of baText; LINK_LOST is the reason where the disk cannot hold it. */
     STTargetEntry Link(const QString& strFolder, const QByteArray& baName, const QByteArray& baText);

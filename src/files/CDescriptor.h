@@ -34,6 +34,14 @@ public:
         return close(nDescriptor);
     }
 
+    /** Gives it away, open as it is. */
+    int Release()
+    {
+        const int nDescriptor = m_nDescriptor;
+        m_nDescriptor = -1;
+        return nDescriptor;
+    }
+
     /** The descriptor; -1 when there is none. */
     int Get() const { return m_nDescriptor; }
 

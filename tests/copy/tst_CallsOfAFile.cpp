@@ -63,7 +63,7 @@ void tst_CallsOfAFile::smallFile_data()
     QTest::addColumn<bool>("bComplete");
     QTest::addColumn<double>("nMost"); // what is asked for once in many files counts by its share
     QTest::newRow("ticked") << false << 12.5;
-    QTest::newRow("complete") << true << 17.5;
+    QTest::newRow("complete") << true << 14.5;
 }
 
 void tst_CallsOfAFile::smallFile()

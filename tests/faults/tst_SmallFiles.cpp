@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <functional>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 using ENCall = CFailingCalls::ENCall;
 
@@ -40,6 +41,8 @@ private slots:
     void folderIsMadeOnceForItsFiles();
     void otherDiskWithTheSameFolders_data();
     void otherDiskWithTheSameFolders();
+
+    void permissionsOfNewFilesDifferByFolder();
 
     void timesAreLookedAtNowAndThen();
     void datesThatNotEveryDiskHolds_data();
@@ -191,6 +194,36 @@ void tst_SmallFiles::otherDiskWithTheSameFolders()
     QCOMPARE(Problems().filter("last: "), listGone);
     // A copy that ends on another disk than it began on is never told to be whole.
     QVERIFY(Account().bGone);
+}
+
+void tst_SmallFiles::permissionsOfNewFilesDifferByFolder()
+{
+    // Version 2; then owner, group and others: kind, what they may, nobody by name.
+    static const uchar PRIVATE[] = {2, 0,    0,    0,    1,    0,    6, 0, 0xff, 0xff, 0xff, 0xff, 4,   0, 0,
+                                    0, 0xff, 0xff, 0xff, 0xff, 0x20, 0, 0, 0,    0xff, 0xff, 0xff, 0xff};
+    m_pNodes->Clear();
+    m_pNodes->Root()->m_bComplete = true;
+    for (const QString strName : {"top/one", "top/two", "top/in it/three", "top/in it/four"}) {
+        m_pTree->Write("src/" + strName, "1");
+        QCOMPARE(chmod(QFile::encodeName(Source(strName)).constData(), 0644), 0);
+    }
+    m_pNodes->Add(Source("top"));
+    int nSet = -1;
+    CFailingCalls::Watch(ENCall::LIST, Source("top/in it"), [&] {
+        const QByteArray baFolder = QFile::encodeName(Copy("top/in it"));
+        nSet = setxattr(baFolder.constData(), "system.posix_acl_default", PRIVATE, sizeof(PRIVATE), 0);
+    });
+    Run();
+    QVERIFY(CFailingCalls::Calls() > 0);
+    if (nSet != 0) {
+        QSKIP("no folder whose new files are private here");
+    }
+    QCOMPARE(Account().nFiles, 4);
+    for (const QString strName : {"top/one", "top/two", "top/in it/three", "top/in it/four"}) {
+        struct stat stCopy = {};
+        QCOMPARE(stat(QFile::encodeName(Copy(strName)).constData(), &stCopy), 0);
+        QCOMPARE(int(stCopy.st_mode & 07777U), 0644);
+    }
 }
 
 // ---- times
