@@ -114,10 +114,9 @@ CUsedFolder CUsedFolder::Home()
     folder.AddEvenly(HOME_DOCUMENTS, 64 * KB, 512 * KB, QStringLiteral("Documents/Year %1/letter %2.pdf"));
     for (int nPhoto = 1; nPhoto < HOME_PHOTOS; ++nPhoto) {
         folder.Add(QStringLiteral("Pictures/Holidays/Week %1/IMG_%2.jpg").arg(nPhoto / 10).arg(nPhoto),
-                   folder.Random(1500 * KB, 2500 * KB));
+                   folder.Random(1500 * KB, 2500 * KB), nPhoto);
     }
     folder.Add(QStringLiteral("Pictures/Holidays/film.mov"), HOME_BYTES - folder.Bytes());
-    folder.Shuffle();
     return folder;
 }
 
@@ -127,23 +126,26 @@ CUsedFolder CUsedFolder::Between(int nFiles, qint64 nLeast, qint64 nMost)
 {
     CUsedFolder folder;
     folder.AddEvenly(nFiles, nLeast, nMost, QStringLiteral("Folder %1/document %2.txt"));
-    folder.Shuffle();
     return folder;
 }
 
-void CUsedFolder::Shuffle()
+/** Any order of the folders, and of the files within each. */
+QVector<CUsedFolder::STFile> CUsedFolder::Shuffled()
 {
-    for (int nFile = m_listFile.size() - 1; nFile > 0; --nFile) {
-        m_listFile.swapItemsAt(nFile, int(Random(0, nFile)));
+    QVector<STFile> listFile = m_listFile;
+    for (int nFile = listFile.size() - 1; nFile > 0; --nFile) {
+        listFile.swapItemsAt(nFile, int(Random(0, nFile)));
     }
-    // The folders follow each other by chance, too.
     QHash<QString, int> mapTurn;
-    for (const STFile& stFile : qAsConst(m_listFile)) {
+    for (const STFile& stFile : qAsConst(listFile)) {
         mapTurn.insert(Folder(stFile.strPath), mapTurn.value(Folder(stFile.strPath), mapTurn.size()));
     }
-    std::stable_sort(m_listFile.begin(), m_listFile.end(), [&](const STFile& stOne, const STFile& stOther) {
-        return mapTurn.value(Folder(stOne.strPath)) < mapTurn.value(Folder(stOther.strPath));
+    std::stable_sort(listFile.begin(), listFile.end(), [&](const STFile& stOne, const STFile& stOther) {
+        const int nOne = mapTurn.value(Folder(stOne.strPath));
+        const int nOther = mapTurn.value(Folder(stOther.strPath));
+        return nOne < nOther || (nOne == nOther && stOne.nImported < stOther.nImported);
     });
+    return listFile;
 }
 
 qint64 CUsedFolder::Bytes() const
@@ -157,15 +159,21 @@ qint64 CUsedFolder::Bytes() const
 
 void CUsedFolder::Make(const QString& strFolder)
 {
-    QStringList listBetween;
-    for (int nFile = 0; nFile < m_listFile.size(); ++nFile) {
-        const STFile& stFile = m_listFile.at(nFile);
+    for (const STFile& stFile : Shuffled()) {
         const QString strPath = strFolder + '/' + stFile.strPath;
         Require(QDir().mkpath(Folder(strPath)), strPath);
-        WriteFile(strPath, stFile.nSize);
+        WriteFile(strPath, 0);
+    }
+    BringToDisk(strFolder);
+    const QVector<STFile> listWritten = Shuffled();
+    QStringList listBetween;
+    for (int nFile = 0; nFile < listWritten.size(); ++nFile) {
+        const QString strPath = strFolder + '/' + listWritten.at(nFile).strPath;
+        WriteFile(strPath, listWritten.at(nFile).nSize);
         if (nFile % FILES_WITHOUT_GAP == 0) {
             listBetween.append(strPath + ".old");
-            WriteFile(listBetween.constLast(), stFile.nSize); // of the same size, or it lies elsewhere
+            // Of the same size, or it lies elsewhere.
+            WriteFile(listBetween.constLast(), listWritten.at(nFile).nSize);
         }
         if (nFile % BATCH == 0) {
             BringToDisk(strFolder);

@@ -7,9 +7,10 @@
 
 /**
  * A folder as it lies on a disk that has been in use for years. The files of one folder lie
- * together, as file systems try to have it, but in the order in which they were made, not in
- * that of their names; nor do the folders follow each other by name. After every fourth file
- * there is a gap, where another one was that is gone. It is the same each time.
+ * together, as file systems try to have it, in the order in which they were saved last. That
+ * is neither the order of their names nor, but for photos, that in which they were made,
+ * which their inode numbers have. Nor do the folders follow each other by name. After every
+ * fourth file there is a gap, where another one was that is gone. It is the same each time.
  */
 class CUsedFolder
 {
@@ -40,12 +41,16 @@ private:
     {
         QString strPath; ///< in the folder
         qint64 nSize = 0;
+        int nImported = 0; ///< made and saved in this order, 0 in any
     };
 
-    void Add(const QString& strPath, qint64 nSize) { m_listFile.append({strPath, nSize}); }
+    void Add(const QString& strPath, qint64 nSize, int nImported = 0)
+    {
+        m_listFile.append({strPath, nSize, nImported});
+    }
     void AddEvenly(int nFiles, qint64 nLeast, qint64 nMost, const QString& strName);
     qint64 Random(qint64 nLeast, qint64 nMost);
-    void Shuffle();
+    QVector<STFile> Shuffled();
 
     QVector<STFile> m_listFile;
     std::minstd_rand m_random; // the same numbers on each system
