@@ -11,6 +11,7 @@
 #include <chrono>
 #include <limits>
 #include <mutex>
+#include <sys/stat.h>
 #include <utility>
 
 // Asking whether to end takes a lock, and asking a disk the change to another
@@ -19,10 +20,36 @@ static const int ENTRIES_PER_LOOK = 256;
 
 static const int HANGS_MS = 20; // what asking a disk takes at most when all is well
 
+namespace {
+
+/** What a folder holds that was never opened. */
+struct STListed
+{
+    STDirListing stListing;
+    qint64 nBytes = 0; ///< of its files, where they are counted
+};
+
+}
+
 static qint64 SteadyMs()
 {
     const auto time = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
+}
+
+/** The sum, at most what fits. */
+static qint64 Sum(qint64 nTotal, qint64 nBytes)
+{
+    // A volume that has just gone has the capacity -1, and files with holes may
+    // claim more than a disk can hold.
+    return nTotal + qBound(qint64(0), nBytes, std::numeric_limits<qint64>::max() - nTotal);
+}
+
+/** The bytes of a file; 0 when it cannot be asked. */
+static qint64 SizeOf(int nFolder, const char* pszName)
+{
+    struct stat status;
+    return fstatat(nFolder, pszName, &status, 0) == 0 ? status.st_size : 0;
 }
 
 /** How far the count is; shared with what asks disks, which may outlast the worker. */
@@ -100,12 +127,14 @@ void CGetFileSizeThread::CountComplete()
     const auto fnCount
         = [listItem = CTickedItems::Of(*m_pRootNode, fnStopped), stRules = m_stRules, pProgress = m_pProgress,
            pEnded] { return CountOnDisk(listItem, stRules, *pProgress, *pEnded); };
-    // A walk that is told to end does so before the next look, unless it waits for a disk.
-    const auto fnGiveUp = [&] {
-        return isInterruptionRequested() && (pEnded->exchange(true) || SinceProgressMs() > HANGS_MS);
-    };
-    m_stComplete = Ask<STDiskSize>(fnCount, fnGiveUp);
+    m_stComplete = Ask<STDiskSize>(fnCount, [&] { return IsToGiveUp(*pEnded); });
     AddSize(m_stComplete ? m_stComplete->nBytes : 0);
+}
+
+// What is told to end does so before the next look, unless it waits for a disk.
+bool CGetFileSizeThread::IsToGiveUp(std::atomic<bool>& bEnded) const
+{
+    return isInterruptionRequested() && (bEnded.exchange(true) || SinceProgressMs() > HANGS_MS);
 }
 
 void CGetFileSizeThread::GetDiskSize()
@@ -140,12 +169,7 @@ void CGetFileSizeThread::GetSelFileSize(CDirNode* pNode)
     if (pNode->m_bDir && pNode->m_chkState == Qt::Unchecked) {
         return;
     }
-    if (pNode->m_bDir && pNode->m_listChild.isEmpty()) {
-        const auto fnList = [stFolder = pNode->ToList()] { return CDirNode::ListForCopy(stFolder); };
-        if (const std::optional<STDirListing> stListing = Ask<STDirListing>(fnList)) {
-            pNode->TakeListing(*stListing);
-        }
-    }
+    const bool bCounted = pNode->m_bDir && pNode->m_listChild.isEmpty() && ListFolder(*pNode);
     QStringList listFile;
     int nEntry = 0;
     for (CDirNode* pChild : qAsConst(pNode->m_listChild)) {
@@ -154,7 +178,7 @@ void CGetFileSizeThread::GetSelFileSize(CDirNode* pNode)
         }
         if (pChild->m_bDir) {
             GetSelFileSize(pChild);
-        } else if (pChild->m_chkState == Qt::Checked) {
+        } else if (!bCounted && pChild->m_chkState == Qt::Checked) {
             listFile.append(pChild->m_fileInfo.filePath());
             if (listFile.size() == ENTRIES_PER_LOOK) {
                 AddFiles(listFile);
@@ -162,6 +186,35 @@ void CGetFileSizeThread::GetSelFileSize(CDirNode* pNode)
         }
     }
     AddFiles(listFile);
+}
+
+/**
+ * Lists a folder that was never opened. The files of a ticked one are counted while it is
+ * open, which spares the disk their paths; returns whether they are.
+ */
+bool CGetFileSizeThread::ListFolder(CDirNode& node)
+{
+    const bool bTicked = node.m_chkState == Qt::Checked;
+    const auto pEnded = std::make_shared<std::atomic<bool>>(false);
+    const auto fnList = [stFolder = node.ToList(), bTicked, pProgress = m_pProgress, pEnded] {
+        STListed stListed;
+        unsigned nFile = 0;
+        const auto fnAdd = [&](int nFolder, const char* pszName) {
+            if (++nFile % ENTRIES_PER_LOOK == 0) {
+                pProgress->Note();
+                *pEnded = *pEnded || QThread::currentThread()->isInterruptionRequested();
+            }
+            stListed.nBytes = Sum(stListed.nBytes, *pEnded ? 0 : SizeOf(nFolder, pszName));
+        };
+        stListed.stListing
+            = CDirNode::ListForCopy(stFolder, bTicked ? PFNListedFile(fnAdd) : PFNListedFile());
+        return stListed;
+    };
+    if (std::optional<STListed> stListed = Ask<STListed>(fnList, [&] { return IsToGiveUp(*pEnded); })) {
+        node.TakeListing(std::move(stListed->stListing));
+        AddSize(stListed->nBytes);
+    }
+    return bTicked;
 }
 
 void CGetFileSizeThread::AddFiles(QStringList& listFile)
@@ -208,13 +261,4 @@ QString CGetFileSizeThread::CurrentEntry() const
     return m_pProgress->strEntry;
 }
 
-void CGetFileSizeThread::AddSize(qint64 nBytes)
-{
-    // A volume that has just gone has the capacity -1, and files with holes may
-    // claim more than a disk can hold.
-    if (nBytes <= 0) {
-        return;
-    }
-    const qint64 nRoom = std::numeric_limits<qint64>::max() - m_nTotalSize;
-    m_nTotalSize += qMin(nBytes, nRoom);
-}
+void CGetFileSizeThread::AddSize(qint64 nBytes) { m_nTotalSize = Sum(m_nTotalSize, nBytes); }

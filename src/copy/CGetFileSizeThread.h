@@ -74,6 +74,8 @@ private:
     void CountComplete();
     static STDiskSize CountOnDisk(const QVector<STTickedItem>& listItem, const STDiskRules& stRules,
                                   STProgress& stProgress, const std::atomic<bool>& bEnded);
+    bool ListFolder(CDirNode& node);
+    bool IsToGiveUp(std::atomic<bool>& bEnded) const;
     void AddFiles(QStringList& listFile);
     void AddSize(qint64 nBytes);
     void NoteProgress();

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -29,10 +30,11 @@ static bool BeginsWithAny(const char* pszName, std::initializer_list<QLatin1Stri
 }
 
 /** The names that are kept; counts the others in nLeftOut. */
-static QVector<STFoundName> ReadNames(CFolderReader& folder, std::initializer_list<QLatin1String> listSkip,
-                                      int& nLeftOut)
+static std::vector<STFoundName> ReadNames(CFolderReader& folder,
+                                          std::initializer_list<QLatin1String> listSkip,
+                                          const PFNListedFile& fnFile, int& nLeftOut)
 {
-    QVector<STFoundName> listFound;
+    std::vector<STFoundName> listFound;
     while (folder.Next()) {
         if (BeginsWithAny(folder.Name(), listSkip)) {
             ++nLeftOut;
@@ -42,7 +44,10 @@ static QVector<STFoundName> ReadNames(CFolderReader& folder, std::initializer_li
         // where no codec is asked, and in it names that differ only in case come
         // in an order that changes from call to call.
         const QString strName = QFile::decodeName(folder.Name());
-        listFound.append({strName, strName.toLower(), folder.IsFolder(), folder.IsLink()});
+        listFound.push_back({strName, strName.toLower(), folder.IsFolder(), folder.IsLink()});
+        if (fnFile && !listFound.back().bDir) {
+            fnFile(folder.Descriptor(), folder.Name());
+        }
     }
     return listFound;
 }
@@ -65,31 +70,33 @@ static bool Contains(const QString& strFolder, const QString& strPath)
     return strPath.startsWith(strFolder) && strPath.at(strFolder.size()) == QLatin1Char('/');
 }
 
-STDirListing CDirListing::List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip)
+STDirListing CDirListing::List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip,
+                               const PFNListedFile& fnFile)
 {
     CFolderReader folder(QFile::encodeName(strFolder).constData());
     STDirListing stListing;
-    QVector<STFoundName> listFound = ReadNames(folder, listSkip, stListing.nLeftOut);
+    std::vector<STFoundName> listFound = ReadNames(folder, listSkip, fnFile, stListing.nLeftOut);
     std::sort(listFound.begin(), listFound.end(), ComesBefore);
 
     stListing.nError = folder.Error();
     const QString strPrefix = strFolder.endsWith(QLatin1Char('/')) ? strFolder : strFolder + QLatin1Char('/');
-    stListing.listEntry.reserve(listFound.size());
-    for (const STFoundName& stFound : qAsConst(listFound)) {
+    stListing.listEntry.reserve(int(listFound.size()));
+    for (const STFoundName& stFound : listFound) {
         stListing.listEntry.append(
             {CNodeFileInfo(strPrefix, stFound.strName), stFound.strName, stFound.bDir, stFound.bLink});
     }
     return stListing;
 }
 
-STDirListing CDirListing::List(const STFolderToList& stFolder, std::initializer_list<QLatin1String> listSkip)
+STDirListing CDirListing::List(const STFolderToList& stFolder, std::initializer_list<QLatin1String> listSkip,
+                               const PFNListedFile& fnFile)
 {
     if (LeadsBack(stFolder)) {
         STDirListing stRefused;
         stRefused.nError = ELOOP;
         return stRefused;
     }
-    return List(stFolder.strPath, listSkip);
+    return List(stFolder.strPath, listSkip, fnFile);
 }
 
 bool CDirListing::LeadsBack(const STFolderToList& stFolder)

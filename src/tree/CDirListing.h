@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
 #include <initializer_list>
 
 /** One entry of a listed folder. */
@@ -32,6 +33,9 @@ struct STFolderToList
     QStringList listAbove; ///< paths of the folders that it lies in as the tree shows it, from the nearest on
 };
 
+/** Is told of a file while its folder is listed: the folder's descriptor, the name in the disk's bytes. */
+using PFNListedFile = std::function<void(int nFolder, const char* pszName)>;
+
 /** Reads folders for the tree. Safe on any thread; puts nothing on the screen and opens no file. */
 class CDirListing
 {
@@ -40,12 +44,15 @@ public:
      * The entries of a folder, hidden and special ones included, but not those whose
      * name begins with one of `listSkip` (upper and lower case differ). Folders come
      * first, then the rest, each by lower-cased name; names that differ only in case
-     * are in the order of their characters.
+     * are in the order of their characters. Each that is no folder is told to fnFile, in
+     * the order of the disk, while its folder is open.
      */
-    static STDirListing List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip);
+    static STDirListing List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip,
+                             const PFNListedFile& fnFile = {});
 
     /** The same; a link that leads back is refused with ELOOP. */
-    static STDirListing List(const STFolderToList& stFolder, std::initializer_list<QLatin1String> listSkip);
+    static STDirListing List(const STFolderToList& stFolder, std::initializer_list<QLatin1String> listSkip,
+                             const PFNListedFile& fnFile = {});
 
     /**
      * Whether a folder is a symbolic link whose target is, or contains, one of the

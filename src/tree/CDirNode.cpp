@@ -1,11 +1,11 @@
 #include "tree/CDirNode.h"
 
-#include "tree/CDirListing.h"
 #include "tree/CEntryIcon.h"
 
 #include <QtAlgorithms>
 
 #include <limits>
+#include <utility>
 
 /** The model's invisible root, whose children are the volumes: a node without path and parent. */
 static bool IsInvisibleRoot(const CDirNode* pNode)
@@ -40,11 +40,11 @@ CDirNode::CDirNode(QFileInfo info, CDirNode* parent)
 {
 }
 
-CDirNode::CDirNode(const STDirEntry& stEntry, CDirNode* parent)
-    : m_fileInfo(stEntry.fileInfo)
+CDirNode::CDirNode(STDirEntry stEntry, CDirNode* parent)
+    : m_fileInfo(std::move(stEntry.fileInfo))
     , m_icon(CEntryIcon::Of(KindOf(parent, stEntry.bDir, stEntry.bLink)))
     , m_bDir(stEntry.bDir)
-    , m_strName(stEntry.strName)
+    , m_strName(std::move(stEntry.strName))
     , m_pParent(parent)
     , m_bLink(stEntry.bLink)
     , m_nUnlisted(m_bDir ? 1 : 0)
@@ -119,20 +119,20 @@ STDirListing CDirNode::List(std::initializer_list<QLatin1String> listSkip) const
 
 void CDirNode::LoadChild() { TakeListing(ListForCopy(ToList())); }
 
-STDirListing CDirNode::ListForCopy(const STFolderToList& stFolder)
+STDirListing CDirNode::ListForCopy(const STFolderToList& stFolder, const PFNListedFile& fnFile)
 {
     // At every depth, not only where a system keeps its device and home folders:
     // "development" and "homework" are left out too. The model's listing also
     // leaves out "Volumes"; this one does not.
-    return CDirListing::List(stFolder, {QLatin1String("dev"), QLatin1String("home")});
+    return CDirListing::List(stFolder, {QLatin1String("dev"), QLatin1String("home")}, fnFile);
 }
 
-void CDirNode::TakeListing(const STDirListing& stListing)
+void CDirNode::TakeListing(STDirListing stListing)
 {
     NoteListing(stListing);
     m_listChild.reserve(stListing.listEntry.size());
-    for (const STDirEntry& stEntry : stListing.listEntry) {
-        auto* pChild = new CDirNode(stEntry, this);
+    for (STDirEntry& stEntry : stListing.listEntry) {
+        auto* pChild = new CDirNode(std::move(stEntry), this);
         if (m_chkState == Qt::Checked) {
             pChild->m_chkState = Qt::Checked;
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tree/CDirListing.h"
 #include "tree/CNodeFileInfo.h"
 
 #include <QFileInfo>
@@ -9,10 +10,6 @@
 #include <QStringList>
 
 #include <initializer_list>
-
-struct STDirEntry;
-struct STDirListing;
-struct STFolderToList;
 
 /** How far a folder of the tree has been listed. */
 enum class ENListed : quint8
@@ -52,7 +49,7 @@ public:
     CDirNode(QFileInfo info, CDirNode* parent);
 
     /** The node of an entry of a listing, whose kind is known already: asks the file system nothing. */
-    CDirNode(const STDirEntry& stEntry, CDirNode* parent);
+    CDirNode(STDirEntry stEntry, CDirNode* parent);
 
     /** Frees the node alone. Its children are freed by RemoveAll and RemoveAt, from the bottom up. */
     ~CDirNode() = default;
@@ -107,11 +104,11 @@ public:
      */
     void LoadChild();
 
-    /** What LoadChild lists of a folder; safe on any thread. */
-    static STDirListing ListForCopy(const STFolderToList& stFolder);
+    /** What LoadChild lists of a folder, its files told to fnFile; safe on any thread. */
+    static STDirListing ListForCopy(const STFolderToList& stFolder, const PFNListedFile& fnFile = {});
 
     /** The second half of LoadChild: takes what ListForCopy has said of this folder. */
-    void TakeListing(const STDirListing& stListing);
+    void TakeListing(STDirListing stListing);
 
     /** How far it has been listed from now on. */
     void SetListed(ENListed enListed);

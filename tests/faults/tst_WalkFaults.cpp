@@ -39,6 +39,8 @@ private slots:
     void countThatHangsIsLeftBehind();
     void countIsStoppedAtOnce();
     void countThatGoesOnShowsProgress();
+    void listingIsStoppedAtOnce();
+    void listingThatGoesOnShowsProgress();
 
 private:
     void Fill(const QStringList& listEntry);
@@ -249,6 +251,55 @@ void tst_WalkFaults::countThatGoesOnShowsProgress()
     // The time since the last answer is less than a disk took before it has answered.
     QVERIFY(nAnswers > 0);
     QCOMPARE(worker.CurrentEntry(), QFileInfo(m_pTree->Path()).fileName());
+}
+
+void tst_WalkFaults::listingIsStoppedAtOnce()
+{
+    m_pTree->FillNumbered("T/%1.txt", 1, 2000);
+    m_pNodes->Root()->m_bComplete = false;
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), Qt::PartiallyChecked);
+    m_pNodes->Add(m_pTree->Path("T"), Qt::Checked, pEntry);
+    CGetFileSizeThread worker;
+    worker.SetRootNode(m_pNodes->Root());
+    const QSignalSpy spy(&worker, &CGetFileSizeThread::SignalGetSizeFinish);
+    // The stop comes while a disk does not answer, which it does when the worker has ended.
+    std::atomic<int> nLooks{0};
+    CFailingCalls::WatchAll(ENCall::STAT, ".txt", [&] {
+        if (++nLooks == 10) {
+            worker.requestInterruption();
+            m_pGate->Pass(GATE_MS);
+        }
+    });
+    worker.start();
+    QVERIFY(worker.wait(GATE_MS));
+    QVERIFY(CLeftBehind::Any());
+    m_pGate->Open();
+    QTRY_VERIFY(!CLeftBehind::Any());
+    QCOMPARE(nLooks.load(), 10);
+    QCoreApplication::processEvents();
+    QCOMPARE(spy.count(), 0);
+}
+
+void tst_WalkFaults::listingThatGoesOnShowsProgress()
+{
+    m_pTree->FillNumbered("T/%1.txt", 1, 600);
+    m_pNodes->Root()->m_bComplete = false;
+    CDirNode* pEntry = m_pNodes->Add(m_pTree->Path(), Qt::PartiallyChecked);
+    m_pNodes->Add(m_pTree->Path("T"), Qt::Checked, pEntry);
+    CGetFileSizeThread worker;
+    worker.SetRootNode(m_pNodes->Root());
+    QVector<qint64> listSinceMs;
+    CFailingCalls::WatchAll(ENCall::STAT, ".txt", [&] {
+        while (listSinceMs.isEmpty() && worker.SinceProgressMs() < 10 * SLOW_MS) {
+            QThread::yieldCurrentThread();
+        }
+        listSinceMs.append(worker.SinceProgressMs());
+    });
+    worker.run();
+    QCOMPARE(listSinceMs.size(), 600);
+    QVERIFY(listSinceMs.first() >= 10 * SLOW_MS);
+    // That has been told after so many files.
+    QVERIFY(listSinceMs.at(300) < listSinceMs.first());
 }
 
 QTEST_GUILESS_MAIN(tst_WalkFaults)

@@ -51,6 +51,7 @@ private slots:
     void sameAsQtOnRandomFolders_data();
     void sameAsQtOnRandomFolders();
     void skipsByPrefix();
+    void filesAreToldWhileTheFolderIsOpen();
     void refused_data();
     void refused();
     void refusedForItsLength();
@@ -149,6 +150,29 @@ void tst_CDirListing::skipsByPrefix()
     const STDirListing stListing
         = CDirListing::List(tree.Path(), {QLatin1String("dev"), QLatin1String("home")});
     QCOMPARE(Names(stListing), QStringList({"Dev", "Home", "mydev"}));
+}
+
+void tst_CDirListing::filesAreToldWhileTheFolderIsOpen()
+{
+    CTempTree tree;
+    tree.Fill({"dev", "folder/file"});
+    tree.Write("one", "1");
+    tree.Write("three", "333");
+    tree.Link("to three", "three");
+    tree.Link("to folder", "folder");
+    tree.Link("broken", "nowhere");
+    QMap<QByteArray, qint64> mapSize;
+    const auto fnFile = [&mapSize](int nFolder, const char* pszName) {
+        struct stat status;
+        mapSize[pszName] = fstatat(nFolder, pszName, &status, 0) == 0 ? status.st_size : -1;
+    };
+    const STDirListing stListing = CDirListing::List(tree.Path(), {QLatin1String("dev")}, fnFile);
+    QCOMPARE(stListing.listEntry.size(), 6);
+    QCOMPARE(mapSize, (QMap<QByteArray, qint64>{{"broken", -1}, {"one", 1}, {"three", 3}, {"to three", 3}}));
+    const STDirListing stRefused
+        = CDirListing::List({tree.Path("to folder"), {tree.Path("folder")}}, {}, fnFile);
+    QCOMPARE(stRefused.nError, ELOOP);
+    QCOMPARE(mapSize.size(), 4);
 }
 
 void tst_CDirListing::refused_data()
