@@ -40,7 +40,8 @@ static void WriteFile(const QString& strPath, qint64 nSize)
         return baBlock;
     }();
     QFile file(strPath);
-    bool bDone = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    // One that is emptied first is brought to the disk when it is closed, alone.
+    bool bDone = file.open(QIODevice::ReadWrite | QIODevice::Unbuffered);
     for (qint64 nLeft = nSize; bDone && nLeft > 0; nLeft -= s_baBlock.size()) {
         const qint64 nPart = qMin<qint64>(nLeft, s_baBlock.size());
         bDone = file.write(s_baBlock.constData(), nPart) == nPart;
