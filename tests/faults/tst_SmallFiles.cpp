@@ -43,6 +43,7 @@ private slots:
     void otherDiskWithTheSameFolders();
 
     void permissionsOfNewFilesDifferByFolder();
+    void closeWithoutRoomInACompleteCopy();
 
     void timesAreLookedAtNowAndThen();
     void datesThatNotEveryDiskHolds_data();
@@ -224,6 +225,21 @@ void tst_SmallFiles::permissionsOfNewFilesDifferByFolder()
         QCOMPARE(stat(QFile::encodeName(Copy(strName)).constData(), &stCopy), 0);
         QCOMPARE(int(stCopy.st_mode & 07777U), 0644);
     }
+}
+
+void tst_SmallFiles::closeWithoutRoomInACompleteCopy()
+{
+    m_pNodes->Clear();
+    m_pNodes->Root()->m_bComplete = true;
+    m_pTree->Write("src/top/file", CONTENT);
+    m_pNodes->Add(Source("top"));
+    CFailingCalls::Fail(ENCall::CLOSE, Copy("top/file"), ENOSPC);
+    Run(CONTENT.size());
+    // The report's room is given up for it twice, and the bytes are written again to the same file.
+    QCOMPARE(CFailingCalls::Calls(), 3);
+    QCOMPARE(Copied("top/file"), CONTENT);
+    QVERIFY(!QFileInfo::exists(Copy("top/file_1")));
+    QCOMPARE(Account().nBytes, CONTENT.size());
 }
 
 // ---- times
