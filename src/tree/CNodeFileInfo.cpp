@@ -33,6 +33,16 @@ void CNodeFileInfo::refresh()
     }
 }
 
+bool CNodeFileInfo::makeAbsolute()
+{
+    QFileInfo info = Info();
+    const bool bChanged = info.makeAbsolute();
+    if (bChanged) {
+        *this = info;
+    }
+    return bChanged;
+}
+
 QString CNodeFileInfo::filePath() const
 {
     if (!m_pPlace) {

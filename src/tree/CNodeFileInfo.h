@@ -42,6 +42,8 @@ public:
     bool operator!=(const QFileInfo& other) const { return Info() != other; }
 
     void setFile(const QString& strPath) { *this = QFileInfo(strPath); }
+    void setFile(const QDir& dir, const QString& strPath) { *this = QFileInfo(dir, strPath); }
+    bool makeAbsolute();
     void refresh();
 
     QString filePath() const;
@@ -58,6 +60,8 @@ public:
     QString completeBaseName() const { return Info().completeBaseName(); }
     QString suffix() const { return Info().suffix(); }
     QString completeSuffix() const { return Info().completeSuffix(); }
+    QString bundleName() const { return Info().bundleName(); }
+    bool isNativePath() const { return Info().isNativePath(); }
     bool isRelative() const { return Info().isRelative(); }
     bool isAbsolute() const { return Info().isAbsolute(); }
     bool isRoot() const { return Info().isRoot(); }
@@ -67,6 +71,8 @@ public:
     bool isDir() const { return Info().isDir(); }
     bool isSymLink() const { return Info().isSymLink(); }
     bool isSymbolicLink() const { return Info().isSymbolicLink(); }
+    bool isShortcut() const { return Info().isShortcut(); }
+    bool isJunction() const { return Info().isJunction(); }
     QString symLinkTarget() const { return Info().symLinkTarget(); }
     bool isHidden() const { return Info().isHidden(); }
     bool isBundle() const { return Info().isBundle(); }

@@ -26,6 +26,8 @@ template <typename Info> static QStringList Answers(const Info& info)
             info.completeBaseName(),
             info.suffix(),
             info.completeSuffix(),
+            info.bundleName(),
+            fnYes(info.isNativePath()),
             fnYes(info.isRelative()),
             fnYes(info.isAbsolute()),
             fnYes(info.isRoot()),
@@ -34,6 +36,8 @@ template <typename Info> static QStringList Answers(const Info& info)
             fnYes(info.isDir()),
             fnYes(info.isSymLink()),
             fnYes(info.isSymbolicLink()),
+            fnYes(info.isShortcut()),
+            fnYes(info.isJunction()),
             info.symLinkTarget(),
             fnYes(info.isHidden()),
             fnYes(info.isBundle()),
@@ -70,7 +74,9 @@ private slots:
     void givenKeepsWhatItHasRead();
     void listedReadsAnew();
     void assignment();
+    void becomesAbsolute();
     void sameFile();
+    void standsForAQFileInfo();
 
 private:
     CNodeFileInfo Listed(const QString& strEntry) const { return {m_pTree->Path() + '/', strEntry}; }
@@ -189,6 +195,47 @@ void tst_CNodeFileInfo::sameFile()
     QVERIFY(Listed("README") == CNodeFileInfo(info));
     QVERIFY(Listed("README") != Listed("archive.tar.gz"));
     QVERIFY(!(Listed("README") != info));
+}
+
+void tst_CNodeFileInfo::becomesAbsolute()
+{
+    CNodeFileInfo info(QFileInfo("relative"));
+    QVERIFY(info.makeAbsolute());
+    QCOMPARE(info.filePath(), QFileInfo("relative").absoluteFilePath());
+    QVERIFY(!info.makeAbsolute());
+    CNodeFileInfo listed = Listed("README");
+    QVERIFY(!listed.makeAbsolute());
+    QCOMPARE(listed.filePath(), m_pTree->Path("README"));
+    listed.setFile(QDir(m_pTree->Path()), "folder.d");
+    QCOMPARE(listed.filePath(), m_pTree->Path("folder.d"));
+}
+
+// Wherever a QFileInfo is taken.
+void tst_CNodeFileInfo::standsForAQFileInfo()
+{
+    const QFileInfo expected(m_pTree->Path("README"));
+    const CNodeFileInfo listed = Listed("README");
+    QCOMPARE(listed, expected);
+    QCOMPARE(expected, QFileInfo(listed));
+    const QFileInfo& reference = listed;
+    QCOMPARE(reference, expected);
+    QFileInfo assigned;
+    assigned = listed;
+    QCOMPARE(assigned, expected);
+    const QFileInfo chosen = assigned.exists() ? listed : QFileInfo();
+    QCOMPARE(chosen, expected);
+    QFileInfoList listInfo{listed};
+    listInfo << listed;
+    listInfo.append(listed);
+    QCOMPARE(listInfo, QFileInfoList({expected, expected, expected}));
+    const auto fnName
+        = [](const QFileInfo& first, QFileInfo second) { return first.fileName() + second.suffix(); };
+    QCOMPARE(fnName(listed, listed), QString("README"));
+    QString strText;
+    QDebug(&strText) << listed;
+    QVERIFY(strText.contains("README"));
+    const CDirNode node(listed, nullptr);
+    QCOMPARE(node.m_fileInfo, expected);
 }
 
 QTEST_GUILESS_MAIN(tst_CNodeFileInfo)
