@@ -41,7 +41,7 @@ public:
     }
 
     /** The file of that path at the source was opened, before its first byte is read. */
-    virtual void SourceOpened(const QString& /*strPath*/, int /*nDescriptor*/) { }
+    virtual void SourceOpened(const QString& /*strPath*/, quint64 /*nDevice*/, int /*nDescriptor*/) { }
 
     /** After each read: how long it took, in microseconds, and its number of bytes, negative when it failed.
      */

@@ -303,10 +303,10 @@ bool CCopyFileThread::MakeRoom(qint64 nBytes)
 
 bool CCopyFileThread::WantsMore() const { return m_pAhead && m_pAhead->WantsMore(); }
 
-void CCopyFileThread::Expect(const QVector<STExpectedFile>& listFile)
+void CCopyFileThread::Expect(const QVector<STExpectedFile>& listFile, bool bAnew)
 {
     if (m_pAhead) {
-        m_pAhead->Expect(listFile);
+        m_pAhead->Expect(listFile, bAnew);
     }
 }
 
@@ -315,10 +315,10 @@ bool CCopyFileThread::KeepTimes(int nDescriptor, const STFileState& stState)
     return m_times.Keep(nDescriptor, stState);
 }
 
-void CCopyFileThread::SourceOpened(const QString& strPath, int nDescriptor)
+void CCopyFileThread::SourceOpened(const QString& strPath, quint64 nDevice, int nDescriptor)
 {
     if (m_pAhead) {
-        m_pAhead->SourceOpened(strPath, nDescriptor);
+        m_pAhead->SourceOpened(strPath, nDevice, nDescriptor);
     }
 }
 

@@ -160,9 +160,9 @@ private:
     void BytesWritten(qint64 nBytes) override;
     bool MakeRoom(qint64 nBytes) override;
     bool WantsMore() const override;
-    void Expect(const QVector<STExpectedFile>& listFile) override;
+    void Expect(const QVector<STExpectedFile>& listFile, bool bAnew) override;
     bool KeepTimes(int nDescriptor, const STFileState& stState) override;
-    void SourceOpened(const QString& strPath, int nDescriptor) override;
+    void SourceOpened(const QString& strPath, quint64 nDevice, int nDescriptor) override;
     void SourceRead(qint64 nResult, qint64 nUs) override;
     void TargetWritten(int nDescriptor, qint64 nFrom, qint64 nBytes) override;
     void TargetEnds(int nDescriptor) override;

@@ -26,8 +26,11 @@ public:
     /** Whether it helps to be told now which files come next. */
     virtual bool WantsMore() const { return false; }
 
-    /** The next files, in the order in which they will be copied, behind those told before. */
-    virtual void Expect(const QVector<STExpectedFile>& /*listFile*/) { }
+    /**
+     * The next files, in the order in which they will be copied: behind those told
+     * before, or, anew, in place of those that the disk was not asked for yet.
+     */
+    virtual void Expect(const QVector<STExpectedFile>& /*listFile*/, bool /*bAnew*/) { }
 
     /** What is copied into, for the time of the copy. */
     virtual const CCopyDestination& Destination() const = 0;

@@ -188,7 +188,7 @@ bool CFileCopy::OpenSource()
     } else if (!LookAtOpened()) {
         return false;
     }
-    m_control.SourceOpened(m_stOutcome.strPath, m_source.Get());
+    m_control.SourceOpened(m_stOutcome.strPath, m_stBegin.nDevice, m_source.Get());
     // Not zeroed: for a small file that would cost more than the copy itself.
     m_pBuffer.reset(new (std::nothrow) char[size_t(m_nChunk)]);
     if (!m_pBuffer) {

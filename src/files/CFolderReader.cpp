@@ -66,6 +66,8 @@ bool CFolderReader::IsLink() const
 
 bool CFolderReader::IsKnownFolder() const { return m_pEntry->d_type == DT_DIR; }
 
+bool CFolderReader::MayBeFile() const { return m_pEntry->d_type == DT_REG || m_pEntry->d_type == DT_UNKNOWN; }
+
 bool CFolderReader::IsFolder() const
 {
     if (m_pEntry->d_type != DT_UNKNOWN && m_pEntry->d_type != DT_LNK) {

@@ -40,7 +40,7 @@ public:
     /** The errno value that refused the folder or ended the reading early; 0 while all is well. */
     int Error() const;
 
-    /** Name of the entry, in the bytes of the disk. Until the next Next(), as are the three below. */
+    /** Name of the entry, in the bytes of the disk. Until the next Next(), as are the four below. */
     const char* Name() const;
 
     /** Whether the entry is a symbolic link. The file system is asked only where the folder does not tell. */
@@ -48,6 +48,10 @@ public:
 
     /** Whether it is said in the list itself that the entry is a folder; the file system is not asked. */
     bool IsKnownFolder() const;
+
+    /** Whether the entry is a file, or the list does not tell of what kind it is; the file system is not
+     * asked. */
+    bool MayBeFile() const;
 
     /** Whether the entry is a folder or a link to one; links make the file system be asked. */
     bool IsFolder() const;

@@ -28,6 +28,7 @@
 #define F_NOCACHE 48
 #define F_RDAHEAD 45
 #define F_RDADVISE 44
+#define F_LOG2PHYS_EXT 65
 #define F_PREALLOCATE 42
 #define F_ALLOCATEALL 4
 #define F_PEOFPOSMODE 3
@@ -39,6 +40,12 @@ struct fstore_t
     off_t fst_length;
     off_t fst_bytesalloc;
 };
+struct log2phys
+{
+    unsigned l2p_flags;
+    off_t l2p_contigbytes;
+    off_t l2p_devoffset;
+};
 struct radvisory
 {
     off_t ra_offset;
@@ -46,7 +53,8 @@ struct radvisory
 };
 
 #pragma GCC poison accept4 copy_file_range dup3 epoll_create1 eventfd fallocate fdatasync gettid inotify_init1
-#pragma GCC poison memfd_create mkostemp pipe2 posix_fadvise ppoll prctl readahead sendfile statx sync_file_range syncfs
+#pragma GCC poison memfd_create mkostemp pipe2 posix_fadvise ppoll prctl readahead sendfile statx            \
+    sync_file_range syncfs
 #pragma GCC poison canonicalize_file_name get_current_dir_name program_invocation_name strchrnul
 #undef AT_EMPTY_PATH
 #undef MSG_NOSIGNAL

@@ -13,6 +13,10 @@ struct statfs
 {
     unsigned f_bsize;
     unsigned f_flags;
+    struct
+    {
+        int val[2];
+    } f_fsid;
     char f_fstypename[16];
     char f_mntonname[1024];
     char f_mntfromname[1024];
