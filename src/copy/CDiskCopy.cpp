@@ -192,6 +192,14 @@ void CDiskCopy::LeftOut(const QString& strPath, const STCopyReason& stReason)
     }
 }
 
+/** Of a folder that cannot be made nothing is read. */
+bool CDiskCopy::WantsMore() const { return !m_listFolder.constLast().stReason && m_work.WantsMore(); }
+
+void CDiskCopy::Expect(const QVector<STExpectedFile>& listFile, bool bAnew)
+{
+    m_work.Expect(listFile, bAnew);
+}
+
 /** Books a file whose bytes were dealt with, and gives its copy what belongs to it. */
 void CDiskCopy::BookCopied(const QString& strSource, const STFileState& stState, const QString& strTarget,
                            const STCopyOutcome& stOutcome)

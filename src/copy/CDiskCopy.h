@@ -52,6 +52,8 @@ private:
     void File(const STDiskEntry& stFile) override;
     void Link(const STDiskEntry& stLink, const QByteArray& baTarget) override;
     void LeftOut(const QString& strPath, const STCopyReason& stReason) override;
+    bool WantsMore() const override;
+    void Expect(const QVector<STExpectedFile>& listFile, bool bAnew) override;
 
     void CopyFile(const QString& strSource, const STFileState& stState, const QByteArray& baName);
     void MakeLink(const QString& strSource, const STDiskEntry& stLink, const QByteArray& baTarget);

@@ -2,9 +2,11 @@
 
 #include "copy/CCopyPlatform.h"
 #include "copy/STCopyOutcome.h"
+#include "flow/STExpectedFile.h"
 
 #include <QByteArray>
 #include <QString>
+#include <QVector>
 
 struct STTickedItem;
 
@@ -51,4 +53,13 @@ public:
 
     /** What is not gone into, or is no file, or cannot be looked at, and why. */
     virtual void LeftOut(const QString& strPath, const STCopyReason& stReason) = 0;
+
+    /** Whether it helps to be told now what comes next. */
+    virtual bool WantsMore() const { return false; }
+
+    /**
+     * What comes next, as far as names tell: in the order of the walk, behind what was
+     * told before, or, anew, in its place. Some of it may be left out or be something else.
+     */
+    virtual void Expect(const QVector<STExpectedFile>& /*listFile*/, bool /*bAnew*/) { }
 };

@@ -1,5 +1,7 @@
 #include "copy/CDiskWalk.h"
 
+#include "copy/CNamesAhead.h"
+#include "copy/STWalkFolder.h"
 #include "files/CDescriptor.h"
 #include "files/CFolderReader.h"
 
@@ -13,28 +15,7 @@
 #include <utility>
 
 static const std::size_t MOST_OPEN = 32; // folders held open, however deep they lie
-
-/** A folder that was gone into. */
-struct CDiskWalk::STFolder
-{
-    STDiskEntry stEntry = {}; ///< as it was begun
-    STFileId stId = {};
-    QVector<STFileId> listChain = {}; ///< of an item or a followed link: itself behind the folders around it
-    std::unique_ptr<CFolderReader> pReader = {};
-    CDescriptor reopened = CDescriptor();
-    QByteArray baWaiting = {}; ///< names of the folders in it, each with its zero
-    int nNext = 0; ///< where the next of them begins
-
-    int Descriptor() const { return pReader ? pReader->Descriptor() : reopened.Get(); }
-
-    void Close()
-    {
-        pReader.reset();
-        reopened.Reset();
-    }
-
-    void Wait(const char* pszName) { baWaiting.append(pszName, int(std::strlen(pszName)) + 1); }
-};
+static const int MOST_TOLD = 32; // folders of those that wait in one
 
 static STCopyReason CannotOpen(int nError)
 {
@@ -293,29 +274,33 @@ void CDiskWalk::Enter(const STDiskEntry& stFolder, const QVector<STFileId>& list
     List(stNew);
 }
 
-static QByteArray Prefix(const QByteArray& baFolder)
-{
-    return baFolder.endsWith('/') ? baFolder : baFolder + '/';
-}
-
 /** Hands over the files and links in the folder; the names of folders wait. */
 void CDiskWalk::List(STFolder& stFolder)
 {
     CFolderReader& reader = *stFolder.pReader;
+    CNamesAhead names(reader);
+    bool bAnew = true;
     STDiskEntry stEntry;
     stEntry.nFolder = reader.Descriptor();
     stEntry.baPath.reserve(PATH_MAX);
-    stEntry.baPath += Prefix(stFolder.stEntry.baPath);
+    stEntry.baPath += stFolder.Prefix();
     const int nPrefix = stEntry.baPath.size();
-    while (GoesOn() && reader.Next()) {
-        if (reader.IsKnownFolder()) {
-            stFolder.Wait(reader.Name());
+    while (GoesOn()) {
+        if (names.IsLow() && m_visitor.WantsMore()) {
+            TellNames(names, bAnew);
+            bAnew = false;
+        }
+        if (!names.Next()) {
+            break;
+        }
+        if (names.IsKnownFolder()) {
+            stFolder.Wait(names.Name());
             continue;
         }
-        stEntry.pszName = reader.Name();
-        stEntry.baPlace = reader.Name();
+        stEntry.pszName = names.Name();
+        stEntry.baPlace = names.Name();
         stEntry.baPath.resize(nPrefix);
-        stEntry.baPath += reader.Name();
+        stEntry.baPath += names.Name();
         const std::optional<STFileState> stState
             = CCopyPlatform::GetEntryState(stEntry.nFolder, stEntry.pszName);
         if (!stState) {
@@ -324,7 +309,7 @@ void CDiskWalk::List(STFolder& stFolder)
         }
         stEntry.stState = *stState;
         if (stState->enKind == ENFileKind::DIRECTORY) {
-            stFolder.Wait(reader.Name());
+            stFolder.Wait(names.Name());
         } else if (stState->enKind == ENFileKind::LINK) {
             MeetLink(stEntry, Here(), true);
         } else {
@@ -334,6 +319,24 @@ void CDiskWalk::List(STFolder& stFolder)
     if (!m_bEnded && reader.Error() != 0) {
         LeaveOut(stFolder.stEntry.baPath, CannotList(true, reader.Error()));
     }
+}
+
+/** Reads names of the last folder ahead, and tells which are new, and what comes behind them. */
+void CDiskWalk::TellNames(CNamesAhead& names, bool bAnew)
+{
+    const QByteArray baPrefix = m_listFolder.back()->Prefix();
+    QVector<STExpectedFile> listNext = names.Fill(baPrefix);
+    if (names.IsEnd()) {
+        listNext += Waiting(m_listFolder.size()) + names.Folders(baPrefix);
+        listNext += Waiting(m_listFolder.size() - 1);
+    }
+    m_visitor.Expect(listNext, bAnew);
+}
+
+/** The first folders that wait at that depth, in the last one of that many. */
+QVector<STExpectedFile> CDiskWalk::Waiting(std::size_t nDepth) const
+{
+    return nDepth == 0 ? QVector<STExpectedFile>() : m_listFolder[nDepth - 1]->Waiting(MOST_TOLD);
 }
 
 /** The folder that was entered last. */
@@ -359,10 +362,12 @@ void CDiskWalk::GoOn()
         Leave();
         return;
     }
+    if (m_visitor.WantsMore()) {
+        m_visitor.Expect(Waiting(m_listFolder.size()) + Waiting(m_listFolder.size() - 1), true);
+    }
     const char* pszName = stFolder.baWaiting.constData() + stFolder.nNext;
     stFolder.nNext += int(std::strlen(pszName)) + 1;
-    STDiskEntry stEntry
-        = {stFolder.Descriptor(), pszName, Prefix(stFolder.stEntry.baPath) + pszName, pszName};
+    STDiskEntry stEntry = {stFolder.Descriptor(), pszName, stFolder.Prefix() + pszName, pszName};
     const std::optional<STFileState> stState = CCopyPlatform::GetEntryState(stEntry.nFolder, pszName);
     if (!stState) {
         LeaveOut(stEntry.baPath, CannotOpen(errno));

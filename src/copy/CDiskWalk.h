@@ -12,6 +12,8 @@
 #include <memory>
 #include <vector>
 
+class CNamesAhead;
+
 /**
  * Goes over the disk below what is ticked and hands each entry to a visitor: all
  * names, hidden ones included, each folder once, no other file system. Links are not
@@ -48,6 +50,8 @@ private:
     bool IsOtherFileSystem(const STDiskEntry& stFolder) const;
     void Enter(const STDiskEntry& stFolder, const QVector<STFileId>& listChain);
     void List(STFolder& stFolder);
+    void TellNames(CNamesAhead& names, bool bAnew);
+    QVector<STExpectedFile> Waiting(std::size_t nDepth) const;
     void GoOn();
     void Leave();
     bool Reopen(STFolder& stFolder, const STFolder& stBelow);

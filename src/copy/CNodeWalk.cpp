@@ -5,7 +5,12 @@
 #include "copy/CUnlistedEntries.h"
 #include "tree/CDirNode.h"
 
+#include <QFile>
+
 #include <utility>
+
+static const int MOST_TOLD = 1024; // files at once
+static const int MOST_LOOKED_AT = 4096; // nodes for that, most of which may be empty folders
 
 CNodeWalk::CNodeWalk(CDirNode& root, CCopyWork& work, QString strDest)
     : m_root(root)
@@ -35,15 +40,84 @@ void CNodeWalk::CopyBelow(CDirNode& node)
         return;
     }
     const int nCount = node.m_listChild.count();
+    m_listAt.append({&node, 0});
     for (int nRow = 0; nRow < nCount; ++nRow) {
         if (m_work.IsStopped()) {
-            return;
+            break;
         }
         CDirNode* pChild = node.Child(nRow);
         if (pChild != nullptr && pChild->m_chkState != Qt::Unchecked) {
+            m_listAt.last().nRow = nRow;
+            TellAhead();
             CopyChild(*pChild);
         }
     }
+    m_listAt.removeLast();
+}
+
+/** Tells which files come next; the status was looked at just before. */
+void CNodeWalk::TellAhead()
+{
+    if (m_bAllTold || !m_work.WantsMore()) {
+        return;
+    }
+    if (!IsAhead()) {
+        BeginToTell();
+    }
+    const QVector<STExpectedFile> listFile = NextFiles(MOST_TOLD);
+    m_bAllTold = m_listNext.isEmpty();
+    if (!listFile.isEmpty()) {
+        m_work.Expect(listFile, false);
+    }
+}
+
+/** Whether what is told next lies behind where the walk is. */
+bool CNodeWalk::IsAhead() const
+{
+    const int nDepth = qMin(m_listNext.count(), m_listAt.count());
+    for (int i = 0; i < nDepth; ++i) {
+        const bool bLast = i == m_listNext.count() - 1;
+        const int nRow = m_listNext.at(i).nRow - (bLast ? 0 : 1);
+        if (m_listNext.at(i).pNode != m_listAt.at(i).pNode || nRow < m_listAt.at(i).nRow) {
+            return false;
+        }
+        if (nRow > m_listAt.at(i).nRow) {
+            return true;
+        }
+    }
+    return m_listNext.count() >= m_listAt.count();
+}
+
+void CNodeWalk::BeginToTell()
+{
+    m_listNext = m_listAt;
+    for (int i = 0; i < m_listNext.count() - 1; ++i) {
+        ++m_listNext[i].nRow;
+    }
+}
+
+/** The files from m_listNext on, in the order of the walk; nothing is asked of the disk. */
+QVector<STExpectedFile> CNodeWalk::NextFiles(int nMost)
+{
+    QVector<STExpectedFile> listFile;
+    for (int i = 0; i < MOST_LOOKED_AT && !m_listNext.isEmpty() && listFile.count() < nMost; ++i) {
+        CDirNode* pNode = m_listNext.last().pNode;
+        const int nRow = m_listNext.last().nRow++;
+        if (nRow >= pNode->m_listChild.count()) {
+            m_listNext.removeLast();
+            continue;
+        }
+        CDirNode* pChild = pNode->Child(nRow);
+        if (pChild == nullptr || pChild->m_chkState == Qt::Unchecked) {
+            continue;
+        }
+        if (pChild->m_bDir) {
+            m_listNext.append({pChild, 0});
+        } else if (!pChild->m_bLink) {
+            listFile.append(STExpectedFile{QFile::encodeName(pChild->m_fileInfo.absoluteFilePath())});
+        }
+    }
+    return listFile;
 }
 
 void CNodeWalk::CopyChild(CDirNode& child)

@@ -2,6 +2,9 @@
 
 #include "copy/CCopyWalk.h"
 #include "copy/STCopyOutcome.h"
+#include "flow/STExpectedFile.h"
+
+#include <QVector>
 
 #include <optional>
 
@@ -25,7 +28,18 @@ public:
     void CopyBelow(CDirNode& node);
 
 private:
+    /** A place among the children of a node. */
+    struct STPlace
+    {
+        CDirNode* pNode = nullptr;
+        int nRow = 0;
+    };
+
     void CopyChild(CDirNode& child);
+    void TellAhead();
+    bool IsAhead() const;
+    void BeginToTell();
+    QVector<STExpectedFile> NextFiles(int nMost);
     std::optional<STCopyReason> LookAtFolder(const CDirNode& node);
     void ReportUnlisted(const CDirNode& node);
     void ReportBranch(CDirNode& node, const STCopyReason& stReason);
@@ -33,4 +47,7 @@ private:
     CDirNode& m_root;
     CCopyWork& m_work;
     const QString m_strDest;
+    QVector<STPlace> m_listAt; // the way to what is copied
+    QVector<STPlace> m_listNext; // the way to what is told next, each row behind the one that was gone into
+    bool m_bAllTold = false;
 };
