@@ -382,8 +382,8 @@ STCopyAccount CCopyFileThread::CloseAccount(int nWaitMs)
     // is the source's, all that is whole can be relied on as after any stop.
     const auto fnEnd
         = [pFile = m_pReportFile, stItem = CCopyReport::Item(stOutcome), stAccount = m_report.Account(),
-           bFlushing = m_pulse.Step() == ENCopyStep::FLUSHING]() mutable {
-              if (!bFlushing && pFile->FlushDisk()) {
+           bFlushes = m_pulse.Step() != ENCopyStep::FLUSHING && m_pace.FlushError() == 0]() mutable {
+              if (bFlushes && pFile->FlushDisk()) {
                   stAccount.enFlush = ENCopyFlush::DONE;
               }
               pFile->Add(stItem);

@@ -113,8 +113,7 @@ bool CWritePace::FindKind(int nDescriptor)
     return m_enKind != ENWriteBack::NONE;
 }
 
-/** Bytes of a big file that the disk gets at once: it finds a better place for more, but no more than may
- * wait. */
+/** Bytes of a big file that the disk gets at once: the more, the fewer pieces it makes of it. */
 qint64 CWritePace::StepBytes() const
 {
     return std::clamp(WindowBytes() / PARTS_OF_WINDOW, MIB, MOST_STEP_BYTES);

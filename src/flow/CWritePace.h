@@ -5,6 +5,7 @@
 
 #include <QtGlobal>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -52,8 +53,7 @@ public:
      */
     void Written(int nDescriptor, qint64 nFrom, qint64 nBytes);
 
-    /** The file is complete and will be closed next; the descriptor is not used afterwards. errno is as
-     * before. */
+    /** The file is complete, and its descriptor is not used afterwards. errno is as before. */
     void Ends(int nDescriptor);
 
     /** Holds nothing of the destination open any more. Before the destination is flushed. */
@@ -65,7 +65,7 @@ public:
     /** Bytes that wait, as far as is known, and something for each small file. */
     qint64 WaitingBytes() const;
 
-    /** Why a file could not be flushed since the copy began, as in errno; 0 when none failed. */
+    /** Why a file could not be flushed since the copy began, as in errno; 0 when none failed. Any thread. */
     int FlushError() const { return m_nFlushError; }
 
 private:
@@ -101,5 +101,5 @@ private:
     std::vector<std::weak_ptr<const CDescriptor>> m_listKept;
     qint64 m_nUnflushed = 0; // bytes, where files are flushed
     qint64 m_nFlushBytes = LEAST_BYTES; // wait until a file is flushed
-    int m_nFlushError = 0;
+    std::atomic<int> m_nFlushError{0};
 };

@@ -62,8 +62,7 @@ public:
     /** Bytes that the disk writes in that time; nothing before enough was seen. */
     std::optional<qint64> BytesIn(qint64 nMs) const;
 
-    /** Waits for the next of the disk's answers, about 50 ms; false when none has come since the last such
-     * call. */
+    /** Waits about 50 ms for the disk; whether it has answered since the last such call. */
     bool WaitForAnswer();
 
 private:
