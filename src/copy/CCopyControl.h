@@ -43,8 +43,7 @@ public:
     /** The file of that path at the source was opened, before its first byte is read. */
     virtual void SourceOpened(const QString& /*strPath*/, quint64 /*nDevice*/, int /*nDescriptor*/) { }
 
-    /** After each read: how long it took, in microseconds, and its number of bytes, negative when it failed.
-     */
+    /** After each read: its number of bytes, negative when it failed, and how many microseconds it took. */
     virtual void SourceRead(qint64 /*nResult*/, qint64 /*nUs*/) { }
 
     /** After each piece: nBytes from nFrom on were written to the open target. May wait for the disk. */

@@ -3,6 +3,7 @@
 #include "copy/CCopyPlatform.h"
 #include "copy/CFileCopy.h"
 #include "copy/CNodeWalk.h"
+#include "copy/CSourceFile.h"
 #include "copy/CWalkChoice.h"
 #include "files/CAsideQuestion.h"
 #include "log/CClock.h"
@@ -75,7 +76,7 @@ void CCopyFileThread::CalculateRemainTime()
 
 int CCopyFileThread::ReadFile(QFile* pFile, char* pBuf, int nLen, qint64 nPos, qint64& nReadLen)
 {
-    const qint64 nRead = CFileCopy::ReadAt(*pFile, pBuf, nLen, nPos);
+    const qint64 nRead = CSourceFile::ReadAt(*pFile, pBuf, nLen, nPos);
     if (nRead < 0) {
         return int(nRead);
     }

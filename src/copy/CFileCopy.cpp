@@ -4,6 +4,7 @@
 
 #include <QDebug>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QThread>
 
 #include <cerrno>
@@ -57,10 +58,8 @@ void CFileCopy::BeginAnew()
     m_stOutcome.enEnd = ENCopyEnd::WHOLE;
     m_stOutcome.stReason = STCopyReason();
     m_stOutcome.nCopied = 0;
-    m_stFailure.reset();
     m_nOffset = 0;
-    m_pFile.reset();
-    m_source.Reset();
+    m_source.Open(-1);
 }
 
 /** Looks at the source without opening it, as opening some may hang or set something off. */
@@ -86,15 +85,6 @@ bool CFileCopy::LookAtSource()
         return false;
     }
     return true;
-}
-
-qint64 CFileCopy::ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos)
-{
-    if (!file.seek(nPos)) {
-        return SEEK_FAILED;
-    }
-    const qint64 nRead = file.read(pBuf, nLen);
-    return nRead < 0 ? READ_FAILED : nRead;
 }
 
 bool CFileCopy::OpenTarget()
@@ -170,13 +160,13 @@ FILE* CFileCopy::CreateTarget()
 bool CFileCopy::OpenSource()
 {
     m_control.StepBegins(ENCopyStep::READING);
-    m_source.Reset(CCopyPlatform::OpenForRead(m_stOutcome.strPath, m_bLink || !m_stFound));
+    m_source.Open(CCopyPlatform::OpenForRead(m_stOutcome.strPath, m_bLink || !m_stFound));
     const int nError = errno;
-    if (!m_source.IsOpen() && nError == ELOOP && !m_bLink && m_stFound) {
+    if (m_source.Descriptor() == -1 && nError == ELOOP && !m_bLink && m_stFound) {
         Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("a link has taken its place"));
         return false;
     }
-    if (!m_source.IsOpen()) {
+    if (m_source.Descriptor() == -1) {
         qDebug("open file failed");
         Fail(ENCopyProblem::SOURCE_OPEN, QStringLiteral("open file failed"), nError);
         return false;
@@ -188,7 +178,7 @@ bool CFileCopy::OpenSource()
     } else if (!LookAtOpened()) {
         return false;
     }
-    m_control.SourceOpened(m_stOutcome.strPath, m_stBegin.nDevice, m_source.Get());
+    m_control.SourceOpened(m_stOutcome.strPath, m_stBegin.nDevice, m_source.Descriptor());
     // Not zeroed: for a small file that would cost more than the copy itself.
     m_pBuffer.reset(new (std::nothrow) char[size_t(m_nChunk)]);
     if (!m_pBuffer) {
@@ -207,7 +197,7 @@ bool CFileCopy::IsSmall() const
 /** Looks at what was opened: whether it is what was looked at before, and its size. */
 bool CFileCopy::LookAtOpened()
 {
-    const std::optional<STFileState> stState = CCopyPlatform::GetOpenState(m_source.Get());
+    const std::optional<STFileState> stState = CCopyPlatform::GetOpenState(m_source.Descriptor());
     if (!stState || stState->enKind != ENFileKind::REGULAR) {
         Fail(ENCopyProblem::SOURCE_REPLACED, QStringLiteral("no longer a file"));
         return false;
@@ -302,7 +292,7 @@ qint64 CFileCopy::ReadSmall(int nLen)
     const qint64 nRead = ReadPiece(nLen, 0);
     const int nError = errno;
     m_bSmall = false;
-    const std::optional<STFileState> stNow = CCopyPlatform::GetOpenState(m_source.Get());
+    const std::optional<STFileState> stNow = CCopyPlatform::GetOpenState(m_source.Descriptor());
     const bool bSame = stNow && stNow->enKind == ENFileKind::REGULAR && !stNow->bRemoved
         && stNow->IsSameContent(*m_stFound);
     m_bSettled = bSame && nRead == nLen;
@@ -313,75 +303,19 @@ qint64 CFileCopy::ReadSmall(int nLen)
     return nRead;
 }
 
-/** Read, with the reason of a failure in errno. */
+/** Reads up to nLen bytes from nPos, as CSourceFile does, and tells how long it took. */
 qint64 CFileCopy::ReadPiece(int nLen, qint64 nPos)
 {
     m_control.StepBegins(ENCopyStep::READING);
     QElapsedTimer timer;
     timer.start();
     errno = 0;
-    const qint64 nResult = Read(nLen, nPos);
+    const qint64 nResult
+        = m_bSmall ? m_source.ReadFirst(m_pBuffer.get(), nLen) : m_source.Read(m_pBuffer.get(), nLen, nPos);
     const int nError = errno;
     m_control.SourceRead(nResult, timer.nsecsElapsed() / 1000);
     errno = nError;
     return nResult;
-}
-
-/** ReadAt of the source, for what was just opened without the way to its beginning. */
-qint64 CFileCopy::Read(int nLen, qint64 nPos)
-{
-    if (!m_bSmall) {
-        return m_bTryOnce ? ReadOnce(nLen, nPos) : ReadAt(SourceFile(), m_pBuffer.get(), nLen, nPos);
-    }
-    const qint64 nRead = ReadHere(nLen, nPos);
-    if (m_bTryOnce || nRead <= 0 || nRead == nLen) {
-        return nRead;
-    }
-    const qint64 nMore = ReadAt(SourceFile(), m_pBuffer.get() + nRead, int(nLen - nRead), nPos + nRead);
-    return nRead + qMax<qint64>(0, nMore);
-}
-
-/** The source for QFile, which is not needed for a small file. */
-QFile& CFileCopy::SourceFile()
-{
-    if (!m_pFile) {
-        m_pFile = std::make_unique<QFile>();
-        m_pFile->open(m_source.Get(), QIODevice::ReadOnly | QIODevice::Unbuffered,
-                      QFileDevice::DontCloseHandle);
-    }
-    return *m_pFile;
-}
-
-/** The same by one call to the system, which does not try a bad place again as QFile does. */
-qint64 CFileCopy::ReadOnce(int nLen, qint64 nPos)
-{
-    if (m_stFailure) {
-        errno = m_stFailure->nError;
-        return m_stFailure->nResult;
-    }
-    return SourceFile().seek(nPos) ? ReadHere(nLen, nPos) : SEEK_FAILED;
-}
-
-/** The same where the source stands, which is at nPos. */
-qint64 CFileCopy::ReadHere(int nLen, qint64 nPos)
-{
-    ssize_t nRead = -1;
-    do {
-        errno = 0;
-        nRead = read(m_source.Get(), m_pBuffer.get(), size_t(nLen));
-    } while (nRead < 0 && errno == EINTR);
-    const int nError = errno;
-    if (nRead < 0) {
-        m_stFailure = STFailure{READ_FAILED, nError};
-    } else if (nRead < nLen) {
-        // Short of what the file has, the rest of the piece was tried and failed.
-        const std::optional<STFileState> stNow = CCopyPlatform::GetOpenState(m_source.Get());
-        if (stNow && nRead > 0 && nPos + nRead < stNow->nSize) {
-            m_stFailure = STFailure{READ_FAILED, EIO};
-        }
-    }
-    errno = nError;
-    return nRead < 0 ? READ_FAILED : nRead;
 }
 
 /** Writes the front of the buffer to the target. */
@@ -441,7 +375,7 @@ void CFileCopy::KeepTimes()
 void CFileCopy::CompareSource()
 {
     const std::optional<STFileState> stEnd
-        = m_bSettled ? std::nullopt : CCopyPlatform::GetOpenState(m_source.Get());
+        = m_bSettled ? std::nullopt : CCopyPlatform::GetOpenState(m_source.Descriptor());
     if (!stEnd) {
         return;
     }

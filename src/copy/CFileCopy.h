@@ -1,10 +1,10 @@
 #pragma once
 
 #include "copy/CCopyPlatform.h"
+#include "copy/CSourceFile.h"
 #include "copy/STCopyOutcome.h"
 #include "files/CDescriptor.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QString>
 
@@ -25,9 +25,6 @@ class CCopyControl;
 class CFileCopy
 {
 public:
-    static constexpr qint64 SEEK_FAILED = -1; ///< from ReadAt: the position cannot be reached
-    static constexpr qint64 READ_FAILED = -2; ///< from ReadAt: reading fails there
-
     /**
      * Gets the path of a target that cannot be made, with the reason in errno, EEXIST when
      * anything has that name, and changes it to one that is to be created or truncated.
@@ -47,7 +44,7 @@ public:
      * A place at which a read breaks off is not tried once more by itself, as that may
      * take long: for files that are finished later. Before Copy.
      */
-    void TryBadPlacesOnce() { m_bTryOnce = true; }
+    void TryBadPlacesOnce() { m_source.TryBadPlacesOnce(); }
 
     /**
      * The target has to be new: nothing of its name is ever opened, but what fnOther says
@@ -61,17 +58,7 @@ public:
     /** Creates strTarget, copies into it and closes it; call it once. */
     STCopyOutcome Copy(const QString& strTarget);
 
-    /** Reads up to nLen bytes from nPos into pBuf; returns their number, SEEK_FAILED or READ_FAILED. */
-    static qint64 ReadAt(QFile& file, char* pBuf, int nLen, qint64 nPos);
-
 private:
-    /** A read that has failed. */
-    struct STFailure
-    {
-        qint64 nResult = READ_FAILED; ///< of ReadAt
-        int nError = 0;
-    };
-
     struct STCloseFile
     {
         void operator()(FILE* pFile) const { fclose(pFile); }
@@ -93,10 +80,6 @@ private:
     std::optional<qint64> MoveChunk(qint64 nLen);
     qint64 ReadSmall(int nLen);
     qint64 ReadPiece(int nLen, qint64 nPos);
-    qint64 Read(int nLen, qint64 nPos);
-    qint64 ReadOnce(int nLen, qint64 nPos);
-    qint64 ReadHere(int nLen, qint64 nPos);
-    QFile& SourceFile();
     bool Write(qint64 nLen);
     size_t WriteSome(const char* pBuf, size_t nLen);
     void Finish();
@@ -116,14 +99,11 @@ private:
     CDescriptor m_made; // a target that was made already
     qint64 m_nOffset = 0; // bytes dealt with
     qint64 m_nTold = 0; // bytes that the control knows to be dealt with
-    bool m_bTryOnce = false;
-    std::optional<STFailure> m_stFailure; // of a read where the next chunk begins
     bool m_bLink = false; // the source is a symbolic link
     std::optional<STFileState> m_stFound; // the source before it was opened
     bool m_bSmall = false; // not read yet, and to be looked at after its only read
     bool m_bSettled = false; // it was read whole and was the same before and afterwards
-    CDescriptor m_source;
-    std::unique_ptr<QFile> m_pFile; // reads the source, once SourceFile was asked for it
+    CSourceFile m_source;
     std::unique_ptr<FILE, STCloseFile> m_pTarget;
     std::unique_ptr<char[]> m_pBuffer;
     STFileState m_stBegin; // of the source when it was opened

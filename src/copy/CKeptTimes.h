@@ -25,8 +25,10 @@ public:
     /** Nothing is known of the disk. */
     void Begin() { *this = CKeptTimes(); }
 
-    /** Gives the open file the times of the state; false when they are not kept, with the reason in errno, 0
-     * when the disk has only said that it did. */
+    /**
+     * Gives the open file the times of the state. False when they are not kept, with the
+     * reason in errno, 0 when the disk has only said that they are.
+     */
     bool Keep(int nDescriptor, const STFileState& stState);
 
 private:
