@@ -259,8 +259,8 @@ void CDiskWalk::Enter(const STDiskEntry& stFolder, const QVector<STFileId>& list
         m_visitor.EndFolder(stFolder);
         return;
     }
-    m_listFolder.push_back(std::make_unique<STFolder>());
-    STFolder& stNew = *m_listFolder.back();
+    m_listFolder.push_back(std::make_unique<STWalkFolder>());
+    STWalkFolder& stNew = *m_listFolder.back();
     stNew.stEntry = stFolder;
     stNew.stEntry.pszName = ".";
     stNew.stId = STFileId::Of(stFolder.stState);
@@ -275,7 +275,7 @@ void CDiskWalk::Enter(const STDiskEntry& stFolder, const QVector<STFileId>& list
 }
 
 /** Hands over the files and links in the folder; the names of folders wait. */
-void CDiskWalk::List(STFolder& stFolder)
+void CDiskWalk::List(STWalkFolder& stFolder)
 {
     CFolderReader& reader = *stFolder.pReader;
     CNamesAhead names(reader);
@@ -357,7 +357,7 @@ STVolumeFolder CDiskWalk::Here() const
 /** Goes to the next folder that waits in the last one, or leaves that. */
 void CDiskWalk::GoOn()
 {
-    STFolder& stFolder = *m_listFolder.back();
+    STWalkFolder& stFolder = *m_listFolder.back();
     if (stFolder.nNext == stFolder.baWaiting.size()) {
         Leave();
         return;
@@ -385,11 +385,11 @@ void CDiskWalk::GoOn()
 
 void CDiskWalk::Leave()
 {
-    STFolder& stLast = *m_listFolder.back();
+    STWalkFolder& stLast = *m_listFolder.back();
     stLast.stEntry.nFolder = stLast.Descriptor();
     m_visitor.EndFolder(stLast.stEntry);
     if (m_listFolder.size() > 1 && GoesOn()) {
-        STFolder& stAbove = *m_listFolder[m_listFolder.size() - 2];
+        STWalkFolder& stAbove = *m_listFolder[m_listFolder.size() - 2];
         if (stAbove.Descriptor() == -1 && !Reopen(stAbove, stLast) && !m_bEnded) {
             LeaveOut(stAbove.stEntry.baPath, CannotList(true, errno));
             stAbove.baWaiting.clear();
@@ -400,7 +400,7 @@ void CDiskWalk::Leave()
 }
 
 /** Opens a folder again that lies above another one; false when it is not there any more. */
-bool CDiskWalk::Reopen(STFolder& stFolder, const STFolder& stBelow)
+bool CDiskWalk::Reopen(STWalkFolder& stFolder, const STWalkFolder& stBelow)
 {
     const int nFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
     const auto fnIsSame = [&stFolder] {

@@ -13,6 +13,7 @@
 #include <vector>
 
 class CNamesAhead;
+struct STWalkFolder;
 
 /**
  * Goes over the disk below what is ticked and hands each entry to a visitor: all
@@ -34,8 +35,6 @@ public:
     void Walk();
 
 private:
-    struct STFolder;
-
     bool GoesOn();
     void NoteTicked();
     void WalkItem(const STTickedItem& stItem);
@@ -49,12 +48,12 @@ private:
     bool MayEnter(const STDiskEntry& stFolder, bool bItem);
     bool IsOtherFileSystem(const STDiskEntry& stFolder) const;
     void Enter(const STDiskEntry& stFolder, const QVector<STFileId>& listChain);
-    void List(STFolder& stFolder);
+    void List(STWalkFolder& stFolder);
     void TellNames(CNamesAhead& names, bool bAnew);
     QVector<STExpectedFile> Waiting(std::size_t nDepth) const;
     void GoOn();
     void Leave();
-    bool Reopen(STFolder& stFolder, const STFolder& stBelow);
+    bool Reopen(STWalkFolder& stFolder, const STWalkFolder& stBelow);
     STVolumeFolder Here() const;
     void LeaveOut(const QByteArray& baPath, const STCopyReason& stReason);
 
@@ -66,6 +65,6 @@ private:
     CFileIdSet m_setFollowed; // what links have led to
     CFileIdSet m_setEntered;
     QVector<STFileId> m_listAbove; // the folders that the item lies in
-    std::vector<std::unique_ptr<STFolder>> m_listFolder; // gone into, from the item on
+    std::vector<std::unique_ptr<STWalkFolder>> m_listFolder; // gone into, from the item on
     bool m_bEnded = false;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "copy/CDiskWalk.h"
+#include "copy/CDiskVisitor.h"
+#include "copy/CFileIdSet.h"
 #include "files/CDescriptor.h"
 #include "files/CFolderReader.h"
 
@@ -10,7 +11,7 @@
 #include <memory>
 
 /** A folder that was gone into. */
-struct CDiskWalk::STFolder
+struct STWalkFolder
 {
     STDiskEntry stEntry = {}; ///< as it was begun
     STFileId stId = {};

@@ -49,8 +49,7 @@ public:
     /** Whether it is said in the list itself that the entry is a folder; the file system is not asked. */
     bool IsKnownFolder() const;
 
-    /** Whether the entry is a file, or the list does not tell of what kind it is; the file system is not
-     * asked. */
+    /** Whether the entry is a file, or the list does not tell its kind; the file system is not asked. */
     bool MayBeFile() const;
 
     /** Whether the entry is a folder or a link to one; links make the file system be asked. */

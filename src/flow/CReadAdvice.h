@@ -66,8 +66,7 @@ public:
     /** Where the file begins on its disk, for a comparison; its number where that is not told. */
     static quint64 PlaceOf(const STSourceFile& stFile);
 
-    /** Asks for bytes of an open file without waiting for them; false when the system takes no such advice.
-     */
+    /** Asks for bytes of an open file and does not wait; false when the system takes no such advice. */
     static bool WillNeed(int nDescriptor, qint64 nFrom, qint64 nBytes);
 
     /** Whether that byte of an open file can be read without its disk. */

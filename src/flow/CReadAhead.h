@@ -47,8 +47,7 @@ public:
      */
     void SourceOpened(const QString& strPath, quint64 nDevice, int nDescriptor);
 
-    /** A read of that file has taken nUs microseconds; nResult is its number of bytes, or negative when it
-     * failed. */
+    /** A read of that file has taken nUs microseconds; nResult: its bytes, negative when it failed. */
     void SourceRead(qint64 nResult, qint64 nUs);
 
 private:
