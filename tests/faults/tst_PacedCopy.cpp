@@ -288,7 +288,7 @@ void tst_PacedCopy::nothingIsOpenAtTheFlush()
     });
     Run(4 * MIB);
     QCOMPARE(listOpen, QStringList());
-    QVERIFY(s_nStarts > 0);
+    QCOMPARE(s_nTypesAsked.load(), 1); // it was paced, even if the disk has begun with nothing yet
 }
 
 QTEST_GUILESS_MAIN(tst_PacedCopy)
