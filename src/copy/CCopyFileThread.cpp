@@ -304,6 +304,8 @@ bool CCopyFileThread::MakeRoom(qint64 nBytes)
 
 bool CCopyFileThread::WantsMore() const { return m_pAhead && m_pAhead->WantsMore(); }
 
+bool CCopyFileThread::WantsAnew() const { return m_pAhead && m_pAhead->WantsAnew(); }
+
 void CCopyFileThread::Expect(const QVector<STExpectedFile>& listFile, bool bAnew)
 {
     if (m_pAhead) {

@@ -160,6 +160,7 @@ private:
     void BytesWritten(qint64 nBytes) override;
     bool MakeRoom(qint64 nBytes) override;
     bool WantsMore() const override;
+    bool WantsAnew() const override;
     void Expect(const QVector<STExpectedFile>& listFile, bool bAnew) override;
     bool KeepTimes(int nDescriptor, const STFileState& stState) override;
     void SourceOpened(const QString& strPath, quint64 nDevice, int nDescriptor) override;

@@ -26,6 +26,9 @@ public:
     /** Whether it helps to be told now which files come next. */
     virtual bool WantsMore() const { return false; }
 
+    /** Whether nothing is left of what was told. */
+    virtual bool WantsAnew() const { return WantsMore(); }
+
     /**
      * The next files, in the order in which they will be copied: behind those told
      * before, or, anew, in place of those that the disk was not asked for yet.

@@ -195,6 +195,8 @@ void CDiskCopy::LeftOut(const QString& strPath, const STCopyReason& stReason)
 /** Of a folder that cannot be made nothing is read. */
 bool CDiskCopy::WantsMore() const { return !m_listFolder.constLast().stReason && m_work.WantsMore(); }
 
+bool CDiskCopy::WantsAnew() const { return WantsMore() && m_work.WantsAnew(); }
+
 void CDiskCopy::Expect(const QVector<STExpectedFile>& listFile, bool bAnew)
 {
     m_work.Expect(listFile, bAnew);

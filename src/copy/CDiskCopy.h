@@ -53,6 +53,7 @@ private:
     void Link(const STDiskEntry& stLink, const QByteArray& baTarget) override;
     void LeftOut(const QString& strPath, const STCopyReason& stReason) override;
     bool WantsMore() const override;
+    bool WantsAnew() const override;
     void Expect(const QVector<STExpectedFile>& listFile, bool bAnew) override;
 
     void CopyFile(const QString& strSource, const STFileState& stState, const QByteArray& baName);

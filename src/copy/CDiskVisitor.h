@@ -57,6 +57,9 @@ public:
     /** Whether it helps to be told now what comes next. */
     virtual bool WantsMore() const { return false; }
 
+    /** Whether nothing is left of what was told, so that it helps to be told anew where the walk is. */
+    virtual bool WantsAnew() const { return WantsMore(); }
+
     /**
      * What comes next, as far as names tell: in the order of the walk, behind what was
      * told before, or, anew, in its place. Some of it may be left out or be something else.

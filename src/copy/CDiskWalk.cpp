@@ -279,16 +279,16 @@ void CDiskWalk::List(STWalkFolder& stFolder)
 {
     CFolderReader& reader = *stFolder.pReader;
     CNamesAhead names(reader);
-    bool bAnew = true;
+    bool bTold = false;
     STDiskEntry stEntry;
     stEntry.nFolder = reader.Descriptor();
     stEntry.baPath.reserve(PATH_MAX);
     stEntry.baPath += stFolder.Prefix();
     const int nPrefix = stEntry.baPath.size();
     while (GoesOn()) {
-        if (names.IsLow() && m_visitor.WantsMore()) {
-            TellNames(names, bAnew);
-            bAnew = false;
+        if (names.IsLow() && (bTold ? m_visitor.WantsMore() : m_visitor.WantsAnew())) {
+            TellNames(names, !bTold);
+            bTold = true;
         }
         if (!names.Next()) {
             break;
@@ -327,16 +327,20 @@ void CDiskWalk::TellNames(CNamesAhead& names, bool bAnew)
     const QByteArray baPrefix = m_listFolder.back()->Prefix();
     QVector<STExpectedFile> listNext = names.Fill(baPrefix);
     if (names.IsEnd()) {
-        listNext += Waiting(m_listFolder.size()) + names.Folders(baPrefix);
+        listNext += m_listFolder.back()->Waiting(MOST_TOLD) + names.Folders(baPrefix);
         listNext += Waiting(m_listFolder.size() - 1);
     }
     m_visitor.Expect(listNext, bAnew);
 }
 
-/** The first folders that wait at that depth, in the last one of that many. */
+/** The first folders that wait in the first nDepth ones, the innermost before those around it. */
 QVector<STExpectedFile> CDiskWalk::Waiting(std::size_t nDepth) const
 {
-    return nDepth == 0 ? QVector<STExpectedFile>() : m_listFolder[nDepth - 1]->Waiting(MOST_TOLD);
+    QVector<STExpectedFile> listNext;
+    for (std::size_t nAt = nDepth; nAt > 0 && listNext.count() < MOST_TOLD; --nAt) {
+        listNext += m_listFolder[nAt - 1]->Waiting(MOST_TOLD - listNext.count());
+    }
+    return listNext;
 }
 
 /** The folder that was entered last. */
@@ -362,8 +366,8 @@ void CDiskWalk::GoOn()
         Leave();
         return;
     }
-    if (m_visitor.WantsMore()) {
-        m_visitor.Expect(Waiting(m_listFolder.size()) + Waiting(m_listFolder.size() - 1), true);
+    if (m_visitor.WantsAnew()) {
+        m_visitor.Expect(Waiting(m_listFolder.size()), true);
     }
     const char* pszName = stFolder.baWaiting.constData() + stFolder.nNext;
     stFolder.nNext += int(std::strlen(pszName)) + 1;

@@ -35,6 +35,9 @@ public:
     /** Whether more files are to be told now; false all the time where it cannot help. */
     bool WantsMore() const { return m_pPlan->HasRoom(); }
 
+    /** Whether the disk was asked for all that was told, so that it is told anew what comes. */
+    bool WantsAnew() const { return m_pPlan->IsDry(); }
+
     /**
      * The next files, in the order in which they will be copied: behind those told
      * before, or, anew, in place of those that the disk was not asked for yet.

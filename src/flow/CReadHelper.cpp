@@ -7,7 +7,7 @@
 #include <utility>
 
 static const qint64 STEP = qint64(128) << 10; // what is asked for at once
-static const int MOST_LISTED = 512; // entries of a folder
+static const int MOST_LISTED = 4096; // entries of a folder
 
 CReadHelper::CReadHelper(std::shared_ptr<CReadPlan> pPlan)
     : m_pPlan(std::move(pPlan))

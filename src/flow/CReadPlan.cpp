@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 
 static const std::chrono::milliseconds LOOK_TIME(20);
 static const int MOST_LOOKS = 100;
@@ -35,17 +36,24 @@ void CReadPlan::Expect(const QVector<STExpectedFile>& listFile, bool bAnew)
     if (bAnew) {
         m_listWaiting.clear();
     }
+    const QSet<QByteArray> setAsked = bAnew ? Asked() : QSet<QByteArray>();
     for (const STExpectedFile& stFile : listFile) {
-        const bool bAsked = bAnew
-            && std::any_of(m_listAsked.begin(), m_listAsked.end(), [&stFile](const STAskedFile& stAsked) {
-                                return stAsked.stFile.baPath == stFile.baPath;
-                            });
-        if (!bAsked) {
+        if (!setAsked.contains(stFile.baPath)) {
             m_listWaiting.push_back(stFile);
         }
     }
     m_nWaiting = int(m_listWaiting.size());
     m_changed.notify_all();
+}
+
+/** The files that were asked for and not opened. */
+QSet<QByteArray> CReadPlan::Asked() const
+{
+    QSet<QByteArray> setAsked;
+    for (const STAskedFile& stAsked : m_listAsked) {
+        setAsked.insert(stAsked.stFile.baPath);
+    }
+    return setAsked;
 }
 
 /** Takes the first files out of those asked for. */
@@ -234,7 +242,12 @@ void CReadPlan::Unfold(const QVector<STExpectedFile>& listEntry, bool bWhole)
     if (!bWhole) {
         m_listWaiting.clear();
     }
-    m_listWaiting.insert(m_listWaiting.begin(), listEntry.begin(), listEntry.end());
+    // What was told anew may hold a folder that was begun already.
+    const QSet<QByteArray> setAsked = Asked();
+    std::deque<STExpectedFile> listNew;
+    std::copy_if(listEntry.begin(), listEntry.end(), std::back_inserter(listNew),
+                 [&setAsked](const STExpectedFile& stFile) { return !setAsked.contains(stFile.baPath); });
+    m_listWaiting.insert(m_listWaiting.begin(), listNew.begin(), listNew.end());
     m_nWaiting = int(m_listWaiting.size());
 }
 

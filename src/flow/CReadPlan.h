@@ -3,6 +3,7 @@
 #include "flow/CSourceDisk.h"
 #include "flow/STExpectedFile.h"
 
+#include <QSet>
 #include <QVector>
 
 #include <atomic>
@@ -63,6 +64,9 @@ public:
 
     /** Whether more files may be told. */
     bool HasRoom() const { return m_bHelps && m_nWaiting < MOST_WAITING / 2; }
+
+    /** Whether nothing is left of what was told. */
+    bool IsDry() const { return m_bHelps && m_nWaiting == 0; }
 
     /** The copy has opened that file of that device; what was asked for of it, if anything. */
     std::optional<STAskedFile> Opened(const QByteArray& baPath, quint64 nDevice);
@@ -131,6 +135,7 @@ private:
     bool IsAsking() const;
     ENReadWork Work() const;
     void EndIfOver();
+    QSet<QByteArray> Asked() const;
     void Pop(size_t nAsked);
 
     mutable std::mutex m_mutex;

@@ -81,11 +81,13 @@ public:
     using CWalkRecorder::CWalkRecorder;
 
     bool WantsMore() const override { return m_bWants; }
+    bool WantsAnew() const override { return m_bWants && m_nAnew < m_nMostAnew; }
 
     void Expect(const QVector<STExpectedFile>& listFile, bool bAnew) override
     {
         if (bAnew) {
             m_listNext.clear();
+            ++m_nAnew;
         }
         m_nMostTold = qMax(m_nMostTold, listFile.count());
         for (const STExpectedFile& stFile : listFile) {
@@ -106,6 +108,8 @@ public:
     }
 
     bool m_bWants = true;
+    int m_nMostAnew = 1000;
+    int m_nAnew = 0; ///< how often it was told anew
     int m_nMostTold = 0; ///< at once
     int m_nMet = 0; ///< that were told as the next
     QStringList m_listUnmet; ///< came, and something else was told as the next
@@ -140,6 +144,7 @@ private slots:
     void nodesAreLeftAloneAfterAStop();
     void diskInItsOrder_data();
     void diskInItsOrder();
+    void diskIsToldAnewOnlyWhenWanted();
     void diskAsWithoutTelling_data();
     void diskAsWithoutTelling();
 
@@ -252,6 +257,25 @@ void tst_ExpectedFiles::diskInItsOrder()
     QCOMPARE(visitor.m_listUnmet, QStringList(strDisk + '/'));
     QCOMPARE(visitor.m_nMet, nFiles + 3 + 6);
     QVERIFY2(visitor.m_nMostTold <= 256 + 3, qPrintable(QString::number(visitor.m_nMostTold)));
+}
+
+/** Who still works on what was told first is not told all of it again in each folder. */
+void tst_ExpectedFiles::diskIsToldAnewOnlyWhenWanted()
+{
+    for (const char* pszPath :
+         {"disk/file", "disk/a/file", "disk/a/b/c/file", "disk/a/d/file", "disk/e/file"}) {
+        m_pTree->Write(pszPath, "x");
+    }
+    const QString strDisk = m_pTree->Path("disk");
+    CExpectingVisitor visitor(strDisk);
+    visitor.m_nMostAnew = 1;
+    CDiskWalk({{strDisk, strDisk}}, visitor).Walk();
+    QCOMPARE(visitor.m_nAnew, 1);
+    // Deep inside, what waits in all folders around is told.
+    CExpectingVisitor deep(strDisk);
+    CDiskWalk({{strDisk, strDisk}}, deep).Walk();
+    QVERIFY(deep.m_nAnew > 1);
+    QCOMPARE(deep.m_listUnmet, QStringList(strDisk + '/'));
 }
 
 void tst_ExpectedFiles::diskAsWithoutTelling_data()

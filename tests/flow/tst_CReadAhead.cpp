@@ -44,6 +44,7 @@ private slots:
     void anotherVolume();
     void fileOnAnotherDeviceIsWaitedFor();
     void foldersAreListed();
+    void foldersAreAskedForOnce();
     void longFolderHidesWhatIsBehindIt();
     void toldAnew();
     void filesThatNobodyTold();
@@ -399,6 +400,22 @@ void tst_CReadAhead::foldersAreListed()
                      false);
     QTRY_COMPARE_WITH_TIMEOUT(Fake().AskedFiles().mid(1),
                               QByteArrayList({"/v/a/1", "/v/a/2", "/v/a/inner/3", "/v/last"}), PATIENCE_MS);
+}
+
+/** What is told anew begins where the copy is, and the disk was asked further than that. */
+void tst_CReadAhead::foldersAreAskedForOnce()
+{
+    Begin(300);
+    Fake().m_mapFolder["/v/a"] = {DISK, {"1", "2"}, {}, true};
+    for (const char* pszPath : {"/v/a/1", "/v/a/2", "/v/last"}) {
+        Fake().Add(pszPath, {});
+    }
+    m_pAhead->Expect({{"/v/a", -1, true}}, false);
+    QTRY_COMPARE_WITH_TIMEOUT(Fake().AskedFiles().mid(1), QByteArrayList({"/v/a/1", "/v/a/2"}), PATIENCE_MS);
+    QTRY_VERIFY_WITH_TIMEOUT(m_pAhead->WantsAnew(), PATIENCE_MS);
+    m_pAhead->Expect({{"/v/a", -1, true}, {"/v/last"}}, true);
+    QTRY_COMPARE_WITH_TIMEOUT(Fake().AskedFiles().mid(1), QByteArrayList({"/v/a/1", "/v/a/2", "/v/last"}),
+                              PATIENCE_MS);
 }
 
 void tst_CReadAhead::longFolderHidesWhatIsBehindIt()
