@@ -99,7 +99,7 @@ std::optional<STAskedFile> CReadPlan::Opened(const QByteArray& baPath, quint64 n
 void CReadPlan::NoteThere(const STAskedFile& stFile, bool bThere)
 {
     const Lock lock(m_mutex);
-    if (bThere || stFile.nNumber <= m_nArrived) {
+    if (bThere || stFile.nNumber <= m_nAllArrived) {
         Disk().NoteAsked(bThere);
         EndIfOver();
         m_changed.notify_all();
@@ -313,5 +313,6 @@ void CReadPlan::EndBatch(qint64 nNumber)
 void CReadPlan::NoteArrived()
 {
     const Lock lock(m_mutex);
+    m_nAllArrived = m_nArrived;
     m_nArrived = m_nLastOfBatch;
 }

@@ -121,7 +121,7 @@ public:
     /** A batch was asked for, nothing behind that file; it is seen when it has come. */
     void EndBatch(qint64 nNumber);
 
-    /** What was asked for until EndBatch has come. */
+    /** The end of the batch has come. Disks serve in an order of their own, so the batch before it has. */
     void NoteArrived();
 
     /** An error, or a call that took long: the device is left alone. */
@@ -153,7 +153,8 @@ private:
     int m_nUnknown = 0; // files in a row that nobody had told
     qint64 m_nBatchBytes = CSourceDisk::TRIAL_BYTES;
     qint64 m_nLastOfBatch = 0;
-    qint64 m_nArrived = 0; // all files up to that one have come
+    qint64 m_nArrived = 0; // the last file of that batch has come
+    qint64 m_nAllArrived = 0; // all files up to that one have come, the batch behind them being through
     int m_nLooks = 0; // for that, since the batch ended
     qint64 m_nLarge = 0; // number of the file that was asked for in part; 0 for none
     qint64 m_nLargeSize = 0;

@@ -40,5 +40,6 @@ bool CSourceDisk::Seeks() const
     std::array<qint64, SAMPLES> listUs = m_listSeekUs;
     std::sort(listUs.begin(), listUs.end());
     const qint64 nUs = listUs[size_t(SAMPLES - 1 - m_nSamples / 2)];
-    return nUs == 0 ? m_bTurns.value_or(true) : nUs >= SEEK_US;
+    // Files that lie one behind the other are read without a seek on any disk.
+    return nUs >= SEEK_US || m_bTurns.value_or(nUs == 0);
 }

@@ -14,10 +14,11 @@
  * for good after an error or a stall: a disk that dies gets no more work than the copy itself.
  *
  * The order is that of the disk where a seek is dear, and the copy's where it is not. The
- * first files are read without advice, and the first read of each is a seek and its bytes:
- * at SEEK_US and more beyond the time of the bytes a seek is dear. Where these came
- * from memory, the system's own word counts. Systems often say of a stick that it turns,
- * and of a disk behind a driver that it does not.
+ * first files are read without advice, and the first read of each may be a seek and its bytes:
+ * at SEEK_US and more beyond the time of the bytes a seek is dear, whatever the system says of the
+ * disk. Less proves nothing where the files may lie one behind the other, so a disk that
+ * is said to turn is taken for one. Sticks are often said to turn, too; there the order
+ * is worth little, and costs little.
  */
 class CSourceDisk
 {

@@ -6,8 +6,10 @@
 #include <QFile>
 #include <QtTest>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <optional>
 
 static const quint64 DISK = 1;
 static const quint64 OTHER_DISK = 2;
@@ -15,6 +17,8 @@ static const qint64 SEEK_US = 8000; // of a disk that turns
 static const qint64 MIB = qint64(1) << 20;
 static const int LEARN = CSourceDisk::SAMPLES; // files that are read without advice
 static const int PATIENCE_MS = 10000;
+
+Q_DECLARE_METATYPE(std::optional<bool>)
 
 /** Whether, in what order and how far the disk is asked for what the copy reads next. */
 class tst_CReadAhead : public QObject
@@ -26,11 +30,13 @@ private slots:
     void cleanup();
 
     void asksForAllInTheOrderOfTheDisk();
+    void asksInTheOrderOfTheCopyWhereSeeksAreCheap_data();
     void asksInTheOrderOfTheCopyWhereSeeksAreCheap();
     void nothingIsToldBeforeTheDeviceIsKnown();
     void devicesThatCannotHelp_data();
     void devicesThatCannotHelp();
     void askedInVain();
+    void lastOneMayComeFirst();
     void comingLateIsNotInVain();
     void troubleEndsIt_data();
     void troubleEndsIt();
@@ -130,11 +136,33 @@ void tst_CReadAhead::asksForAllInTheOrderOfTheDisk()
     QTRY_COMPARE_WITH_TIMEOUT(Fake().AskedFiles(), listDisk, PATIENCE_MS);
 }
 
+void tst_CReadAhead::asksInTheOrderOfTheCopyWhereSeeksAreCheap_data()
+{
+    QTest::addColumn<std::optional<bool>>("bTurns");
+    QTest::addColumn<qint64>("nFirstReadUs");
+    QTest::addColumn<bool>("bCopyOrder");
+    const qint64 nCheap = 300;
+    const qint64 nDear = 3 * CSourceDisk::SEEK_US;
+    QTest::newRow("nothing is said, cheap") << std::optional<bool>() << nCheap << true;
+    QTest::newRow("nothing is said, dear") << std::optional<bool>() << nDear << false;
+    QTest::newRow("does not turn, cheap") << std::make_optional(false) << nCheap << true;
+    QTest::newRow("does not turn, dear") << std::make_optional(false) << nDear << false;
+    QTest::newRow("does not turn, from memory") << std::make_optional(false) << qint64(0) << true;
+    QTest::newRow("turns, files lie side by side") << std::make_optional(true) << nCheap << false;
+}
+
 void tst_CReadAhead::asksInTheOrderOfTheCopyWhereSeeksAreCheap()
 {
-    Begin(300);
-    const QByteArrayList listTold = Tell(20);
-    QTRY_COMPARE_WITH_TIMEOUT(Fake().AskedFiles().mid(1), listTold, PATIENCE_MS);
+    QFETCH(std::optional<bool>, bTurns);
+    QFETCH(qint64, nFirstReadUs);
+    QFETCH(bool, bCopyOrder);
+    Fake().m_mapDisk[DISK].bSeeks = bTurns;
+    Begin(nFirstReadUs);
+    QByteArrayList listExpected = Tell(20);
+    if (!bCopyOrder) {
+        std::reverse(listExpected.begin(), listExpected.end());
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(Fake().AskedFiles().mid(1), listExpected, PATIENCE_MS);
 }
 
 void tst_CReadAhead::nothingIsToldBeforeTheDeviceIsKnown()
@@ -196,10 +224,14 @@ void tst_CReadAhead::askedInVain()
         OpenAndRead("/v/first " + QByteArray::number(i), 300);
     }
     bForgets = true;
-    baLast = "/v/file " + QByteArray::number(CSourceDisk::TRIAL_FILES);
-    const QByteArrayList listTold = Tell(CSourceDisk::TRIAL_FILES);
-    QTRY_COMPARE_WITH_TIMEOUT(Fake().AskedFiles(), listTold, PATIENCE_MS);
-    QTRY_COMPARE_WITH_TIMEOUT(Fake().HeldOpen(), 0, PATIENCE_MS); // it has seen the last one come
+    // Two batches: what is missing when the last file of its own has come may only be served later.
+    QByteArrayList listTold;
+    for (int nBatch = 1; nBatch <= 2; ++nBatch) {
+        baLast = "/v/file " + QByteArray::number(nBatch * CSourceDisk::TRIAL_FILES);
+        listTold += Tell(CSourceDisk::TRIAL_FILES);
+        QTRY_COMPARE_WITH_TIMEOUT(Fake().AskedFiles(), listTold, PATIENCE_MS);
+        QTRY_COMPARE_WITH_TIMEOUT(Fake().HeldOpen(), 0, PATIENCE_MS); // it has seen the last one come
+    }
     for (int i = 0; i < CSourceDisk::MOST_MISSED; ++i) {
         QVERIFY2(m_pAhead->WantsMore(), qPrintable(QString::number(i)));
         Open(listTold.at(i));
@@ -210,6 +242,25 @@ void tst_CReadAhead::askedInVain()
     Open(listTold.at(CSourceDisk::MOST_MISSED));
     m_pAhead.reset();
     QCOMPARE(Fake().Calls(), nCalls);
+}
+
+/** A disk that serves what it was asked for last first. */
+void tst_CReadAhead::lastOneMayComeFirst()
+{
+    const QByteArray baLast = "/v/file " + QByteArray::number(CSourceDisk::TRIAL_FILES);
+    Fake().m_fnIsThere = [&](const QByteArray& baPath, bool bAsked) {
+        return bAsked && baPath == baLast ? ENThere::YES : ENThere::NO;
+    };
+    for (int i = 0; i < LEARN; ++i) {
+        OpenAndRead("/v/first " + QByteArray::number(i), 300);
+    }
+    const QByteArrayList listTold = Tell(CSourceDisk::TRIAL_FILES);
+    QTRY_COMPARE_WITH_TIMEOUT(Fake().AskedFiles(), listTold, PATIENCE_MS);
+    QTRY_COMPARE_WITH_TIMEOUT(Fake().HeldOpen(), 0, PATIENCE_MS); // it has seen the last one come
+    for (const QByteArray& baPath : listTold) {
+        Open(baPath);
+        QVERIFY2(m_pAhead->WantsMore(), baPath.constData());
+    }
 }
 
 void tst_CReadAhead::comingLateIsNotInVain()
