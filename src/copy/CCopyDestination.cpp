@@ -78,13 +78,25 @@ std::optional<STCopyReason> CCopyDestination::MakeFolder(const QString& strFolde
         return STCopyReason::DestinationGone();
     }
     errno = 0;
-    if (QDir().mkpath(strFolder)) {
-        m_strMade = strFolder;
-        m_nMadeMs = CClock::SteadyMs();
-        return std::nullopt;
+    if (!QDir().mkpath(strFolder)) {
+        return STCopyReason{ENCopyProblem::TARGET_FOLDER,
+                            QStringLiteral("its target folder cannot be created"), errno};
     }
-    return STCopyReason{ENCopyProblem::TARGET_FOLDER, QStringLiteral("its target folder cannot be created"),
-                        errno};
+    const qint64 nMadeMs = CClock::SteadyMs();
+    // A disk that went meanwhile has left the folder to be made on the machine's own.
+    if (IsGone()) {
+        return STCopyReason::DestinationGone();
+    }
+    m_strMade = strFolder;
+    m_nMadeMs = nMadeMs;
+    return std::nullopt;
+}
+
+bool CCopyDestination::ForgetFolder(const QString& strFolder)
+{
+    const bool bMade = strFolder == m_strMade;
+    m_strMade.clear();
+    return bMade;
 }
 
 QString CCopyDestination::FreeName(const QString& strTarget, const QString& strFolder,

@@ -40,10 +40,10 @@ public:
     std::optional<STCopyReason> MakeFolder(const QString& strFolder);
 
     /**
-     * Something could not be made in the folder that was made last: it is not taken to
-     * be there any more.
+     * Something could not be made in strFolder: no folder is taken to be there any more.
+     * Returns whether that one was, so that it may have to be made again.
      */
-    void ForgetFolder() { m_strMade.clear(); }
+    bool ForgetFolder(const QString& strFolder);
 
     /**
      * The name for the copy of source: strTarget when nothing readable has it, else

@@ -213,9 +213,8 @@ void CCopyFileThread::CopyListed(QFileInfo source, const QString& strFolder, boo
 std::optional<STCopyReason> CCopyFileThread::FindTarget(QString& strTarget, const QString& strFolder,
                                                         const QFileInfo& source)
 {
-    if (errno != EEXIST) {
-        // The folder may be gone, or all of the disk.
-        m_destination.ForgetFolder();
+    if (errno != EEXIST && m_destination.ForgetFolder(strFolder)) {
+        // It may be gone, or all of the disk.
         if (std::optional<STCopyReason> stReason = MakeFolder(strFolder)) {
             return stReason;
         }

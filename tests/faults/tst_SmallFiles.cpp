@@ -36,9 +36,13 @@ private slots:
     void sourceBeforeItIsRead();
     void sourceThatIsReadAlready();
     void failingRead();
+    void nothingStaysOpen_data();
+    void nothingStaysOpen();
 
     void targetThatMayNotBeRead();
     void folderIsMadeOnceForItsFiles();
+    void diskThatGoesWhileItsFolderIsMade();
+    void folderThatNobodyMade();
     void otherDiskWithTheSameFolders_data();
     void otherDiskWithTheSameFolders();
 
@@ -139,6 +143,51 @@ void tst_SmallFiles::failingRead()
     QCOMPARE(Problems(), QStringList{"file: ReadFile ret = -2: Input/output error (0 of 11 bytes copied)"});
 }
 
+void tst_SmallFiles::nothingStaysOpen_data()
+{
+    QTest::addColumn<int>("nCall");
+    QTest::addColumn<int>("nError");
+    QTest::addColumn<bool>("bComplete");
+    const auto fnRow = [](const char* pszWhat, ENCall enCall, int nError) {
+        QTest::newRow(pszWhat) << int(enCall) << nError << false;
+        QTest::addRow("%s, complete", pszWhat) << int(enCall) << nError << true;
+    };
+    fnRow("nothing fails", ENCall::NONE, 0);
+    fnRow("look", ENCall::STAT, EIO);
+    fnRow("open", ENCall::OPEN, EACCES);
+    fnRow("read", ENCall::READ, EIO);
+    fnRow("write", ENCall::WRITE, EIO);
+    fnRow("no room", ENCall::WRITE, ENOSPC);
+    fnRow("folder gone", ENCall::ACCESS, ENOENT);
+    fnRow("times", ENCall::SET_TIME, EPERM);
+    fnRow("close", ENCall::CLOSE, EIO);
+    fnRow("close without room", ENCall::CLOSE, ENOSPC);
+}
+
+void tst_SmallFiles::nothingStaysOpen()
+{
+    QFETCH(int, nCall);
+    QFETCH(int, nError);
+    QFETCH(bool, bComplete);
+    const auto fnOpen = [] {
+        return QDir("/proc/self/fd").entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System);
+    };
+    if (bComplete) {
+        m_pNodes->Clear();
+        m_pNodes->Root()->m_bComplete = true;
+        m_pNodes->Add(m_pTree->Path("src"));
+    }
+    Run();
+    const QStringList listBefore = fnOpen();
+    m_strDest = m_pTree->Path("other");
+    const ENCall enCall = ENCall(nCall);
+    CFailingCalls::Fail(enCall, enCall == ENCall::ACCESS ? "/src" : "/src/file", nError);
+    Run();
+    QVERIFY(enCall == ENCall::NONE || CFailingCalls::Calls() > 0);
+    CFailingCalls::Reset();
+    QTRY_COMPARE(fnOpen(), listBefore); // the helpers close theirs themselves
+}
+
 // ---- the destination
 
 void tst_SmallFiles::targetThatMayNotBeRead()
@@ -165,6 +214,32 @@ void tst_SmallFiles::folderIsMadeOnceForItsFiles()
     // It is tried before the folders above it are made.
     QCOMPARE(CFailingCalls::Calls(), 2);
     QCOMPARE(Copied("last"), QByteArray("last"));
+}
+
+void tst_SmallFiles::diskThatGoesWhileItsFolderIsMade()
+{
+    const CMovedClock clock;
+    CVolume stick("Stick", "/dev/disk8s4", 8);
+    m_strDest = stick.Path("Tarnwick");
+    // Its empty folder is left behind, in which the machine's own disk lets all be made.
+    CFailingCalls::Watch(ENCall::MAKE_FOLDER, "/src", [&] { stick.Pull(); });
+    Run();
+    QCOMPARE(CFailingCalls::Calls(), 2);
+    CFailingCalls::Reset();
+    QCOMPARE(Problems().mid(0, 3),
+             (QStringList{"before: destination gone (0 of 6 bytes copied)",
+                          "file: destination gone (0 of 11 bytes copied)",
+                          "last: destination gone (0 of 4 bytes copied)"}));
+    QVERIFY2(QDir(QFileInfo(Copy("file")).path()).isEmpty(), "the machine's own disk was written to");
+}
+
+void tst_SmallFiles::folderThatNobodyMade()
+{
+    QString strFolder = m_strDest + "/never made";
+    m_pWorker->SetCopyParam(1, m_pNodes->Root(), m_strDest, COPY_STATUS_RUN);
+    m_pWorker->WriteFile(m_pNodes->Root()->Child(0), strFolder, 1024, m_strDest);
+    QVERIFY(!QFileInfo::exists(strFolder));
+    QCOMPARE(Problems(), QStringList{"before: destination gone (0 of 6 bytes copied)"});
 }
 
 void tst_SmallFiles::otherDiskWithTheSameFolders_data()
