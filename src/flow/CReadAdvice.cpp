@@ -7,14 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-/** The device that an open file lies on; 0 when that is not known. */
-static quint64 DeviceOf(int nDescriptor)
-{
-    struct stat stRaw;
-    return fstat(nDescriptor, &stRaw) == 0 ? quint64(stRaw.st_dev) : 0;
-}
-
-STSourceFile CReadAdvice::Open(const QByteArray& baPath)
+STSourceFile CReadAdvice::Open(const QByteArray& baPath, quint64 nDevice)
 {
     STSourceFile stFile;
     struct stat stRaw;
@@ -23,6 +16,10 @@ STSourceFile CReadAdvice::Open(const QByteArray& baPath)
         return stFile;
     }
     if (!S_ISREG(stRaw.st_mode) || stRaw.st_size <= 0) {
+        return stFile;
+    }
+    stFile.nDevice = quint64(stRaw.st_dev);
+    if (stFile.nDevice != nDevice) {
         return stFile;
     }
     stFile.nDescriptor = open(baPath.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
@@ -40,17 +37,23 @@ STSourceFile CReadAdvice::Open(const QByteArray& baPath)
     return stFile;
 }
 
-std::optional<STSourceFolder> CReadAdvice::List(const QByteArray& baPath, int nMost)
+STSourceFolder CReadAdvice::List(const QByteArray& baPath, quint64 nDevice, int nMost)
 {
-    CFolderReader reader(AT_FDCWD, baPath.constData());
-    if (!reader.IsOpen()) {
-        return std::nullopt;
-    }
     STSourceFolder stFolder;
-    stFolder.nDevice = DeviceOf(reader.Descriptor());
+    struct stat stRaw;
+    if (lstat(baPath.constData(), &stRaw) != 0) {
+        stFolder.nError = errno;
+        return stFolder;
+    }
+    if (!S_ISDIR(stRaw.st_mode) || quint64(stRaw.st_dev) != nDevice) {
+        stFolder.bWhole = true;
+        return stFolder;
+    }
+    CFolderReader reader(AT_FDCWD, baPath.constData());
     for (int i = 0; i < nMost; ++i) {
         if (!reader.Next()) {
-            stFolder.bWhole = true;
+            stFolder.nError = reader.Error();
+            stFolder.bWhole = stFolder.nError == 0;
             break;
         }
         if (reader.IsKnownFolder()) {

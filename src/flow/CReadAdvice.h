@@ -26,7 +26,7 @@ struct STSourceDisk
 struct STSourceFile
 {
     int nDescriptor = -1; ///< -1 when it was not opened
-    int nError = 0; ///< why it could not be; 0 of what has no bytes, or is no file
+    int nError = 0; ///< why it could not be; 0 of what has no bytes, is no file, or lies elsewhere
     quint64 nDevice = 0;
     quint64 nInode = 0;
     qint64 nSize = 0; ///< bytes
@@ -35,7 +35,7 @@ struct STSourceFile
 /** The names in a folder, in its own order. */
 struct STSourceFolder
 {
-    quint64 nDevice = 0;
+    int nError = 0; ///< why it could not be listed, or not to its end; 0 of what is no folder there
     QByteArrayList listFile = {}; ///< what is or may be a file
     QByteArrayList listFolder = {};
     bool bWhole = false; ///< there are no more
@@ -52,13 +52,17 @@ public:
     static STSourceDisk DiskOf(quint64 nDevice);
 
     /**
-     * Opens a file as the copy does: no link, and nothing that is no file or has no bytes. It
-     * is looked at first, as opening a device may set something off.
+     * Opens a file as the copy does: no link, and nothing that is no file or has no bytes, or lies
+     * on another device, whose number is told. It is looked at first, as opening may set
+     * something off.
      */
-    static STSourceFile Open(const QByteArray& baPath);
+    static STSourceFile Open(const QByteArray& baPath, quint64 nDevice);
 
-    /** The first entries of a folder, no link; nothing when it cannot be listed. */
-    static std::optional<STSourceFolder> List(const QByteArray& baPath, int nMost);
+    /**
+     * The first entries of a folder on that device. A link and what lies on another device have
+     * none: nothing is opened there, as that may mount it.
+     */
+    static STSourceFolder List(const QByteArray& baPath, quint64 nDevice, int nMost);
 
     /** Closes what Open has given. */
     static void Close(int nDescriptor);

@@ -9,6 +9,33 @@
 static const qint64 STEP = qint64(128) << 10; // what is asked for at once
 static const int MOST_LISTED = 4096; // entries of a folder
 
+namespace {
+
+/** Leaves the device alone when what is done meanwhile takes long. */
+class CStallWatch
+{
+public:
+    explicit CStallWatch(CReadPlan& plan)
+        : m_plan(plan)
+    {
+        m_timer.start();
+    }
+    ~CStallWatch()
+    {
+        if (m_timer.nsecsElapsed() / 1000 >= CSourceDisk::STALL_US) {
+            m_plan.EndDisk();
+        }
+    }
+    CStallWatch(const CStallWatch&) = delete;
+    CStallWatch& operator=(const CStallWatch&) = delete;
+
+private:
+    CReadPlan& m_plan;
+    QElapsedTimer m_timer;
+};
+
+} // namespace
+
 CReadHelper::CReadHelper(std::shared_ptr<CReadPlan> pPlan)
     : m_pPlan(std::move(pPlan))
 {
@@ -47,6 +74,8 @@ void CReadHelper::Batch()
 {
     Look();
     qint64 nRoom = m_pPlan->BeginBatch(CReadAdvice::FreeMemory());
+    // What is cut off at the end of a batch is asked for as it is read, and the next batch not before.
+    const qint64 nKeptWhole = nRoom / 2;
     const int nMost = m_pPlan->BatchFiles();
     const bool bSeeks = m_pPlan->Seeks();
     std::vector<STPlaced> listPlaced;
@@ -64,12 +93,14 @@ void CReadHelper::Batch()
         if (!stHeld) {
             continue;
         }
-        const qint64 nShare = std::min(stHeld->stFile.nSize, nRoom / STEP * STEP);
+        const qint64 nSize = stHeld->stFile.nSize;
+        const qint64 nShare = nSize <= nKeptWhole ? nSize : std::min(nSize, nRoom / STEP * STEP);
         nRoom -= nShare;
         if (!bSeeks) {
             Ask(*stHeld, nShare);
             continue;
         }
+        const CStallWatch watch(*m_pPlan);
         listPlaced.push_back(
             {stHeld->nNumber, stAsked->stFile.baPath, CReadAdvice::PlaceOf(stHeld->stFile), nShare});
         CReadAdvice::Close(stHeld->stFile.nDescriptor);
@@ -86,21 +117,25 @@ void CReadHelper::Batch()
 
 void CReadHelper::Unfold(const QByteArray& baFolder)
 {
-    const std::optional<STSourceFolder> stFolder = CReadAdvice::List(baFolder, MOST_LISTED);
-    if (!stFolder || !m_pPlan->IsOnDisk(0, stFolder->nDevice)) {
+    const CStallWatch watch(*m_pPlan);
+    const STSourceFolder stFolder = CReadAdvice::List(baFolder, m_pPlan->Device(), MOST_LISTED);
+    if (stFolder.nError == EIO) {
+        m_pPlan->EndDisk();
+    }
+    if (stFolder.nError != 0) {
         return;
     }
     QVector<STExpectedFile> listEntry;
     const QByteArray baPrefix = baFolder.endsWith('/') ? baFolder : baFolder + '/';
-    for (const QByteArray& baName : stFolder->listFile) {
+    for (const QByteArray& baName : stFolder.listFile) {
         listEntry.append(STExpectedFile{baPrefix + baName});
     }
-    if (stFolder->bWhole) {
-        for (const QByteArray& baName : stFolder->listFolder) {
+    if (stFolder.bWhole) {
+        for (const QByteArray& baName : stFolder.listFolder) {
             listEntry.append(STExpectedFile{baPrefix + baName, -1, true});
         }
     }
-    m_pPlan->Unfold(listEntry, stFolder->bWhole);
+    m_pPlan->Unfold(listEntry, stFolder.bWhole);
 }
 
 /** Opens the file when it is still wanted, and a file of this device with bytes. */
@@ -109,20 +144,19 @@ std::optional<CReadHelper::STHeld> CReadHelper::Open(qint64 nNumber, const QByte
     if (!m_pPlan->IsWanted(nNumber)) {
         return std::nullopt;
     }
-    QElapsedTimer timer;
-    timer.start();
-    const STSourceFile stFile = CReadAdvice::Open(baPath);
-    if (stFile.nError == EIO || timer.nsecsElapsed() / 1000 >= CSourceDisk::STALL_US) {
+    const CStallWatch watch(*m_pPlan);
+    const STSourceFile stFile = CReadAdvice::Open(baPath, m_pPlan->Device());
+    if (stFile.nError == EIO) {
         m_pPlan->EndDisk();
     }
-    if (stFile.nDescriptor == -1) {
-        return std::nullopt;
+    const bool bHere = stFile.nDevice == 0 || m_pPlan->IsOnDisk(nNumber, stFile.nDevice);
+    if (stFile.nDescriptor != -1 && bHere) {
+        return STHeld{nNumber, stFile};
     }
-    if (!m_pPlan->IsOnDisk(nNumber, stFile.nDevice)) {
+    if (stFile.nDescriptor != -1) {
         CReadAdvice::Close(stFile.nDescriptor);
-        return std::nullopt;
     }
-    return STHeld{nNumber, stFile};
+    return std::nullopt;
 }
 
 /** Asks for the share of a file and closes it, unless more is to be asked for later. */
@@ -146,14 +180,14 @@ void CReadHelper::Ask(const STHeld& stHeld, qint64 nShare)
 /** False when it was given up. */
 bool CReadHelper::AskFor(const STHeld& stHeld, qint64 nFrom, qint64 nTo)
 {
-    QElapsedTimer timer;
     for (qint64 nAt = nFrom; nAt < nTo; nAt += STEP) {
-        timer.start();
-        if (!m_pPlan->IsWanted(stHeld.nNumber) && nFrom == 0) {
-            return false; // the copy was faster
+        const bool bWanted
+            = nFrom == 0 ? m_pPlan->IsWanted(stHeld.nNumber) : m_pPlan->IsWantedOn(stHeld.nNumber);
+        if (!bWanted) {
+            return false;
         }
-        const bool bTaken = CReadAdvice::WillNeed(stHeld.stFile.nDescriptor, nAt, std::min(STEP, nTo - nAt));
-        if (!bTaken || timer.nsecsElapsed() / 1000 >= CSourceDisk::STALL_US) {
+        const CStallWatch watch(*m_pPlan);
+        if (!CReadAdvice::WillNeed(stHeld.stFile.nDescriptor, nAt, std::min(STEP, nTo - nAt))) {
             m_pPlan->EndDisk();
             return false;
         }

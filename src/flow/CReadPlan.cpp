@@ -187,7 +187,7 @@ ENReadWork CReadPlan::Work() const
     }
     const auto itDisk = m_mapDisk.find(m_nDevice);
     const bool bRoom = itDisk != m_mapDisk.end() && itDisk->second.IsLearned() && !m_listWaiting.empty()
-        && m_nAskedBytes <= m_nBatchBytes && int(m_listAsked.size()) <= itDisk->second.BatchFiles();
+        && m_nAskedBytes <= m_nBatchBytes / 2 * 3 && int(m_listAsked.size()) <= itDisk->second.BatchFiles();
     return bRoom && IsAsking() ? ENReadWork::BATCH : ENReadWork::LOOK;
 }
 
@@ -255,6 +255,18 @@ bool CReadPlan::IsWanted(qint64 nNumber) const
 {
     const Lock lock(m_mutex);
     return !m_bEnd && m_bHelps && !m_listAsked.empty() && m_listAsked.front().nNumber <= nNumber;
+}
+
+bool CReadPlan::IsWantedOn(qint64 nNumber) const
+{
+    const Lock lock(m_mutex);
+    return !m_bEnd && m_bHelps && nNumber >= m_nOpened;
+}
+
+quint64 CReadPlan::Device() const
+{
+    const Lock lock(m_mutex);
+    return m_nDevice;
 }
 
 bool CReadPlan::IsOnDisk(qint64 nNumber, quint64 nDevice)

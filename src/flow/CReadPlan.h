@@ -103,6 +103,12 @@ public:
     /** Whether to ask for that file: the copy has not come to it, and nothing is over. */
     bool IsWanted(qint64 nNumber) const;
 
+    /** The same of one that was asked for in part: the copy has not left it. */
+    bool IsWantedOn(qint64 nNumber) const;
+
+    /** The device of the file that was opened last. */
+    quint64 Device() const;
+
     /** Whether a file that was taken lies on the device of the copy; one that does not is waited for. */
     bool IsOnDisk(qint64 nNumber, quint64 nDevice);
 

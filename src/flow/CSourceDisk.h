@@ -26,9 +26,9 @@ public:
     static constexpr int SAMPLES = 3; ///< first reads that say what a seek costs
     static constexpr int MOST_MISSED = 4; ///< files in a row that were asked for in vain
     static constexpr int TRIAL_FILES = 8; ///< in a batch until one was found in memory
-    static constexpr int MOST_FILES = 512; ///< in a batch
+    static constexpr int MOST_FILES = 256; ///< in a batch
     static constexpr qint64 TRIAL_BYTES = qint64(1) << 20; ///< in a batch until one was found in memory
-    static constexpr qint64 MOST_BYTES = qint64(32) << 20; ///< in a batch
+    static constexpr qint64 MOST_BYTES = qint64(16) << 20; ///< in a batch
     static constexpr qint64 SEEK_US = 2000; ///< a seek of that many microseconds is dear
     static constexpr qint64 STALL_US = 2000000; ///< a call of that many microseconds is a stall
 

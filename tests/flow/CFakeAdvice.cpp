@@ -61,7 +61,7 @@ int CFakeAdvice::Calls() const
 
 STSourceDisk CReadAdvice::DiskOf(quint64 nDevice) { return s_pFake->m_mapDisk.value(nDevice); }
 
-STSourceFile CReadAdvice::Open(const QByteArray& baPath)
+STSourceFile CReadAdvice::Open(const QByteArray& baPath, quint64 nDevice)
 {
     CFakeAdvice& fake = *s_pFake;
     const Lock lock(fake.m_mutex);
@@ -70,7 +70,8 @@ STSourceFile CReadAdvice::Open(const QByteArray& baPath)
     const CFakeAdvice::STFile stFile = fake.m_mapFile.value(baPath, {0});
     STSourceFile stOpen;
     stOpen.nError = stFile.nError;
-    if (stFile.nError == 0 && stFile.nSize > 0) {
+    stOpen.nDevice = stFile.nDevice;
+    if (stFile.nError == 0 && stFile.nSize > 0 && stFile.nDevice == nDevice) {
         ++fake.m_nHeld;
         fake.m_mapOpen[fake.m_nNext] = baPath;
         stOpen = {fake.m_nNext++, 0, stFile.nDevice, 0, stFile.nSize};
@@ -78,12 +79,15 @@ STSourceFile CReadAdvice::Open(const QByteArray& baPath)
     return stOpen;
 }
 
-std::optional<STSourceFolder> CReadAdvice::List(const QByteArray& baPath, int /*nMost*/)
+STSourceFolder CReadAdvice::List(const QByteArray& baPath, quint64 nDevice, int /*nMost*/)
 {
     const Lock lock(s_pFake->m_mutex);
     ++s_pFake->m_nCalls;
-    const auto itFolder = s_pFake->m_mapFolder.constFind(baPath);
-    return itFolder == s_pFake->m_mapFolder.constEnd() ? std::nullopt : std::make_optional(*itFolder);
+    const CFakeAdvice::STFolder stFolder = s_pFake->m_mapFolder.value(baPath);
+    if (stFolder.nError == 0 && stFolder.nDevice != nDevice) {
+        return {0, {}, {}, true};
+    }
+    return {stFolder.nError, stFolder.listFile, stFolder.listFolder, stFolder.bWhole};
 }
 
 void CReadAdvice::Close(int nDescriptor)

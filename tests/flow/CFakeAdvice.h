@@ -6,6 +6,7 @@
 #include <QByteArrayList>
 #include <QMap>
 
+#include <cerrno>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -24,6 +25,16 @@ public:
         quint64 nPlace = 0;
         quint64 nDevice = 1;
         int nError = 0; ///< with which it cannot be opened
+    };
+
+    /** A folder of theirs. */
+    struct STFolder
+    {
+        quint64 nDevice = 1;
+        QByteArrayList listFile = {};
+        QByteArrayList listFolder = {};
+        bool bWhole = false;
+        int nError = ENOENT; ///< with which it cannot be listed
     };
 
     /** The one that answers; made anew by Reset. */
@@ -57,7 +68,7 @@ public:
     int Calls() const;
 
     QMap<quint64, STSourceDisk> m_mapDisk; ///< by their numbers; set before a helper runs, as all below
-    QMap<QByteArray, STSourceFolder> m_mapFolder; ///< by their paths
+    QMap<QByteArray, STFolder> m_mapFolder; ///< by their paths
     std::function<ENThere(const QByteArray& baPath, bool bAsked)>
         m_fnIsThere; ///< of the first byte; null: as asked
     std::function<void(const QByteArray& baPath)> m_fnAsk; ///< runs in each WillNeed, before it answers

@@ -6,11 +6,20 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <cerrno>
 #include <fcntl.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 static const int PATIENCE_MS = 10000;
+
+/** The device that an entry lies on. */
+static quint64 DeviceOf(const QByteArray& baPath)
+{
+    struct stat stRaw = {};
+    return lstat(baPath.constData(), &stRaw) == 0 ? quint64(stRaw.st_dev) : 0;
+}
 
 /** What the system really does when it is asked for bytes ahead. */
 class tst_CReadAdvice : public QObject
@@ -23,6 +32,7 @@ private slots:
     void opensFilesOnly_data();
     void opensFilesOnly();
     void listsAFolder();
+    void nothingIsOpenedOnAnotherDevice();
     void freeMemoryIsKnown();
 
 private:
@@ -41,7 +51,7 @@ void tst_CReadAdvice::bytesThatWereAskedForCome()
             && file.flush());
     QCOMPARE(fsync(file.handle()), 0);
     file.close();
-    const STSourceFile stFile = CReadAdvice::Open(baPath);
+    const STSourceFile stFile = CReadAdvice::Open(baPath, DeviceOf(baPath));
     const CDescriptor descriptor(stFile.nDescriptor);
     QVERIFY(descriptor.IsOpen());
     QCOMPARE(stFile.nSize, nBytes);
@@ -85,7 +95,8 @@ void tst_CReadAdvice::opensFilesOnly()
     QFETCH(QString, strName);
     QFETCH(bool, bOpen);
     QFETCH(int, nError);
-    const STSourceFile stFile = CReadAdvice::Open(QFile::encodeName(m_tree.Path(strName)));
+    const QByteArray baPath = QFile::encodeName(m_tree.Path(strName));
+    const STSourceFile stFile = CReadAdvice::Open(baPath, DeviceOf(baPath));
     const CDescriptor descriptor(stFile.nDescriptor);
     QCOMPARE(descriptor.IsOpen(), bOpen);
     QCOMPARE(stFile.nError, nError);
@@ -97,12 +108,34 @@ void tst_CReadAdvice::listsAFolder()
     m_tree.Write("list/one", "x");
     m_tree.Write("list/inner/two", "x");
     const QByteArray baPath = QFile::encodeName(m_tree.Path("list"));
-    const std::optional<STSourceFolder> stFolder = CReadAdvice::List(baPath, 10);
-    QVERIFY(stFolder && stFolder->bWhole && stFolder->nDevice != 0);
-    QCOMPARE(stFolder->listFile, QByteArrayList{QByteArray("one")});
-    QCOMPARE(stFolder->listFolder, QByteArrayList{QByteArray("inner")});
-    QVERIFY(!CReadAdvice::List(baPath, 1)->bWhole);
-    QVERIFY(!CReadAdvice::List(baPath + "/one", 1));
+    const quint64 nDevice = DeviceOf(baPath);
+    const STSourceFolder stFolder = CReadAdvice::List(baPath, nDevice, 10);
+    QVERIFY(stFolder.bWhole && stFolder.nError == 0);
+    QCOMPARE(stFolder.listFile, QByteArrayList{QByteArray("one")});
+    QCOMPARE(stFolder.listFolder, QByteArrayList{QByteArray("inner")});
+    QVERIFY(!CReadAdvice::List(baPath, nDevice, 1).bWhole);
+    QVERIFY(CReadAdvice::List(baPath + "/one", nDevice, 1).listFile.isEmpty());
+    QCOMPARE(CReadAdvice::List(baPath + "/gone", nDevice, 1).nError, ENOENT);
+}
+
+/** As looking into a mount point may mount something, and the copy does not enter it. */
+void tst_CReadAdvice::nothingIsOpenedOnAnotherDevice()
+{
+    const QByteArray baFile = QFile::encodeName(m_tree.Write("apart/one", "x"));
+    const QByteArray baFolder = QFile::encodeName(m_tree.Path("apart"));
+    const quint64 nDevice = DeviceOf(baFolder);
+    const int nWatch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    const CDescriptor watch(nWatch);
+    QVERIFY(inotify_add_watch(nWatch, baFolder.constData(), IN_OPEN) != -1);
+    const STSourceFile stFile = CReadAdvice::Open(baFile, nDevice + 1);
+    QCOMPARE(stFile.nDescriptor, -1);
+    QCOMPARE(stFile.nDevice, nDevice);
+    const STSourceFolder stFolder = CReadAdvice::List(baFolder, nDevice + 1, 10);
+    QVERIFY(stFolder.listFile.isEmpty() && stFolder.bWhole);
+    char szEvent[1024];
+    QCOMPARE(int(read(nWatch, szEvent, sizeof szEvent)), -1);
+    const CDescriptor opened(CReadAdvice::Open(baFile, nDevice).nDescriptor);
+    QVERIFY(opened.IsOpen() && read(nWatch, szEvent, sizeof szEvent) > 0);
 }
 
 void tst_CReadAdvice::freeMemoryIsKnown() { QVERIFY(CReadAdvice::FreeMemory() > 0); }

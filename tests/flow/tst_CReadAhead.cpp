@@ -280,8 +280,8 @@ void tst_CReadAhead::comingLateIsNotInVain()
 void tst_CReadAhead::troubleEndsIt_data()
 {
     QTest::addColumn<QString>("strTrouble");
-    for (const char* pszTrouble :
-         {"read fails", "read takes long", "file cannot be read", "advice is refused"}) {
+    for (const char* pszTrouble : {"read fails", "read takes long", "file cannot be read",
+                                   "folder cannot be read", "advice is refused"}) {
         QTest::newRow(pszTrouble) << QString(pszTrouble);
     }
 }
@@ -297,6 +297,9 @@ void tst_CReadAhead::troubleEndsIt()
     } else if (strTrouble == "file cannot be read") {
         Fake().Add("/v/bad", {4096, 0, DISK, EIO});
         m_pAhead->Expect({{"/v/bad"}}, false);
+    } else if (strTrouble == "folder cannot be read") {
+        Fake().m_mapFolder["/v/bad"] = {DISK, {"1"}, {}, true, EIO};
+        m_pAhead->Expect({{"/v/bad", -1, true}}, false);
     } else {
         Fake().m_bTakesAdvice = false;
         Tell(1);
@@ -315,8 +318,8 @@ void tst_CReadAhead::littleMemory_data()
 {
     QTest::addColumn<qint64>("nFree");
     QTest::addColumn<int>("nAskedMiB"); // of one file after the other, at first
-    QTest::newRow("plenty") << 64 * 1024 * MIB << 64;
-    QTest::newRow("a share of it in two batches") << 256 * MIB << 32;
+    QTest::newRow("plenty") << 64 * 1024 * MIB << 32;
+    QTest::newRow("a share of it in two batches") << 128 * MIB << 16;
     QTest::newRow("hardly any") << 3 * MIB << 0;
     QTest::newRow("not known") << qint64(0) << 0;
 }
@@ -441,9 +444,9 @@ void tst_CReadAhead::fileOnAnotherDeviceIsWaitedFor()
 void tst_CReadAhead::foldersAreListed()
 {
     Begin(300);
-    Fake().m_mapFolder["/v/a"] = {DISK, {"1", "2"}, {"inner"}, true};
-    Fake().m_mapFolder["/v/a/inner"] = {DISK, {"3"}, {}, true};
-    Fake().m_mapFolder["/v/mounted"] = {OTHER_DISK, {"x"}, {}, true};
+    Fake().m_mapFolder["/v/a"] = {DISK, {"1", "2"}, {"inner"}, true, 0};
+    Fake().m_mapFolder["/v/a/inner"] = {DISK, {"3"}, {}, true, 0};
+    Fake().m_mapFolder["/v/mounted"] = {OTHER_DISK, {"x"}, {}, true, 0};
     for (const char* pszPath : {"/v/a/1", "/v/a/2", "/v/a/inner/3", "/v/last"}) {
         Fake().Add(pszPath, {});
     }
@@ -457,7 +460,7 @@ void tst_CReadAhead::foldersAreListed()
 void tst_CReadAhead::foldersAreAskedForOnce()
 {
     Begin(300);
-    Fake().m_mapFolder["/v/a"] = {DISK, {"1", "2"}, {}, true};
+    Fake().m_mapFolder["/v/a"] = {DISK, {"1", "2"}, {}, true, 0};
     for (const char* pszPath : {"/v/a/1", "/v/a/2", "/v/last"}) {
         Fake().Add(pszPath, {});
     }
@@ -472,7 +475,7 @@ void tst_CReadAhead::foldersAreAskedForOnce()
 void tst_CReadAhead::longFolderHidesWhatIsBehindIt()
 {
     Begin(300);
-    Fake().m_mapFolder["/v/a"] = {DISK, {"1"}, {"inner"}, false};
+    Fake().m_mapFolder["/v/a"] = {DISK, {"1"}, {"inner"}, false, 0};
     Fake().Add("/v/a/1", {});
     Fake().Add("/v/last", {});
     m_pAhead->Expect({{"/v/a", -1, true}, {"/v/last"}}, false);
