@@ -15,7 +15,7 @@
 #include <utility>
 
 static const std::size_t MOST_OPEN = 32; // folders held open, however deep they lie
-static const int MOST_TOLD = 32; // folders of those that wait in one
+static const int FOLDERS_TOLD = 32; // folders of those that wait in one
 
 static STCopyReason CannotOpen(int nError)
 {
@@ -327,7 +327,7 @@ void CDiskWalk::TellNames(CNamesAhead& names, bool bAnew)
     const QByteArray baPrefix = m_listFolder.back()->Prefix();
     QVector<STExpectedFile> listNext = names.Fill(baPrefix);
     if (names.IsEnd()) {
-        listNext += m_listFolder.back()->Waiting(MOST_TOLD) + names.Folders(baPrefix);
+        listNext += m_listFolder.back()->Waiting(FOLDERS_TOLD) + names.Folders(baPrefix);
         listNext += Waiting(m_listFolder.size() - 1);
     }
     m_visitor.Expect(listNext, bAnew);
@@ -337,8 +337,8 @@ void CDiskWalk::TellNames(CNamesAhead& names, bool bAnew)
 QVector<STExpectedFile> CDiskWalk::Waiting(std::size_t nDepth) const
 {
     QVector<STExpectedFile> listNext;
-    for (std::size_t nAt = nDepth; nAt > 0 && listNext.count() < MOST_TOLD; --nAt) {
-        listNext += m_listFolder[nAt - 1]->Waiting(MOST_TOLD - listNext.count());
+    for (std::size_t nAt = nDepth; nAt > 0 && listNext.count() < FOLDERS_TOLD; --nAt) {
+        listNext += m_listFolder[nAt - 1]->Waiting(FOLDERS_TOLD - listNext.count());
     }
     return listNext;
 }

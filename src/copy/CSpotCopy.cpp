@@ -12,7 +12,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-static const unsigned long CHUNK_SLEEP_US = 100; // keeps the machine responsive
+static const unsigned long SPOT_SLEEP_US = 100; // keeps the machine responsive
 static const qint64 FILL_STEP = qint64(8) * 1024 * 1024;
 
 // A read that takes longer has met a place that the disk has trouble with.
@@ -208,7 +208,7 @@ bool CSpotCopy::ChunkDone(qint64 nBytes)
     m_nUntold -= nTold;
     m_stOutcome.nTold += nTold;
     m_control.ChunkDone(m_strName, nTold);
-    QThread::usleep(CHUNK_SLEEP_US);
+    QThread::usleep(SPOT_SLEEP_US);
     return true;
 }
 

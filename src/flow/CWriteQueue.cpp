@@ -12,7 +12,7 @@
 #include <thread>
 #include <utility>
 
-static constexpr std::chrono::milliseconds LOOK_TIME{50};
+static constexpr std::chrono::milliseconds ANSWER_LOOK_TIME{50};
 static constexpr std::chrono::milliseconds END_TIME{1000};
 
 struct CWriteQueue::STShared
@@ -189,7 +189,7 @@ bool CWriteQueue::WaitForAnswer()
 {
     std::unique_lock<std::mutex> lock(m_pShared->mutex);
     const auto fnAnswered = [this] { return m_pShared->nAnswers != m_nSeen; };
-    const bool bAnswered = m_pShared->changed.wait_for(lock, LOOK_TIME, fnAnswered);
+    const bool bAnswered = m_pShared->changed.wait_for(lock, ANSWER_LOOK_TIME, fnAnswered);
     m_nSeen = m_pShared->nAnswers;
     return bAnswered;
 }
