@@ -155,6 +155,7 @@ void tst_SmallFiles::nothingStaysOpen_data()
     fnRow("nothing fails", ENCall::NONE, 0);
     fnRow("look", ENCall::STAT, EIO);
     fnRow("open", ENCall::OPEN, EACCES);
+    fnRow("a pipe in its place", ENCall::OPEN, 0);
     fnRow("read", ENCall::READ, EIO);
     fnRow("write", ENCall::WRITE, EIO);
     fnRow("no room", ENCall::WRITE, ENOSPC);
@@ -181,7 +182,14 @@ void tst_SmallFiles::nothingStaysOpen()
     const QStringList listBefore = fnOpen();
     m_strDest = m_pTree->Path("other");
     const ENCall enCall = ENCall(nCall);
-    CFailingCalls::Fail(enCall, enCall == ENCall::ACCESS ? "/src" : "/src/file", nError);
+    if (nError != 0) {
+        CFailingCalls::Fail(enCall, enCall == ENCall::ACCESS ? "/src" : "/src/file", nError);
+    } else {
+        CFailingCalls::Watch(enCall, "/src/file", [this] {
+            QVERIFY(QFile::remove(Source("file")));
+            QCOMPARE(mkfifo(QFile::encodeName(Source("file")).constData(), 0600), 0);
+        });
+    }
     Run();
     QVERIFY(enCall == ENCall::NONE || CFailingCalls::Calls() > 0);
     CFailingCalls::Reset();
