@@ -6,6 +6,16 @@ using Lock = std::lock_guard<std::mutex>;
 
 static std::unique_ptr<CFakeAdvice> s_pFake = std::make_unique<CFakeAdvice>();
 
+/** A copy that shares nothing with the list that a helper goes on filling. */
+static QByteArrayList Apart(const QByteArrayList& listPath)
+{
+    QByteArrayList listApart;
+    for (const QByteArray& baPath : listPath) {
+        listApart.append(QByteArray(baPath.constData(), baPath.size()));
+    }
+    return listApart;
+}
+
 CFakeAdvice& CFakeAdvice::Get() { return *s_pFake; }
 
 void CFakeAdvice::Reset() { s_pFake = std::make_unique<CFakeAdvice>(); }
@@ -26,25 +36,25 @@ int CFakeAdvice::OpenForCopy(const QByteArray& baPath)
 QByteArrayList CFakeAdvice::Asked() const
 {
     const Lock lock(m_mutex);
-    return m_listAsked;
+    return Apart(m_listAsked);
 }
 
 QByteArrayList CFakeAdvice::AskedFiles() const
 {
     const Lock lock(m_mutex);
-    return m_listAskedFile;
+    return Apart(m_listAskedFile);
 }
 
 QByteArrayList CFakeAdvice::Opened() const
 {
     const Lock lock(m_mutex);
-    return m_listOpened;
+    return Apart(m_listOpened);
 }
 
 QByteArrayList CFakeAdvice::Stopped() const
 {
     const Lock lock(m_mutex);
-    return m_listStopped;
+    return Apart(m_listStopped);
 }
 
 int CFakeAdvice::HeldOpen() const
