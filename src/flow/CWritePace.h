@@ -25,10 +25,10 @@ class CWritePace
 public:
     static constexpr qint64 WINDOW_MS = 2000; ///< how long the disk writes at what waits
     static constexpr qint64 FLUSH_MS = 500; ///< how long a file is flushed, where nothing else helps
-    static constexpr qint64 FIRST_BYTES = 4 * 1024 * 1024; ///< may wait while the speed is not known
-    static constexpr qint64 LEAST_BYTES = 1024 * 1024; ///< may wait however slow the disk is
+    static constexpr qint64 FIRST_BYTES = qint64(4) * 1024 * 1024; ///< may wait while the speed is not known
+    static constexpr qint64 LEAST_BYTES = qint64(1024) * 1024; ///< may wait however slow the disk is
     static constexpr qint64 BIG_BYTES
-        = 1024 * 1024; ///< the disk begins with a file of that size while it grows
+        = qint64(1024) * 1024; ///< the disk begins with a file of that size while it grows
     static constexpr int MOST_KEPT = 64; ///< files that are held open beside the copy's own
 
     /**
