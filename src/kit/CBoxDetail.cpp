@@ -17,7 +17,7 @@ static const int SIGN_SIZE = 16;
 static const int SIGN_GAP = 10;
 static const int MARGIN_SIDE = 12;
 static const int MARGIN_TOP = 5;
-static const int SPACING = 3;
+static const int DETAIL_SPACING = 3;
 
 static QRgb InkOf(ENDetail enKind)
 {
@@ -59,7 +59,7 @@ CBoxDetail::CBoxDetail(QWidget* parent)
     m_pLink->hide();
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(MARGIN_SIDE, MARGIN_TOP, MARGIN_SIDE, MARGIN_TOP);
-    pLayout->setSpacing(SPACING);
+    pLayout->setSpacing(DETAIL_SPACING);
     pLayout->addWidget(m_pText, 0, Qt::AlignHCenter);
     pLayout->addWidget(m_pLink, 0, Qt::AlignHCenter);
     connect(m_pLink, &QPushButton::clicked, this, &CBoxDetail::SignalLink);
@@ -88,7 +88,7 @@ void CBoxDetail::SetLink(const QString& strText)
 void CBoxDetail::Fit()
 {
     const bool bBold = m_enKind == ENDetail::WARNING;
-    const int nLink = m_pLink->text().isEmpty() ? 0 : m_pLink->sizeHint().height() + SPACING;
+    const int nLink = m_pLink->text().isEmpty() ? 0 : m_pLink->sizeHint().height() + DETAIL_SPACING;
     for (const CSkinMgr::FontStyle enStyle :
          {CSkinMgr::FONT_STYLE_PX_13, CSkinMgr::FONT_STYLE_PX_12, CSkinMgr::FONT_STYLE_PX_11}) {
         QFont font = SkinFont(enStyle);

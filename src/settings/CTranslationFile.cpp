@@ -7,7 +7,7 @@
 #include <array>
 
 // Texts of a window are some kilobytes.
-static const qint64 MOST_BYTES = qint64(16) * 1024 * 1024;
+static const qint64 MOST_FILE_BYTES = qint64(16) * 1024 * 1024;
 
 static const std::array<uchar, 16> MAGIC
     = {0x3c, 0xb8, 0x64, 0x18, 0xca, 0xef, 0x9c, 0x95, 0xcd, 0x21, 0x1c, 0xbf, 0x60, 0xa1, 0xbd, 0xdd};
@@ -165,8 +165,8 @@ std::optional<QByteArray> CTranslationFile::Read(const QString& strPath)
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    const QByteArray baFile = file.read(MOST_BYTES + 1);
-    return baFile.size() > MOST_BYTES ? std::nullopt : std::optional<QByteArray>(baFile);
+    const QByteArray baFile = file.read(MOST_FILE_BYTES + 1);
+    return baFile.size() > MOST_FILE_BYTES ? std::nullopt : std::optional<QByteArray>(baFile);
 }
 
 std::optional<QString> CTranslationFile::Damage(const QByteArray& baFile)
