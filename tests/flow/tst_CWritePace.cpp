@@ -18,6 +18,7 @@
 static const qint64 KIB = 1024;
 static const qint64 MIB = 1024 * KIB;
 static const qint64 PIECE = 256 * KIB;
+static const int PATIENCE_MS = 30000; // for a machine with much else to do
 
 static int OpenDescriptors()
 {
@@ -89,7 +90,7 @@ void tst_CWritePace::cleanup()
     m_pStick->m_go.Open();
     m_pPace.reset();
     m_pStick.reset();
-    QTRY_VERIFY(!CLeftBehind::Any());
+    QTRY_VERIFY_WITH_TIMEOUT(!CLeftBehind::Any(), PATIENCE_MS);
     m_pTree.reset();
 }
 
@@ -134,12 +135,13 @@ void tst_CWritePace::fileIsStartedAsItGrows()
     WriteMore(nDescriptor, MIB - PIECE);
     QCOMPARE(m_pPace->WaitingBytes(), MIB - PIECE);
     WriteMore(nDescriptor, MIB, MIB - PIECE);
-    QTRY_COMPARE(m_pStick->Calls("start"), QStringList({"start 1: 0+1024"}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_pStick->Calls("start"), QStringList({"start 1: 0+1024"}), PATIENCE_MS);
     WriteMore(nDescriptor, 2 * MIB + 5 * KIB, MIB);
-    QTRY_COMPARE(m_pStick->Calls("start"), QStringList({"start 1: 0+1024", "start 1: 1024+1024"}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_pStick->Calls("start"),
+                              QStringList({"start 1: 0+1024", "start 1: 1024+1024"}), PATIENCE_MS);
     Close(nDescriptor);
-    QTRY_COMPARE(m_pStick->Calls("start").last(), QString("start 1: 2048+5"));
-    QTRY_COMPARE(m_pPace->WaitingBytes(), qint64(0));
+    QTRY_COMPARE_WITH_TIMEOUT(m_pStick->Calls("start").last(), QString("start 1: 2048+5"), PATIENCE_MS);
+    QTRY_COMPARE_WITH_TIMEOUT(m_pPace->WaitingBytes(), qint64(0), PATIENCE_MS);
     QCOMPARE(m_pStick->m_nOnDisk.load(), 2 * MIB + 5 * KIB);
 }
 
@@ -152,8 +154,8 @@ void tst_CWritePace::smallFilesAreStartedTogether()
     }
     QCOMPARE(m_pStick->Calls("start"), QStringList());
     WriteFile(4 * KIB);
-    QTRY_COMPARE(m_pStick->Calls("start"), listExpected);
-    QTRY_COMPARE(m_pStick->Calls("wait"), QStringList({"wait 32: 0+4"}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_pStick->Calls("start"), listExpected, PATIENCE_MS);
+    QTRY_COMPARE_WITH_TIMEOUT(m_pStick->Calls("wait"), QStringList({"wait 32: 0+4"}), PATIENCE_MS);
 }
 
 void tst_CWritePace::whatWasWrittenFirstIsStartedFirst()
@@ -161,8 +163,9 @@ void tst_CWritePace::whatWasWrittenFirstIsStartedFirst()
     WriteFile(4 * KIB);
     WriteFile(8 * KIB);
     WriteFile(MIB + KIB);
-    QTRY_COMPARE(m_pStick->Calls("start"),
-                 QStringList({"start 1: 0+4", "start 2: 0+8", "start 3: 0+1024", "start 3: 1024+1"}));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        m_pStick->Calls("start"),
+        QStringList({"start 1: 0+4", "start 2: 0+8", "start 3: 0+1024", "start 3: 1024+1"}), PATIENCE_MS);
 }
 
 void tst_CWritePace::noMoreThanTheWindowWaits_data()
@@ -214,7 +217,7 @@ void tst_CWritePace::fastDiskDoesNotHoldUp()
     const int nDescriptor = Open();
     for (qint64 nAt = 0; nAt < 100 * MIB; nAt += MIB) {
         WriteMore(nDescriptor, nAt + MIB, nAt);
-        QTRY_COMPARE(m_pPace->WaitingBytes(), qint64(0));
+        QTRY_COMPARE_WITH_TIMEOUT(m_pPace->WaitingBytes(), qint64(0), PATIENCE_MS);
     }
     QCOMPARE(nAsked, 0);
     Close(nDescriptor);
@@ -319,11 +322,11 @@ void tst_CWritePace::failuresAreNobodysBusiness()
 {
     m_pStick->m_nError = EIO;
     WriteFile(20 * MIB);
-    QTRY_COMPARE(m_pPace->WaitingBytes(), qint64(0));
+    QTRY_COMPARE_WITH_TIMEOUT(m_pPace->WaitingBytes(), qint64(0), PATIENCE_MS);
     for (int nFile = 0; nFile < 100; ++nFile) {
         WriteFile(4 * KIB);
     }
-    QTRY_COMPARE(m_pStick->Calls("start").size(), 20 + 96);
+    QTRY_COMPARE_WITH_TIMEOUT(m_pStick->Calls("start").size(), 20 + 96, PATIENCE_MS);
     QCOMPARE(m_pPace->FlushError(), 0);
     const int nDescriptor = Open();
     errno = EXDEV;
@@ -378,7 +381,7 @@ void tst_CWritePace::hangingDiskIsLeftBehind()
     QVERIFY(CLeftBehind::Any());
     m_pStick->m_bHolds = false;
     m_pStick->m_go.Open();
-    QTRY_VERIFY(!CLeftBehind::Any());
+    QTRY_VERIFY_WITH_TIMEOUT(!CLeftBehind::Any(), PATIENCE_MS);
     QVERIFY(m_pStick->m_nOnDisk <= PIECE);
 }
 
