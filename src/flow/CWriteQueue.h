@@ -35,8 +35,8 @@ struct STWriteJob
 class CWriteQueue
 {
 public:
-    static constexpr qint64 DEPTH_BYTES = 8 * 1024 * 1024; ///< that the disk has at a time
-    static constexpr qint64 WAIT_BYTES = 256 * 1024; ///< that are waited for at a time
+    static constexpr qint64 DEPTH_BYTES = qint64(8) * 1024 * 1024; ///< that the disk has at a time
+    static constexpr qint64 WAIT_BYTES = qint64(256) * 1024; ///< that are waited for at a time
 
     /** fnSteadyMs gives the time in ms, on any thread. */
     CWriteQueue(std::shared_ptr<const CWriteBack> pWriteBack, std::function<qint64()> fnSteadyMs);
