@@ -2,8 +2,7 @@
 
 #include "copy/CCopyControl.h"
 #include "copy/CFileAttributes.h"
-
-#include <QFile>
+#include "files/CFileName.h"
 
 #include <cerrno>
 #include <sys/stat.h>
@@ -96,14 +95,14 @@ std::optional<STFileState> CBelongings::TargetState(const QString& strTarget)
 std::optional<QVector<QByteArray>> CBelongings::AttributesOf(const QString& strSource)
 {
     m_control.StepBegins(ENCopyStep::READING);
-    return CFileAttributes::Names(QFile::encodeName(strSource));
+    return CFileAttributes::Names(CFileName::Encode(strSource));
 }
 
 void CBelongings::GiveAttributes(const QString& strSource, const std::optional<QVector<QByteArray>>& listName,
                                  const QString& strTarget)
 {
-    const QByteArray baSource = QFile::encodeName(strSource);
-    const QByteArray baTarget = QFile::encodeName(strTarget);
+    const QByteArray baSource = CFileName::Encode(strSource);
+    const QByteArray baTarget = CFileName::Encode(strTarget);
     bool bAll = listName.has_value();
     for (const QByteArray& baName : listName.value_or(QVector<QByteArray>())) {
         bAll = GiveOne(baSource, baTarget, baName) && bAll;
@@ -135,7 +134,7 @@ bool CBelongings::GivePermissions(const STFileState& stSource, const STFileState
         return false;
     }
     m_control.StepBegins(ENCopyStep::WRITING);
-    chmod(QFile::encodeName(strTarget).constData(), mode_t(stSource.nPermissions));
+    chmod(CFileName::Encode(strTarget).constData(), mode_t(stSource.nPermissions));
     return true;
 }
 

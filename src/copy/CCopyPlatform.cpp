@@ -1,6 +1,6 @@
 #include "copy/CCopyPlatform.h"
 
-#include <QFile>
+#include "files/CFileName.h"
 
 #include <array>
 #include <cerrno>
@@ -43,7 +43,7 @@ STFileState CCopyPlatform::State(const struct stat& stRaw)
 std::optional<STFileState> CCopyPlatform::GetPathState(const QString& strPath)
 {
     struct stat stRaw;
-    if (stat(QFile::encodeName(strPath).constData(), &stRaw) != 0) {
+    if (stat(CFileName::Encode(strPath).constData(), &stRaw) != 0) {
         return std::nullopt;
     }
     return State(stRaw);
@@ -52,7 +52,7 @@ std::optional<STFileState> CCopyPlatform::GetPathState(const QString& strPath)
 std::optional<STFileState> CCopyPlatform::GetEntryState(const QString& strPath)
 {
     struct stat stRaw;
-    if (lstat(QFile::encodeName(strPath).constData(), &stRaw) != 0) {
+    if (lstat(CFileName::Encode(strPath).constData(), &stRaw) != 0) {
         return std::nullopt;
     }
     return State(stRaw);
@@ -78,18 +78,18 @@ std::optional<STFileState> CCopyPlatform::GetOpenState(int nDescriptor)
 
 bool CCopyPlatform::Exists(const QString& strPath)
 {
-    return access(QFile::encodeName(strPath).constData(), F_OK) == 0;
+    return access(CFileName::Encode(strPath).constData(), F_OK) == 0;
 }
 
 bool CCopyPlatform::CanWrite(const QString& strFolder)
 {
-    return access(QFile::encodeName(strFolder).constData(), W_OK | X_OK) == 0;
+    return access(CFileName::Encode(strFolder).constData(), W_OK | X_OK) == 0;
 }
 
 int CCopyPlatform::OpenForRead(const QString& strPath, bool bFollowLink)
 {
     const int nFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (bFollowLink ? 0 : O_NOFOLLOW);
-    return open(QFile::encodeName(strPath).constData(), nFlags);
+    return open(CFileName::Encode(strPath).constData(), nFlags);
 }
 
 int CCopyPlatform::CreateNew(const QByteArray& baPath)
@@ -100,12 +100,12 @@ int CCopyPlatform::CreateNew(const QByteArray& baPath)
 int CCopyPlatform::OpenForWrite(const QString& strPath)
 {
     const int nFlags = O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    return open(QFile::encodeName(strPath).constData(), nFlags);
+    return open(CFileName::Encode(strPath).constData(), nFlags);
 }
 
 int CCopyPlatform::OpenFolder(const QString& strPath)
 {
-    return open(QFile::encodeName(strPath).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return open(CFileName::Encode(strPath).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
 
 void CCopyPlatform::KeepFromChildren(int nDescriptor) { fcntl(nDescriptor, F_SETFD, FD_CLOEXEC); }
@@ -126,7 +126,7 @@ bool CCopyPlatform::SetTimes(int nDescriptor, const STFileState& stState)
 
 bool CCopyPlatform::SetTimes(const QString& strPath, const STFileState& stState)
 {
-    const QByteArray baPath = QFile::encodeName(strPath);
+    const QByteArray baPath = CFileName::Encode(strPath);
     return utimensat(AT_FDCWD, baPath.constData(), Times(stState).data(), AT_SYMLINK_NOFOLLOW) == 0;
 }
 

@@ -1,6 +1,5 @@
 #include "copy/CCopyPlatform.h"
-
-#include <QFile>
+#include "files/CFileName.h"
 
 #include <fcntl.h>
 #include <linux/magic.h>
@@ -29,7 +28,7 @@ struct timespec CCopyPlatform::ModifiedTime(const struct stat& stRaw) { return s
 int CCopyPlatform::OpenForDirectRead(const QString& strPath)
 {
     const int nFlags = O_RDONLY | O_DIRECT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    return open(QFile::encodeName(strPath).constData(), nFlags);
+    return open(CFileName::Encode(strPath).constData(), nFlags);
 }
 
 void CCopyPlatform::StopReadAhead(int nDescriptor) { posix_fadvise(nDescriptor, 0, 0, POSIX_FADV_RANDOM); }
@@ -57,7 +56,7 @@ STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)
 {
     STDiskRules stRules;
     struct statfs stRaw;
-    if (statfs(QFile::encodeName(strPath).constData(), &stRaw) != 0) {
+    if (statfs(CFileName::Encode(strPath).constData(), &stRaw) != 0) {
         return stRules;
     }
     stRules.nBlockBytes = qMax<qint64>(1, stRaw.f_frsize > 0 ? stRaw.f_frsize : stRaw.f_bsize);

@@ -1,6 +1,5 @@
 #include "copy/CCopyPlatform.h"
-
-#include <QFile>
+#include "files/CFileName.h"
 
 #include <cstring>
 #include <fcntl.h>
@@ -64,7 +63,7 @@ STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)
 {
     STDiskRules stRules;
     struct statfs stRaw;
-    if (statfs(QFile::encodeName(strPath).constData(), &stRaw) != 0) {
+    if (statfs(CFileName::Encode(strPath).constData(), &stRaw) != 0) {
         return stRules;
     }
     stRules.nBlockBytes = qMax<qint64>(1, stRaw.f_bsize);

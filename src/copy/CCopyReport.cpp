@@ -1,9 +1,8 @@
 #include "copy/CCopyReport.h"
 
+#include "files/CFileName.h"
 #include "files/CUtf8.h"
 #include "log/CLogTarnwick.h"
-
-#include <QFile>
 
 static QString BytesText(qint64 nCopied, qint64 nExpected)
 {
@@ -285,7 +284,7 @@ QString CCopyReport::Quoted(const QString& strName)
 {
     // The bytes on the disk are what a reader of the log needs to find the file
     // again, so a name that is no valid text shows them instead of a substitute.
-    const QByteArray baName = QFile::encodeName(strName);
+    const QByteArray baName = CFileName::Encode(strName);
     QString strResult(QLatin1Char('"'));
     for (int nPos = 0; nPos < baName.size();) {
         const STUtf8Character stChar = CUtf8::First(baName.constData() + nPos, size_t(baName.size() - nPos));

@@ -1,8 +1,7 @@
 #include "copy/CCopyReportFile.h"
 
 #include "copy/CCopyPlatform.h"
-
-#include <QFile>
+#include "files/CFileName.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -44,7 +43,7 @@ bool CCopyReportFile::Create()
     if (!m_pParent) {
         return false;
     }
-    const QByteArray baStem = QFile::encodeName(m_strFolder.mid(m_strFolder.lastIndexOf('/') + 1));
+    const QByteArray baStem = CFileName::Encode(m_strFolder.mid(m_strFolder.lastIndexOf('/') + 1));
     for (int nNumber = 0; nNumber < NAMES_TRIED && !m_file.IsOpen(); ++nNumber) {
         m_baName = baStem + (nNumber == 0 ? QByteArray() : '_' + QByteArray::number(nNumber)) + ".txt";
         m_file.Reset(
@@ -197,7 +196,7 @@ STReportEnd CCopyReportFile::EndOf(const STCopyAccount& stAccount)
         }
     }
     const bool bComplete = Complete(stAccount);
-    return {m_file.IsOpen() ? ParentOf(m_strFolder) + '/' + QFile::decodeName(m_baName) : QString(),
+    return {m_file.IsOpen() ? ParentOf(m_strFolder) + '/' + CFileName::Decode(m_baName) : QString(),
             !bComplete};
 }
 

@@ -3,8 +3,8 @@
 #include "copy/CCopyReport.h"
 #include "copy/CCopyWork.h"
 #include "copy/CDiskWalk.h"
+#include "files/CFileName.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -63,7 +63,7 @@ void CDiskCopy::BeginItem(const STTickedItem& stItem)
 
 bool CDiskCopy::BeginFolder(const STDiskEntry& stFolder)
 {
-    const QString strSource = QFile::decodeName(stFolder.baPath);
+    const QString strSource = CFileName::Decode(stFolder.baPath);
     m_work.ItemBegins(strSource);
     if (m_entries.IsRoot(strSource, stFolder.stState)) {
         LeftOut(strSource,
@@ -105,7 +105,7 @@ void CDiskCopy::EndFolder(const STDiskEntry& stFolder)
 
 void CDiskCopy::File(const STDiskEntry& stFile)
 {
-    const QString strSource = QFile::decodeName(stFile.baPath);
+    const QString strSource = CFileName::Decode(stFile.baPath);
     m_work.ItemBegins(strSource);
     const std::optional<STCopyReason> stReason = m_listFolder.constLast().stReason;
     const qint64 nSize = stFile.stState.nSize;
@@ -156,7 +156,7 @@ void CDiskCopy::CopyFile(const QString& strSource, const STFileState& stState, c
 
 void CDiskCopy::Link(const STDiskEntry& stLink, const QByteArray& baTarget)
 {
-    const QString strSource = QFile::decodeName(stLink.baPath);
+    const QString strSource = CFileName::Decode(stLink.baPath);
     m_work.ItemBegins(strSource);
     if (m_listFolder.constLast().stReason) {
         m_work.BookProblem(STCopyOutcome::Missing(strSource, *m_listFolder.constLast().stReason));

@@ -3,9 +3,8 @@
 #include "copy/CNamesAhead.h"
 #include "copy/STWalkFolder.h"
 #include "files/CDescriptor.h"
+#include "files/CFileName.h"
 #include "files/CFolderReader.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <cerrno>
@@ -53,7 +52,7 @@ bool CDiskWalk::GoesOn()
 
 void CDiskWalk::LeaveOut(const QByteArray& baPath, const STCopyReason& stReason)
 {
-    m_visitor.LeftOut(QFile::decodeName(baPath), stReason);
+    m_visitor.LeftOut(CFileName::Decode(baPath), stReason);
 }
 
 void CDiskWalk::Walk()
@@ -129,7 +128,7 @@ void CDiskWalk::LeaveOutItem(const STTickedItem& stItem)
 void CDiskWalk::MeetItem(const STTickedItem& stItem, const CVolumePath& path)
 {
     const STDiskEntry stEntry = {path.Folder().nDescriptor, path.Name().constData(), path.Path(),
-                                 LastName(QFile::encodeName(stItem.strPath)), path.State()};
+                                 LastName(CFileName::Encode(stItem.strPath)), path.State()};
     m_listAbove = path.Folder().listChain;
     if (stEntry.stState.enKind == ENFileKind::LINK) {
         MeetLink(stEntry, path.Folder(), false);

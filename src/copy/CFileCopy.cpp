@@ -1,10 +1,10 @@
 #include "copy/CFileCopy.h"
 
 #include "copy/CCopyControl.h"
+#include "files/CFileName.h"
 
 #include <QDebug>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QThread>
 
 #include <cerrno>
@@ -123,7 +123,7 @@ FILE* CFileCopy::TargetFile()
 /** Opens the target if nothing has its name; else m_strTarget is another one afterwards. */
 FILE* CFileCopy::CreateNewTarget()
 {
-    const int nDescriptor = CCopyPlatform::CreateNew(QFile::encodeName(m_strTarget));
+    const int nDescriptor = CCopyPlatform::CreateNew(CFileName::Encode(m_strTarget));
     if (nDescriptor != -1) {
         return AsFile(nDescriptor);
     }
@@ -146,7 +146,7 @@ FILE* CFileCopy::AsFile(int nDescriptor)
 /** Opens the target, whatever was in it before. */
 FILE* CFileCopy::CreateTarget()
 {
-    const QByteArray baTarget = QFile::encodeName(m_strTarget);
+    const QByteArray baTarget = CFileName::Encode(m_strTarget);
     FILE* pFile = fopen(baTarget.constData(), "wb");
     while (pFile == nullptr && IsNoRoom(errno) && m_control.MakeRoom(0)) {
         pFile = fopen(baTarget.constData(), "wb");

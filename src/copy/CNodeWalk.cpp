@@ -3,9 +3,8 @@
 #include "copy/CCopyPlatform.h"
 #include "copy/CCopyWork.h"
 #include "copy/CUnlistedEntries.h"
+#include "files/CFileName.h"
 #include "tree/CDirNode.h"
-
-#include <QFile>
 
 #include <utility>
 
@@ -114,7 +113,7 @@ QVector<STExpectedFile> CNodeWalk::NextFiles(int nMost)
         if (pChild->m_bDir) {
             m_listNext.append({pChild, 0});
         } else if (!pChild->m_bLink) {
-            listFile.append(STExpectedFile{QFile::encodeName(pChild->m_fileInfo.absoluteFilePath())});
+            listFile.append(STExpectedFile{CFileName::Encode(pChild->m_fileInfo.absoluteFilePath())});
         }
     }
     return listFile;

@@ -4,9 +4,9 @@
 #include "copy/CCopyReport.h"
 #include "copy/CCopyWalk.h"
 #include "copy/CCopyWork.h"
+#include "files/CFileName.h"
 #include "files/CFolderReader.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -92,7 +92,7 @@ STTargetEntry CTargetEntries::AboveOne(const QString& strFolder, const QString& 
         const int nError = MakeFolder(baPath.constData());
         return nError == EEXIST && IsShared(baPath) ? 0 : nError;
     };
-    const QByteArray baName = QFile::encodeName(strSource.mid(strSource.lastIndexOf('/') + 1));
+    const QByteArray baName = CFileName::Encode(strSource.mid(strSource.lastIndexOf('/') + 1));
     STTargetEntry stEntry = Make(strFolder, baName, ENCopyProblem::TARGET_FOLDER, fnMake);
     if (!stEntry.stReason) {
         m_mapAbove.insert(strSource, stEntry.strPath);
@@ -104,7 +104,7 @@ STTargetEntry CTargetEntries::AboveOne(const QString& strFolder, const QString& 
 /** Whether the path is a folder of exactly that name, which stands for no other folder of the source. */
 bool CTargetEntries::IsShared(const QByteArray& baPath) const
 {
-    const QString strPath = QFile::decodeName(baPath);
+    const QString strPath = CFileName::Decode(baPath);
     const std::optional<STFileState> stState = CCopyPlatform::GetEntryState(strPath);
     if (!stState || stState->enKind != ENFileKind::DIRECTORY) {
         return false;
@@ -154,7 +154,7 @@ STTargetEntry CTargetEntries::Link(const QString& strFolder, const QByteArray& b
 
 STCopyReason CTargetEntries::LinkLost(const QByteArray& baText)
 {
-    const QString strText = QFile::decodeName(baText);
+    const QString strText = CFileName::Decode(baText);
     STCopyReason stReason{ENCopyProblem::LINK_LOST,
                           "the disk cannot hold links, it leads to " + CCopyReport::Quoted(strText)};
     stReason.strDetail = CCopyReport::Shown(strText);
@@ -165,9 +165,9 @@ STTargetEntry CTargetEntries::Make(const QString& strFolder, const QByteArray& b
                                    ENCopyProblem enProblem, const CTargetName::FnMake& fnMake)
 {
     const STMadeEntry stMade
-        = m_name.Make(QFile::encodeName(strFolder), baName,
+        = m_name.Make(CFileName::Encode(strFolder), baName,
                       [this, &fnMake](const QByteArray& baPath) { return WithRoom(fnMake, baPath); });
-    const QString strPath = QFile::decodeName(stMade.baPath);
+    const QString strPath = CFileName::Decode(stMade.baPath);
     if (stMade.nError == 0) {
         return {strPath, stMade.bRenamed, std::nullopt};
     }

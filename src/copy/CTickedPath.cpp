@@ -1,6 +1,6 @@
 #include "copy/CTickedPath.h"
 
-#include <QFile>
+#include "files/CFileName.h"
 
 #include <utility>
 
@@ -20,7 +20,7 @@ ENPathEnd CTickedPath::GoTo(const STTickedItem& stItem)
     if (m_pRoot->Error() != 0) {
         return ENPathEnd::FAILED;
     }
-    const QByteArray baBelow = QFile::encodeName(stItem.strPath.mid(m_strVolume.size()));
+    const QByteArray baBelow = CFileName::Encode(stItem.strPath.mid(m_strVolume.size()));
     const int nName = baBelow.lastIndexOf('/') + 1;
     if (!m_pAbove || m_baAbove != baBelow.left(nName)) {
         m_baAbove = baBelow.left(nName);

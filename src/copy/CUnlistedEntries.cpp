@@ -1,9 +1,8 @@
 #include "copy/CUnlistedEntries.h"
 
 #include "copy/CCopyPlatform.h"
+#include "files/CFileName.h"
 #include "tree/CDirNode.h"
-
-#include <QFile>
 
 #include <cerrno>
 
@@ -22,7 +21,7 @@ CUnlistedEntries::CUnlistedEntries(const CDirNode& node)
     : m_strFolder(node.m_fileInfo.absoluteFilePath())
     , m_bLeadsBack(node.m_nListError == ELOOP)
     , m_setListed(NamesOfChildren(node))
-    , m_folder(QFile::encodeName(m_strFolder).constData())
+    , m_folder(CFileName::Encode(m_strFolder).constData())
 {
 }
 
@@ -32,7 +31,7 @@ std::optional<STCopyOutcome> CUnlistedEntries::Next()
         if (m_setListed.isEmpty()) {
             return Folder(NothingListed());
         }
-        const QString strName = QFile::decodeName(m_folder.Name());
+        const QString strName = CFileName::Decode(m_folder.Name());
         if (!m_setListed.contains(strName)) {
             return Entry(strName);
         }

@@ -1,8 +1,7 @@
 #include "copy/CVolumePath.h"
 
 #include "copy/CVolumeRoot.h"
-
-#include <QFile>
+#include "files/CFileName.h"
 
 #include <cerrno>
 #include <climits>
@@ -93,7 +92,7 @@ bool CVolumePath::BeginText(const QByteArray& baText)
         const QByteArray baVolume = TakeName();
         if (!baVolume.isEmpty()) {
             const auto fnText = [](const QByteArray& baName) {
-                return QFile::decodeName(baName).normalized(QString::NormalizationForm_C);
+                return CFileName::Decode(baName).normalized(QString::NormalizationForm_C);
             };
             return fnText(baVolume).compare(fnText(m_root.Name()), Qt::CaseInsensitive) == 0;
         }

@@ -1,6 +1,6 @@
 #include "copy/CVolumeRoot.h"
 
-#include <QFile>
+#include "files/CFileName.h"
 
 #include <cerrno>
 
@@ -13,7 +13,7 @@ static QByteArray WithoutEnd(QByteArray baPath)
 }
 
 CVolumeRoot::CVolumeRoot(const QString& strPath)
-    : m_baPath(WithoutEnd(QFile::encodeName(strPath)))
+    : m_baPath(WithoutEnd(CFileName::Encode(strPath)))
     , m_folder(CCopyPlatform::OpenFolder(strPath))
 {
     const std::optional<STFileState> stState

@@ -3,12 +3,12 @@
 #include "disk/CInfoQuery.h"
 #include "disk/platform/CVolumeFolder.h"
 #include "disk/platform/CVolumeInfo.h"
+#include "files/CFileName.h"
 #include "log/CLogTarnwick.h"
 #include "settings/PListParser.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
-#include <QFile>
 #include <QVector>
 
 #include <memory>
@@ -92,7 +92,7 @@ void CVolumeQueries::Start(int nVolume)
     STVolume& volume = m_listVolume[nVolume];
     volume.baDevice = CVolumeInfo::DeviceOf(volume.strPath);
     pQuery->Start(CDestinationDiscovery::InfoCommand(),
-                  CDestinationDiscovery::InfoArguments(QFile::decodeName(volume.baDevice)),
+                  CDestinationDiscovery::InfoArguments(CFileName::Decode(volume.baDevice)),
                   CDestinationDiscovery::CommandTimeoutMs());
 }
 

@@ -2,9 +2,9 @@
 
 #include "disk/CDestinationDiscovery.h"
 #include "disk/platform/IDiskEventSource.h"
+#include "files/CFileName.h"
 
 #include <QDebug>
-#include <QFile>
 #include <QFileInfo>
 
 #include <cstring>
@@ -20,7 +20,7 @@ static bool NamesNoDisk(ENDiskEventType enType, const char* pDevicePath)
 
 QString DiskEventPath(const STDiskNotication& stNotication)
 {
-    const QString strPath = QFile::decodeName(stNotication.strDevicePath.toLatin1());
+    const QString strPath = CFileName::Decode(stNotication.strDevicePath.toLatin1());
     const QString strVolumes = CDestinationDiscovery::VolumesFolder();
     const int nSlash = strPath.lastIndexOf(QLatin1Char('/'));
     const bool bReal = nSlash > 0 && strPath.left(nSlash) == QFileInfo(strVolumes).canonicalFilePath();

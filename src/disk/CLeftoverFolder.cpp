@@ -2,11 +2,11 @@
 
 #include "disk/CDestinationDiscovery.h"
 #include "disk/platform/CVolumeInfo.h"
+#include "files/CFileName.h"
 #include "files/CFolderReader.h"
 #include "log/CLogTarnwick.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 
@@ -24,7 +24,7 @@ static const int MAX_DEPTH = 64;
 
 static QString Told(const QByteArray& baPath, const QString& strWhat)
 {
-    return QStringLiteral("\"%1\" %2").arg(QFile::decodeName(baPath), strWhat);
+    return QStringLiteral("\"%1\" %2").arg(CFileName::Decode(baPath), strWhat);
 }
 
 static QString ToldUnknown(const QByteArray& baPath, int nError)
@@ -101,7 +101,7 @@ static QByteArray RealPath(const QByteArray& baPath)
 std::optional<QString> CLeftoverFolder::Obstacle(const QString& strFolder)
 {
     // A trailing slash would make the system follow a link.
-    const QByteArray baFolder = QFile::encodeName(QDir::cleanPath(strFolder));
+    const QByteArray baFolder = CFileName::Encode(QDir::cleanPath(strFolder));
     CFolderReader folder(AT_FDCWD, baFolder.constData());
     if (!folder.IsOpen()) {
         return ToldUnknown(baFolder, folder.Error());
@@ -121,8 +121,8 @@ std::optional<QString> CLeftoverFolder::Obstacle(const QString& strFolder)
 /** Whether the folder has an entry of that name; the entry itself is not touched. */
 static bool HasEntry(const QString& strFolder, const QString& strName)
 {
-    const QByteArray baName = QFile::encodeName(strName);
-    CFolderReader folder(QFile::encodeName(strFolder).constData());
+    const QByteArray baName = CFileName::Encode(strName);
+    CFolderReader folder(CFileName::Encode(strFolder).constData());
     while (folder.Next()) {
         if (baName == folder.Name()) {
             return true;

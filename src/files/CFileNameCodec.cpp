@@ -62,13 +62,8 @@ QByteArray CFileNameCodec::name() const { return QByteArray(CODEC_NAME); }
 
 int CFileNameCodec::mibEnum() const { return MIB_ENUM; }
 
-QString CFileNameCodec::convertToUnicode(const char* pBytes, int nLength, ConverterState* pState) const
+static QString Text(const char* pBytes, int nLength)
 {
-    // Qt lists a name only when nothing of it is invalid and nothing is left
-    // over, so an incomplete character at the end is converted at once.
-    if (pState) {
-        pState->remainingChars = 0;
-    }
     if (IsAscii(pBytes, nLength)) {
         return QString::fromLatin1(pBytes, nLength);
     }
@@ -90,11 +85,8 @@ QString CFileNameCodec::convertToUnicode(const char* pBytes, int nLength, Conver
     return QString(chars.constData(), chars.size());
 }
 
-QByteArray CFileNameCodec::convertFromUnicode(const QChar* pChars, int nLength, ConverterState* pState) const
+static QByteArray Bytes(const QChar* pChars, int nLength)
 {
-    if (pState) {
-        pState->remainingChars = 0;
-    }
     if (IsAscii(pChars, nLength)) {
         QByteArray bytes(nLength, Qt::Uninitialized);
         std::transform(pChars, pChars + nLength, bytes.begin(), [](QChar c) { return char(c.unicode()); });
@@ -114,4 +106,32 @@ QByteArray CFileNameCodec::convertFromUnicode(const QChar* pChars, int nLength, 
         }
     }
     return QByteArray(bytes.constData(), bytes.size());
+}
+
+QByteArray CFileNameCodec::ToBytes(const QString& strName)
+{
+    return Bytes(strName.constData(), strName.size());
+}
+
+QString CFileNameCodec::FromBytes(const QByteArray& baName)
+{
+    return Text(baName.constData(), baName.size());
+}
+
+QString CFileNameCodec::convertToUnicode(const char* pBytes, int nLength, ConverterState* pState) const
+{
+    // Qt lists a name only when nothing of it is invalid and nothing is left
+    // over, so an incomplete character at the end is converted at once.
+    if (pState) {
+        pState->remainingChars = 0;
+    }
+    return Text(pBytes, nLength);
+}
+
+QByteArray CFileNameCodec::convertFromUnicode(const QChar* pChars, int nLength, ConverterState* pState) const
+{
+    if (pState) {
+        pState->remainingChars = 0;
+    }
+    return Bytes(pChars, nLength);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArray>
+#include <QString>
 #include <QTextCodec>
 
 /**
@@ -22,6 +24,12 @@ public:
      * the first file name is met. Qt owns the codec.
      */
     static void Install();
+
+    /** What the codec makes of a name, installed or not. */
+    static QByteArray ToBytes(const QString& strName);
+
+    /** The name that the codec makes of these bytes, installed or not. */
+    static QString FromBytes(const QByteArray& baName);
 
     /** "TarnwickFileNames". */
     QByteArray name() const override;

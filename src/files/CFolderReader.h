@@ -7,7 +7,7 @@
  * Reads the names in one folder, in the order of the file system, "." and ".."
  * left out:
  *
- *     CFolderReader folder(QFile::encodeName(strPath));
+ *     CFolderReader folder(CFileName::Encode(strPath));
  *     while (folder.Next()) {
  *         Use(folder.Name());
  *     }

@@ -1,8 +1,7 @@
 #include "flow/CReadAhead.h"
 
+#include "files/CFileName.h"
 #include "flow/CReadHelper.h"
-
-#include <QFile>
 
 #include <system_error>
 #include <thread>
@@ -32,7 +31,7 @@ void CReadAhead::SourceOpened(const QString& strPath, quint64 nDevice, int nDesc
     if (!m_pPlan->IsKnown(nDevice)) {
         m_pPlan->AddDisk(nDevice, {CReadAdvice::DiskOf(nDevice), CReadAdvice::IsThere(nDescriptor, 0)});
     }
-    const std::optional<STAskedFile> stAsked = m_pPlan->Opened(QFile::encodeName(strPath), nDevice);
+    const std::optional<STAskedFile> stAsked = m_pPlan->Opened(CFileName::Encode(strPath), nDevice);
     m_nLeftAlone = m_pPlan->MayHelp() ? 0 : nDevice;
     if (m_nLeftAlone != 0) {
         return;

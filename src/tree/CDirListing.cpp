@@ -1,8 +1,7 @@
 #include "tree/CDirListing.h"
 
+#include "files/CFileName.h"
 #include "files/CFolderReader.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <cerrno>
@@ -43,7 +42,7 @@ static std::vector<STFoundName> ReadNames(CFolderReader& folder,
         // Qt's own listing is not used: it drops names that are not valid UTF-8
         // where no codec is asked, and in it names that differ only in case come
         // in an order that changes from call to call.
-        const QString strName = QFile::decodeName(folder.Name());
+        const QString strName = CFileName::Decode(folder.Name());
         listFound.push_back({strName, strName.toLower(), folder.IsFolder(), folder.IsLink()});
         if (fnFile && !listFound.back().bDir) {
             fnFile(folder.Descriptor(), folder.Name());
@@ -73,7 +72,7 @@ static bool Contains(const QString& strFolder, const QString& strPath)
 STDirListing CDirListing::List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip,
                                const PFNListedFile& fnFile)
 {
-    CFolderReader folder(QFile::encodeName(strFolder).constData());
+    CFolderReader folder(CFileName::Encode(strFolder).constData());
     STDirListing stListing;
     std::vector<STFoundName> listFound = ReadNames(folder, listSkip, fnFile, stListing.nLeftOut);
     std::sort(listFound.begin(), listFound.end(), ComesBefore);

@@ -1,8 +1,19 @@
 #pragma once
 
-// What macOS's fcntl() takes that this system's does not.
+// What macOS has of calls on files that this system has not.
 
+#include <sys/stat.h>
 #include <sys/types.h>
+
+#define st_atimespec st_atim
+#define st_mtimespec st_mtim
+// This system keeps the place free, and gives 0.
+#define st_flags __glibc_reserved[0]
+#define SF_DATALESS 0x40000000
+
+#define SYNC_VOLUME_FULLSYNC 0x01
+#define SYNC_VOLUME_WAIT 0x02
+extern "C" int sync_volume_np(const char* pszPath, int nFlags);
 
 #define F_FULLFSYNC 51
 #define F_NOCACHE 48

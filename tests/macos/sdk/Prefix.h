@@ -22,8 +22,6 @@
 #endif
 
 // Names that only macOS has.
-#define st_atimespec st_atim
-#define st_mtimespec st_mtim
 #include "FileCalls.h"
 
 #pragma GCC poison accept4 copy_file_range dup3 epoll_create1 eventfd fallocate fdatasync gettid inotify_init1

@@ -4,10 +4,10 @@
 #include "disk/platform/IDiskEventSource.h"
 #include "disk/platform/linux/CMountWatch.h"
 #include "disk/platform/linux/CUsbWatch.h"
+#include "files/CFileName.h"
 #include "log/CLogTarnwick.h"
 
 #include <QDebug>
-#include <QFile>
 #include <QTimer>
 
 #include <vector>
@@ -40,7 +40,7 @@ public:
             ReportLeftOut(QStringLiteral("No device events: USB disks are noticed when they are mounted"));
         }
         m_pMountWatch = std::make_unique<CMountWatch>(
-            QFile::encodeName(CDestinationDiscovery::VolumesFolder()), DeliverTo(listener));
+            CFileName::Encode(CDestinationDiscovery::VolumesFolder()), DeliverTo(listener));
         if (!m_pMountWatch->Start()) {
             m_pMountWatch.reset();
             ReportLeftOut(QStringLiteral("No table of mounts: volumes that come or go are not noticed"));

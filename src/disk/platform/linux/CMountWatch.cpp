@@ -1,5 +1,7 @@
 #include "disk/platform/linux/CMountWatch.h"
 
+#include "files/CFileName.h"
+
 #include <QFileInfo>
 
 #include <utility>
@@ -13,7 +15,7 @@ CMountWatch::CMountWatch(QByteArray baFolder, FnDeliver fnDeliver)
 bool CMountWatch::Start()
 {
     // Opened before the first reading, so that no change can fall in between.
-    m_fileSignal.setFileName(QFile::decodeName(CMountTable::FileName()));
+    m_fileSignal.setFileName(CFileName::Decode(CMountTable::FileName()));
     if (!m_fileSignal.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         return false;
     }
@@ -36,11 +38,11 @@ std::optional<std::vector<STMount>> CMountWatch::Volumes() const
     if (!listMount) {
         return std::nullopt;
     }
-    const QString strReal = QFileInfo(QFile::decodeName(m_baFolder)).canonicalFilePath();
+    const QString strReal = QFileInfo(CFileName::Decode(m_baFolder)).canonicalFilePath();
     if (strReal.isEmpty()) {
         return std::vector<STMount>(); // the folder is not there, or its link leads nowhere
     }
-    const std::string strFolder = QFile::encodeName(strReal).toStdString();
+    const std::string strFolder = CFileName::Encode(strReal).toStdString();
     std::vector<STMount> listVolume = CMountChanges::VolumesIn(strFolder, *listMount);
     for (STMount& volume : listVolume) {
         volume.strPoint.replace(0, strFolder.size(), m_baFolder.constData());

@@ -1,8 +1,8 @@
 #include "disk/platform/CVolumeFolder.h"
 #include "files/CAsideQuestion.h"
+#include "files/CFileName.h"
 #include "files/CFolderReader.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <chrono>
@@ -19,9 +19,9 @@ static bool LeadsToFolder(const QString& strLink)
 QStringList CVolumeFolder::Names(const QString& strFolder)
 {
     QStringList listName;
-    CFolderReader folder(QFile::encodeName(strFolder).constData());
+    CFolderReader folder(CFileName::Encode(strFolder).constData());
     while (folder.Next()) {
-        const QString strName = QFile::decodeName(folder.Name());
+        const QString strName = CFileName::Decode(folder.Name());
         if (strName.startsWith(QLatin1Char('.'))) {
             continue;
         }

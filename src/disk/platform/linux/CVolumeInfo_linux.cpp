@@ -1,5 +1,6 @@
 #include "disk/platform/CVolumeInfo.h"
 #include "files/CAsideQuestion.h"
+#include "files/CFileName.h"
 #include "files/CMountTable.h"
 
 #include <QDir>
@@ -104,7 +105,7 @@ static const STMount* MountAt(const std::vector<STMount>& listMount, const std::
  */
 QByteArray CVolumeInfo::DeviceOf(const QString& strPath)
 {
-    const QByteArray baPath = QFile::encodeName(QDir::cleanPath(strPath));
+    const QByteArray baPath = CFileName::Encode(QDir::cleanPath(strPath));
     const auto listMount = CMountTable::Mounts();
     if (baPath.isEmpty() || !listMount) {
         return QByteArray();

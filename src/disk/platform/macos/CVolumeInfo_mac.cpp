@@ -1,6 +1,6 @@
 #include "disk/platform/CVolumeInfo.h"
+#include "files/CFileName.h"
 
-#include <QFile>
 #include <QVector>
 
 #include <sys/mount.h>
@@ -9,7 +9,7 @@
 QByteArray CVolumeInfo::DeviceOf(const QString& strPath)
 {
     struct statfs stVolume = {};
-    if (statfs(QFile::encodeName(strPath).constData(), &stVolume) != 0) {
+    if (statfs(CFileName::Encode(strPath).constData(), &stVolume) != 0) {
         return QByteArray();
     }
     return QByteArray(stVolume.f_mntfromname);
