@@ -103,14 +103,29 @@ void CTarnwickMacPE::OnDiskChange(STDiskNotication* pNotication)
     emit SignalDiskChange();
 }
 
+/** The path of the pending event as it is known; a volume that has gone may be listed no more. */
+QString CTarnwickMacPE::PendingPath(const QStringList& listName) const
+{
+    const QString strVolumes = CDestinationDiscovery::VolumesFolder() + QLatin1Char('/');
+    QStringList listPath;
+    if (m_pDiskEvent->enType == DISK_EVENT_DISAPPEARED) {
+        listPath = m_pUi->m_pSelFilePage->DiskPaths();
+        listPath.append(strVolumes + m_pUi->m_pCopyFilePage->GetCopyUsbName());
+    }
+    for (const QString& strName : listName) {
+        listPath.append(strVolumes + strName);
+    }
+    return ListedDiskPath(DiskEventPath(*m_pDiskEvent), listPath);
+}
+
 void CTarnwickMacPE::SlotDiskChange()
 {
     // A message box below runs an event loop, in which the next disk event may
     // overwrite the pending one: work on what this call was made for.
     const ENDiskEventType enType = m_pDiskEvent->enType;
-    const QString strPath = DiskEventPath(*m_pDiskEvent);
     const QString strVolumes = CDestinationDiscovery::VolumesFolder();
     const QStringList listName = CVolumeFolder::Names(strVolumes);
+    const QString strPath = PendingPath(listName);
     // A removal is told once for every volume that is left; both receivers bear the repetition.
     for (const QString& strName : listName) {
         if (enType != DISK_EVENT_DISAPPEARED) {

@@ -77,6 +77,7 @@ protected:
 
 private:
     bool IsCopyPageShown() const;
+    QString PendingPath(const QStringList& listName) const;
 
     std::unique_ptr<Ui::CTarnwickMacPE> m_pUi;
     std::unique_ptr<STDiskNotication> m_pDiskEvent; // the one that is being handled

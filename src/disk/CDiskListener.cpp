@@ -1,12 +1,14 @@
 #include "disk/CDiskListener.h"
 
 #include "disk/CDestinationDiscovery.h"
+#include "disk/platform/CVolumeFolder.h"
 #include "disk/platform/IDiskEventSource.h"
 #include "files/CFileName.h"
 
 #include <QDebug>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 
@@ -25,6 +27,17 @@ QString DiskEventPath(const STDiskNotication& stNotication)
     const int nSlash = strPath.lastIndexOf(QLatin1Char('/'));
     const bool bReal = nSlash > 0 && strPath.left(nSlash) == QFileInfo(strVolumes).canonicalFilePath();
     return bReal ? strVolumes + strPath.mid(nSlash) : strPath;
+}
+
+QString ListedDiskPath(const QString& strPath, const QStringList& listPath)
+{
+    if (listPath.contains(strPath)) {
+        return strPath;
+    }
+    const auto itSame = std::find_if(listPath.begin(), listPath.end(), [&strPath](const QString& strListed) {
+        return CVolumeFolder::IsSameName(strListed, strPath);
+    });
+    return itSame == listPath.end() ? strPath : *itSame;
 }
 
 CDiskListener& CDiskListener::GetInstance()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /** What happened to a disk or a volume. */
 enum ENDiskEventType : qint32
@@ -27,6 +28,13 @@ struct STDiskNotication
  * is a link and the event names the real folder.
  */
 QString DiskEventPath(const STDiskNotication& stNotication);
+
+/**
+ * The one of the listed paths that the event's path stands for: itself, or else the first that
+ * the system takes for the same. A path for which none stands is given back. A listing and an
+ * event may write the letters of one name in different ways.
+ */
+QString ListedDiskPath(const QString& strPath, const QStringList& listPath);
 
 /** Receives each disk event, with the context given at registration. */
 using PFNDiskCallback = void (*)(STDiskNotication*, void*);

@@ -99,6 +99,15 @@ void CDiskList::Removed(const QString& strPath)
     m_hashDevice.remove(strPath);
 }
 
+QStringList CDiskList::Paths() const
+{
+    QStringList listPath;
+    for (const QPair<QString, QString>& disk : qAsConst(m_listDisk)) {
+        listPath.append(disk.first);
+    }
+    return listPath;
+}
+
 QString CDiskList::PathOf(const QString& strName) const
 {
     for (const QPair<QString, QString>& disk : qAsConst(m_listDisk)) {

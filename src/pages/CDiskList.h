@@ -5,6 +5,7 @@
 #include <QList>
 #include <QPair>
 #include <QString>
+#include <QStringList>
 
 #include <atomic>
 #include <memory>
@@ -65,6 +66,9 @@ public:
 
     /** A disk has gone: every entry with this path leaves the list; an unknown path changes nothing. */
     void Removed(const QString& strPath);
+
+    /** The paths of the list, in its order. */
+    QStringList Paths() const;
 
     /** The path of the first disk of this name; empty without one. */
     QString PathOf(const QString& strName) const;

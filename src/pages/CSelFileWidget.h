@@ -66,6 +66,9 @@ public:
     /** Takes every entry with this path out of the list, if there is any; call OnRefreshUSB afterwards. */
     void RemoveDisk(const QString& strPath);
 
+    /** Paths of the disks in the list, in its order. */
+    QStringList DiskPaths() const { return m_disks.Paths(); }
+
     /** Path of the chosen disk; empty while none is chosen. */
     QString GetUsbPath() const;
 

@@ -56,6 +56,7 @@ private slots:
     void pulledVolumeLeavesTheList_data();
     void pulledVolumeLeavesTheList();
     void pulledVolumeLeavesTheListWhereTheFolderIsALink();
+    void volumesOfOneNameInTwoSpellingsStayApart();
     void removalWithoutAnyVolumeChangesNothing();
     void removalOfTheDestinationTellsBeforeTheDiskIsDropped();
     void removalOfAnotherDiskOnlyUpdatesTheList();
@@ -368,6 +369,27 @@ void tst_CTarnwickMacPE::pulledVolumeLeavesTheListWhereTheFolderIsALink()
     m_pStick = std::make_unique<CVolume>("STICK", "/dev/sdb1", 10);
     m_pEvents->clear();
     QTRY_VERIFY(m_pEvents->count() > 0);
+}
+
+/** This system takes them for two; on a Mac there is but one of them. */
+void tst_CTarnwickMacPE::volumesOfOneNameInTwoSpellingsStayApart()
+{
+    const QString strComposed = QString::fromUtf8("B\xc3\xbc"
+                                                  "cher");
+    const QString strDecomposed = QString::fromUtf8("Bu\xcc\x88"
+                                                    "cher");
+    CVolume composed(strComposed, "/dev/sdc1", 10);
+    QTRY_COMPARE(Destinations(), QStringList({"STICK", strComposed}));
+    m_pEvents->clear();
+    {
+        const CVolume decomposed(strDecomposed, "/dev/nvme1n1p1", 10); // no stick
+        QTRY_COMPARE(m_pEvents->count(), 1);
+    }
+    QTRY_COMPARE(m_pEvents->count(), 2);
+    QCOMPARE(Destinations(), QStringList({"STICK", strComposed}));
+    Event(QString::fromLatin1(("/Volumes/" + strDecomposed).toUtf8()), DISK_EVENT_DISAPPEARED);
+    Event(QString::fromLatin1(("/Volumes/" + strDecomposed).toUtf8()), DISK_EVENT_APPEARED);
+    QCOMPARE(Destinations(), QStringList({"STICK", strComposed}));
 }
 
 void tst_CTarnwickMacPE::removalWithoutAnyVolumeChangesNothing()

@@ -13,4 +13,8 @@ public:
      * that a disk that does not answer holds nobody up. Any thread.
      */
     static QStringList Names(const QString& strFolder);
+
+    /** Whether the system takes both for the name of one volume: a Mac does where both mean the same letters.
+     */
+    static bool IsSameName(const QString& strOne, const QString& strOther);
 };

@@ -34,3 +34,5 @@ QStringList CVolumeFolder::Names(const QString& strFolder)
     }
     return listName;
 }
+
+bool CVolumeFolder::IsSameName(const QString& strOne, const QString& strOther) { return strOne == strOther; }
