@@ -1,0 +1,46 @@
+# A bundle can promise no earlier system and no other architecture than the Qt that goes
+# into it: a Mac that is neither refuses to start it.
+include(TarnwickMachO)
+
+get_target_property(qt_core Qt5::Core LOCATION)
+find_program(TARNWICK_OTOOL otool)
+find_program(TARNWICK_LIPO lipo)
+
+tarnwick_macho_text(qt_commands "${TARNWICK_OTOOL}" "${qt_core}")
+tarnwick_macho_system(qt_system "${qt_commands}")
+if(NOT qt_system)
+    set(qt_system 10.13)
+    message(STATUS "The earliest macOS of ${qt_core} cannot be read; taken for ${qt_system}, that of Qt 5.15 itself")
+endif()
+if(NOT CMAKE_OSX_DEPLOYMENT_TARGET)
+    set(CMAKE_OSX_DEPLOYMENT_TARGET "${qt_system}")
+elseif(CMAKE_OSX_DEPLOYMENT_TARGET VERSION_LESS qt_system)
+    message(FATAL_ERROR "CMAKE_OSX_DEPLOYMENT_TARGET is ${CMAKE_OSX_DEPLOYMENT_TARGET}, "
+        "but the Qt that is linked needs macOS ${qt_system}: ${qt_core}")
+endif()
+message(STATUS "The bundle runs on macOS ${CMAKE_OSX_DEPLOYMENT_TARGET} and later")
+
+set(qt_architectures "")
+if(TARNWICK_LIPO)
+    execute_process(COMMAND "${TARNWICK_LIPO}" -archs "${qt_core}"
+        RESULT_VARIABLE result OUTPUT_VARIABLE qt_architectures ERROR_QUIET OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(NOT result EQUAL 0)
+        set(qt_architectures "")
+    endif()
+endif()
+separate_arguments(qt_architectures)
+set(architectures ${CMAKE_OSX_ARCHITECTURES})
+if(NOT architectures)
+    set(architectures ${CMAKE_HOST_SYSTEM_PROCESSOR})
+endif()
+if(NOT qt_architectures)
+    message(STATUS "The architectures of ${qt_core} cannot be read; built for ${architectures}")
+    return()
+endif()
+foreach(architecture IN LISTS architectures)
+    if(NOT architecture IN_LIST qt_architectures)
+        message(FATAL_ERROR "Qt has no ${architecture}, only ${qt_architectures}: ${qt_core}. "
+            "Build with -DCMAKE_OSX_ARCHITECTURES=\"${qt_architectures}\", or see docs/macos-qt.md")
+    endif()
+endforeach()
+message(STATUS "The bundle is built for ${architectures}; Qt has ${qt_architectures}")
