@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>此磁盘无法保留其日期的文件夹：%1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>无法读取它的资源分支，那是它的一部分。</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>它的内容在资源分支中，而此磁盘无法保留资源分支。</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>此磁盘无法保留其资源分支的项目：%1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>此磁盘无法保留其“访达”标签和图标的项目：%1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>此磁盘无法保留其访问控制列表的项目：%1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>此磁盘无法保留其创建日期的项目：%1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>拷贝未锁定的已锁定项目：%1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>此磁碟無法保留其日期的檔案夾：%1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>無法讀取它的資源分支，那是它的一部分。</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>它的內容在資源分支中，而此磁碟無法保留資源分支。</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>此磁碟無法保留其資源分支的項目：%1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>此磁碟無法保留其 Finder 標籤和圖像的項目：%1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>此磁碟無法保留其取用控制列表的項目：%1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>此磁碟無法保留其製作日期的項目：%1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>拷貝未鎖定的已鎖定項目：%1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

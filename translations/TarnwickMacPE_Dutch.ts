@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>Mappen waarvan deze schijf de datum niet kan bewaren: %1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>De resource fork, een deel ervan, kan niet worden gelezen.</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>De inhoud staat in de resource fork, en die kan deze schijf niet bewaren.</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>Onderdelen waarvan deze schijf de resource fork niet kan bewaren: %1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>Onderdelen waarvan deze schijf de Finder-tags en symbolen niet kan bewaren: %1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>Onderdelen waarvan deze schijf de toegangslijsten niet kan bewaren: %1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>Onderdelen waarvan deze schijf de aanmaakdatum niet kan bewaren: %1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>Vergrendelde onderdelen waarvan de kopie niet vergrendeld is: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>Folders whose dates this disk cannot hold: %1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>Its resource fork, a part of it, cannot be read.</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>Its contents are in its resource fork, and this disk cannot hold that.</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>Items whose resource forks this disk cannot hold: %1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>Items whose Finder tags and icons this disk cannot hold: %1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>Items whose access lists this disk cannot hold: %1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>Items whose creation dates this disk cannot hold: %1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>Locked items whose copies are not locked: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>Dossiers dont ce disque ne peut pas conserver la date&#xa0;: %1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>Sa branche de ressources, qui en fait partie, ne peut pas être lue.</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>Son contenu se trouve dans sa branche de ressources, que ce disque ne peut pas conserver.</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>Éléments dont ce disque ne peut pas conserver la branche de ressources&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>Éléments dont ce disque ne peut pas conserver les tags et icônes du Finder&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>Éléments dont ce disque ne peut pas conserver les listes d’accès&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>Éléments dont ce disque ne peut pas conserver la date de création&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>Éléments verrouillés dont la copie n’est pas verrouillée&#xa0;: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

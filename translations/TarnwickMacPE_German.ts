@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>Ordner, deren Datum dieses Laufwerk nicht aufnehmen kann: %1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>Seine Ressourcen-Fork, ein Teil davon, kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>Sein Inhalt liegt in der Ressourcen-Fork, und die kann dieses Laufwerk nicht aufnehmen.</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>Objekte, deren Ressourcen-Fork dieses Laufwerk nicht aufnehmen kann: %1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>Objekte, deren Finder-Tags und Symbole dieses Laufwerk nicht aufnehmen kann: %1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>Objekte, deren Zugriffslisten dieses Laufwerk nicht aufnehmen kann: %1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>Objekte, deren Erstellungsdatum dieses Laufwerk nicht aufnehmen kann: %1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>Geschützte Objekte, deren Kopien nicht geschützt sind: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>Cartelle di cui questo disco non può mantenere la data: %1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>Impossibile leggere il suo resource fork, che ne fa parte.</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>Il suo contenuto è nel resource fork, che questo disco non può mantenere.</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>Elementi di cui questo disco non può mantenere il resource fork: %1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>Elementi di cui questo disco non può mantenere i tag e le icone del Finder: %1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>Elementi di cui questo disco non può mantenere gli elenchi di accesso: %1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>Elementi di cui questo disco non può mantenere la data di creazione: %1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>Elementi bloccati le cui copie non sono bloccate: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

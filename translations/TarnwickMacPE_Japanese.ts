@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>このディスクに日付を保持できないフォルダ: %1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>この項目の一部であるリソースフォークを読み込めません。</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>内容がリソースフォークにあり、このディスクには保持できません。</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>このディスクにリソースフォークを保持できない項目: %1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>このディスクにFinderのタグやアイコンを保持できない項目: %1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>このディスクにアクセス制御リストを保持できない項目: %1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>このディスクに作成日を保持できない項目: %1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>コピーがロックされていない、ロックされた項目: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

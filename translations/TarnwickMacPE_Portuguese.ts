@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>Pastas cuja data este disco não comporta: %1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>A bifurcação de recursos, que faz parte dele, não pode ser lida.</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>Seu conteúdo está na bifurcação de recursos, que este disco não comporta.</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>Itens cuja bifurcação de recursos este disco não comporta: %1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>Itens cujas etiquetas e ícones do Finder este disco não comporta: %1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>Itens cujas listas de acesso este disco não comporta: %1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>Itens cuja data de criação este disco não comporta: %1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>Itens bloqueados cujas cópias não estão bloqueadas: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

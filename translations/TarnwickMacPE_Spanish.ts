@@ -384,6 +384,34 @@
         <source>Folders whose dates this disk cannot hold: %1</source>
         <translation>Carpetas cuya fecha este disco no puede conservar: %1</translation>
     </message>
+    <message>
+        <source>Its resource fork, a part of it, cannot be read.</source>
+        <translation>No se puede leer su bifurcación de recursos, que es parte de él.</translation>
+    </message>
+    <message>
+        <source>Its contents are in its resource fork, and this disk cannot hold that.</source>
+        <translation>Su contenido está en la bifurcación de recursos, que este disco no puede conservar.</translation>
+    </message>
+    <message>
+        <source>Items whose resource forks this disk cannot hold: %1</source>
+        <translation>Ítems cuya bifurcación de recursos este disco no puede conservar: %1</translation>
+    </message>
+    <message>
+        <source>Items whose Finder tags and icons this disk cannot hold: %1</source>
+        <translation>Ítems cuyas etiquetas e iconos del Finder este disco no puede conservar: %1</translation>
+    </message>
+    <message>
+        <source>Items whose access lists this disk cannot hold: %1</source>
+        <translation>Ítems cuyas listas de acceso este disco no puede conservar: %1</translation>
+    </message>
+    <message>
+        <source>Items whose creation dates this disk cannot hold: %1</source>
+        <translation>Ítems cuya fecha de creación este disco no puede conservar: %1</translation>
+    </message>
+    <message>
+        <source>Locked items whose copies are not locked: %1</source>
+        <translation>Ítems bloqueados cuyas copias no están bloqueadas: %1</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>

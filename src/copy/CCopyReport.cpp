@@ -218,6 +218,11 @@ static bool IsNote(ENCopyProblem enProblem)
     case ENCopyProblem::PERMISSIONS_LOST:
     case ENCopyProblem::ATTRIBUTES_LOST:
     case ENCopyProblem::FOLDER_TIMES_LOST:
+    case ENCopyProblem::FORKS_LOST:
+    case ENCopyProblem::FINDER_LOST:
+    case ENCopyProblem::ACCESS_LISTS_LOST:
+    case ENCopyProblem::CREATION_DATES_LOST:
+    case ENCopyProblem::LOCKS_LOST:
         return true;
     default:
         return false;

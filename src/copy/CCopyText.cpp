@@ -87,6 +87,20 @@ static QString ProblemText(ENCopyProblem enProblem)
         return CCopyText::tr("Items whose extended attributes this disk cannot hold: %1");
     case ENCopyProblem::FOLDER_TIMES_LOST:
         return CCopyText::tr("Folders whose dates this disk cannot hold: %1");
+    case ENCopyProblem::FORK_READ:
+        return CCopyText::tr("Its resource fork, a part of it, cannot be read.");
+    case ENCopyProblem::FORK_NEEDED:
+        return CCopyText::tr("Its contents are in its resource fork, and this disk cannot hold that.");
+    case ENCopyProblem::FORKS_LOST:
+        return CCopyText::tr("Items whose resource forks this disk cannot hold: %1");
+    case ENCopyProblem::FINDER_LOST:
+        return CCopyText::tr("Items whose Finder tags and icons this disk cannot hold: %1");
+    case ENCopyProblem::ACCESS_LISTS_LOST:
+        return CCopyText::tr("Items whose access lists this disk cannot hold: %1");
+    case ENCopyProblem::CREATION_DATES_LOST:
+        return CCopyText::tr("Items whose creation dates this disk cannot hold: %1");
+    case ENCopyProblem::LOCKS_LOST:
+        return CCopyText::tr("Locked items whose copies are not locked: %1");
     }
     return QString();
 }
@@ -98,6 +112,11 @@ static QString Detail(const STCopyItem& stItem)
     case ENCopyProblem::PERMISSIONS_LOST:
     case ENCopyProblem::ATTRIBUTES_LOST:
     case ENCopyProblem::FOLDER_TIMES_LOST:
+    case ENCopyProblem::FORKS_LOST:
+    case ENCopyProblem::FINDER_LOST:
+    case ENCopyProblem::ACCESS_LISTS_LOST:
+    case ENCopyProblem::CREATION_DATES_LOST:
+    case ENCopyProblem::LOCKS_LOST:
         return Number(stItem.strDetail.toLongLong());
     default:
         return stItem.strDetail;

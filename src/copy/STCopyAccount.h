@@ -38,7 +38,14 @@ enum class ENCopyProblem
     NAME_CHANGED, ///< the destination does not take its name
     PERMISSIONS_LOST, ///< what the destination cannot hold, counted for the whole copy
     ATTRIBUTES_LOST, ///< the same of extended attributes
-    FOLDER_TIMES_LOST ///< the same of times of folders
+    FOLDER_TIMES_LOST, ///< the same of times of folders
+    FORK_READ, ///< its resource fork, the second part of a file of a Mac, cannot be read
+    FORK_NEEDED, ///< it has nothing but its resource fork, and the destination cannot hold that
+    FORKS_LOST, ///< the same as PERMISSIONS_LOST of resource forks beside a file's bytes
+    FINDER_LOST, ///< the same of what the Finder keeps of a file: tags, colours, icons
+    ACCESS_LISTS_LOST, ///< the same of access lists
+    CREATION_DATES_LOST, ///< the same of dates of creation
+    LOCKS_LOST ///< locks that were left, counted for the whole copy
 };
 
 /** One line of a copy's account: an item that is not whole, or that is worth a note. */

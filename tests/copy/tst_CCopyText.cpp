@@ -107,6 +107,14 @@ void tst_CCopyText::detail_data()
     fnRow(ENCopyProblem::PERMISSIONS_LOST, "12", "Items whose permissions this disk cannot hold: 12");
     fnRow(ENCopyProblem::ATTRIBUTES_LOST, "3", "Items whose extended attributes this disk cannot hold: 3");
     fnRow(ENCopyProblem::FOLDER_TIMES_LOST, "1", "Folders whose dates this disk cannot hold: 1");
+    fnRow(ENCopyProblem::FORK_READ, "", "Its resource fork, a part of it, cannot be read.");
+    fnRow(ENCopyProblem::FORK_NEEDED, "",
+          "Its contents are in its resource fork, and this disk cannot hold that.");
+    fnRow(ENCopyProblem::FORKS_LOST, "7", "Items whose resource forks this disk cannot hold: 7");
+    fnRow(ENCopyProblem::FINDER_LOST, "7", "Items whose Finder tags and icons this disk cannot hold: 7");
+    fnRow(ENCopyProblem::ACCESS_LISTS_LOST, "7", "Items whose access lists this disk cannot hold: 7");
+    fnRow(ENCopyProblem::CREATION_DATES_LOST, "7", "Items whose creation dates this disk cannot hold: 7");
+    fnRow(ENCopyProblem::LOCKS_LOST, "7", "Locked items whose copies are not locked: 7");
     fnRow(ENCopyProblem::TOO_LARGE, "", "Too large for the file system of this disk.");
     fnRow(ENCopyProblem::OTHER_FILE_SYSTEM, "",
           "Another disk is mounted here. What is on it was not copied.");
