@@ -387,9 +387,11 @@ void tst_CTarnwickMacPE::volumesOfOneNameInTwoSpellingsStayApart()
     }
     QTRY_COMPARE(m_pEvents->count(), 2);
     QCOMPARE(Destinations(), QStringList({"STICK", strComposed}));
-    Event(QString::fromLatin1(("/Volumes/" + strDecomposed).toUtf8()), DISK_EVENT_DISAPPEARED);
-    Event(QString::fromLatin1(("/Volumes/" + strDecomposed).toUtf8()), DISK_EVENT_APPEARED);
-    QCOMPARE(Destinations(), QStringList({"STICK", strComposed}));
+    const QString strTold = QString::fromLatin1(("/Volumes/" + strDecomposed).toUtf8());
+    for (const ENDiskEventType enType : {DISK_EVENT_DISAPPEARED, DISK_EVENT_APPEARED}) {
+        Event(strTold, enType);
+        QCOMPARE(Destinations(), QStringList({"STICK", strComposed}));
+    }
 }
 
 void tst_CTarnwickMacPE::removalWithoutAnyVolumeChangesNothing()
