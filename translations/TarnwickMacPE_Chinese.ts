@@ -412,6 +412,10 @@
         <source>Locked items whose copies are not locked: %1</source>
         <translation>拷贝未锁定的已锁定项目：%1</translation>
     </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>其内容仅在 iCloud 中，不在这台 Mac 上。</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
@@ -453,6 +457,10 @@
     <message>
         <source>It is not there any more.</source>
         <translation>它已不存在。</translation>
+    </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>其内容仅在 iCloud 中，不在这台 Mac 上。</translation>
     </message>
 </context>
 <context>

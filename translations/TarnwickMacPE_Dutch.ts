@@ -412,6 +412,10 @@
         <source>Locked items whose copies are not locked: %1</source>
         <translation>Vergrendelde onderdelen waarvan de kopie niet vergrendeld is: %1</translation>
     </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>De inhoud staat alleen in iCloud, niet op deze Mac.</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
@@ -453,6 +457,10 @@
     <message>
         <source>It is not there any more.</source>
         <translation>Het is er niet meer.</translation>
+    </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>De inhoud staat alleen in iCloud, niet op deze Mac.</translation>
     </message>
 </context>
 <context>

@@ -412,6 +412,10 @@
         <source>Locked items whose copies are not locked: %1</source>
         <translation>Locked items whose copies are not locked: %1</translation>
     </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>Its contents are only in iCloud, not on this Mac.</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
@@ -453,6 +457,10 @@
     <message>
         <source>It is not there any more.</source>
         <translation>It is not there any more.</translation>
+    </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>Its contents are only in iCloud, not on this Mac.</translation>
     </message>
 </context>
 <context>

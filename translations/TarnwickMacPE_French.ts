@@ -412,6 +412,10 @@
         <source>Locked items whose copies are not locked: %1</source>
         <translation>Éléments verrouillés dont la copie n’est pas verrouillée&#xa0;: %1</translation>
     </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>Son contenu se trouve uniquement dans iCloud, pas sur ce Mac.</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
@@ -453,6 +457,10 @@
     <message>
         <source>It is not there any more.</source>
         <translation>Il n’est plus là.</translation>
+    </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>Son contenu se trouve uniquement dans iCloud, pas sur ce Mac.</translation>
     </message>
 </context>
 <context>

@@ -412,6 +412,10 @@
         <source>Locked items whose copies are not locked: %1</source>
         <translation>Geschützte Objekte, deren Kopien nicht geschützt sind: %1</translation>
     </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>Der Inhalt befindet sich nur in iCloud, nicht auf diesem Mac.</translation>
+    </message>
 </context>
 <context>
     <name>CDestinationPanel</name>
@@ -453,6 +457,10 @@
     <message>
         <source>It is not there any more.</source>
         <translation>Es ist nicht mehr vorhanden.</translation>
+    </message>
+    <message>
+        <source>Its contents are only in iCloud, not on this Mac.</source>
+        <translation>Der Inhalt befindet sich nur in iCloud, nicht auf diesem Mac.</translation>
     </message>
 </context>
 <context>

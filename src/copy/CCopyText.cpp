@@ -101,6 +101,8 @@ static QString ProblemText(ENCopyProblem enProblem)
         return CCopyText::tr("Items whose creation dates this disk cannot hold: %1");
     case ENCopyProblem::LOCKS_LOST:
         return CCopyText::tr("Locked items whose copies are not locked: %1");
+    case ENCopyProblem::ONLY_IN_CLOUD:
+        return CCopyText::tr("Its contents are only in iCloud, not on this Mac.");
     }
     return QString();
 }

@@ -45,7 +45,8 @@ enum class ENCopyProblem
     FINDER_LOST, ///< the same of what the Finder keeps of a file: tags, colours, icons
     ACCESS_LISTS_LOST, ///< the same of access lists
     CREATION_DATES_LOST, ///< the same of dates of creation
-    LOCKS_LOST ///< locks that were left, counted for the whole copy
+    LOCKS_LOST, ///< locks that were left, counted for the whole copy
+    ONLY_IN_CLOUD ///< the system keeps its contents elsewhere and would fetch them from there
 };
 
 /** One line of a copy's account: an item that is not whole, or that is worth a note. */

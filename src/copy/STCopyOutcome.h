@@ -30,6 +30,12 @@ struct STCopyReason
         return {ENCopyProblem::DESTINATION_GONE, QStringLiteral("destination gone")};
     }
 
+    /** What the item holds is not on this machine, and nothing of it is asked for. */
+    static STCopyReason OnlyInCloud()
+    {
+        return {ENCopyProblem::ONLY_IN_CLOUD, QStringLiteral("only in iCloud")};
+    }
+
     /** The source has another content than when it was begun, and nSize bytes now. */
     static STCopyReason SourceChanged(qint64 nSize)
     {

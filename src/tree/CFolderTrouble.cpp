@@ -63,6 +63,8 @@ QString CFolderTrouble::Reason(int nError)
     case ENOTCONN:
     case ESTALE:
         return tr("It is not there any more.");
+    case EDEADLK: // a Mac is not to fetch what it keeps elsewhere
+        return tr("Its contents are only in iCloud, not on this Mac.");
     default:
         return qt_error_string(nError);
     }

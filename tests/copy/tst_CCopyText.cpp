@@ -115,6 +115,7 @@ void tst_CCopyText::detail_data()
     fnRow(ENCopyProblem::ACCESS_LISTS_LOST, "7", "Items whose access lists this disk cannot hold: 7");
     fnRow(ENCopyProblem::CREATION_DATES_LOST, "7", "Items whose creation dates this disk cannot hold: 7");
     fnRow(ENCopyProblem::LOCKS_LOST, "7", "Locked items whose copies are not locked: 7");
+    fnRow(ENCopyProblem::ONLY_IN_CLOUD, "", "Its contents are only in iCloud, not on this Mac.");
     fnRow(ENCopyProblem::TOO_LARGE, "", "Too large for the file system of this disk.");
     fnRow(ENCopyProblem::OTHER_FILE_SYSTEM, "",
           "Another disk is mounted here. What is on it was not copied.");

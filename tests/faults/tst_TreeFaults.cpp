@@ -157,6 +157,8 @@ void tst_TreeFaults::folderThatIsRefused_data()
     QTest::newRow("access") << EACCES << LOCKED;
     QTest::newRow("permission") << EPERM << LOCKED;
     QTest::newRow("the disk's error") << EIO << "This folder cannot be read: The disk reports an error.";
+    QTest::newRow("in the cloud")
+        << EDEADLK << "This folder cannot be read: Its contents are only in iCloud, not on this Mac.";
     QTest::newRow("gone") << ENOENT << "This folder cannot be read: It is not there any more.";
     QTest::newRow("another") << ENOMEM
                              << "This folder cannot be read: " + qt_error_string(ENOMEM).toHtmlEscaped();
