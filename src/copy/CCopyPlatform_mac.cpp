@@ -1,6 +1,7 @@
 #include "copy/CCopyPlatform.h"
 #include "files/CFileName.h"
 
+#include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/mount.h>
@@ -39,18 +40,47 @@ bool CCopyPlatform::Reserve(int nDescriptor, qint64 /*nSize*/, qint64 nBytes)
     return fcntl(nDescriptor, F_PREALLOCATE, &stStore) != -1;
 }
 
+/** Whether that error says that the file system has no such call, and nothing about the disk. */
+static bool IsNoSuchCall(int nError)
+{
+    return nError == ENOTSUP || nError == ENOTTY || nError == EINVAL || nError == ENOSYS;
+}
+
 bool CCopyPlatform::FlushFile(int nDescriptor)
 {
-    // F_FULLFSYNC waits until the disk has emptied its own cache. File systems
-    // without it have fsync.
-    return fcntl(nDescriptor, F_FULLFSYNC) != -1 || fsync(nDescriptor) == 0;
+    // It waits until the disk has emptied its own cache, too.
+    if (fcntl(nDescriptor, F_FULLFSYNC) != -1) {
+        return true;
+    }
+    return IsNoSuchCall(errno) && fsync(nDescriptor) == 0;
+}
+
+static bool FlushVolume(int nDescriptor, int nFlags)
+{
+    // It returns the error itself and leaves errno alone.
+    const int nError = fsync_volume_np(nDescriptor, nFlags);
+    if (nError != -1) {
+        errno = nError;
+    }
+    return nError == 0;
 }
 
 bool CCopyPlatform::FlushFileSystem(int nDescriptor)
 {
-    // sync() hands everything to the disks.
-    sync();
-    return FlushFile(nDescriptor);
+    // By the descriptor: another disk may have taken the path meanwhile. Of this volume alone:
+    // the source's disk may be one that answers no more.
+    if (FlushVolume(nDescriptor, SYNC_VOLUME_FULLSYNC | SYNC_VOLUME_WAIT)) {
+        return true;
+    }
+    if (!IsNoSuchCall(errno)) {
+        return false;
+    }
+    const bool bWritten = FlushVolume(nDescriptor, SYNC_VOLUME_WAIT);
+    if (!bWritten && !IsNoSuchCall(errno)) {
+        return false;
+    }
+    // A disk that cannot be told to empty its cache has got everything at least.
+    return FlushFile(nDescriptor) || (bWritten && IsNoSuchCall(errno));
 }
 
 bool CCopyPlatform::IsMountPoint(int /*nFolder*/, const char* /*pszName*/)

@@ -88,7 +88,8 @@ int CFakeFiles::Called(const QString& strCall, const QString& strPath, const QSt
                             + (strArgument.isEmpty() ? QString() : ' ' + strArgument));
     int nError = 0;
     for (const STFailure& stFailure : qAsConst(State().listFailure)) {
-        if (stFailure.strCall == strCall && strPath.endsWith(stFailure.strPathEnd)) {
+        const bool bCall = stFailure.strCall == strCall || stFailure.strCall == strCall + ' ' + strArgument;
+        if (bCall && strPath.endsWith(stFailure.strPathEnd)) {
             nError = stFailure.nError;
         }
     }
@@ -116,9 +117,17 @@ extern "C" int FakeFsync(int nDescriptor)
     return Result(CFakeFiles::Called("fsync", CFakeFiles::PathOf(nDescriptor)));
 }
 
+// These two return the error itself and leave errno as it was.
+
 extern "C" int sync_volume_np(const char* pszPath, int nFlags)
 {
-    return Result(CFakeFiles::Called("sync_volume_np", QFile::decodeName(pszPath), QString::number(nFlags)));
+    return CFakeFiles::Called("sync_volume_np", QFile::decodeName(pszPath), QString::number(nFlags));
+}
+
+extern "C" int fsync_volume_np(int nDescriptor, int nFlags)
+{
+    const QString strFlags = QString::number(nFlags);
+    return CFakeFiles::Called("fsync_volume_np", CFakeFiles::PathOf(nDescriptor), strFlags);
 }
 
 extern "C" void FakeSync() { CFakeFiles::Called("sync", QString()); }
@@ -140,7 +149,12 @@ extern "C" int FakeFcntl(int nDescriptor, int nCommand, ...)
         return Result(CFakeFiles::Called("F_RDAHEAD", strPath, strValue));
     case F_PREALLOCATE: {
         const auto* const pStore = static_cast<const fstore_t*>(pArgument);
-        return Result(CFakeFiles::Called("F_PREALLOCATE", strPath, QString::number(pStore->fst_length)));
+        return Result(CFakeFiles::Called("F_PREALLOCATE", strPath,
+                                         QString("flags %1 mode %2 from %3 length %4")
+                                             .arg(pStore->fst_flags)
+                                             .arg(pStore->fst_posmode)
+                                             .arg(pStore->fst_offset)
+                                             .arg(pStore->fst_length)));
     }
     case F_DUPFD_CLOEXEC:
         return dup3(nDescriptor, fcntl(nDescriptor, F_DUPFD, 3), O_CLOEXEC);

@@ -8,7 +8,7 @@
  * own files: what they answer, and what the program asked. Any thread.
  *
  * A call is noted as its name, the path of the file and, where it has one, its argument: "fsync
- * /a/b", "F_FULLFSYNC /a", "sync_volume_np /a 3".
+ * /a/b", "F_FULLFSYNC /a", "fsync_volume_np /a 3".
  */
 class CFakeFiles
 {
@@ -16,7 +16,10 @@ public:
     /** Nothing was called, nothing fails, no file has flags, and the disk is an APFS one. */
     static void Reset();
 
-    /** From now on that call fails for files whose path ends so; 0 lets it work again. */
+    /**
+     * From now on that call fails for files whose path ends so; 0 lets it work again. With an
+     * argument behind its name ("fsync_volume_np 3") only that one of the calls does.
+     */
     static void Fail(const QString& strCall, const QString& strPathEnd, int nError);
 
     /** The calls since the last time. */

@@ -14,6 +14,7 @@
 #define SYNC_VOLUME_FULLSYNC 0x01
 #define SYNC_VOLUME_WAIT 0x02
 extern "C" int sync_volume_np(const char* pszPath, int nFlags);
+extern "C" int fsync_volume_np(int nDescriptor, int nFlags);
 
 #define F_FULLFSYNC 51
 #define F_NOCACHE 48
