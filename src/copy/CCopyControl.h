@@ -49,6 +49,13 @@ public:
     /** After each piece: nBytes from nFrom on were written to the open target. May wait for the disk. */
     virtual void TargetWritten(int /*nDescriptor*/, qint64 /*nFrom*/, qint64 /*nBytes*/) { }
 
+    /**
+     * The target has all its bytes and its times: what the system tells of its bytes only to a flush of
+     * this file is asked for before it is closed. False when they are not on the disk, with the
+     * reason in errno. May wait for the disk.
+     */
+    virtual bool FlushTarget(int /*nDescriptor*/) { return true; }
+
     /** The target has all that it gets and will be closed next. */
     virtual void TargetEnds(int /*nDescriptor*/) { }
 };

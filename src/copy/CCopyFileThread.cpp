@@ -108,6 +108,7 @@ void CCopyFileThread::run()
     m_pace.Begin();
     pWalk->Walk();
     m_pAhead.reset();
+    m_pulse.BeginItem(m_strDestPath);
     m_pace.End();
 
     // One that was left behind has nobody to finish for: what is to be said is said.
@@ -135,7 +136,6 @@ void CCopyFileThread::Begin(const QStringList& listSource)
 /** Brings what was copied to the disk, and the report up to it. */
 STCopyEnd CCopyFileThread::Finish()
 {
-    m_pulse.BeginItem(m_strDestPath);
     m_pulse.BeginStep(ENCopyStep::FLUSHING);
     STCopyEnd stEnd;
     stEnd.bStopped = m_enStatus == COPY_STATUS_STOP;
@@ -256,6 +256,9 @@ void CCopyFileThread::BookFile(const STCopyOutcome& stOutcome)
 {
     if (stOutcome.HasAllBytes()) {
         m_pulse.AddFile();
+        m_pace.Booked([this, stOutcome](int nError) { BookLost(stOutcome, nError); });
+    } else {
+        m_pace.Booked(nullptr);
     }
     if (m_report.AddFile(stOutcome) && stOutcome.enEnd != ENCopyEnd::WHOLE) {
         m_pulse.BeginStep(ENCopyStep::WRITING);
@@ -263,6 +266,17 @@ void CCopyFileThread::BookFile(const STCopyOutcome& stOutcome)
     }
     if (stOutcome.bLeavesVolume && stOutcome.HasAllBytes()) {
         BookNote(STCopyOutcome::LeavesVolume(stOutcome.strPath));
+    }
+}
+
+/** Books a small file whose flush has failed when it was booked already. */
+void CCopyFileThread::BookLost(const STCopyOutcome& stBooked, int nError)
+{
+    const STCopyReason stReason = STCopyReason::NotOnDisk(nError);
+    if (m_report.TakeBack(stBooked, stReason)) {
+        m_pulse.TakeFile();
+        m_pReportFile->Add(CCopyReport::Item(
+            {ENCopyEnd::NOT_WHOLE, stBooked.strPath, stReason, stBooked.nCopied, stBooked.nExpected}));
     }
 }
 
@@ -336,6 +350,8 @@ void CCopyFileThread::TargetWritten(int nDescriptor, qint64 nFrom, qint64 nBytes
     m_pace.Written(nDescriptor, nFrom, nBytes);
 }
 
+bool CCopyFileThread::FlushTarget(int nDescriptor) { return m_pace.Settle(nDescriptor); }
+
 void CCopyFileThread::TargetEnds(int nDescriptor) { m_pace.Ends(nDescriptor); }
 
 /** While the disk is waited for: what it has done meanwhile is a sign of life. */
@@ -384,8 +400,9 @@ STCopyAccount CCopyFileThread::CloseAccount(int nWaitMs)
     // is the source's, all that is whole can be relied on as after any stop.
     const auto fnEnd
         = [pFile = m_pReportFile, stItem = CCopyReport::Item(stOutcome), stAccount = m_report.Account(),
-           bFlushes = m_pulse.Step() != ENCopyStep::FLUSHING && m_pace.FlushError() == 0]() mutable {
-              if (bFlushes && pFile->FlushDisk()) {
+           bFlushes = m_pulse.Step() != ENCopyStep::FLUSHING && m_pace.FlushError() == 0,
+           fnFlushLate = m_pace.TakeLate()]() mutable {
+              if (bFlushes && fnFlushLate() && pFile->FlushDisk()) {
                   stAccount.enFlush = ENCopyFlush::DONE;
               }
               pFile->Add(stItem);

@@ -166,7 +166,9 @@ private:
     void SourceOpened(const QString& strPath, quint64 nDevice, int nDescriptor) override;
     void SourceRead(qint64 nResult, qint64 nUs) override;
     void TargetWritten(int nDescriptor, qint64 nFrom, qint64 nBytes) override;
+    bool FlushTarget(int nDescriptor) override;
     void TargetEnds(int nDescriptor) override;
+    void BookLost(const STCopyOutcome& stBooked, int nError);
     bool GoesOnWriting(bool bMoved);
 
     std::atomic<ENCopyStatus> m_enStatus; // written by the GUI thread, polled by the worker

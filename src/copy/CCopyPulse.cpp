@@ -29,6 +29,8 @@ void CCopyPulse::AddBytes(qint64 nBytes) { m_nBytes += nBytes; }
 
 void CCopyPulse::AddFile() { ++m_nFiles; }
 
+void CCopyPulse::TakeFile() { --m_nFiles; }
+
 qint64 CCopyPulse::SinceProgressMs() const
 {
     const ENCopyStep enStep = m_enStep;

@@ -33,6 +33,9 @@ public:
     /** One more file is whole. */
     void AddFile();
 
+    /** One that was taken for whole is not. */
+    void TakeFile();
+
     /** Time since the last step ended, in ms; 0 while no copy runs or it is paused. */
     qint64 SinceProgressMs() const;
 

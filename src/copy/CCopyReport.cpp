@@ -91,6 +91,23 @@ bool CCopyReport::AddFile(const STCopyOutcome& stOutcome)
     return AddProblem(stOutcome);
 }
 
+bool CCopyReport::TakeBack(const STCopyOutcome& stBooked, const STCopyReason& stReason)
+{
+    STCopyOutcome stOutcome = stBooked;
+    stOutcome.enEnd = ENCopyEnd::NOT_WHOLE;
+    stOutcome.stReason = stReason;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (!BookProblem(stOutcome)) {
+            return false;
+        }
+        --m_stBooks.stAccount.nFiles;
+        m_stBooks.nFiles -= stBooked.enEnd == ENCopyEnd::WHOLE ? 1 : 0;
+    }
+    LogProblem(stOutcome);
+    return true;
+}
+
 void CCopyReport::AddLink()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);

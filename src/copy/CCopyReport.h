@@ -39,6 +39,12 @@ public:
      */
     bool AddFile(const STCopyOutcome& stOutcome);
 
+    /**
+     * Takes back that a file has all its bytes, which was booked so: books and logs it as one
+     * that was not copied whole. False when the copy is closed.
+     */
+    bool TakeBack(const STCopyOutcome& stBooked, const STCopyReason& stReason);
+
     /** Books a link that was made again; nothing when the copy is closed. */
     void AddLink();
 

@@ -355,10 +355,14 @@ void CFileCopy::Finish()
         KeepTimes();
         CompareSource();
     }
+    // Some file systems tell only now that the bytes found no room.
+    if (m_pTarget && m_stOutcome.HasAllBytes() && m_stOutcome.nCopied > 0
+        && !m_control.FlushTarget(fileno(m_pTarget.get()))) {
+        Fail(STCopyReason::NotOnDisk(errno));
+    }
     if (m_pTarget) {
         m_control.TargetEnds(fileno(m_pTarget.get()));
     }
-    // Some file systems tell only now that the bytes found no room.
     if (m_pTarget && fclose(m_pTarget.release()) != 0 && m_stOutcome.HasAllBytes()) {
         Fail(ENCopyProblem::TARGET_CLOSE, QStringLiteral("its target cannot be closed"), errno);
     }

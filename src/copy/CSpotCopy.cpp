@@ -266,7 +266,9 @@ void CSpotCopy::Conclude()
     }
     CompareSource();
     // Some file systems tell only now that the bytes found no room.
-    if (m_target.Close() != 0) {
+    if (!m_control.FlushTarget(m_target.Get())) {
+        Fail(STCopyReason::NotOnDisk(errno));
+    } else if (m_target.Close() != 0) {
         Fail({ENCopyProblem::TARGET_CLOSE, QStringLiteral("its target cannot be closed"), errno});
     }
 }

@@ -36,6 +36,13 @@ struct STCopyReason
         return {ENCopyProblem::ONLY_IN_CLOUD, QStringLiteral("only in iCloud")};
     }
 
+    /** The target has taken all bytes, and they cannot be brought to its disk for that errno value. */
+    static STCopyReason NotOnDisk(int nError)
+    {
+        return {ENCopyProblem::TARGET_CLOSE, QStringLiteral("its target cannot be brought to the disk"),
+                nError};
+    }
+
     /** The source has another content than when it was begun, and nSize bytes now. */
     static STCopyReason SourceChanged(qint64 nSize)
     {

@@ -7,7 +7,7 @@ enum class ENWriteBack
 {
     NONE, ///< not at all, or to no use: memory, another computer
     RANGES, ///< part by part, while the copy goes on
-    FILES, ///< by flushing each file
+    FILES, ///< by flushing each file, which alone tells what could not be written of it
     DISK ///< by flushing one file, which brings all that was written before to the disk with it
 };
 

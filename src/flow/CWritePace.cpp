@@ -13,7 +13,8 @@ static const qint64 FILE_BYTES = 4096;
 // Small files that the disk gets together.
 static const size_t BATCH_FILES = 32;
 static const qint64 BATCH_BYTES = MIB;
-static_assert(BATCH_FILES < CWritePace::MOST_KEPT);
+// Where files are flushed there are two batches, big ones and small ones.
+static_assert(2 * BATCH_FILES <= CWritePace::MOST_KEPT);
 
 static const qint64 PARTS_OF_WINDOW = 8;
 static const qint64 MOST_STEP_BYTES = 4 * MIB;
@@ -66,6 +67,7 @@ void CWritePace::Begin()
 void CWritePace::End()
 {
     const CKeepErrno keep;
+    m_late.Flush([this](int nDescriptor) { return FlushOne(nDescriptor); });
     m_enKind = ENWriteBack::NONE;
     m_stFile = STFile();
     m_stBatch = STWriteJob();
@@ -95,8 +97,8 @@ void CWritePace::Written(int nDescriptor, qint64 nFrom, qint64 nBytes)
         return;
     }
     m_nUnflushed += nBytes;
-    if (m_nUnflushed >= m_nFlushBytes) {
-        FlushFiles();
+    if (m_nUnflushed >= m_nFlushBytes && m_fnGoesOn(false)) {
+        FlushAll();
     }
 }
 
@@ -215,17 +217,48 @@ bool CWritePace::Keep()
     return true;
 }
 
-/** Flushes what waits. It is one call for each file, so less may wait than where it goes by parts. */
-void CWritePace::FlushFiles()
+bool CWritePace::Settle(int nDescriptor)
 {
-    if (!m_fnGoesOn(false)) {
-        return;
+    if (m_enKind == ENWriteBack::NONE || !FindKind(nDescriptor) || m_enKind != ENWriteBack::FILES) {
+        return true;
     }
+    int nError = 0;
+    if (m_stFile.nDescriptor != nDescriptor) {
+        nError = FlushOne(nDescriptor); // one that was begun before
+    } else if (!KeepForLater()) {
+        FlushAll();
+        nError = std::exchange(m_stFile.nError, 0);
+    }
+    m_stFile.bSettled = m_stFile.nDescriptor == nDescriptor;
+    errno = nError;
+    return nError == 0;
+}
+
+/** Whether the copy's file is a small one that can wait: a flush for each takes longer than all the rest. */
+bool CWritePace::KeepForLater()
+{
+    const bool bWaits
+        = m_stFile.nBytes < BIG_BYTES && m_stFile.nError == 0 && m_late.Count() < int(BATCH_FILES) && Keep();
+    if (bWaits) {
+        m_late.Add(m_stFile.pKept);
+    }
+    return bWaits;
+}
+
+/** Flushes what waits. It is one call for each file, so less may wait than where it goes by parts. */
+void CWritePace::FlushAll()
+{
     const qint64 nBeganMs = m_fnSteadyMs();
+    m_late.Flush([this](int nDescriptor) { return FlushOne(nDescriptor); });
     for (const STWritePart& stPart : m_stBatch.listPart) {
-        FlushOne(stPart.pFile->Get());
+        KeepError(FlushOne(stPart.pFile->Get()));
     }
-    FlushOne(m_stFile.nDescriptor);
+    const int nError = FlushOne(m_stFile.nDescriptor);
+    if (m_enKind == ENWriteBack::DISK) {
+        KeepError(nError); // it may be of any file
+    } else if (m_stFile.nError == 0) {
+        m_stFile.nError = nError;
+    }
     const qint64 nTookMs = std::max<qint64>(1, m_fnSteadyMs() - nBeganMs);
     const double dFits = double(m_nUnflushed) * double(FLUSH_MS) / double(nTookMs);
     const double dMost = double(std::min(m_nMostBytes, 2 * m_nFlushBytes));
@@ -234,36 +267,60 @@ void CWritePace::FlushFiles()
     m_nUnflushed = 0;
 }
 
-void CWritePace::FlushOne(int nDescriptor)
+/** Why the file cannot be flushed; 0 also where no file can be, as nothing was lost then. */
+static int FlushErrorOf(const CWriteBack& writeBack, int nDescriptor)
 {
-    const bool bDone = m_pWriteBack->Flush(nDescriptor);
+    const bool bDone = writeBack.Flush(nDescriptor);
     const int nError = errno;
-    // Where it cannot be done nothing was lost.
     const bool bCannot = nError == EINVAL || nError == ENOSYS || nError == ENOTSUP || nError == EINTR;
-    if (!bDone && !bCannot && m_nFlushError == 0) {
+    return bDone || bCannot ? 0 : nError;
+}
+
+int CWritePace::FlushOne(int nDescriptor) const
+{
+    const int nError = FlushErrorOf(*m_pWriteBack, nDescriptor);
+    m_fnGoesOn(true);
+    return nError;
+}
+
+void CWritePace::KeepError(int nError)
+{
+    if (m_nFlushError == 0) {
         m_nFlushError = nError;
     }
-    m_fnGoesOn(true);
+}
+
+std::function<bool()> CWritePace::TakeLate()
+{
+    return [pWriteBack = m_pWriteBack, listFile = m_late.Take()] {
+        return listFile && std::all_of(listFile->begin(), listFile->end(), [&](const auto& pFile) {
+                   return FlushErrorOf(*pWriteBack, pFile->Get()) == 0;
+               });
+    };
 }
 
 /** A file ends of which something may wait to be flushed. */
 void CWritePace::EndFlushed()
 {
-    if (m_enKind == ENWriteBack::DISK) {
-        return; // the next file's flush brings it along
+    KeepError(m_stFile.nError);
+    if (m_enKind == ENWriteBack::DISK || m_stFile.bSettled) {
+        return; // the next file's flush brings it along, or it has had its own
     }
     if (m_stFile.nBytes < BIG_BYTES) {
-        // A flush for each small file would take longer than all the rest.
+        // Whoever settles none of them has no time for any.
         m_nUnflushed = std::max<qint64>(0, m_nUnflushed - m_stFile.nBytes);
         return;
     }
     if (m_nUnflushed == 0) {
         return;
     }
-    if (m_stBatch.listPart.size() >= BATCH_FILES) {
-        FlushFiles();
-    } else if (Keep()) {
-        m_stBatch.listPart.push_back({m_stFile.pKept, 0, m_stFile.nBytes});
+    if (m_stBatch.listPart.size() < BATCH_FILES) {
+        if (Keep()) {
+            m_stBatch.listPart.push_back({m_stFile.pKept, 0, m_stFile.nBytes});
+        }
+    } else if (m_fnGoesOn(false)) {
+        FlushAll();
+        KeepError(std::exchange(m_stFile.nError, 0));
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "flow/CLateFlush.h"
 #include "flow/CWriteBack.h"
 #include "flow/CWriteQueue.h"
 
@@ -9,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 /**
@@ -18,7 +20,8 @@
  * copies.
  *
  * What the disk cannot take is told by the flush at the end, as without this; only where
- * a file has to be flushed for it the failure is told here, and by nobody else.
+ * a file has to be flushed for it the failure is told here, and by nobody else. Where each file
+ * has to be (ENWriteBack::FILES), Settle does that before a file is closed.
  */
 class CWritePace
 {
@@ -53,10 +56,23 @@ public:
      */
     void Written(int nDescriptor, qint64 nFrom, qint64 nBytes);
 
+    /**
+     * The file has all that it gets. Where only its own flush tells what could not be written, it is
+     * flushed; false when that fails, or has failed before, with the reason in errno. A small
+     * one is flushed together with others: its failure is told by what Booked was given.
+     */
+    bool Settle(int nDescriptor);
+
+    /**
+     * What has become of the file that was settled last is booked: fnLost is told, on this thread, why it
+     * cannot be flushed after all. Without it the file is not whole for other reasons.
+     */
+    void Booked(CLateFlush::Lost fnLost) { m_late.Booked(std::move(fnLost)); }
+
     /** The file is complete, and its descriptor is not used afterwards. errno is as before. */
     void Ends(int nDescriptor);
 
-    /** Holds nothing of the destination open any more. Before the destination is flushed. */
+    /** Flushes the last small files and holds nothing open any more. Before the destination is flushed. */
     void End();
 
     /** Bytes that may wait at the moment. */
@@ -64,6 +80,12 @@ public:
 
     /** Bytes that wait, as far as is known, and something for each small file. */
     qint64 WaitingBytes() const;
+
+    /**
+     * For a copy whose thread is left behind: what flushes the small files that are not flushed, on any
+     * thread; it gives false when one fails, or nobody knows. Any thread.
+     */
+    std::function<bool()> TakeLate();
 
     /** Why a file could not be flushed since the copy began, as in errno; 0 when none failed. Any thread. */
     int FlushError() const { return m_nFlushError; }
@@ -75,6 +97,8 @@ private:
         int nDescriptor = -1; ///< the copy's own
         qint64 nBytes = 0; ///< written so far
         qint64 nAdded = 0; ///< of these the queue has
+        int nError = 0; ///< for which it could not be flushed, and nobody was told
+        bool bSettled = false; ///< it is flushed, or waits with other small ones
         std::shared_ptr<const CDescriptor> pKept = {}; ///< another one of the same file
     };
 
@@ -86,8 +110,10 @@ private:
     void KeepToWindow();
     bool WaitForAnswer();
     bool Keep();
-    void FlushFiles();
-    void FlushOne(int nDescriptor);
+    bool KeepForLater();
+    void FlushAll();
+    int FlushOne(int nDescriptor) const;
+    void KeepError(int nError);
     void EndFlushed();
 
     const std::function<bool(bool)> m_fnGoesOn;
@@ -99,6 +125,7 @@ private:
     STWriteJob m_stBatch; // small files that the queue does not have, or files that are to be flushed
     std::unique_ptr<CWriteQueue> m_pQueue;
     std::vector<std::weak_ptr<const CDescriptor>> m_listKept;
+    CLateFlush m_late;
     qint64 m_nUnflushed = 0; // bytes, where files are flushed
     qint64 m_nFlushBytes = LEAST_BYTES; // wait until a file is flushed
     std::atomic<int> m_nFlushError{0};
