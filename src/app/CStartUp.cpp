@@ -9,6 +9,7 @@
 #include "app/CStartSplash.h"
 #include "app/CTarnwickMacPE.h"
 #include "disk/CDestinationDiscovery.h"
+#include "files/CCloudFile.h"
 #include "files/CFileNameCodec.h"
 #include "files/CWriteSignals.h"
 #include "log/CLogTarnwick.h"
@@ -108,6 +109,15 @@ static int RunWindow()
     return nStatus;
 }
 
+/** Before there is a second thread, so that it holds for all. */
+static void StopFetching()
+{
+    if (const int nError = CCloudFile::StopFetching()) {
+        g_TarnwickLog.LogExt(QStringLiteral("The system may fetch what is only in iCloud: ")
+                             + qt_error_string(nError));
+    }
+}
+
 /** Before there is an application object, which takes the factors from its environment. */
 static void DropSmallFactors()
 {
@@ -123,6 +133,7 @@ int CStartUp::Run(int& nArgc, char** ppArgv)
 {
     CFileNameCodec::Install();
     g_TarnwickLog.KeepEarlyLines();
+    StopFetching();
     CWriteSignals::Ignore();
     CMessageRelay::Install();
     // Never deleted: it is asked once, before there is an application to own it.

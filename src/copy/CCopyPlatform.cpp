@@ -1,5 +1,6 @@
 #include "copy/CCopyPlatform.h"
 
+#include "files/CCloudFile.h"
 #include "files/CFileName.h"
 
 #include <array>
@@ -28,6 +29,7 @@ STFileState CCopyPlatform::State(const struct stat& stRaw)
     const struct timespec stModified = ModifiedTime(stRaw);
     STFileState stState;
     stState.enKind = Kind(stRaw.st_mode);
+    stState.bOnlyInCloud = CCloudFile::IsOnlyInCloud(stRaw);
     stState.bRemoved = stRaw.st_nlink == 0;
     stState.nDevice = quint64(stRaw.st_dev);
     stState.nInode = quint64(stRaw.st_ino);
@@ -74,6 +76,23 @@ std::optional<STFileState> CCopyPlatform::GetOpenState(int nDescriptor)
         return std::nullopt;
     }
     return State(stRaw);
+}
+
+static qint64 ReadableBytes(const struct stat& stRaw)
+{
+    return CCloudFile::IsOnlyInCloud(stRaw) ? 0 : qint64(stRaw.st_size);
+}
+
+qint64 CCopyPlatform::SizeOf(const QString& strPath)
+{
+    struct stat stRaw;
+    return stat(CFileName::Encode(strPath).constData(), &stRaw) == 0 ? ReadableBytes(stRaw) : 0;
+}
+
+qint64 CCopyPlatform::SizeOf(int nFolder, const char* pszName)
+{
+    struct stat stRaw;
+    return fstatat(nFolder, pszName, &stRaw, 0) == 0 ? ReadableBytes(stRaw) : 0;
 }
 
 bool CCopyPlatform::Exists(const QString& strPath)

@@ -24,6 +24,7 @@ struct STFileState
 {
     ENFileKind enKind = ENFileKind::REGULAR;
     bool bRemoved = false; ///< no name leads to the file any more
+    bool bOnlyInCloud = false; ///< what it holds is not on this machine, and is not to be read
     quint64 nDevice = 0; ///< identifies the file system while it is mounted
     quint64 nInode = 0; ///< identifies the file there while it exists
     unsigned nPermissions = 0; ///< the bits for owner, group and others, 0 to 0777
@@ -88,6 +89,15 @@ public:
 
     /** What the disk that holds the path can hold; the initial values where it does not say. */
     static STDiskRules GetDiskRules(const QString& strPath);
+
+    /**
+     * Bytes that a read of what the path leads to gives: none of what is only in the cloud, or
+     * cannot be asked for.
+     */
+    static qint64 SizeOf(const QString& strPath);
+
+    /** The same of the entry pszName of an open folder. */
+    static qint64 SizeOf(int nFolder, const char* pszName);
 
     /** Whether the path leads to anything, links followed. */
     static bool Exists(const QString& strPath);

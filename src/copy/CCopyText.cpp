@@ -155,6 +155,8 @@ static QString ErrorText(const STCopyItem& stItem)
     case ENOTCONN:
     case ESTALE:
         return CCopyText::tr("The disk is not connected any more.");
+    case EDEADLK: // a Mac is not to fetch what it keeps elsewhere
+        return CCopyText::tr("Its contents are only in iCloud, not on this Mac.");
     case EEXIST:
     case ENOTDIR:
         return CCopyText::tr("Something else of that name is in its place.");

@@ -109,8 +109,10 @@ void CDiskCopy::File(const STDiskEntry& stFile)
     m_work.ItemBegins(strSource);
     const std::optional<STCopyReason> stReason = m_listFolder.constLast().stReason;
     const qint64 nSize = stFile.stState.nSize;
-    if (nSize > m_entries.Rules().nMostFileBytes) {
-        // The total that the progress is of has no such file in it.
+    // The total that the progress is of has no such files in it.
+    if (stFile.stState.bOnlyInCloud) {
+        m_work.BookProblem(STCopyOutcome::Missing(strSource, STCopyReason::OnlyInCloud(), 0));
+    } else if (nSize > m_entries.Rules().nMostFileBytes) {
         m_work.BookProblem(STCopyOutcome::Missing(strSource, stReason.value_or(TooLarge()), nSize));
     } else if (stReason) {
         BookMissing(strSource, *stReason, nSize);

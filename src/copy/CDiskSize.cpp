@@ -38,6 +38,9 @@ void CDiskSize::EndFolder(const STDiskEntry& /*stFolder*/) { }
 
 void CDiskSize::File(const STDiskEntry& stFile)
 {
+    if (stFile.stState.bOnlyInCloud) {
+        return;
+    }
     const qint64 nBytes = qMax<qint64>(0, stFile.stState.nSize);
     if (nBytes > m_stRules.nMostFileBytes) {
         ++m_stSize.nTooLarge;

@@ -21,14 +21,6 @@ static STCopyReason CannotOpen(int nError)
     return {ENCopyProblem::SOURCE_OPEN, QStringLiteral("it cannot be looked at"), nError};
 }
 
-static STCopyReason CannotList(bool bBegun, int nError)
-{
-    return {ENCopyProblem::FOLDER_READ,
-            bBegun ? QStringLiteral("its contents cannot be listed to the end")
-                   : QStringLiteral("its contents cannot be listed"),
-            nError};
-}
-
 /** The longest path that the system takes has room for its end, too. */
 static bool IsTooLong(const QByteArray& baPath) { return baPath.size() >= PATH_MAX; }
 
@@ -120,7 +112,7 @@ void CDiskWalk::LeaveOutItem(const STTickedItem& stItem)
     const QByteArray baName = root.Path() + "/.";
     const STDiskEntry stEntry = {AT_FDCWD, baName.constData(), root.Path(), root.Name(), *stState};
     if (m_visitor.BeginFolder(stEntry)) {
-        m_visitor.LeftOut(stItem.strPath, CannotList(false, root.Error()));
+        m_visitor.LeftOut(stItem.strPath, STCopyReason::CannotList(false, root.Error()));
         m_visitor.EndFolder(stEntry);
     }
 }
@@ -220,7 +212,7 @@ bool CDiskWalk::MayEnter(const STDiskEntry& stFolder, bool bItem)
 {
     const STFileId stId = STFileId::Of(stFolder.stState);
     if (IsTooLong(stFolder.baPath)) {
-        LeaveOut(stFolder.baPath, CannotList(false, ENAMETOOLONG));
+        LeaveOut(stFolder.baPath, STCopyReason::CannotList(false, ENAMETOOLONG));
         return false;
     }
     if (m_setEntered.Contains(stId) || (!bItem && m_setTicked.Contains(stId))) {
@@ -252,9 +244,14 @@ void CDiskWalk::Enter(const STDiskEntry& stFolder, const QVector<STFileId>& list
         m_visitor.EndFolder(stFolder);
         return;
     }
+    if (stFolder.stState.bOnlyInCloud) {
+        LeaveOut(stFolder.baPath, STCopyReason::OnlyInCloud());
+        m_visitor.EndFolder(stFolder);
+        return;
+    }
     auto pReader = std::make_unique<CFolderReader>(stFolder.nFolder, stFolder.pszName);
     if (!pReader->IsOpen()) {
-        LeaveOut(stFolder.baPath, CannotList(false, pReader->Error()));
+        LeaveOut(stFolder.baPath, STCopyReason::CannotList(false, pReader->Error()));
         m_visitor.EndFolder(stFolder);
         return;
     }
@@ -316,7 +313,7 @@ void CDiskWalk::List(STWalkFolder& stFolder)
         }
     }
     if (!m_bEnded && reader.Error() != 0) {
-        LeaveOut(stFolder.stEntry.baPath, CannotList(true, reader.Error()));
+        LeaveOut(stFolder.stEntry.baPath, STCopyReason::CannotList(true, reader.Error()));
     }
 }
 
@@ -394,7 +391,7 @@ void CDiskWalk::Leave()
     if (m_listFolder.size() > 1 && GoesOn()) {
         STWalkFolder& stAbove = *m_listFolder[m_listFolder.size() - 2];
         if (stAbove.Descriptor() == -1 && !Reopen(stAbove, stLast) && !m_bEnded) {
-            LeaveOut(stAbove.stEntry.baPath, CannotList(true, errno));
+            LeaveOut(stAbove.stEntry.baPath, STCopyReason::CannotList(true, errno));
             stAbove.baWaiting.clear();
             stAbove.nNext = 0;
         }

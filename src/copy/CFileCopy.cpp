@@ -78,6 +78,11 @@ bool CFileCopy::LookAtSource()
         m_stFound = CCopyPlatform::GetPathState(m_stOutcome.strPath);
         m_stOutcome.bLeavesVolume = m_stFound && m_stFound->nDevice != nDevice;
     }
+    if (m_stFound && m_stFound->bOnlyInCloud) {
+        m_stOutcome.nExpected = 0;
+        Fail(STCopyReason::OnlyInCloud());
+        return false;
+    }
     const bool bFile = m_stFound && m_stFound->enKind == ENFileKind::REGULAR;
     m_stOutcome.nExpected = bFile ? m_stFound->nSize : m_listed.size();
     if (m_stFound && m_stFound->enKind == ENFileKind::SPECIAL) {

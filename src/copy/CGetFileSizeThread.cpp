@@ -1,5 +1,6 @@
 #include "copy/CGetFileSizeThread.h"
 
+#include "copy/CCopyPlatform.h"
 #include "tree/CDirListing.h"
 #include "tree/CDirNode.h"
 
@@ -11,7 +12,6 @@
 #include <chrono>
 #include <limits>
 #include <mutex>
-#include <sys/stat.h>
 #include <utility>
 
 // Asking whether to end takes a lock, and asking a disk the change to another
@@ -43,13 +43,6 @@ static qint64 Sum(qint64 nTotal, qint64 nBytes)
     // A volume that has just gone has the capacity -1, and files with holes may
     // claim more than a disk can hold.
     return nTotal + qBound(qint64(0), nBytes, std::numeric_limits<qint64>::max() - nTotal);
-}
-
-/** The bytes of a file; 0 when it cannot be asked. */
-static qint64 SizeOf(int nFolder, const char* pszName)
-{
-    struct stat status;
-    return fstatat(nFolder, pszName, &status, 0) == 0 ? status.st_size : 0;
 }
 
 /** How far the count is; shared with what asks disks, which may outlast the worker. */
@@ -204,7 +197,7 @@ bool CGetFileSizeThread::ListFolder(CDirNode& node)
                 pProgress->Note();
                 *pEnded = *pEnded || QThread::currentThread()->isInterruptionRequested();
             }
-            stListed.nBytes = Sum(stListed.nBytes, *pEnded ? 0 : SizeOf(nFolder, pszName));
+            stListed.nBytes = Sum(stListed.nBytes, *pEnded ? 0 : CCopyPlatform::SizeOf(nFolder, pszName));
         };
         stListed.stListing
             = CDirNode::ListForCopy(stFolder, bTicked ? PFNListedFile(fnAdd) : PFNListedFile());
@@ -225,7 +218,7 @@ void CGetFileSizeThread::AddFiles(QStringList& listFile)
     const auto fnSizes = [listPath = std::exchange(listFile, QStringList())] {
         QVector<qint64> listSize;
         for (const QString& strPath : listPath) {
-            listSize.append(QFileInfo(strPath).size());
+            listSize.append(CCopyPlatform::SizeOf(strPath));
         }
         return listSize;
     };

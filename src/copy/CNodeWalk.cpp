@@ -157,20 +157,24 @@ void CNodeWalk::CopyChild(CDirNode& child)
 }
 
 /**
- * The reason why a folder is not to be entered: a link has taken its place. Notes a
- * link that leads to another volume, once for all that is below it. The node is
- * looked at before the disk and not afterwards.
+ * The reason why a folder is not to be entered: a link has taken its place, or what is in
+ * it would have to be fetched. Notes a link that leads to another volume, once for all
+ * that is below it. The node is looked at before the disk and not afterwards.
  */
 std::optional<STCopyReason> CNodeWalk::LookAtFolder(const CDirNode& node)
 {
     const QString strPath = node.m_fileInfo.absoluteFilePath();
     const bool bLink = node.m_bLink;
     const bool bVolume = node.m_pParent == &m_root;
+    const bool bNothingListed = node.m_listChild.isEmpty();
     if (bVolume) {
         return std::nullopt; // a volume may be a link to where it is mounted
     }
     m_work.StepBegins(ENCopyStep::READING);
     const std::optional<STFileState> stEntry = CCopyPlatform::GetEntryState(strPath);
+    if (stEntry && stEntry->bOnlyInCloud && bNothingListed) {
+        return STCopyReason::OnlyInCloud();
+    }
     if (!stEntry || stEntry->enKind != ENFileKind::LINK) {
         return std::nullopt;
     }

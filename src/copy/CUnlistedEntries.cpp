@@ -39,10 +39,7 @@ std::optional<STCopyOutcome> CUnlistedEntries::Next()
     if (m_bEnded || m_folder.Error() == 0) {
         return std::nullopt;
     }
-    return Folder({ENCopyProblem::FOLDER_READ,
-                   m_folder.IsOpen() ? QStringLiteral("its contents cannot be listed to the end")
-                                     : QStringLiteral("its contents cannot be listed"),
-                   m_folder.Error()});
+    return Folder(STCopyReason::CannotList(m_folder.IsOpen(), m_folder.Error()));
 }
 
 STCopyReason CUnlistedEntries::NothingListed() const

@@ -43,6 +43,18 @@ struct STCopyReason
                 nError};
     }
 
+    /** The contents of a folder cannot be listed, or, when that was begun, not to the end. */
+    static STCopyReason CannotList(bool bBegun, int nError)
+    {
+        if (nError == EDEADLK) { // by which a system says that it would have to fetch them
+            return OnlyInCloud();
+        }
+        return {ENCopyProblem::FOLDER_READ,
+                bBegun ? QStringLiteral("its contents cannot be listed to the end")
+                       : QStringLiteral("its contents cannot be listed"),
+                nError};
+    }
+
     /** The source has another content than when it was begun, and nSize bytes now. */
     static STCopyReason SourceChanged(qint64 nSize)
     {

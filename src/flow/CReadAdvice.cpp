@@ -1,5 +1,6 @@
 #include "flow/CReadAdvice.h"
 
+#include "files/CCloudFile.h"
 #include "files/CFolderReader.h"
 
 #include <cerrno>
@@ -15,7 +16,7 @@ STSourceFile CReadAdvice::Open(const QByteArray& baPath, quint64 nDevice)
         stFile.nError = errno;
         return stFile;
     }
-    if (!S_ISREG(stRaw.st_mode) || stRaw.st_size <= 0) {
+    if (!S_ISREG(stRaw.st_mode) || stRaw.st_size <= 0 || CCloudFile::IsOnlyInCloud(stRaw)) {
         return stFile;
     }
     stFile.nDevice = quint64(stRaw.st_dev);
@@ -45,7 +46,7 @@ STSourceFolder CReadAdvice::List(const QByteArray& baPath, quint64 nDevice, int 
         stFolder.nError = errno;
         return stFolder;
     }
-    if (!S_ISDIR(stRaw.st_mode) || quint64(stRaw.st_dev) != nDevice) {
+    if (!S_ISDIR(stRaw.st_mode) || quint64(stRaw.st_dev) != nDevice || CCloudFile::IsOnlyInCloud(stRaw)) {
         stFolder.bWhole = true;
         return stFolder;
     }

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstring>
+#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/mount.h>
@@ -130,6 +131,12 @@ extern "C" int fsync_volume_np(int nDescriptor, int nFlags)
     return CFakeFiles::Called("fsync_volume_np", CFakeFiles::PathOf(nDescriptor), strFlags);
 }
 
+extern "C" int setiopolicy_np(int nType, int nScope, int nPolicy)
+{
+    const QString strArguments = QStringLiteral("%1 %2 %3").arg(nType).arg(nScope).arg(nPolicy);
+    return Result(CFakeFiles::Called("setiopolicy_np", strArguments));
+}
+
 extern "C" void FakeSync() { CFakeFiles::Called("sync", QString()); }
 
 extern "C" int FakeFcntl(int nDescriptor, int nCommand, ...)
@@ -220,6 +227,18 @@ int fstat(int nDescriptor, struct stat* pState) noexcept
 {
     static const auto s_pfn = Next<int (*)(int, struct stat*)>("fstat");
     return WithFlags(s_pfn(nDescriptor, pState), pState);
+}
+
+// A folder that is in the cloud alone is not to be fetched.
+struct dirent* readdir(DIR* pFolder)
+{
+    static const auto s_pfn = Next<struct dirent* (*)(DIR*)>("readdir");
+    struct stat stRaw = {};
+    if (fstat(dirfd(pFolder), &stRaw) == 0 && (stRaw.st_flags & SF_DATALESS) != 0) {
+        errno = EDEADLK;
+        return nullptr;
+    }
+    return s_pfn(pFolder);
 }
 
 int fstatat(int nFolder, const char* pszPath, struct stat* pState, int nFlags) noexcept

@@ -11,6 +11,11 @@
 #define st_flags __glibc_reserved[0]
 #define SF_DATALESS 0x40000000
 
+#define IOPOL_TYPE_VFS_MATERIALIZE_DATALESS_FILES 3
+#define IOPOL_SCOPE_PROCESS 0
+#define IOPOL_MATERIALIZE_DATALESS_FILES_OFF 1
+extern "C" int setiopolicy_np(int nType, int nScope, int nPolicy);
+
 #define SYNC_VOLUME_FULLSYNC 0x01
 #define SYNC_VOLUME_WAIT 0x02
 extern "C" int sync_volume_np(const char* pszPath, int nFlags);
