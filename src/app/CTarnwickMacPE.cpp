@@ -3,12 +3,15 @@
 #include "app/CSmallScreen.h"
 #include "copy/CCopyFileThread.h"
 #include "disk/CDestinationDiscovery.h"
+#include "disk/platform/CVolumeBus.h"
 #include "disk/platform/CVolumeFolder.h"
+#include "files/CAsideQuestion.h"
 #include "kit/CDecorationAccess.h"
 #include "kit/CSkinMgr.h"
 #include "kit/CSkinPicture.h"
 #include "kit/KvMessageBox.h"
 #include "kit/SkinFont.h"
+#include "log/CLogTarnwick.h"
 #include "settings/CLanguageSetting.h"
 #include "ui_CTarnwickMacPE.h"
 
@@ -25,6 +28,8 @@ static const int PAGE_COPY = 1;
 static const int AWAKE_SECONDS = 2592000;
 static const int START_TIMEOUT_MS = 30000;
 static const int REPORT_WAIT_MS = 300;
+// The system tells a bus from its own books, at once.
+static const std::chrono::milliseconds BUS_WAIT(300);
 
 CTarnwickMacPE::CTarnwickMacPE(QWidget* pParent)
     : QMainWindow(pParent)
@@ -118,6 +123,21 @@ QString CTarnwickMacPE::PendingPath(const QStringList& listName) const
     return ListedDiskPath(DiskEventPath(*m_pDiskEvent), listPath);
 }
 
+/**
+ * True for a volume that certainly lies on no USB disk, such as an internal one that is
+ * unlocked meanwhile: it is something to copy from, and the next search lists it so.
+ */
+static bool IsOnOtherBus(const QString& strPath)
+{
+    using Question = CAsideQuestion<std::optional<bool>>;
+    const auto bUsb = Question::Ask(BUS_WAIT, [strPath] { return CVolumeBus::IsOnUsb(strPath); });
+    if (!bUsb || bUsb->value_or(true)) {
+        return false;
+    }
+    g_TarnwickLog.LogExt(QStringLiteral("not on USB, no destination: ") + strPath);
+    return true;
+}
+
 void CTarnwickMacPE::SlotDiskChange()
 {
     // A message box below runs an event loop, in which the next disk event may
@@ -129,7 +149,7 @@ void CTarnwickMacPE::SlotDiskChange()
     // A removal is told once for every volume that is left; both receivers bear the repetition.
     for (const QString& strName : listName) {
         if (enType != DISK_EVENT_DISAPPEARED) {
-            if (strVolumes + QLatin1Char('/') + strName == strPath) {
+            if (strVolumes + QLatin1Char('/') + strName == strPath && !IsOnOtherBus(strPath)) {
                 m_pUi->m_pSelFilePage->AddDisk(QFileInfo(strPath));
             }
             continue;

@@ -1,6 +1,7 @@
 #include "disk/CDestinationDiscovery.h"
 
 #include "disk/CInfoQuery.h"
+#include "disk/CMountLook.h"
 #include "disk/platform/CVolumeFolder.h"
 #include "disk/platform/CVolumeInfo.h"
 #include "files/CFileName.h"
@@ -181,6 +182,22 @@ static QVector<STVolume> ListedVolumes()
     return listVolume;
 }
 
+/** What is shown by a search must not come once more as an arrival. */
+static void NoteFound(const QVector<STVolume>& listVolume)
+{
+    CMountLook& look = CMountLook::GetInstance();
+    if (!look.HasBegun()) {
+        return;
+    }
+    // A folder that is no volume may still become one.
+    const QByteArray baOutside = CVolumeInfo::DeviceOf(CDestinationDiscovery::VolumesFolder());
+    for (const STVolume& volume : listVolume) {
+        if (volume.baDevice != baOutside) {
+            look.Listed(CFileName::Encode(volume.strPath));
+        }
+    }
+}
+
 bool CDestinationDiscovery::Scan(const std::function<void(const STVolume&)>& fnFound,
                                  const std::atomic<bool>& bCancelled)
 {
@@ -197,5 +214,9 @@ bool CDestinationDiscovery::Scan(const std::function<void(const STVolume&)>& fnF
         LogVolume(volume);
         fnFound(volume);
     }
-    return !queries.IsCancelled();
+    if (queries.IsCancelled()) {
+        return false;
+    }
+    NoteFound(listVolume);
+    return true;
 }

@@ -1,14 +1,9 @@
 #pragma once
 
+#include "disk/ENDiskEventType.h"
+
 #include <QString>
 #include <QStringList>
-
-/** What happened to a disk or a volume. */
-enum ENDiskEventType : qint32
-{
-    DISK_EVENT_APPEARED = 0,
-    DISK_EVENT_DISAPPEARED = 1
-};
 
 /**
  * One disk event, as it is handed to the callback. It lives only for the

@@ -25,6 +25,20 @@ struct STFakeDevice
     ENFakeProperties enProperties = PROPERTIES_COMPLETE;
 };
 
+/** A mounted volume. */
+struct STFakeMount
+{
+    QByteArray baPoint;
+    QByteArray baDevice;
+};
+
+/** An entry of the registry of devices. */
+struct STFakeEntry
+{
+    QByteArray baClass;
+    STFakeDevice device;
+};
+
 /** The run loop's modes that the tests run it in. */
 enum ENFakeMode
 {
@@ -60,6 +74,12 @@ public:
     /** Runs the calling thread's run loop until it has nothing more to deliver. */
     static void RunLoop(ENFakeMode enMode = MODE_DEFAULT);
 
+    /** All that is mounted; nothing at all where the table cannot be read. At the start there is "/". */
+    static void SetMounts(const QVector<STFakeMount>& listMount);
+
+    /** The media of this name in the registry, and what stands above it, upwards. */
+    static void SetMedia(const QByteArray& baBsdName, const QVector<STFakeEntry>& listEntry);
+
     /** From now on registrations of this kind of notification fail. */
     static void Refuse(const QByteArray& baKind);
 
@@ -84,6 +104,9 @@ public:
 
     /** Uses of objects that were released or never made, one line each. */
     static QStringList Problems();
+
+    /** Objects that the frameworks have left to a pool, and that no pool has freed. */
+    static int LeftToPools();
 
     /** The lines of the platform's log since the last call, without time and process. */
     static QStringList TakeLog();

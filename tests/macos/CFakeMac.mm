@@ -5,9 +5,11 @@
 #import <DiskArbitration/DiskArbitration.h>
 #import <Foundation/NSDebug.h>
 #import <IOKit/IOKitLib.h>
+#include <algorithm>
 #include <cstring>
 #include <deque>
 #include <memory>
+#include <sys/mount.h>
 #include <vector>
 
 // --- What is counted --------------------------------------------------------
@@ -54,6 +56,44 @@ template <typename THandle> static bool Release(const char* pCall, THandle handl
     }
     --it->nReferences;
     return true;
+}
+
+// --- What is left to pools --------------------------------------------------
+
+static QMap<unsigned int, int> s_mapLeft; // by the iterator whose device it was made for, else by 0
+
+/** What a framework makes for itself during a call, and leaves to the pool of whoever calls. */
+@interface CFakeLeft : NSObject {
+    unsigned int m_nOwner;
+}
++ (void)leaveFor:(unsigned int)nOwner;
+@end
+
+@implementation CFakeLeft
+
++ (void)leaveFor:(unsigned int)nOwner
+{
+    CFakeLeft* const pLeft = [[CFakeLeft alloc] init];
+    pLeft->m_nOwner = nOwner;
+    ++s_mapLeft[nOwner];
+    [pLeft autorelease];
+}
+
+- (void)dealloc
+{
+    --s_mapLeft[m_nOwner];
+    [super dealloc];
+}
+
+@end
+
+int CFakeMac::LeftToPools()
+{
+    int nLeft = 0;
+    for (const int nOfOwner : qAsConst(s_mapLeft)) {
+        nLeft += nOfOwner;
+    }
+    return nLeft;
 }
 
 // --- The run loop -----------------------------------------------------------
@@ -150,6 +190,7 @@ static const kern_return_t REFUSED = -1;
 static std::vector<std::unique_ptr<STNotification>> s_listNotification;
 static QVector<STFakeDevice> s_listPresent;
 static QMap<io_object_t, STFakeDevice> s_mapDevice;
+static QMap<io_object_t, io_iterator_t> s_mapIterator; // by the device that it gave
 static QByteArray s_baRefusedKind;
 static unsigned int s_nLastHandle = 0x1000;
 
@@ -165,6 +206,7 @@ CFRunLoopSourceRef IONotificationPortGetRunLoopSource(IONotificationPortRef pPor
 
 CFMutableDictionaryRef IOServiceMatching(const char* pClassName)
 {
+    [CFakeLeft leaveFor:0];
     @autoreleasepool {
         NSString* const pClass = [NSString stringWithUTF8String:pClassName];
         return OwnedDictionary("matching",
@@ -216,11 +258,15 @@ io_object_t IOIteratorNext(io_iterator_t nIterator)
     if (pNotification == nullptr) {
         return 0;
     }
+    if (s_mapLeft.value(nIterator) > 0) {
+        s_listProblem.append("IOIteratorNext before a pool has freed what the device before it has left");
+    }
     if (pNotification->listWaiting.empty()) {
         pNotification->bArmed = true;
         return 0;
     }
     const io_object_t nDevice = Counted("device", ++s_nLastHandle);
+    s_mapIterator.insert(nDevice, nIterator);
     s_mapDevice.insert(nDevice, pNotification->listWaiting.front());
     pNotification->listWaiting.pop_front();
     return nDevice;
@@ -236,6 +282,7 @@ kern_return_t IORegistryEntryGetName(io_registry_entry_t nEntry, io_name_t pName
     if (!IsAlive("IORegistryEntryGetName", "device", nEntry) || s_mapDevice[nEntry].baName.isNull()) {
         return REFUSED;
     }
+    [CFakeLeft leaveFor:s_mapIterator.value(nEntry)];
     std::strncpy(pName, s_mapDevice[nEntry].baName.constData(), sizeof(io_name_t));
     return KERN_SUCCESS;
 }
@@ -282,6 +329,111 @@ kern_return_t IORegistryEntryCreateCFProperties(io_registry_entry_t nEntry,
         *pProperties = OwnedDictionary("properties", pContent);
     }
     return KERN_SUCCESS;
+}
+
+// --- The registry above a media ---------------------------------------------
+
+static const char* const BSD_NAME = "BSD Name";
+
+static QMap<QByteArray, QVector<STFakeEntry>> s_mapMedia;
+static QMap<io_object_t, QVector<STFakeEntry>> s_mapChain; // the entry of this handle and those above
+
+static io_object_t NewEntry(const QVector<STFakeEntry>& listChain)
+{
+    if (listChain.isEmpty()) {
+        return 0;
+    }
+    const io_object_t nEntry = Counted("device", ++s_nLastHandle);
+    s_mapDevice.insert(nEntry, listChain.first().device);
+    s_mapChain.insert(nEntry, listChain);
+    return nEntry;
+}
+
+CFMutableDictionaryRef IOBSDNameMatching(mach_port_t, uint32_t, const char* pBsdName)
+{
+    @autoreleasepool {
+        NSString* const pName = [NSString stringWithUTF8String:pBsdName];
+        NSString* const pKey = [NSString stringWithUTF8String:BSD_NAME];
+        return OwnedDictionary("matching", [NSDictionary dictionaryWithObject:pName forKey:pKey]);
+    }
+}
+
+io_service_t IOServiceGetMatchingService(mach_port_t, CFDictionaryRef pMatching)
+{
+    [CFakeLeft leaveFor:0];
+    if (!IsAlive("IOServiceGetMatchingService", "matching", pMatching)) {
+        return 0;
+    }
+    // The dictionary is taken over in every case.
+    Release("IOServiceGetMatchingService", pMatching);
+    @autoreleasepool {
+        NSString* const pKey = [NSString stringWithUTF8String:BSD_NAME];
+        return NewEntry(s_mapMedia.value([[(NSDictionary*)pMatching objectForKey:pKey] UTF8String]));
+    }
+}
+
+boolean_t IOObjectConformsTo(io_object_t nObject, const io_name_t pClassName)
+{
+    return IsAlive("IOObjectConformsTo", "device", nObject)
+        && s_mapChain[nObject].first().baClass == pClassName;
+}
+
+kern_return_t IORegistryEntryGetParentEntry(io_registry_entry_t nEntry, const io_name_t pPlane,
+                                            io_registry_entry_t* pParent)
+{
+    if (!IsAlive("IORegistryEntryGetParentEntry", "device", nEntry) || qstrcmp(pPlane, "IOService") != 0
+        || s_mapChain[nEntry].size() < 2) {
+        return REFUSED;
+    }
+    *pParent = NewEntry(s_mapChain[nEntry].mid(1));
+    return KERN_SUCCESS;
+}
+
+void CFakeMac::SetMedia(const QByteArray& baBsdName, const QVector<STFakeEntry>& listEntry)
+{
+    s_mapMedia.insert(baBsdName, listEntry);
+}
+
+// --- What is mounted --------------------------------------------------------
+
+static QVector<STFakeMount> s_listMount{{"/", "/dev/disk1s5"}};
+
+void CFakeMac::SetMounts(const QVector<STFakeMount>& listMount) { s_listMount = listMount; }
+
+static void Describe(const STFakeMount& mount, struct statfs* pVolume)
+{
+    qstrncpy(pVolume->f_mntonname, mount.baPoint.constData(), sizeof(pVolume->f_mntonname));
+    qstrncpy(pVolume->f_mntfromname, mount.baDevice.constData(), sizeof(pVolume->f_mntfromname));
+}
+
+/** The volume that holds the path. */
+int statfs(const char* pPath, struct statfs* pVolume)
+{
+    const QByteArray baPath = QByteArray(pPath) + '/';
+    const STFakeMount* pBest = nullptr;
+    for (const STFakeMount& mount : qAsConst(s_listMount)) {
+        const bool bHolds = mount.baPoint == "/" || baPath.startsWith(mount.baPoint + '/');
+        if (bHolds && (pBest == nullptr || pBest->baPoint.size() < mount.baPoint.size())) {
+            pBest = &mount;
+        }
+    }
+    if (pBest == nullptr) {
+        return -1;
+    }
+    Describe(*pBest, pVolume);
+    return 0;
+}
+
+int getfsstat(struct statfs* pVolumes, int nBytes, int nFlags)
+{
+    if (nFlags != MNT_NOWAIT) {
+        s_listProblem.append("getfsstat waits for the disks");
+    }
+    const int nCount = std::min(nBytes / int(sizeof(struct statfs)), s_listMount.size());
+    for (int i = 0; i < nCount; ++i) {
+        Describe(s_listMount[i], &pVolumes[i]);
+    }
+    return s_listMount.isEmpty() ? -1 : nCount;
 }
 
 static void Wait(const char* pKind, const QVector<STFakeDevice>& listDevice)
@@ -350,6 +502,7 @@ static bool s_bRefuseSessions = false;
 
 DASessionRef DASessionCreate(CFAllocatorRef)
 {
+    [CFakeLeft leaveFor:0];
     if (s_bRefuseSessions) {
         return nullptr;
     }
@@ -445,6 +598,7 @@ static double s_fScreenWidth = 0;
 
 - (NSNotificationCenter*)notificationCenter
 {
+    [CFakeLeft leaveFor:0];
     static NSNotificationCenter* const s_pCentre = [[NSNotificationCenter alloc] init];
     return s_pCentre;
 }

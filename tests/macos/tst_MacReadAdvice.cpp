@@ -16,6 +16,7 @@ static QByteArrayList s_listCall;
 static bool s_bTaken = true;
 static QVector<struct statfs> s_listVolume;
 static QMap<QByteArray, unsigned> s_mapNumber;
+static bool s_bWaits = false; // for disks
 
 extern "C" int FakeFcntl(int nDescriptor, int nCall, ...)
 {
@@ -37,8 +38,9 @@ extern "C" int FakeFcntl(int nDescriptor, int nCall, ...)
     return s_bTaken ? 0 : -1;
 }
 
-int getfsstat(struct statfs* pVolumes, int nBytes, int /*nFlags*/)
+int getfsstat(struct statfs* pVolumes, int nBytes, int nFlags)
 {
+    s_bWaits = s_bWaits || nFlags != MNT_NOWAIT;
     const int nCount = qMin(nBytes / int(sizeof(struct statfs)), s_listVolume.count());
     std::copy_n(s_listVolume.constBegin(), nCount, pVolumes);
     return nCount;
@@ -60,6 +62,7 @@ class tst_MacReadAdvice : public QObject
 
 private slots:
     void init();
+    void cleanup();
     void calls();
     void refused();
     void disks_data();
@@ -74,6 +77,8 @@ void tst_MacReadAdvice::init()
     s_listVolume.clear();
     s_mapNumber = {{"vm.page_free_count", 1000}, {"vm.pagesize", 16384}};
 }
+
+void tst_MacReadAdvice::cleanup() { QVERIFY(!s_bWaits); }
 
 void tst_MacReadAdvice::calls()
 {

@@ -13,6 +13,7 @@ struct STVolume
 };
 
 static QVector<STVolume> s_listVolume;
+static bool s_bWaits = false; // for disks
 
 static void Fill(const STVolume& volume, struct statfs* pVolume)
 {
@@ -32,8 +33,9 @@ int statfs(const char* pPath, struct statfs* pVolume)
     return -1;
 }
 
-int getfsstat(struct statfs* pVolumes, int nBytes, int)
+int getfsstat(struct statfs* pVolumes, int nBytes, int nFlags)
 {
+    s_bWaits = s_bWaits || nFlags != MNT_NOWAIT;
     const int nRoom = nBytes / int(sizeof(struct statfs));
     const int nCount = std::min(nRoom, s_listVolume.size());
     for (int i = 0; i < nCount; ++i) {
@@ -49,7 +51,10 @@ class tst_MacVolumeInfo : public QObject
 
 private slots:
     void init();
+    void cleanup();
     void deviceOfAVolume();
+    void devicesOfDriversInUserSpace_data();
+    void devicesOfDriversInUserSpace();
     void mountPoints_data();
     void mountPoints();
     void noTable();
@@ -57,12 +62,36 @@ private slots:
 
 void tst_MacVolumeInfo::init() { s_listVolume.clear(); }
 
+void tst_MacVolumeInfo::cleanup() { QVERIFY(!s_bWaits); }
+
 void tst_MacVolumeInfo::deviceOfAVolume()
 {
     s_listVolume = {{"/", "/dev/disk1s5"}, {"/Volumes/Bücher", "/dev/disk2s1"}};
     QCOMPARE(CVolumeInfo::DeviceOf("/"), QByteArray("/dev/disk1s5"));
     QCOMPARE(CVolumeInfo::DeviceOf("/Volumes/Bücher"), QByteArray("/dev/disk2s1"));
     QCOMPARE(CVolumeInfo::DeviceOf("/Volumes/gone"), QByteArray());
+}
+
+void tst_MacVolumeInfo::devicesOfDriversInUserSpace_data()
+{
+    QTest::addColumn<QByteArray>("baMounted");
+    QTest::addColumn<QByteArray>("baDevice");
+    const auto fnRow = [](const char* pRow, const char* pMounted, const char* pDevice) {
+        QTest::newRow(pRow) << QByteArray(pMounted) << QByteArray(pDevice);
+    };
+    fnRow("FAT", "msdos://disk4s1/NO%20NAME/", "/dev/disk4s1");
+    fnRow("exFAT, whole disk", "exfat://disk14/", "/dev/disk14");
+    fnRow("cut short", "msdos://disk4s1", "msdos://disk4s1");
+    fnRow("another host", "smb://server/disk4s1/", "smb://server/disk4s1/");
+    fnRow("network", "//somebody@server/share", "//somebody@server/share");
+    fnRow("automatic", "map auto_home", "map auto_home");
+}
+
+void tst_MacVolumeInfo::devicesOfDriversInUserSpace()
+{
+    QFETCH(QByteArray, baMounted);
+    s_listVolume = {{"/Volumes/STICK", baMounted}};
+    QTEST(CVolumeInfo::DeviceOf("/Volumes/STICK"), "baDevice");
 }
 
 void tst_MacVolumeInfo::mountPoints_data()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "disk/platform/linux/STDiskEvent.h"
+#include "disk/platform/STDiskEvent.h"
 
 #include <QByteArray>
 #include <QSet>

@@ -3,6 +3,7 @@
 #include "disk/platform/IDiskEventSource.h"
 #include "disk/platform/macos/DeviceWatch.h"
 #include "disk/platform/macos/DiskSession.h"
+#include "disk/platform/macos/MountWatch.h"
 #include "disk/platform/macos/USBListen.h"
 #include "log/CLogTarnwick.h"
 
@@ -37,9 +38,19 @@ static void StartDiskSession(CDiskListener* pListener)
     }
 }
 
+static void StartMountWatch(CDiskListener* pListener)
+{
+    if (!WatchMounts(pListener)) {
+        ReportLeftOut(QStringLiteral("No table of mounts: volumes are noticed by the workspace alone"));
+    }
+}
+
 namespace {
 
-/** Devices from the registry, disks from the arbitration session, volumes from the workspace. */
+/**
+ * Devices from the registry, disks from the arbitration session, volumes from the workspace;
+ * and from the table of mounts where the workspace does not tell of them.
+ */
 class CMacDiskEventSource : public IDiskEventSource
 {
 public:
@@ -50,6 +61,7 @@ public:
             StartDeviceWatches(&listener);
             StartDiskSession(&listener);
             [[USBListen share] listen:&listener];
+            StartMountWatch(&listener);
         }
     }
 };

@@ -1,6 +1,7 @@
 #include "disk/platform/macos/DeviceWatch.h"
 
 #include "disk/CDiskListener.h"
+#include "disk/platform/macos/DeviceBus.h"
 #include "disk/platform/macos/RemovedPath.h"
 
 #import <CoreFoundation/CoreFoundation.h>
@@ -53,34 +54,6 @@ bool WatchDeviceArrivals(CDiskListener* pListener) { return Watch(ARRIVAL, &iAtt
 
 bool WatchDeviceRemovals(CDiskListener* pListener) { return Watch(REMOVAL, &iDetached, pListener); }
 
-static bool IsA(CFTypeRef pValue, Class pClass)
-{
-    return pValue != nullptr && [(id)pValue isKindOfClass:pClass];
-}
-
-static bool SaysUsb(CFDictionaryRef pProperties)
-{
-    const CFTypeRef pProtocol = CFDictionaryGetValue(pProperties, CFSTR("Protocol Characteristics"));
-    if (!IsA(pProtocol, [NSDictionary class])) {
-        return false;
-    }
-    const CFTypeRef pBus = CFDictionaryGetValue((CFDictionaryRef)pProtocol, CFSTR("Physical Interconnect"));
-    return IsA(pBus, [NSString class])
-        && CFStringCompare((CFStringRef)pBus, CFSTR("USB"), kCFCompareCaseInsensitive) == kCFCompareEqualTo;
-}
-
-static bool IsConnectedByUsb(io_object_t nDevice)
-{
-    CFMutableDictionaryRef pProperties = nullptr;
-    if (IORegistryEntryCreateCFProperties(nDevice, &pProperties, kCFAllocatorDefault, 0) != KERN_SUCCESS
-        || pProperties == nullptr) {
-        return false;
-    }
-    const bool bUsb = SaysUsb(pProperties);
-    CFRelease(pProperties);
-    return bUsb;
-}
-
 static void LogDevice(io_object_t nDevice)
 {
     char name[NAME_SIZE] = "";
@@ -100,7 +73,7 @@ void iAttached(void* pContext, unsigned int nIterator)
             char path[PATH_SIZE] = {};
             IORegistryEntryGetPath(nDevice, USB_PLANE, path);
             LogDevice(nDevice);
-            if (IsConnectedByUsb(nDevice)) {
+            if (IsConnectedByUsb(nDevice).value_or(false)) {
                 static_cast<CDiskListener*>(pContext)->OnDiskChanged(DISK_EVENT_APPEARED, path);
             }
             IOObjectRelease(nDevice);
@@ -116,7 +89,7 @@ void iDetached(void* pContext, unsigned int nIterator)
     while (const io_object_t nDevice = IOIteratorNext(nIterator)) {
         @autoreleasepool {
             LogDevice(nDevice);
-            if (IsConnectedByUsb(nDevice)) {
+            if (IsConnectedByUsb(nDevice).value_or(false)) {
                 // A device that is gone has no path any more.
                 static_cast<CDiskListener*>(pContext)->OnDiskChanged(DISK_EVENT_DISAPPEARED, REMOVED_PATH);
             }

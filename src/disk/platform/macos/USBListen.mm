@@ -1,6 +1,7 @@
 #include "disk/platform/macos/USBListen.h"
 
 #include "disk/CDiskListener.h"
+#include "disk/CMountLook.h"
 
 #import <AppKit/AppKit.h>
 
@@ -8,6 +9,17 @@
 static const char* MountPoint(NSNotification* pNotification)
 {
     return [[[pNotification userInfo] objectForKey:@"NSDevicePath"] UTF8String];
+}
+
+static void Report(CDiskListener* pListener, ENDiskEventType enType, const char* pPath)
+{
+    if (pListener == nullptr || pPath == nullptr) {
+        return;
+    }
+    // A look at the mounts that came first has told it already.
+    if (CMountLook::GetInstance().Hear(enType, pPath)) {
+        pListener->OnDiskChanged(enType, pPath);
+    }
 }
 
 @implementation USBListen
@@ -37,17 +49,13 @@ static const char* MountPoint(NSNotification* pNotification)
 - (void)volumeDidMount:(NSNotification*)pNotification
 {
     NSLog(@"volumeDidMount:%@", pNotification);
-    if (_delegate != nullptr) {
-        _delegate->OnDiskChanged(DISK_EVENT_APPEARED, MountPoint(pNotification));
-    }
+    Report(_delegate, DISK_EVENT_APPEARED, MountPoint(pNotification));
 }
 
 - (void)volumeDidUnmount:(NSNotification*)pNotification
 {
     NSLog(@"volumeDidUnmount:%@", pNotification);
-    if (_delegate != nullptr) {
-        _delegate->OnDiskChanged(DISK_EVENT_DISAPPEARED, MountPoint(pNotification));
-    }
+    Report(_delegate, DISK_EVENT_DISAPPEARED, MountPoint(pNotification));
 }
 
 @end

@@ -7,6 +7,7 @@
 #define fstatfs FakeFstatfs
 #define getfsstat FakeGetfsstat
 #define MNT_LOCAL 0x1000
+#define MNT_WAIT 1
 #define MNT_NOWAIT 2
 
 struct statfs

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "disk/CDiskListener.h"
+#include "disk/ENDiskEventType.h"
 
 #include <QByteArray>
 
