@@ -605,6 +605,7 @@ static double s_fScreenWidth = 0;
 
 - (BOOL)openFile:(NSString*)pPath
 {
+    [CFakeLeft leaveFor:0];
     s_listOpened.append(QString::fromUtf8([pPath UTF8String]));
     return YES;
 }
@@ -615,6 +616,7 @@ static double s_fScreenWidth = 0;
 
 + (NSScreen*)mainScreen
 {
+    [CFakeLeft leaveFor:0];
     static NSScreen* const s_pMain = [[NSScreen alloc] init];
     return s_bScreen ? s_pMain : nil;
 }

@@ -9,6 +9,7 @@ class tst_MacScreenPixel : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup();
     void width_data();
     void width();
     void noScreen();
@@ -17,6 +18,9 @@ private slots:
     void theTitleHookDoesNothing();
     void theSecurityPaneIsOpened();
 };
+
+/** There is no pool around. */
+void tst_MacScreenPixel::cleanup() { QCOMPARE(CFakeMac::LeftToPools(), 0); }
 
 void tst_MacScreenPixel::width_data()
 {

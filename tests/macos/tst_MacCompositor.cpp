@@ -1,0 +1,16 @@
+#include "kit/CCompositor.h"
+
+#include <QApplication>
+#include <QTest>
+
+/** A Mac's windows may be translucent, whatever this system has: the test runs where nothing composes them. */
+class tst_MacCompositor : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isThereAlways() { QVERIFY(CCompositor::IsRunning()); }
+};
+
+QTEST_MAIN(tst_MacCompositor)
+#include "tst_MacCompositor.moc"
