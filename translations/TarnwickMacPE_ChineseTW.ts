@@ -618,6 +618,24 @@ Connect one, and it appears here.</source>
     </message>
 </context>
 <context>
+    <name>CSourceNotice</name>
+    <message>
+        <source>%1 is there now: press the round arrow to list it.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>「%1」現在可以使用：請按一下圓形箭頭來列出它。</translation>
+    </message>
+    <message>
+        <source>The users&apos; files are on %1, not on %2.</source>
+        <extracomment>Names of two volumes: where the users&apos; files are, and where the user may be looking for them.</extracomment>
+        <translation>使用者的檔案在「%1」，不在「%2」。</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>「%1」的使用者檔案可能已鎖定：請在「磁碟工具程式」中解鎖，然後按一下圓形箭頭。</translation>
+    </message>
+</context>
+<context>
     <name>CStartSplash</name>
     <message>
         <source>Searching for disks…</source>

@@ -618,6 +618,24 @@ Connect one, and it appears here.</translation>
     </message>
 </context>
 <context>
+    <name>CSourceNotice</name>
+    <message>
+        <source>%1 is there now: press the round arrow to list it.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>%1 is there now: press the round arrow to list it.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files are on %1, not on %2.</source>
+        <extracomment>Names of two volumes: where the users&apos; files are, and where the user may be looking for them.</extracomment>
+        <translation>The users&apos; files are on %1, not on %2.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</translation>
+    </message>
+</context>
+<context>
     <name>CStartSplash</name>
     <message>
         <source>Searching for disks…</source>

@@ -618,6 +618,24 @@ Connectez-en un et il apparaîtra ici.</translation>
     </message>
 </context>
 <context>
+    <name>CSourceNotice</name>
+    <message>
+        <source>%1 is there now: press the round arrow to list it.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>«&#xa0;%1&#xa0;» est maintenant là&#xa0;: cliquez sur la flèche ronde pour l’afficher.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files are on %1, not on %2.</source>
+        <extracomment>Names of two volumes: where the users&apos; files are, and where the user may be looking for them.</extracomment>
+        <translation>Les fichiers des utilisateurs sont sur «&#xa0;%1&#xa0;», pas sur «&#xa0;%2&#xa0;».</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>Fichiers d’utilisateurs de «&#xa0;%1&#xa0;» verrouillés&#xa0;? Déverrouillez-les (Utilitaire de disque), puis flèche ronde.</translation>
+    </message>
+</context>
+<context>
     <name>CStartSplash</name>
     <message>
         <source>Searching for disks…</source>

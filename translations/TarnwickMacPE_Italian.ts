@@ -618,6 +618,24 @@ Collegane uno e apparirà qui.</translation>
     </message>
 </context>
 <context>
+    <name>CSourceNotice</name>
+    <message>
+        <source>%1 is there now: press the round arrow to list it.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>“%1” è ora disponibile: fai clic sulla freccia rotonda per mostrarlo.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files are on %1, not on %2.</source>
+        <extracomment>Names of two volumes: where the users&apos; files are, and where the user may be looking for them.</extracomment>
+        <translation>I file degli utenti sono su “%1”, non su “%2”.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>I file utente di “%1” sono bloccati? Sbloccali in Utility Disco, poi fai clic sulla freccia rotonda.</translation>
+    </message>
+</context>
+<context>
     <name>CStartSplash</name>
     <message>
         <source>Searching for disks…</source>

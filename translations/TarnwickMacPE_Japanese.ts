@@ -618,6 +618,24 @@ Connect one, and it appears here.</source>
     </message>
 </context>
 <context>
+    <name>CSourceNotice</name>
+    <message>
+        <source>%1 is there now: press the round arrow to list it.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>“%1”が接続されました。丸い矢印をクリックすると表示されます。</translation>
+    </message>
+    <message>
+        <source>The users&apos; files are on %1, not on %2.</source>
+        <extracomment>Names of two volumes: where the users&apos; files are, and where the user may be looking for them.</extracomment>
+        <translation>ユーザのファイルは“%2”ではなく“%1”にあります。</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
+        <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
+        <translation>“%1”のユーザのファイルがロック中なら、ディスクユーティリティで解除し、丸い矢印をクリックしてください。</translation>
+    </message>
+</context>
+<context>
     <name>CStartSplash</name>
     <message>
         <source>Searching for disks…</source>

@@ -7,6 +7,7 @@
 #include "kit/KvMessageBox.h"
 #include "log/CClock.h"
 #include "log/CLogTarnwick.h"
+#include "pages/CAsideSearches.h"
 #include "pages/CCompleteChoice.h"
 #include "pages/CDestinationPanel.h"
 #include "pages/CDropDownList.h"
@@ -15,6 +16,7 @@
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileForm.h"
 #include "pages/CSelectionCount.h"
+#include "pages/CSourceNotice.h"
 #include "pages/CTreeNotices.h"
 #include "tree/CFileTreeAccess.h"
 
@@ -31,8 +33,6 @@
 
 // What the end of the page waits for its workers, in all.
 static const int LAST_WAIT_MS = 1000;
-// Searches that no disk answers; more would not be answered either.
-static const size_t MOST_RESCANS = 4;
 
 CSelFileWidget::CSelFileWidget(QWidget* parent)
     : QWidget(parent)
@@ -50,11 +50,8 @@ CSelFileWidget::~CSelFileWidget()
 {
     m_disks.Close();
     const QDeadlineTimer deadline(LAST_WAIT_MS);
-    const auto fnLeft = [&deadline] { return std::chrono::milliseconds(deadline.remainingTime()); };
-    for (const STRescan& rescan : m_listRescan) {
-        rescan.pQuestion->Wait(fnLeft());
-    }
-    m_pCount->Abandon(fnLeft());
+    m_pSearches->Wait(deadline);
+    m_pCount->Abandon(std::chrono::milliseconds(deadline.remainingTime()));
 }
 
 void CSelFileWidget::InitData()
@@ -78,6 +75,12 @@ void CSelFileWidget::InitData()
     m_pCount = std::make_unique<CSelectionCount>(m_pForm->m_pFileTree, m_pSizeThread, m_pWaitView,
                                                  m_pForm->m_pNoticeLine, fnGivenUp);
     m_pDestination = new CDestinationPanel(m_pForm.get(), m_pForm->m_pNoticeLine, this);
+    m_pSearches = new CAsideSearches(
+        [this](const STDiskSearch& search, const QVector<STVolume>& listVolume) {
+            EndSearch(search, listVolume, ENSources::MORE);
+        },
+        this);
+    m_pSourceNotice = new CSourceNotice(m_pForm->m_pNoticeLine, this);
     m_pLastCopy = new CLastCopyNotice(m_pForm->m_pNoticeLine, this);
     m_pTreeNotices = new CTreeNotices(m_pForm.get(), this);
     m_pComplete = new CCompleteChoice(m_pForm->m_pCompleteBox, m_pForm->m_pNoticeLine, this);
@@ -116,18 +119,9 @@ void CSelFileWidget::InitConnect()
 
 // ---------------------------------------------------------------- disks
 
-/** What a search finds; the calling thread waits for each disk. Needs nothing of the page. */
-static QVector<STVolume> Volumes(const STDiskSearch& search)
-{
-    QVector<STVolume> listVolume;
-    CDestinationDiscovery::Scan([&listVolume](const STVolume& volume) { listVolume.append(volume); },
-                                *search.pReplaced);
-    return listVolume;
-}
-
 void CSelFileWidget::OnRefreshClicked()
 {
-    if (m_pCount->IsRunning() || m_listRescan.size() >= MOST_RESCANS) {
+    if (m_pCount->IsRunning() || m_pSearches->IsFull()) {
         return;
     }
     const std::optional<STDiskSearch> search = m_disks.NewSearch();
@@ -137,25 +131,7 @@ void CSelFileWidget::OnRefreshClicked()
     ++m_nMovieRuns;
     m_pRefreshMovie->start();
     BeginSearch(*search);
-    const auto fnAsk = [search = *search] { return Volumes(search); };
-    const auto fnAnswered = [this] {
-        QMetaObject::invokeMethod(
-            this, [this] { EndRescans(); }, Qt::QueuedConnection);
-    };
-    m_listRescan.push_back({*search, std::make_unique<CAsideQuestion<QVector<STVolume>>>(fnAsk, fnAnswered)});
-}
-
-void CSelFileWidget::EndRescans()
-{
-    std::vector<STRescan> listWaiting;
-    std::vector<STRescan> listOver;
-    for (STRescan& rescan : m_listRescan) {
-        (rescan.pQuestion->Get() ? listOver : listWaiting).push_back(std::move(rescan));
-    }
-    m_listRescan = std::move(listWaiting);
-    for (const STRescan& rescan : listOver) {
-        EndSearch(rescan.search, *rescan.pQuestion->Get());
-    }
+    m_pSearches->Begin(*search);
 }
 
 void CSelFileWidget::OnStopMovie()
@@ -185,8 +161,8 @@ void CSelFileWidget::SlotRefreshUSB()
     }
     const STDiskSearch& search = *begun;
     RunOnGui([this, search]() { BeginSearch(search); });
-    const QVector<STVolume> listVolume = Volumes(search);
-    RunOnGui([this, search, listVolume]() { EndSearch(search, listVolume); });
+    const QVector<STVolume> listVolume = CAsideSearches::Volumes(search);
+    RunOnGui([this, search, listVolume]() { EndSearch(search, listVolume, ENSources::FIRST); });
 }
 
 // Until the end of the search the drop-down still shows the disks from before,
@@ -194,11 +170,13 @@ void CSelFileWidget::SlotRefreshUSB()
 void CSelFileWidget::BeginSearch(const STDiskSearch& search)
 {
     if (m_disks.Begin(search)) {
+        m_pSourceNotice->Forget();
         UpdateControls();
     }
 }
 
-void CSelFileWidget::EndSearch(const STDiskSearch& search, const QVector<STVolume>& listVolume)
+void CSelFileWidget::EndSearch(const STDiskSearch& search, const QVector<STVolume>& listVolume,
+                               ENSources enSources)
 {
     QStringList listSource;
     for (const STVolume& volume : listVolume) {
@@ -210,7 +188,12 @@ void CSelFileWidget::EndSearch(const STDiskSearch& search, const QVector<STVolum
     }
     if (m_disks.End(search)) {
         m_pForm->m_pFileTree->Parse(listSource);
+        if (enSources == ENSources::MORE) {
+            m_pForm->m_pFileTree->AddRoots(listSource);
+            m_pTreeNotices->Update();
+        }
         OnRefreshUSB();
+        m_pSourceNotice->Look(listVolume);
     }
     emit SignalStopMovie();
 }
@@ -226,8 +209,11 @@ void CSelFileWidget::AddDisk(const QFileInfo& volume)
 void CSelFileWidget::RemoveDisk(const QString& strPath)
 {
     m_pDestination->Forget(strPath);
+    m_pSourceNotice->Removed(strPath);
     m_disks.Removed(strPath);
 }
+
+void CSelFileWidget::NoteNewSource(const QString& strPath) { m_pSourceNotice->Came(strPath); }
 
 QString CSelFileWidget::GetUsbPath() const { return m_disks.PathOf(GetUsbName()); }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "disk/CDestinationDiscovery.h"
-#include "files/CAsideQuestion.h"
 #include "pages/CDiskList.h"
 
 #include <QList>
@@ -14,8 +13,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
+class CAsideSearches;
 class CCompleteChoice;
 class CDestinationPanel;
 class CDropDownList;
@@ -24,6 +23,7 @@ class CLastCopyNotice;
 class CSearchWaitView;
 class CSelectionCount;
 class CSelFileForm;
+class CSourceNotice;
 class CTreeNotices;
 class QDateTime;
 class QFileInfo;
@@ -68,6 +68,9 @@ public:
 
     /** Paths of the disks in the list, in its order. */
     QStringList DiskPaths() const { return m_disks.Paths(); }
+
+    /** Tells the user of a volume that has come and is no destination: the next search makes it a source. */
+    void NoteNewSource(const QString& strPath);
 
     /** Path of the chosen disk; empty while none is chosen. */
     QString GetUsbPath() const;
@@ -137,11 +140,11 @@ protected:
     void showEvent(QShowEvent* pEvent) override;
 
 private:
-    /** A search that runs aside; what asks keeps all that it needs. */
-    struct STRescan
+    /** Which volumes a search may make sources. */
+    enum class ENSources
     {
-        STDiskSearch search;
-        std::unique_ptr<CAsideQuestion<QVector<STVolume>>> pQuestion; ///< what it has found
+        FIRST, ///< those of the first search that finds one
+        MORE ///< those that have come since as well
     };
 
     void InitData();
@@ -151,8 +154,7 @@ private:
     void OnStopMovie();
     void RunOnGui(std::function<void()> fnStep);
     void BeginSearch(const STDiskSearch& search);
-    void EndSearch(const STDiskSearch& search, const QVector<STVolume>& listVolume);
-    void EndRescans();
+    void EndSearch(const STDiskSearch& search, const QVector<STVolume>& listVolume, ENSources enSources);
     void ShowDisk(const QString& strName);
     void UpdateControls();
     void Enable(QWidget* pControl, bool bEnable);
@@ -168,7 +170,8 @@ private:
     CDropDownList* m_pListWidget = nullptr;
     QMovie* m_pRefreshMovie = nullptr;
     int m_nMovieRuns = 0; // searches that the refresh animation still turns for
-    std::vector<STRescan> m_listRescan; // those that have not ended
+    CAsideSearches* m_pSearches = nullptr; // of the round arrow
+    CSourceNotice* m_pSourceNotice = nullptr;
     CDestinationPanel* m_pDestination = nullptr;
     CTreeNotices* m_pTreeNotices = nullptr;
     CLastCopyNotice* m_pLastCopy = nullptr;

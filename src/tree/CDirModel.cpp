@@ -78,7 +78,6 @@ void CDirModel::SetComplete(bool bComplete)
 }
 
 bool CDirModel::IsComplete() const { return m_pRoot->m_bComplete; }
-
 bool CDirModel::HasCheckedEntry() const { return nodeFromIndex(QModelIndex())->m_chkState != Qt::Unchecked; }
 
 bool CDirModel::HasUnlistedFolder() const
@@ -419,21 +418,27 @@ void CDirModel::AskKinds(const QStringList& listPath)
     }
 }
 
-void CDirModel::Parse(QString path)
+void CDirModel::AppendRoot(const QString& strPath, int nFirst, int nLast)
 {
     AssertOwned();
-    if (!m_hashKind.contains(path)) {
-        AskKinds({path});
+    if (!m_hashKind.contains(strPath)) {
+        AskKinds({strPath});
     }
-    const STKind stKind = m_hashKind.take(path);
-    // Rows 0 and 1 are announced whatever the count is. The roots are all added
-    // before anything is shown or selected, so no view holds an index that the
-    // wrong range could shift.
-    beginInsertRows(QModelIndex(), 0, 1);
-    const STDirEntry stEntry{CNodeFileInfo(QFileInfo(path)), path, stKind.bDir, stKind.bLink};
-    auto* pNode = new CDirNode(stEntry, m_pRoot);
-    m_pRoot->AppendChild(pNode);
+    const STKind stKind = m_hashKind.take(strPath);
+    beginInsertRows(QModelIndex(), nFirst, nLast);
+    const STDirEntry stEntry{CNodeFileInfo(QFileInfo(strPath)), strPath, stKind.bDir, stKind.bLink};
+    m_pRoot->AppendChild(new CDirNode(stEntry, m_pRoot));
     endInsertRows();
+}
+
+// Rows 0 and 1 are announced whatever the count is. These roots are all added before
+// anything is shown or selected, so no view holds an index that the wrong range could shift.
+void CDirModel::Parse(QString path) { AppendRoot(path, 0, 1); }
+
+void CDirModel::ParseLate(const QString& strPath)
+{
+    AppendRoot(strPath, rowCount(), rowCount());
+    ChangeParentChkState(index(rowCount() - 1, 0));
 }
 
 void CDirModel::SlotExpanded(QModelIndex index)

@@ -141,6 +141,9 @@ public:
      */
     void Parse(QString path);
 
+    /** The same when views may show the tree already; the new entry is not ticked. */
+    void ParseLate(const QString& strPath);
+
 signals:
     /** A listing that nobody waited for any more has come in: the folder's rows and ticks are there. */
     void SignalListedLate(const QModelIndex& index);
@@ -154,6 +157,7 @@ public slots:
 
 private:
     void AssertOwned() const;
+    void AppendRoot(const QString& strPath, int nFirst, int nLast);
     void AppendListing(const QModelIndex& index, const STDirListing& stListing);
     bool ListFolders(const QVector<STFolderRow>& listRow, bool bBelow,
                      std::chrono::steady_clock::time_point end);

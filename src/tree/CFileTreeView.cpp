@@ -11,12 +11,18 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 // Right of the rows, as much as the frame around the view leaves free on their left.
 static const int ROW_GAP = 9;
 // Rows looked at for the deepest one: those on the screen and many more, but never all.
 static const int MEASURED_ROWS = 1000;
 // With what CDirModel::AskKinds waits, 1.5 seconds: the window is to be there soon.
 static const std::chrono::milliseconds START_PATIENCE(1000);
+// Whoever looks for disks again is at work with those that are there: what takes longer is shown later.
+static const std::chrono::milliseconds ADDED_PATIENCE(100);
 // The bar before the current row.
 static const int MARK_WIDTH = 3;
 static const int MARK_MARGIN = 6;
@@ -114,6 +120,41 @@ void CFileTreeView::Parse(QStringList roots)
     }
 }
 
+void CFileTreeView::AddRoots(const QStringList& roots)
+{
+    if (m_pLoan || !isVisible()) {
+        m_listAddLater = roots;
+        return;
+    }
+    QStringList listNew;
+    std::copy_if(roots.begin(), roots.end(), std::back_inserter(listNew),
+                 [this](const QString& strPath) { return !m_listRoot.contains(strPath); });
+    m_listRoot += listNew;
+    m_pDirModel->AskKinds(listNew);
+    for (const QString& strPath : qAsConst(listNew)) {
+        m_pDirModel->ParseLate(strPath);
+    }
+    QVector<QModelIndex> listEmpty;
+    for (int nRow = 0; nRow < m_pDirModel->rowCount(); ++nRow) {
+        const QModelIndex index = m_pDirModel->index(nRow, 0);
+        if (m_pDirModel->rowCount(index) == 0) {
+            listEmpty.append(index);
+        }
+    }
+    m_pDirModel->LoadGrandChild(QModelIndex(), ADDED_PATIENCE);
+    for (const QModelIndex& index : qAsConst(listEmpty)) {
+        m_pDirModel->ChangeChildChkState(index, Qt::CheckState(index.data(Qt::CheckStateRole).toInt()));
+    }
+}
+
+void CFileTreeView::AddPutOff()
+{
+    const QStringList listRoot = std::exchange(m_listAddLater, QStringList());
+    if (!listRoot.isEmpty()) {
+        AddRoots(listRoot);
+    }
+}
+
 void CFileTreeView::LendNodes(bool bLent)
 {
     if (bLent == (m_pLoan != nullptr)) {
@@ -136,6 +177,7 @@ void CFileTreeView::LendNodes(bool bLent)
         Parse(m_listLateRoot);
         m_listLateRoot.clear();
     }
+    AddPutOff();
 }
 
 void CFileTreeView::ToggleTick(const QModelIndex& index)
@@ -327,6 +369,7 @@ void CFileTreeView::showEvent(QShowEvent* pEvent)
 {
     QTreeView::showEvent(pEvent);
     m_pDirModel->SetHeld(false);
+    AddPutOff();
 }
 
 void CFileTreeView::hideEvent(QHideEvent* pEvent)

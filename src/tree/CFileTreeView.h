@@ -36,6 +36,13 @@ public:
     void Parse(QStringList roots);
 
     /**
+     * Appends those of `roots` that are no top-level entries yet, and lists empty ones once
+     * more: a disk may have come to lie there. Nothing that is shown or ticked goes. While
+     * the nodes are lent, or the view is not to be seen, that is put off until they are back.
+     */
+    void AddRoots(const QStringList& roots);
+
+    /**
      * Lends the nodes to the size worker (true: call it before the worker starts)
      * and takes them back (false: call it after the worker's end). What is still being
      * listed is awaited before, unless its disk does not answer. Meanwhile the
@@ -122,6 +129,7 @@ protected:
     void focusInEvent(QFocusEvent* pEvent) override;
 
 private:
+    void AddPutOff();
     void EnsureCurrentRow();
     void MarkCurrentRow(bool bMark);
     void KeysGoOnFrom(const QModelIndex& index);
@@ -131,6 +139,7 @@ private:
     QStringList m_listRoot;
     CDirModel* m_pDirModel = nullptr;
     QStringList m_listLateRoot; // given while the nodes were lent
+    QStringList m_listAddLater; // to be appended as soon as the nodes are at hand
     std::unique_ptr<CNodeLoan> m_pLoan; // while the nodes are lent
     bool m_bUnlistedAtLoan = false; // what HasUnlistedFolder said when they were lent
     bool m_bTickedAtLoan = false; // the same of HasTickedVolume

@@ -48,6 +48,7 @@ static const char WAIT[] = "wait"; ///< message of the waiting dialog
 static const char SPLASH[] = "splash"; ///< what is shown before the window
 static const char FOLDER[] = "folder"; ///< piece of a folder's name
 static const char NOTICE[] = "notice"; ///< in the line of notices of the selection page
+static const char SOURCES[] = "sources"; ///< alone in that line
 static const char LINK[] = "link"; ///< link of that line
 static const char CHOICE[] = "choice"; ///< the check box of the selection page, and notices about it
 static const char DETAIL[] = "detail"; ///< below the message of a box
@@ -240,6 +241,11 @@ static const struct
      BOX},
     {"CTarnwickMacPE", "Yes", BUTTON},
     {"CTarnwickMacPE", "Cancel", BUTTON},
+    {"CSourceNotice", "%1 is there now: press the round arrow to list it.", SOURCES},
+    {"CSourceNotice", "The users' files are on %1, not on %2.", SOURCES},
+    {"CSourceNotice",
+     "The users' files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.",
+     SOURCES},
     {"CTreeNotices", "Only opened folders of a fully ticked volume are copied.", NOTICE},
     {"CTreeNotices", "Entries that are not in the list are not copied.", CHOICE},
     {"CTreeNotices", "Entries left out of %1 because of their names: %2", NOTICE},
@@ -371,6 +377,7 @@ private slots:
     void itemList();
     void waitingDialog();
     void noticeLine();
+    void noticesOfSources();
     void completeRescue();
     void startSplash();
     void copySummaries();
@@ -624,6 +631,28 @@ void tst_TranslationsFit::noticeLine()
         Save(&page, QString("notice%1").arg(++nNotices));
     }
     QCOMPARE(nNotices, 5);
+}
+
+void tst_TranslationsFit::noticesOfSources()
+{
+    CSelFileWidget page(nullptr);
+    page.resize(PAGE_SIZE);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    auto* pLine = page.findChild<CNoticeLine*>();
+    int nNotices = 0;
+    for (const auto& place : PLACES) {
+        if (place.pPlace != SOURCES) {
+            continue;
+        }
+        QString strText = Translated(place.pContext, place.pSource);
+        const QString strName = pLine->Shortened("Macintosh HD - Data");
+        strText = strText.contains("%2") ? strText.arg(strName, "Macintosh HD") : strText.arg("Macintosh HD");
+        pLine->Set(ENNotice::SOURCES, strText);
+        QCOMPARE(Measured(pLine), QString("1 texts"));
+        Save(&page, QString("sources%1").arg(++nNotices));
+    }
+    QCOMPARE(nNotices, 3);
 }
 
 void tst_TranslationsFit::completeRescue()

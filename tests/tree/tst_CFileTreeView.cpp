@@ -49,6 +49,7 @@ private slots:
     void howItIsSetUp();
     void parseListsTheFirstLevel();
     void parseWorksOnce();
+    void addedRootsComeBehindTheOthers();
     void rowsAreThirtyHigh();
     void rowsReachAcrossTheView();
     void deepRowsScrollSideways();
@@ -138,6 +139,38 @@ void tst_CFileTreeView::parseWorksOnce()
     m_pView->Parse({});
     QCOMPARE(RowNames(*m_pModel, QModelIndex()), listRoot);
     QVERIFY(spy.isEmpty());
+}
+
+void tst_CFileTreeView::addedRootsComeBehindTheOthers()
+{
+    m_pTree->Fill({"a/file", "empty/", "late/folder/file"});
+    const QStringList listRoot{m_pTree->Path("a"), m_pTree->Path("empty")};
+    m_pView->Parse(listRoot);
+    m_pView->AddRoots({m_pTree->Path("late")}); // shown by nobody yet
+    QCOMPARE(m_pModel->rowCount(), 2);
+    QVERIFY(ShowActive(m_pView.get()));
+    QCOMPARE(m_pModel->rowCount(), 3);
+    const QModelIndex late = m_pModel->index(2, 0);
+    QCOMPARE(RowNames(*m_pModel, late), QStringList("folder"));
+    // Rows that are known stay what they were, and those that are ticked get nothing new but what is in them.
+    m_pView->expand(late);
+    const QPersistentModelIndex folder = m_pModel->index(0, 0, late);
+    for (int nRow = 0; nRow < 3; ++nRow) {
+        m_pModel->setData(m_pModel->index(nRow, 0), Qt::Checked, Qt::CheckStateRole);
+    }
+    QCOMPARE(m_pModel->GetRootNode()->m_chkState, int(Qt::Checked));
+    m_pTree->Fill({"empty/come", "more/"});
+    m_pView->AddRoots(listRoot + QStringList(m_pTree->Path("more")));
+    QCOMPARE(m_pModel->rowCount(), 4);
+    QCOMPARE(RowNames(*m_pModel, QModelIndex()).last(), m_pTree->Path("more"));
+    QCOMPARE(folder.data().toString(), QString("folder"));
+    QCOMPARE(m_pView->indexAbove(folder), late);
+    QVERIFY(m_pView->isExpanded(late));
+    const QModelIndex come = m_pModel->index(0, 0, m_pModel->index(1, 0));
+    QCOMPARE(come.data().toString(), QString("come"));
+    QCOMPARE(come.data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
+    QCOMPARE(m_pModel->index(3, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
+    QCOMPARE(m_pModel->GetRootNode()->m_chkState, int(Qt::PartiallyChecked));
 }
 
 void tst_CFileTreeView::rowsAreThirtyHigh()

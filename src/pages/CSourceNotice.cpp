@@ -1,0 +1,132 @@
+#include "pages/CSourceNotice.h"
+
+#include "disk/CDestinationDiscovery.h"
+#include "pages/CNoticeLine.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+CSourceNotice::CSourceNotice(CNoticeLine* pNotice, QObject* pParent)
+    : QObject(pParent)
+    , m_pNotice(pNotice)
+{
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(PATIENCE);
+    connect(&m_patience, &QTimer::timeout, this, &CSourceNotice::Tell);
+}
+
+void CSourceNotice::Forget()
+{
+    m_patience.stop();
+    m_listVolume.clear();
+    m_pNotice->Clear(ENNotice::SOURCES);
+}
+
+void CSourceNotice::Look(const QVector<STVolume>& listVolume)
+{
+    Forget();
+    for (auto& [strPath, stOpen] : m_mapOpen) {
+        stOpen.bStale = true;
+    }
+    for (const STVolume& stVolume : listVolume) {
+        if (stVolume.enRole == VOLUME_ROLE_SOURCE) {
+            m_listVolume.append({stVolume.strPath, stVolume.strName, stVolume.baDevice});
+            Ask(stVolume.strPath);
+        }
+    }
+    m_strCome = IsKnown(m_strCome) ? QString() : m_strCome;
+    m_patience.start();
+    Tell();
+}
+
+void CSourceNotice::Came(const QString& strPath)
+{
+    if (!IsKnown(strPath)) {
+        m_strCome = strPath;
+        Tell();
+    }
+}
+
+void CSourceNotice::Removed(const QString& strPath)
+{
+    if (strPath != m_strCome && !IsKnown(strPath)) {
+        return;
+    }
+    m_strCome = strPath == m_strCome ? QString() : m_strCome;
+    const auto fnIsIt = [&strPath](const STHomeVolume& stVolume) { return stVolume.strPath == strPath; };
+    m_listVolume.erase(std::remove_if(m_listVolume.begin(), m_listVolume.end(), fnIsIt), m_listVolume.end());
+    Tell();
+}
+
+bool CSourceNotice::IsKnown(const QString& strPath) const
+{
+    return std::any_of(m_listVolume.begin(), m_listVolume.end(),
+                       [&strPath](const STHomeVolume& stVolume) { return stVolume.strPath == strPath; });
+}
+
+void CSourceNotice::Ask(const QString& strPath)
+{
+    STOpen& stOpen = m_mapOpen[strPath];
+    if (stOpen.pQuestion) {
+        return; // asked again when that one is answered
+    }
+    const auto fnAsk = [strPath] { return CHomeFolders::Look(strPath); };
+    const auto fnAnswered = [this, strPath] {
+        QMetaObject::invokeMethod(
+            this, [this, strPath] { OnAnswer(strPath); }, Qt::QueuedConnection);
+    };
+    stOpen = {std::make_unique<Question>(fnAsk, fnAnswered)};
+}
+
+void CSourceNotice::OnAnswer(const QString& strPath)
+{
+    const auto itOpen = m_mapOpen.find(strPath);
+    const std::optional<STHomeFacts> stFacts = itOpen->second.pQuestion->Get();
+    const bool bStale = itOpen->second.bStale;
+    m_mapOpen.erase(itOpen);
+    const auto it = std::find_if(m_listVolume.begin(), m_listVolume.end(),
+                                 [&strPath](const auto& stVolume) { return stVolume.strPath == strPath; });
+    if (it == m_listVolume.end()) {
+        return;
+    }
+    if (bStale) {
+        Ask(strPath);
+        return;
+    }
+    it->stFacts = stFacts;
+    Tell();
+}
+
+// Who speaks too early calls a volume locked that is only slow.
+void CSourceNotice::Tell()
+{
+    const bool bAll = std::all_of(m_listVolume.begin(), m_listVolume.end(),
+                                  [](const STHomeVolume& stVolume) { return stVolume.stFacts.has_value(); });
+    if (!m_strCome.isEmpty() || bAll || !m_patience.isActive()) {
+        m_pNotice->Set(ENNotice::SOURCES, Text());
+    }
+}
+
+QString CSourceNotice::Text() const
+{
+    if (!m_strCome.isEmpty()) {
+        //: The name of a volume. The round arrow is the button that looks for disks.
+        return tr("%1 is there now: press the round arrow to list it.")
+            .arg(m_pNotice->Shortened(QFileInfo(m_strCome).fileName()));
+    }
+    const std::optional<STMissingHomes> stMissing = CHomeFolders::Missing(m_listVolume);
+    if (!stMissing) {
+        return QString();
+    }
+    const QString strSystem = m_pNotice->Shortened(stMissing->strSystem);
+    if (!stMissing->strHomes.isEmpty()) {
+        //: Names of two volumes: where the users' files are, and where the user may be looking for them.
+        return tr("The users' files are on %1, not on %2.")
+            .arg(m_pNotice->Shortened(stMissing->strHomes), strSystem);
+    }
+    //: The name of a volume. The round arrow is the button that looks for disks.
+    return tr("The users' files of %1 may be locked: unlock them in Disk Utility, then press the "
+              "round arrow.")
+        .arg(strSystem);
+}
