@@ -7,8 +7,13 @@
 
 #define st_atimespec st_atim
 #define st_mtimespec st_mtim
-// This system keeps the place free, and gives 0.
+// This system keeps the place free, and gives 0. What its headers have for an
+// architecture that is not its own is only compiled.
+#if defined(__APPLE__) && defined(__arm64__)
+#define st_flags __glibc_reserved4
+#else
 #define st_flags __glibc_reserved[0]
+#endif
 #define SF_DATALESS 0x40000000
 
 #define IOPOL_TYPE_VFS_MATERIALIZE_DATALESS_FILES 3
