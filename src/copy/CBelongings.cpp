@@ -50,6 +50,7 @@ void CBelongings::GiveToFolder(const QString& strSource, const STFileState& stSo
     if (!stBefore) {
         return;
     }
+    m_control.KeepFolderMetadata(strSource, strTarget);
     GiveAttributes(strSource, AttributesOf(strSource), strTarget);
     const bool bTried = GivePermissions(stSource, *stBefore, strTarget);
     const bool bTimes = CCopyPlatform::SetTimes(strTarget, stSource);

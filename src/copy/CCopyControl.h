@@ -2,8 +2,11 @@
 
 #include "copy/CCopyPlatform.h"
 #include "copy/ENCopyStep.h"
+#include "copy/STCopyOutcome.h"
 
 #include <QtGlobal>
+
+#include <optional>
 
 class QString;
 
@@ -39,6 +42,19 @@ public:
     {
         return CCopyPlatform::KeepTimes(nDescriptor, stState);
     }
+
+    /**
+     * Before its times are set: gives the open target what belongs to the open source of that
+     * name beside its bytes. The reason when without it the file is not whole.
+     */
+    virtual std::optional<STCopyReason> KeepMetadata(const QString& /*strName*/, int /*nSource*/,
+                                                     int /*nTarget*/)
+    {
+        return std::nullopt;
+    }
+
+    /** The same for a folder in which nothing more is made, before its times are set. */
+    virtual void KeepFolderMetadata(const QString& /*strSource*/, const QString& /*strTarget*/) { }
 
     /** The file of that path at the source was opened, before its first byte is read. */
     virtual void SourceOpened(const QString& /*strPath*/, quint64 /*nDevice*/, int /*nDescriptor*/) { }

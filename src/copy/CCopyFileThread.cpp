@@ -101,15 +101,18 @@ void CCopyFileThread::run()
     m_report.Reset();
     m_destination = CCopyDestination(m_strDestPath);
     m_times.Begin();
+    m_metadata.Begin();
 
     const std::unique_ptr<CCopyWalk> pWalk = CWalkChoice::Of(*m_pRootNode, *this, m_strDestPath);
-    Begin(pWalk->Sources());
+    const QStringList listSource = pWalk->Sources();
+    Begin(listSource);
     m_pAhead = std::make_unique<CReadAhead>();
     m_pace.Begin();
     pWalk->Walk();
     m_pAhead.reset();
     m_pulse.BeginItem(m_strDestPath);
     m_pace.End();
+    m_metadata.BookLost(*this, listSource.count() == 1 ? listSource.constFirst() : m_strDestPath);
 
     // One that was left behind has nobody to finish for: what is to be said is said.
     const STCopyEnd stEnd = m_report.IsClosed() ? STCopyEnd() : Finish();

@@ -6,6 +6,7 @@
 #include "copy/CCopyReport.h"
 #include "copy/CCopyReportFile.h"
 #include "copy/CCopyWork.h"
+#include "copy/CFileMetadata.h"
 #include "copy/CKeptTimes.h"
 #include "copy/ENCopyStatus.h"
 #include "copy/STCopyAccount.h"
@@ -171,6 +172,21 @@ private:
     void BookLost(const STCopyOutcome& stBooked, int nError);
     bool GoesOnWriting(bool bMoved);
 
+    std::optional<STCopyReason> KeepMetadata(const QString& strName, int nSource, int nTarget) override
+    {
+        return m_metadata.GiveToFile(*this, strName, nSource, nTarget);
+    }
+
+    void KeepFolderMetadata(const QString& strSource, const QString& strTarget) override
+    {
+        m_metadata.GiveToFolder(*this, strSource, strTarget);
+    }
+
+    void FolderEnds(const QString& strSource, const QString& strTarget) override
+    {
+        m_metadata.FinishFolder(*this, strSource, strTarget);
+    }
+
     std::atomic<ENCopyStatus> m_enStatus; // written by the GUI thread, polled by the worker
     qint64 m_nTotalSize = 0;
     qint64 m_nCopiedSize = 0;
@@ -186,4 +202,5 @@ private:
     std::unique_ptr<CReadAhead> m_pAhead; // while a copy runs
     CWritePace m_pace;
     CKeptTimes m_times;
+    CFileMetadata m_metadata;
 };

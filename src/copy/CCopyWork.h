@@ -56,6 +56,9 @@ public:
         return CopyBytes(source, strFolder, strTarget);
     }
 
+    /** A folder of the tree is left, in which nothing more is made. */
+    virtual void FolderEnds(const QString& /*strSource*/, const QString& /*strTarget*/) { }
+
     /** Books what has become of a file. */
     virtual void BookFile(const STCopyOutcome& stOutcome) = 0;
 

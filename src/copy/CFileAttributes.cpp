@@ -3,14 +3,13 @@
 #include <QList>
 
 #include <cerrno>
-#include <functional>
 #include <limits>
 
 // They may grow between the question for their size and the one for them.
 static const int MOST_TRIES = 5;
 
-/** What a call gives that fills a buffer and, without one, tells how large it has to be. */
-static std::optional<QByteArray> Filled(const std::function<qint64(char* pBuf, size_t nSize)>& fnCall)
+std::optional<QByteArray>
+CFileAttributes::Filled(const std::function<qint64(char* pBuf, size_t nSize)>& fnCall)
 {
     for (int nTry = 0; nTry < MOST_TRIES; ++nTry) {
         const qint64 nSize = fnCall(nullptr, 0);

@@ -3,11 +3,13 @@
 #include <QByteArray>
 #include <QVector>
 
+#include <functional>
 #include <optional>
 
 /**
  * The extended attributes of a file, a folder or a link itself that belong to the
- * user, by its path. Any thread; the reason of a failure is in errno.
+ * user, by its path. On macOS there are none of these: CFileMetadata gives them, by open
+ * descriptors. Any thread; the reason of a failure is in errno.
  */
 class CFileAttributes
 {
@@ -23,6 +25,9 @@ public:
 
     /** Sets or replaces one. ENOTSUP is the reason where the disk holds none. */
     static bool Set(const QByteArray& baPath, const QByteArray& baName, const QByteArray& baValue);
+
+    /** What a call gives that fills a buffer and, without one, tells how large it has to be. */
+    static std::optional<QByteArray> Filled(const std::function<qint64(char* pBuf, size_t nSize)>& fnCall);
 
 private:
     // The calls of the system, which have other parameters on each.

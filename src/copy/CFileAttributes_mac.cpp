@@ -1,26 +1,25 @@
 #include "copy/CFileAttributes.h"
 
-#include <sys/xattr.h>
+#include <cerrno>
 
-qint64 CFileAttributes::List(const char* pszPath, char* pNames, size_t nSize)
+// CFileMetadata gives them here: set by the path they would become a second file beside the
+// copy on a disk that holds none, without a word.
+qint64 CFileAttributes::List(const char* /*pszPath*/, char* /*pNames*/, size_t /*nSize*/) { return 0; }
+
+qint64 CFileAttributes::Get(const char* /*pszPath*/, const char* /*pszName*/, void* /*pValue*/,
+                            size_t /*nSize*/)
 {
-    return listxattr(pszPath, pNames, nSize, XATTR_NOFOLLOW);
+    errno = ENOTSUP;
+    return -1;
 }
 
-qint64 CFileAttributes::Get(const char* pszPath, const char* pszName, void* pValue, size_t nSize)
+bool CFileAttributes::SetOne(const char* /*pszPath*/, const char* /*pszName*/, const void* /*pValue*/,
+                             size_t /*nSize*/)
 {
-    return getxattr(pszPath, pszName, pValue, nSize, 0, XATTR_NOFOLLOW);
+    errno = ENOTSUP;
+    return false;
 }
 
-bool CFileAttributes::SetOne(const char* pszPath, const char* pszName, const void* pValue, size_t nSize)
-{
-    return setxattr(pszPath, pszName, pValue, nSize, 0, XATTR_NOFOLLOW) == 0;
-}
-
-bool CFileAttributes::IsUsers(const QByteArray& baName)
-{
-    // What is left out is refused to programs, and says nothing about the file.
-    return baName != "com.apple.provenance" && baName != "com.apple.macl" && baName != "com.apple.rootless";
-}
+bool CFileAttributes::IsUsers(const QByteArray& /*baName*/) { return true; }
 
 QByteArray CFileAttributes::NameOfCopy(const QByteArray& baName) { return baName; }

@@ -228,7 +228,6 @@ void CFileCopy::MoveBytes()
     while (m_nOffset < m_stOutcome.nExpected) {
         if (!m_control.WaitWhilePaused()) {
             Fail(ENCopyProblem::STOPPED, QStringLiteral("the copy was stopped"));
-            m_stOutcome.enEnd = ENCopyEnd::STOPPED;
             return;
         }
         const qint64 nRemaining = m_stOutcome.nExpected - m_nOffset;
@@ -357,6 +356,7 @@ void CFileCopy::Finish()
 {
     m_control.StepBegins(ENCopyStep::WRITING);
     if (m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
+        KeepMetadata();
         KeepTimes();
         CompareSource();
     }
@@ -373,9 +373,18 @@ void CFileCopy::Finish()
     }
 }
 
+void CFileCopy::KeepMetadata()
+{
+    const std::optional<STCopyReason> stReason
+        = m_control.KeepMetadata(m_strName, m_source.Descriptor(), fileno(m_pTarget.get()));
+    if (stReason) {
+        Fail(*stReason);
+    }
+}
+
 void CFileCopy::KeepTimes()
 {
-    if (!m_control.KeepTimes(fileno(m_pTarget.get()), m_stBegin)) {
+    if (!m_control.KeepTimes(fileno(m_pTarget.get()), m_stBegin) && m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
         Fail(ENCopyProblem::TIME_LOST, QStringLiteral("its time cannot be kept"), errno);
     }
 }
@@ -402,6 +411,7 @@ void CFileCopy::Fail(ENCopyProblem enProblem, const QString& strText, int nError
 
 void CFileCopy::Fail(const STCopyReason& stReason)
 {
-    m_stOutcome.enEnd = ENCopyEnd::NOT_WHOLE;
+    const bool bStopped = stReason.enProblem == ENCopyProblem::STOPPED;
+    m_stOutcome.enEnd = bStopped ? ENCopyEnd::STOPPED : ENCopyEnd::NOT_WHOLE;
     m_stOutcome.stReason = stReason;
 }

@@ -83,6 +83,7 @@ private:
     bool Write(qint64 nLen);
     size_t WriteSome(const char* pBuf, size_t nLen);
     void Finish();
+    void KeepMetadata();
     void KeepTimes();
     void CompareSource();
     void Fail(ENCopyProblem enProblem, const QString& strText, int nError = 0);

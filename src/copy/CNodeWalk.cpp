@@ -154,6 +154,9 @@ void CNodeWalk::CopyChild(CDirNode& child)
         ReportUnlisted(child);
     }
     CopyBelow(child);
+    if (!m_work.IsStopped()) {
+        m_work.FolderEnds(strPath, strFolder);
+    }
 }
 
 /**

@@ -135,7 +135,6 @@ bool CSpotCopy::MayGoOn()
         return true;
     }
     Fail({ENCopyProblem::STOPPED, QStringLiteral("the copy was stopped")});
-    m_stOutcome.enEnd = ENCopyEnd::STOPPED;
     return false;
 }
 
@@ -252,12 +251,16 @@ void CSpotCopy::Conclude()
     const CByteRanges untried = m_search.Untried();
     CByteRanges damage = m_search.Bad();
     damage.Add(untried);
+    const std::optional<STCopyReason> stLost
+        = m_control.KeepMetadata(m_strName, m_source.Descriptor(), m_target.Get());
     const bool bTimes = CCopyPlatform::KeepTimes(m_target.Get(), m_stFile.stState);
     const int nTimesError = errno;
     if (!damage.IsEmpty()) {
         const int nError = m_stOutcome.stReason.nError;
         Fail({ENCopyProblem::DAMAGED, DamageText(damage, untried), nError != 0 ? nError : EIO, QString(),
               damage.Text(RANGES)});
+    } else if (stLost) {
+        Fail(*stLost);
     } else if (!bTimes) {
         Fail({ENCopyProblem::TIME_LOST, QStringLiteral("its time cannot be kept"), nTimesError});
     } else {
@@ -298,6 +301,7 @@ void CSpotCopy::CompareSource()
 
 void CSpotCopy::Fail(const STCopyReason& stReason)
 {
-    m_stOutcome.enEnd = ENCopyEnd::NOT_WHOLE;
+    const bool bStopped = stReason.enProblem == ENCopyProblem::STOPPED;
+    m_stOutcome.enEnd = bStopped ? ENCopyEnd::STOPPED : ENCopyEnd::NOT_WHOLE;
     m_stOutcome.stReason = stReason;
 }

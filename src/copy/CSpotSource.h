@@ -27,6 +27,9 @@ public:
      */
     qint64 Read(const STByteRange& stRange, char* pBuf);
 
+    /** The descriptor; -1 when none is open. */
+    int Descriptor() const { return m_file.Get(); }
+
     /** State of the open file. */
     std::optional<STFileState> State() const { return CCopyPlatform::GetOpenState(m_file.Get()); }
 

@@ -172,24 +172,26 @@ extern "C" int FakeFcntl(int nDescriptor, int nCommand, ...)
     }
 }
 
-static void Fill(struct statfs* pVolume)
+static void Fill(struct statfs* pVolume, const QString& strPath)
 {
     QMutexLocker locker(&State().lock);
     std::memset(pVolume, 0, sizeof(*pVolume));
     pVolume->f_bsize = 4096;
     pVolume->f_flags = State().bLocal ? MNT_LOCAL : 0;
+    std::strncpy(pVolume->f_mntonname, QFile::encodeName(strPath).constData(),
+                 sizeof(pVolume->f_mntonname) - 1);
     std::strncpy(pVolume->f_fstypename, State().baKind.constData(), sizeof(pVolume->f_fstypename) - 1);
 }
 
 int statfs(const char* pszPath, struct statfs* pVolume)
 {
-    Fill(pVolume);
+    Fill(pVolume, QFile::decodeName(pszPath));
     return Result(CFakeFiles::Called("statfs", QFile::decodeName(pszPath)));
 }
 
 int fstatfs(int nDescriptor, struct statfs* pVolume)
 {
-    Fill(pVolume);
+    Fill(pVolume, CFakeFiles::PathOf(nDescriptor));
     return Result(CFakeFiles::Called("fstatfs", CFakeFiles::PathOf(nDescriptor)));
 }
 

@@ -21,6 +21,15 @@
 #define IOPOL_MATERIALIZE_DATALESS_FILES_OFF 1
 extern "C" int setiopolicy_np(int nType, int nScope, int nPolicy);
 
+#define UF_NODUMP 0x00000001
+#define UF_IMMUTABLE 0x00000002
+#define UF_APPEND 0x00000004
+#define UF_HIDDEN 0x00008000
+#define SF_IMMUTABLE 0x00020000
+#define SF_APPEND 0x00040000
+#define fchflags FakeFchflags
+extern "C" int fchflags(int nDescriptor, __uint32_t nFlags);
+
 #define SYNC_VOLUME_FULLSYNC 0x01
 #define SYNC_VOLUME_WAIT 0x02
 extern "C" int sync_volume_np(const char* pszPath, int nFlags);

@@ -1,0 +1,17 @@
+#include "copy/CFileMetadata.h"
+
+std::optional<STCopyReason> CFileMetadata::GiveToFile(CCopyControl& /*control*/, const QString& /*strName*/,
+                                                      int /*nSource*/, int /*nTarget*/)
+{
+    return std::nullopt;
+}
+
+void CFileMetadata::GiveToFolder(CCopyControl& /*control*/, const QString& /*strSource*/,
+                                 const QString& /*strTarget*/)
+{
+}
+
+void CFileMetadata::FinishFolder(CCopyWork& /*work*/, const QString& /*strSource*/,
+                                 const QString& /*strTarget*/)
+{
+}
