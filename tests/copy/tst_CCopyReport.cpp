@@ -24,6 +24,8 @@ private slots:
     void summaryOfStoppedCopyNamesHalfCopiedFile();
     void resetForgets();
     void accountOfWholeAndOthers();
+    void fileIsTakenBack_data();
+    void fileIsTakenBack();
     void listIsBoundAndPrefersProblems();
     void closedBooksTakeNothing();
 };
@@ -151,6 +153,42 @@ void tst_CCopyReport::accountOfWholeAndOthers()
     QVERIFY(stAccount.listItem.at(1).bNote);
     QCOMPARE(LogLines().last(), QString("Note: \"/d\": z"));
     QCOMPARE(report.Problems(), 2); // in the words of the log
+}
+
+void tst_CCopyReport::fileIsTakenBack_data()
+{
+    QTest::addColumn<STCopyOutcome>("stBooked");
+    QTest::addColumn<int>("nNotes");
+    QTest::newRow("whole") << STCopyOutcome{ENCopyEnd::WHOLE, "/b", {}, 200, 200} << 0;
+    QTest::newRow("without its time")
+        << STCopyOutcome{ENCopyEnd::NOT_WHOLE, "/b", {ENCopyProblem::TIME_LOST, "y"}, 200, 200} << 1;
+}
+
+void tst_CCopyReport::fileIsTakenBack()
+{
+    QFETCH(STCopyOutcome, stBooked);
+    QFETCH(int, nNotes);
+    CCopyReport report;
+    report.AddFile({ENCopyEnd::WHOLE, "/a", {}, 1000, 1000});
+    report.AddFile(stBooked);
+    QVERIFY(report.TakeBack(stBooked, STCopyReason::NotOnDisk(EIO)));
+    const STCopyAccount stAccount = report.Account();
+    QCOMPARE(stAccount.nFiles, 1);
+    QCOMPARE(report.Files(), 1);
+    QCOMPARE(stAccount.nBytes, 1200); // as of any file that the disk did not take at its end
+    QCOMPARE(stAccount.nProblems, 1);
+    QCOMPARE(stAccount.nNotes, nNotes);
+    QCOMPARE(stAccount.listItem.last().strPath, QString("/b"));
+    QCOMPARE(stAccount.listItem.last().enProblem, ENCopyProblem::TARGET_CLOSE);
+    QCOMPARE(stAccount.listItem.last().nError, EIO);
+    QVERIFY(!stAccount.IsWhole());
+    QCOMPARE(
+        LogLines().last(),
+        Problem("/b",
+                "its target cannot be brought to the disk: Input/output error (200 of 200 bytes copied)"));
+    report.Close(STCopyEnd());
+    QVERIFY(!report.TakeBack(stBooked, STCopyReason::NotOnDisk(EIO)));
+    QCOMPARE(report.Account().nFiles, 1);
 }
 
 void tst_CCopyReport::listIsBoundAndPrefersProblems()

@@ -89,6 +89,8 @@ public:
     int m_nRoomMade = 0;
     QStringList m_listItem; // that the work has come to
     std::function<void()> m_fnAfterChunk;
+    QStringList m_listFlushed; // targets, with their times
+    int m_nFlushError = 0;
 
 private:
     bool IsStopped() const override { return m_bStopped; }
@@ -123,6 +125,14 @@ private:
     }
     void StepBegins(ENCopyStep /*enStep*/) override { }
     void BytesWritten(qint64 nBytes) override { m_nWritten += nBytes; }
+    bool FlushTarget(int nDescriptor) override
+    {
+        const QString strPath = QFile::symLinkTarget(QString("/proc/self/fd/%1").arg(nDescriptor));
+        const STFileState stState = CCopyPlatform::GetOpenState(nDescriptor).value_or(STFileState());
+        m_listFlushed.append(QFileInfo(strPath).fileName() + ' ' + QString::number(stState.nModifiedSec));
+        errno = m_nFlushError;
+        return m_nFlushError == 0;
+    }
     bool MakeRoom(qint64 /*nBytes*/) override
     {
         ++m_nRoomMade;
@@ -168,6 +178,8 @@ private slots:
     void smallStepsGoPastTheCache();
     void wholeAfterAll();
     void timeThatCannotBeKept();
+    void targetIsFlushedLast();
+    void targetThatIsNotOnTheDisk();
 
     void asideUntilFinish();
     void tooManyAreFinishedAtOnce();
@@ -362,6 +374,29 @@ void tst_CDamagedFiles::timeThatCannotBeKept()
 }
 
 // ---- which file comes when
+
+void tst_CDamagedFiles::targetIsFlushedLast()
+{
+    CBadPages::Set("/src/file", {{PAGE, 2 * PAGE}}, EIO);
+    m_pBed->Add("file", Pattern(100 * KIB));
+    QCOMPARE(m_pBed->m_listFlushed, QStringList()); // not yet all that it gets
+    m_pBed->Finish();
+    QCOMPARE(m_pBed->m_listFlushed, QStringList("file " + QString::number(MODIFIED_SEC)));
+    QVERIFY(m_pBed->Done().startsWith("not whole: parts of it cannot be read"));
+}
+
+void tst_CDamagedFiles::targetThatIsNotOnTheDisk()
+{
+    CBadPages::Set("/src/file", {{PAGE, 2 * PAGE}}, EIO);
+    m_pBed->Add("file", Pattern(100 * KIB));
+    m_pBed->m_nFlushError = ENOSPC;
+    m_pBed->Finish();
+    QCOMPARE(
+        m_pBed->Done(),
+        QString(
+            "not whole: its target cannot be brought to the disk: No space left on device, 98304 of 102400"));
+    QCOMPARE(int(m_pBed->m_listDone.first().stReason.enProblem), int(ENCopyProblem::TARGET_CLOSE));
+}
 
 void tst_CDamagedFiles::asideUntilFinish()
 {

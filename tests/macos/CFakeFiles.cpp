@@ -17,6 +17,7 @@
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -32,6 +33,7 @@ struct STState
     QMutex lock;
     QStringList listCall;
     QVector<STFailure> listFailure;
+    std::function<void(const QString& strCall)> fnWatch;
     QMap<QPair<quint64, quint64>, unsigned> mapFlags; // by device and inode
     QByteArray baKind = "apfs";
     bool bLocal = true;
@@ -50,6 +52,7 @@ void CFakeFiles::Reset()
     QMutexLocker locker(&State().lock);
     State().listCall.clear();
     State().listFailure.clear();
+    State().fnWatch = nullptr;
     State().mapFlags.clear();
     State().baKind = "apfs";
     State().bLocal = true;
@@ -59,6 +62,12 @@ void CFakeFiles::Fail(const QString& strCall, const QString& strPathEnd, int nEr
 {
     QMutexLocker locker(&State().lock);
     State().listFailure.append({strCall, strPathEnd, nError});
+}
+
+void CFakeFiles::Watch(std::function<void(const QString& strCall)> fnWatch)
+{
+    QMutexLocker locker(&State().lock);
+    State().fnWatch = std::move(fnWatch);
 }
 
 QStringList CFakeFiles::TakeCalls()
@@ -84,15 +93,23 @@ void CFakeFiles::SetVolume(const char* pszKind, bool bLocal)
 
 int CFakeFiles::Called(const QString& strCall, const QString& strPath, const QString& strArgument)
 {
-    QMutexLocker locker(&State().lock);
-    State().listCall.append(strCall + ' ' + strPath
-                            + (strArgument.isEmpty() ? QString() : ' ' + strArgument));
+    const QString strNote = strCall + ' ' + strPath + (strArgument.isEmpty() ? QString() : ' ' + strArgument);
     int nError = 0;
-    for (const STFailure& stFailure : qAsConst(State().listFailure)) {
-        const bool bCall = stFailure.strCall == strCall || stFailure.strCall == strCall + ' ' + strArgument;
-        if (bCall && strPath.endsWith(stFailure.strPathEnd)) {
-            nError = stFailure.nError;
+    std::function<void(const QString&)> fnWatch;
+    {
+        QMutexLocker locker(&State().lock);
+        State().listCall.append(strNote);
+        for (const STFailure& stFailure : qAsConst(State().listFailure)) {
+            const bool bCall
+                = stFailure.strCall == strCall || stFailure.strCall == strCall + ' ' + strArgument;
+            if (bCall && strPath.endsWith(stFailure.strPathEnd)) {
+                nError = stFailure.nError;
+            }
         }
+        fnWatch = State().fnWatch;
+    }
+    if (fnWatch) {
+        fnWatch(strNote);
     }
     return nError;
 }

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 /**
  * The tests' side of macOS's calls on files and volumes, which work on this system's
  * own files: what they answer, and what the program asked. Any thread.
@@ -21,6 +23,9 @@ public:
      * argument behind its name ("fsync_volume_np 3") only that one of the calls does.
      */
     static void Fail(const QString& strCall, const QString& strPathEnd, int nError);
+
+    /** Runs with each call, as it is noted, before it returns; on the thread that calls. */
+    static void Watch(std::function<void(const QString& strCall)> fnWatch);
 
     /** The calls since the last time. */
     static QStringList TakeCalls();
