@@ -259,12 +259,20 @@ void CWritePace::FlushAll()
     } else if (m_stFile.nError == 0) {
         m_stFile.nError = nError;
     }
-    const qint64 nTookMs = std::max<qint64>(1, m_fnSteadyMs() - nBeganMs);
-    const double dFits = double(m_nUnflushed) * double(FLUSH_MS) / double(nTookMs);
-    const double dMost = double(std::min(m_nMostBytes, 2 * m_nFlushBytes));
-    m_nFlushBytes = qint64(std::clamp(dFits, double(LEAST_BYTES), dMost));
+    FlushTook(m_fnSteadyMs() - nBeganMs);
     m_stBatch = STWriteJob();
     m_nUnflushed = 0;
+}
+
+/** Lets the next flush take as long as it should. */
+void CWritePace::FlushTook(qint64 nMs)
+{
+    if (m_nUnflushed < m_nFlushBytes && nMs <= FLUSH_MS) {
+        return; // the end of a file, which tells nothing of more
+    }
+    const double dFits = double(m_nUnflushed) * double(FLUSH_MS) / double(std::max<qint64>(1, nMs));
+    const double dMost = double(std::min(m_nMostBytes, 2 * m_nFlushBytes));
+    m_nFlushBytes = qint64(std::clamp(dFits, double(LEAST_BYTES), dMost));
 }
 
 /** Why the file cannot be flushed; 0 also where no file can be, as nothing was lost then. */

@@ -112,6 +112,7 @@ private:
     bool Keep();
     bool KeepForLater();
     void FlushAll();
+    void FlushTook(qint64 nMs);
     int FlushOne(int nDescriptor) const;
     void KeepError(int nError);
     void EndFlushed();

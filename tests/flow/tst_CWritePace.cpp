@@ -61,6 +61,18 @@ private slots:
     void failedFlushIsKept();
     void closedFilesAreFlushed_data();
     void closedFilesAreFlushed();
+    void settledOnlyWhereFilesTell_data();
+    void settledOnlyWhereFilesTell();
+    void bigFileIsSettledAtOnce();
+    void endOfAFileLeavesTheWindow();
+    void smallFilesAreSettledTogether();
+    void smallFilesAreSettledWithABigOne();
+    void fileThatCannotWaitIsSettledAtOnce();
+    void fileOfAnotherHandIsSettled();
+    void endSettlesWhatWaits();
+    void failureIsOfTheFileThatHasIt();
+    void failureOfAFileThatIsNotSettledIsKept();
+    void lateFilesOfAHangingCopy();
 
 private:
     void Use(ENWriteBack enKind);
@@ -68,12 +80,14 @@ private:
     void WriteMore(int nDescriptor, qint64 nTo, qint64 nFrom = 0);
     void Close(int nDescriptor);
     void WriteFile(qint64 nBytes);
+    bool SettleFile(qint64 nBytes);
 
     std::unique_ptr<CTempTree> m_pTree;
     std::shared_ptr<CFakeStick> m_pStick;
     std::unique_ptr<CWritePace> m_pPace;
     std::function<bool(bool)> m_fnGoesOn;
     int m_nFiles = 0;
+    QVector<QPair<int, int>> m_listLost; // numbers of files and errors
 };
 
 void tst_CWritePace::init()
@@ -81,6 +95,7 @@ void tst_CWritePace::init()
     m_pTree = std::make_unique<CTempTree>();
     m_fnGoesOn = [](bool) { return true; };
     m_nFiles = 0;
+    m_listLost.clear();
     Use(ENWriteBack::RANGES);
 }
 
@@ -127,6 +142,19 @@ void tst_CWritePace::WriteFile(qint64 nBytes)
     const int nDescriptor = Open();
     WriteMore(nDescriptor, nBytes);
     Close(nDescriptor);
+}
+
+/** The same, and brings it to its disk as the copy does; what becomes of it later is in m_listLost. */
+bool tst_CWritePace::SettleFile(qint64 nBytes)
+{
+    const int nDescriptor = Open();
+    WriteMore(nDescriptor, nBytes);
+    const bool bSettled = m_pPace->Settle(nDescriptor);
+    const int nError = errno;
+    Close(nDescriptor);
+    m_pPace->Booked([this, nFile = m_nFiles](int nLost) { m_listLost.append({nFile, nLost}); });
+    errno = nError;
+    return bSettled;
 }
 
 void tst_CWritePace::fileIsStartedAsItGrows()
@@ -515,6 +543,174 @@ void tst_CWritePace::closedFilesAreFlushed()
                   : QStringList({"flush 1: 0+0", "flush 2: 0+0", "flush 3: 0+0"}));
     m_pPace->End();
     QCOMPARE(OpenDescriptors(), nBefore);
+}
+
+void tst_CWritePace::settledOnlyWhereFilesTell_data()
+{
+    QTest::addColumn<int>("nKind");
+    QTest::newRow("none") << int(ENWriteBack::NONE);
+    QTest::newRow("ranges") << int(ENWriteBack::RANGES);
+    QTest::newRow("disk") << int(ENWriteBack::DISK);
+}
+
+void tst_CWritePace::settledOnlyWhereFilesTell()
+{
+    QFETCH(int, nKind);
+    Use(ENWriteBack(nKind));
+    WriteFile(KIB); // the kind is known
+    m_pStick->m_nError = EIO;
+    QVERIFY(SettleFile(512 * KIB));
+    const int nDescriptor = Open();
+    QVERIFY(m_pPace->Settle(nDescriptor));
+    Close(nDescriptor);
+    m_pPace->End();
+    QCOMPARE(m_pStick->Calls("flush"), QStringList());
+    QVERIFY(m_listLost.isEmpty());
+}
+
+void tst_CWritePace::bigFileIsSettledAtOnce()
+{
+    Use(ENWriteBack::FILES);
+    const int nBefore = OpenDescriptors();
+    QVERIFY(SettleFile(MIB)); // flushed when it was written, and once more with what came since
+    QCOMPARE(m_pStick->Calls("flush"), QStringList({"flush 1: 0+0", "flush 1: 0+0"}));
+    QVERIFY(SettleFile(MIB + PIECE));
+    QCOMPARE(m_pStick->Calls("flush").size(), 3);
+    QCOMPARE(m_pPace->WaitingBytes(), qint64(0));
+    QCOMPARE(OpenDescriptors(), nBefore);
+    m_pStick->m_nError = ENOSPC;
+    QVERIFY(!SettleFile(MIB + PIECE));
+    QCOMPARE(errno, ENOSPC);
+    m_pPace->End();
+    QCOMPARE(m_pPace->FlushError(), 0); // the file itself is named
+    QVERIFY(m_listLost.isEmpty());
+}
+
+/** What is left of a file at its end is little, and was flushed in no time. */
+void tst_CWritePace::endOfAFileLeavesTheWindow()
+{
+    Use(ENWriteBack::FILES);
+    QVERIFY(SettleFile(7 * MIB + KIB)); // after 1, 3 and 7 MiB, and at the end
+    QCOMPARE(m_pStick->Calls("flush").size(), 4);
+    QVERIFY(SettleFile(7 * MIB)); // the next one is due after eight
+    QCOMPARE(m_pStick->Calls("flush").size(), 5);
+    m_pStick->m_nFlushMs = 30000;
+    QVERIFY(SettleFile(6 * MIB));
+    QCOMPARE(m_pStick->Calls("flush").size(), 6);
+    QVERIFY(SettleFile(2 * MIB)); // one for each MiB, and at the end
+    QCOMPARE(m_pStick->Calls("flush").size(), 9);
+}
+
+void tst_CWritePace::smallFilesAreSettledTogether()
+{
+    Use(ENWriteBack::FILES);
+    const int nBefore = OpenDescriptors();
+    QStringList listExpected;
+    for (int nFile = 1; nFile <= 32; ++nFile) {
+        QVERIFY(SettleFile(4 * KIB));
+        listExpected.append(QString("flush %1: 0+0").arg(nFile));
+    }
+    QCOMPARE(m_pStick->Calls("flush"), QStringList());
+    QCOMPARE(OpenDescriptors() - nBefore, 32);
+    QCOMPARE(m_pPace->WaitingBytes(), 32 * 4 * KIB);
+    QVERIFY(SettleFile(4 * KIB));
+    listExpected.append("flush 33: 0+0");
+    QCOMPARE(m_pStick->Calls("flush"), listExpected);
+    QCOMPARE(OpenDescriptors(), nBefore);
+    QCOMPARE(m_pPace->WaitingBytes(), qint64(0));
+}
+
+void tst_CWritePace::smallFilesAreSettledWithABigOne()
+{
+    Use(ENWriteBack::FILES);
+    QVERIFY(SettleFile(PIECE));
+    QVERIFY(SettleFile(PIECE));
+    QVERIFY(SettleFile(2 * MIB)); // its third piece makes a MiB of them all
+    QCOMPARE(m_pStick->Calls("flush"),
+             QStringList({"flush 1: 0+0", "flush 2: 0+0", "flush 3: 0+0", "flush 3: 0+0"}));
+}
+
+void tst_CWritePace::fileThatCannotWaitIsSettledAtOnce()
+{
+    Use(ENWriteBack::FILES);
+    m_pStick->m_bKeeps = false;
+    QVERIFY(SettleFile(4 * KIB));
+    QCOMPARE(m_pStick->Calls("flush"), QStringList("flush 1: 0+0"));
+    m_pStick->m_nError = EIO;
+    QVERIFY(!SettleFile(4 * KIB));
+    QCOMPARE(errno, EIO);
+    QVERIFY(m_listLost.isEmpty());
+}
+
+/** One that was begun long ago, and of whose bytes the pace was not told. */
+void tst_CWritePace::fileOfAnotherHandIsSettled()
+{
+    Use(ENWriteBack::FILES);
+    const int nDescriptor = Open();
+    QVERIFY(m_pPace->Settle(nDescriptor));
+    QCOMPARE(m_pStick->Calls("flush"), QStringList("flush 1: 0+0"));
+    m_pStick->m_nError = EIO;
+    QVERIFY(!m_pPace->Settle(nDescriptor));
+    QCOMPARE(errno, EIO);
+    ::close(nDescriptor);
+}
+
+void tst_CWritePace::endSettlesWhatWaits()
+{
+    Use(ENWriteBack::FILES);
+    const int nBefore = OpenDescriptors();
+    QVERIFY(SettleFile(4 * KIB));
+    QVERIFY(SettleFile(4 * KIB));
+    m_pStick->m_nError = EIO;
+    m_fnGoesOn = [](bool) { return false; }; // it was stopped
+    m_pPace->End();
+    QCOMPARE(m_pStick->Calls("flush"), QStringList({"flush 1: 0+0", "flush 2: 0+0"}));
+    QCOMPARE(m_listLost, (QVector<QPair<int, int>>{{1, EIO}, {2, EIO}}));
+    QCOMPARE(OpenDescriptors(), nBefore);
+    QCOMPARE(m_pPace->FlushError(), 0);
+}
+
+void tst_CWritePace::failureIsOfTheFileThatHasIt()
+{
+    Use(ENWriteBack::FILES);
+    QVERIFY(SettleFile(4 * KIB));
+    const int nDescriptor = Open();
+    m_pStick->m_nError = EIO;
+    WriteMore(nDescriptor, 3 * MIB); // is flushed on the way
+    m_pStick->m_nError = 0;
+    QVERIFY(!m_pPace->Settle(nDescriptor));
+    QCOMPARE(errno, EIO);
+    Close(nDescriptor);
+    m_pPace->Booked(nullptr);
+    QCOMPARE(m_listLost, (QVector<QPair<int, int>>{{1, EIO}}));
+    QVERIFY(SettleFile(3 * MIB));
+    QCOMPARE(m_pPace->FlushError(), 0);
+}
+
+void tst_CWritePace::failureOfAFileThatIsNotSettledIsKept()
+{
+    Use(ENWriteBack::FILES);
+    m_pStick->m_nError = EIO;
+    WriteFile(3 * MIB);
+    QCOMPARE(m_pPace->FlushError(), EIO);
+}
+
+void tst_CWritePace::lateFilesOfAHangingCopy()
+{
+    Use(ENWriteBack::FILES);
+    QVERIFY(SettleFile(4 * KIB));
+    const std::function<bool()> fnFlush = m_pPace->TakeLate();
+    QCOMPARE(m_pStick->Calls("flush"), QStringList());
+    QVERIFY(fnFlush());
+    QCOMPARE(m_pStick->Calls("flush"), QStringList("flush 1: 0+0"));
+    m_pPace->End();
+    QCOMPARE(m_pStick->Calls("flush").size(), 1); // they were taken
+    QVERIFY(m_pPace->TakeLate()());
+
+    Use(ENWriteBack::FILES);
+    QVERIFY(SettleFile(4 * KIB));
+    m_pStick->m_nError = EIO;
+    QVERIFY(!m_pPace->TakeLate()());
 }
 
 QTEST_GUILESS_MAIN(tst_CWritePace)
