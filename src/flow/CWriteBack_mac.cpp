@@ -8,7 +8,8 @@
 ENWriteBack CWriteBack::KindOf(int nDescriptor) const
 {
     struct statfs stRaw;
-    // What lies on another computer tells at each close what could not be written.
+    // What could not be written in the background is told to nobody but who flushes the file. What lies on
+    // another computer tells at each close what could not be written.
     const bool bLocal = fstatfs(nDescriptor, &stRaw) == 0 && (stRaw.f_flags & MNT_LOCAL) != 0;
     return bLocal ? ENWriteBack::FILES : ENWriteBack::NONE;
 }

@@ -42,6 +42,8 @@ private slots:
     void flushIsOfTheFile();
     void bigFilesAreFlushed();
     void failedFlushIsKept();
+    void settledFilesAreFlushed();
+    void settledFileThatFailsIsTold();
 
 private:
     int Open(const QString& strName);
@@ -131,6 +133,41 @@ void tst_MacWriteBack::failedFlushIsKept()
     close(nDescriptor);
     pace.End();
     QCOMPARE(pace.FlushError(), ENOSPC);
+}
+
+void tst_MacWriteBack::settledFilesAreFlushed()
+{
+    CWritePace pace([](bool) { return true; }, [] { return 0; });
+    pace.Begin();
+    QVector<quint64> listWritten;
+    for (const char* pszName : {"one", "two"}) {
+        const int nDescriptor = Open(pszName);
+        struct stat stRaw = {};
+        fstat(nDescriptor, &stRaw);
+        listWritten.append(quint64(stRaw.st_ino));
+        pace.Written(nDescriptor, 0, 1000);
+        QVERIFY(pace.Settle(nDescriptor));
+        pace.Ends(nDescriptor);
+        close(nDescriptor);
+        pace.Booked([](int) {});
+    }
+    QCOMPARE(s_listSynced.size(), 0); // they are small, and wait
+    pace.End();
+    QCOMPARE(s_listSynced, listWritten);
+}
+
+void tst_MacWriteBack::settledFileThatFailsIsTold()
+{
+    CWritePace pace([](bool) { return true; }, [] { return 0; });
+    pace.Begin();
+    const int nDescriptor = Open("file");
+    pace.Written(nDescriptor, 0, CWritePace::BIG_BYTES);
+    s_nError = EIO;
+    QVERIFY(!pace.Settle(nDescriptor));
+    QCOMPARE(errno, EIO);
+    close(nDescriptor);
+    pace.End();
+    QCOMPARE(pace.FlushError(), 0); // the file is named instead
 }
 
 QTEST_GUILESS_MAIN(tst_MacWriteBack)
