@@ -123,19 +123,24 @@ QString CTarnwickMacPE::PendingPath(const QStringList& listName) const
     return ListedDiskPath(DiskEventPath(*m_pDiskEvent), listPath);
 }
 
-/**
- * True for a volume that certainly lies on no USB disk, such as an internal one that is
- * unlocked meanwhile: it is something to copy from, and the next search lists it so.
+/** True for a volume that certainly lies on no USB disk, such as an internal one that is unlocked meanwhile.
  */
 static bool IsOnOtherBus(const QString& strPath)
 {
     using Question = CAsideQuestion<std::optional<bool>>;
     const auto bUsb = Question::Ask(BUS_WAIT, [strPath] { return CVolumeBus::IsOnUsb(strPath); });
-    if (!bUsb || bUsb->value_or(true)) {
-        return false;
+    return bUsb && !bUsb->value_or(true);
+}
+
+/** Offers a volume that has come, or says that the next search makes it a source. */
+void CTarnwickMacPE::Receive(const QString& strPath)
+{
+    if (!IsOnOtherBus(strPath)) {
+        m_pUi->m_pSelFilePage->AddDisk(QFileInfo(strPath));
+        return;
     }
     g_TarnwickLog.LogExt(QStringLiteral("not on USB, no destination: ") + strPath);
-    return true;
+    m_pUi->m_pSelFilePage->NoteNewSource(strPath);
 }
 
 void CTarnwickMacPE::SlotDiskChange()
@@ -149,8 +154,8 @@ void CTarnwickMacPE::SlotDiskChange()
     // A removal is told once for every volume that is left; both receivers bear the repetition.
     for (const QString& strName : listName) {
         if (enType != DISK_EVENT_DISAPPEARED) {
-            if (strVolumes + QLatin1Char('/') + strName == strPath && !IsOnOtherBus(strPath)) {
-                m_pUi->m_pSelFilePage->AddDisk(QFileInfo(strPath));
+            if (strVolumes + QLatin1Char('/') + strName == strPath) {
+                Receive(strPath);
             }
             continue;
         }

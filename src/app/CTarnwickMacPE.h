@@ -77,6 +77,7 @@ protected:
 
 private:
     bool IsCopyPageShown() const;
+    void Receive(const QString& strPath);
     QString PendingPath(const QStringList& listName) const;
 
     std::unique_ptr<Ui::CTarnwickMacPE> m_pUi;

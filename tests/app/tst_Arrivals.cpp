@@ -1,5 +1,6 @@
 #include "app/CTarnwickMacPE.h"
 #include "disk/platform/CVolumeBus.h"
+#include "pages/CNoticeLine.h"
 #include "pages/CSelFileWidget.h"
 #include "support/CFakeCommands.h"
 #include "support/CGate.h"
@@ -109,6 +110,9 @@ void tst_Arrivals::onlyACertainNoKeepsAVolumeOut()
     QCOMPARE(s_strAsked, PATH);
     const QStringList listLine = LogLines().mid(nLines).filter("not on USB, no destination: " + PATH);
     QCOMPARE(listLine.isEmpty(), !Paths().isEmpty());
+    // What is kept out is told to the user, too.
+    const QString strNotice = m_pWindow->findChild<CNoticeLine*>()->Text();
+    QCOMPARE(strNotice.contains("ARRIVED is there now"), Paths().isEmpty());
 }
 
 void tst_Arrivals::aQuestionThatHangsKeepsNobodyUp()

@@ -159,6 +159,8 @@ void tst_CMountLook::whatASearchHasFoundIsNotToldAgain()
 
 void tst_CMountLook::aNoticeAfterTheSearchIsNotToldAgain()
 {
+    m_look->Listed("/Volumes/OLD");
+    QVERIFY(Mounts("/Volumes/OLD")); // which was known before the search
     m_look->Listed("/Volumes/A");
     QVERIFY(!Mounts("/Volumes/A"));
     QVERIFY(Mounts("/Volumes/A"));
