@@ -123,8 +123,7 @@ QString CTarnwickMacPE::PendingPath(const QStringList& listName) const
     return ListedDiskPath(DiskEventPath(*m_pDiskEvent), listPath);
 }
 
-/** True for a volume that certainly lies on no USB disk, such as an internal one that is unlocked meanwhile.
- */
+/** True for a volume that is certainly not on USB, such as an internal one that is unlocked now. */
 static bool IsOnOtherBus(const QString& strPath)
 {
     using Question = CAsideQuestion<std::optional<bool>>;

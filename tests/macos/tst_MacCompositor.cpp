@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QTest>
 
-/** A Mac's windows may be translucent, whatever this system has: the test runs where nothing composes them. */
+/** A Mac's windows may be translucent; the test runs where nothing composes those of this system. */
 class tst_MacCompositor : public QObject
 {
     Q_OBJECT
