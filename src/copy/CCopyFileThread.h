@@ -177,6 +177,16 @@ private:
         return m_metadata.GiveToFile(*this, strName, nSource, nTarget);
     }
 
+    void KeepAccessList(int nSource, int nTarget) override
+    {
+        m_metadata.GiveAccessList(*this, nSource, nTarget);
+    }
+
+    void KeepFolderAccessList(const QString& strSource, const QString& strTarget) override
+    {
+        m_metadata.GiveFolderAccessList(*this, strSource, strTarget);
+    }
+
     void KeepFolderMetadata(const QString& strSource, const QString& strTarget) override
     {
         m_metadata.GiveToFolder(*this, strSource, strTarget);

@@ -358,6 +358,7 @@ void CFileCopy::Finish()
     if (m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
         KeepMetadata();
         KeepTimes();
+        m_control.KeepAccessList(m_source.Descriptor(), fileno(m_pTarget.get()));
         CompareSource();
     }
     // Some file systems tell only now that the bytes found no room.

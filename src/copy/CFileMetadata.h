@@ -33,10 +33,16 @@ public:
     std::optional<STCopyReason> GiveToFile(CCopyControl& control, const QString& strName, int nSource,
                                            int nTarget);
 
-    /** Gives it to a folder in which nothing more is made. */
+    /** Gives the open copy the access list, which may forbid all the rest: at the end. */
+    void GiveAccessList(CCopyControl& control, int nSource, int nTarget);
+
+    /** Gives it to a folder in which nothing more is made, but for the access list. */
     void GiveToFolder(CCopyControl& control, const QString& strSource, const QString& strTarget);
 
-    /** The same with the folder's times, for a walk that keeps no others. */
+    /** Gives a folder the access list, at the end. */
+    void GiveFolderAccessList(CCopyControl& control, const QString& strSource, const QString& strTarget);
+
+    /** All of that with the folder's times, for a walk that keeps no others. */
     void FinishFolder(CCopyWork& work, const QString& strSource, const QString& strTarget);
 
     /** What was lost: one for each kind, its detail is the number of items. */
@@ -89,7 +95,6 @@ private:
     std::optional<STCopyReason> CopyFork(CCopyControl& control, const STPair& stPair, qint64 nSize);
     std::optional<STCopyReason> ForkNotHeld(const STPair& stPair);
     std::optional<STCopyReason> ForkNotWritten(const STPair& stPair, int nError);
-    bool GiveAccessList(const STPair& stPair) const;
     void Count(ENLost enLost, bool bKept) { m_listLost[enLost] += bKept ? 0 : 1; }
 
     std::array<qint64, LOST_KINDS> m_listLost = {}; // items

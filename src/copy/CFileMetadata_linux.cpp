@@ -6,6 +6,13 @@ std::optional<STCopyReason> CFileMetadata::GiveToFile(CCopyControl& /*control*/,
     return std::nullopt;
 }
 
+void CFileMetadata::GiveAccessList(CCopyControl& /*control*/, int /*nSource*/, int /*nTarget*/) { }
+
+void CFileMetadata::GiveFolderAccessList(CCopyControl& /*control*/, const QString& /*strSource*/,
+                                         const QString& /*strTarget*/)
+{
+}
+
 void CFileMetadata::GiveToFolder(CCopyControl& /*control*/, const QString& /*strSource*/,
                                  const QString& /*strTarget*/)
 {

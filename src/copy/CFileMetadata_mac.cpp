@@ -3,6 +3,7 @@
 #include "copy/CFileAttributes.h"
 #include "copy/CFileMetadata.h"
 #include "files/CDescriptor.h"
+#include "files/CFileName.h"
 
 #include <QList>
 
@@ -160,8 +161,6 @@ void CFileMetadata::GiveToFolder(CCopyControl& control, const QString& strSource
     const std::optional<STPair> stPair = Look(source.Get(), target.Get());
     if (stPair) {
         Give(control, *stPair);
-    } else {
-        Count(LOST_ATTRIBUTES, false);
     }
 }
 
@@ -174,7 +173,11 @@ void CFileMetadata::FinishFolder(CCopyWork& work, const QString& strSource, cons
     work.StepBegins(ENCopyStep::WRITING);
     const bool bSet = stSource && CCopyPlatform::SetTimes(strTarget, *stSource);
     const std::optional<STFileState> stTarget = CCopyPlatform::GetPathState(strTarget);
-    Count(LOST_FOLDER_TIMES, bSet && stTarget && CCopyPlatform::IsModifiedAlike(*stSource, *stTarget));
+    if (!stSource || !stTarget) {
+        return; // whose disk has gone is told of that
+    }
+    Count(LOST_FOLDER_TIMES, bSet && CCopyPlatform::IsModifiedAlike(*stSource, *stTarget));
+    GiveFolderAccessList(work, strSource, strTarget);
 }
 
 /** What the disk that holds the open file says of itself. */
@@ -246,8 +249,6 @@ std::optional<STCopyReason> CFileMetadata::Give(CCopyControl& control, const STP
     const unsigned nKept = stPair.bFolder ? KEPT_FLAGS & ~unsigned(UF_HIDDEN) : KEPT_FLAGS;
     Count(LOST_ATTRIBUTES, GiveFlags(stPair.nTarget, stPair.nFlags & nKept));
     Count(LOST_LOCKS, (stPair.nFlags & LOCKS) == 0);
-    // Last, as it may forbid what comes before.
-    Count(LOST_ACCESS_LISTS, GiveAccessList(stPair));
     return stReason;
 }
 
@@ -357,15 +358,30 @@ std::optional<STCopyReason> CFileMetadata::CopyFork(CCopyControl& control, const
     return nKept == nSize ? std::nullopt : ForkNotWritten(stPair, 0);
 }
 
-/** Gives all of it, the entries too that the source has from the folder in which it lay. */
-bool CFileMetadata::GiveAccessList(const STPair& stPair) const
+// All of it is given, the entries too that the source has from the folder in which it lay.
+
+void CFileMetadata::GiveAccessList(CCopyControl& control, int nSource, int nTarget)
 {
-    const acl_t pList = acl_get_fd_np(stPair.nSource, ACL_TYPE_EXTENDED);
-    if (pList == nullptr) {
-        return true;
+    control.StepBegins(ENCopyStep::READING);
+    const acl_t pList = acl_get_fd_np(nSource, ACL_TYPE_EXTENDED);
+    if (pList != nullptr) {
+        control.StepBegins(ENCopyStep::WRITING);
+        const bool bHolds = m_stTarget && m_stTarget->bAccessLists;
+        Count(LOST_ACCESS_LISTS, bHolds && acl_set_fd_np(nTarget, pList, ACL_TYPE_EXTENDED) == 0);
+        acl_free(pList);
     }
-    const bool bGiven
-        = m_stTarget->bAccessLists && acl_set_fd_np(stPair.nTarget, pList, ACL_TYPE_EXTENDED) == 0;
-    acl_free(pList);
-    return bGiven;
+}
+
+void CFileMetadata::GiveFolderAccessList(CCopyControl& control, const QString& strSource,
+                                         const QString& strTarget)
+{
+    control.StepBegins(ENCopyStep::READING);
+    const acl_t pList = acl_get_file(CFileName::Encode(strSource).constData(), ACL_TYPE_EXTENDED);
+    if (pList != nullptr) {
+        control.StepBegins(ENCopyStep::WRITING);
+        const bool bHolds = m_stTarget && m_stTarget->bAccessLists;
+        const QByteArray baTarget = CFileName::Encode(strTarget);
+        Count(LOST_ACCESS_LISTS, bHolds && acl_set_file(baTarget.constData(), ACL_TYPE_EXTENDED, pList) == 0);
+        acl_free(pList);
+    }
 }

@@ -15,6 +15,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <dlfcn.h>
 #include <sys/stat.h>
 
 struct _acl
@@ -80,6 +81,31 @@ static int End(int nError)
         errno = nError;
     }
     return nError == 0 ? 0 : -1;
+}
+
+/** Whether the file has a list that forbids to change what belongs to it. */
+static bool IsForbidden(const QString& strPath)
+{
+    const QMutexLocker locker(&All().lock);
+    return All().mapFile[KeyOf(strPath)].baList.contains("deny writeattr");
+}
+
+static acl_t ListOf(const QString& strPath)
+{
+    const QMutexLocker locker(&All().lock);
+    const QByteArray baList = All().mapFile[KeyOf(strPath)].baList;
+    errno = ENOENT;
+    return baList.isEmpty() ? nullptr : new _acl{baList};
+}
+
+static int SetList(const QString& strPath, acl_t pList)
+{
+    const int nError = CFakeFiles::Called("acl_set", strPath);
+    const QMutexLocker locker(&All().lock);
+    if (nError == 0) {
+        All().mapFile[KeyOf(strPath)].baList = pList->baList;
+    }
+    return End(nError);
 }
 
 void CFakeMetadata::Reset()
@@ -176,8 +202,8 @@ ssize_t fgetxattr(int nDescriptor, const char* pszName, void* pValue, size_t nSi
     const QString strPath = CFakeFiles::PathOf(nDescriptor);
     const bool bFork = qstrcmp(pszName, XATTR_RESOURCEFORK_NAME) == 0;
     const QString strCall = QStringLiteral("fgetxattr ") + pszName;
-    const int nError
-        = pValue == nullptr ? 0 : CFakeFiles::Called(strCall, strPath, QString::number(nPosition));
+    const int nError = pValue == nullptr ? CFakeFiles::Called(QStringLiteral("size of ") + pszName, strPath)
+                                         : CFakeFiles::Called(strCall, strPath, QString::number(nPosition));
     if (nError != 0 || (nPosition != 0 && !bFork)) {
         return End(nError != 0 ? nError : EINVAL);
     }
@@ -207,6 +233,9 @@ int fsetxattr(int nDescriptor, const char* pszName, const void* pValue, size_t n
     const int nError = CFakeFiles::Called(QStringLiteral("fsetxattr ") + pszName, strPath, strWhere);
     if (nError != 0 || (nPosition != 0 && !bFork)) {
         return End(nError != 0 ? nError : EINVAL);
+    }
+    if (IsForbidden(strPath)) {
+        return End(EPERM);
     }
     const QMutexLocker locker(&All().lock);
     if (!HeldAt(strPath).bAttributes) {
@@ -301,27 +330,38 @@ int fsetattrlist(int nDescriptor, void* pWanted, void* pValues, size_t nSize, un
 
 acl_t acl_get_fd_np(int nDescriptor, acl_type_t /*enType*/)
 {
-    const QString strPath = CFakeFiles::PathOf(nDescriptor);
-    const QMutexLocker locker(&All().lock);
-    const QByteArray baList = All().mapFile[KeyOf(strPath)].baList;
-    errno = ENOENT;
-    return baList.isEmpty() ? nullptr : new _acl{baList};
+    return ListOf(CFakeFiles::PathOf(nDescriptor));
 }
+
+acl_t acl_get_file(const char* pszPath, acl_type_t /*enType*/) { return ListOf(QFile::decodeName(pszPath)); }
 
 int acl_set_fd_np(int nDescriptor, acl_t pList, acl_type_t /*enType*/)
 {
-    const QString strPath = CFakeFiles::PathOf(nDescriptor);
-    const int nError = CFakeFiles::Called("acl_set_fd_np", strPath);
-    const QMutexLocker locker(&All().lock);
-    if (nError == 0) {
-        All().mapFile[KeyOf(strPath)].baList = pList->baList;
-    }
-    return End(nError);
+    return SetList(CFakeFiles::PathOf(nDescriptor), pList);
+}
+
+int acl_set_file(const char* pszPath, acl_type_t /*enType*/, acl_t pList)
+{
+    return SetList(QFile::decodeName(pszPath), pList);
 }
 
 int acl_free(void* pList)
 {
     delete static_cast<_acl*>(pList);
     return 0;
+}
+
+int futimens(int nDescriptor, const struct timespec* pTimes) noexcept
+{
+    using PFN = int (*)(int, const struct timespec*);
+    static const auto s_pfn = reinterpret_cast<PFN>(dlsym(RTLD_NEXT, "futimens"));
+    return IsForbidden(CFakeFiles::PathOf(nDescriptor)) ? End(EPERM) : s_pfn(nDescriptor, pTimes);
+}
+
+int utimensat(int nFolder, const char* pszPath, const struct timespec* pTimes, int nFlags) noexcept
+{
+    using PFN = int (*)(int, const char*, const struct timespec*, int);
+    static const auto s_pfn = reinterpret_cast<PFN>(dlsym(RTLD_NEXT, "utimensat"));
+    return IsForbidden(QFile::decodeName(pszPath)) ? End(EPERM) : s_pfn(nFolder, pszPath, pTimes, nFlags);
 }
 }

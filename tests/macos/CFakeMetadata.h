@@ -30,7 +30,7 @@ public:
     static void SetCreated(const QString& strPath, qint64 nSec);
     static qint64 Created(const QString& strPath);
 
-    /** An access list, as a text; empty when it has none. */
+    /** An access list, as a text; empty when it has none. "deny writeattr" in it forbids what it says. */
     static void SetAccessList(const QString& strPath, const QByteArray& baList);
     static QByteArray AccessList(const QString& strPath);
 

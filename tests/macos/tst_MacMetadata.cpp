@@ -79,6 +79,8 @@ private slots:
     void silentDiskIsKnownByItsName();
     void forkThatCannotBeReadIsNamed_data() { Modes(); }
     void forkThatCannotBeReadIsNamed();
+    void forkThatCannotBeMeasuredIsNamed();
+    void removedFolderLosesNothing();
     void largeForkIsGivenInPieces();
     void stopEndsALargeFork();
     void roomIsMadeForAttributes();
@@ -175,19 +177,19 @@ void tst_MacMetadata::everythingArrives()
 {
     QFETCH(bool, bComplete);
     const QString strFile = AddFile("tool", "text", Pattern(300000));
+    SetOld(strFile);
+    SetOld(Source("folder"));
     const QByteArray baFinder(32, 'f');
     CFakeMetadata::SetAttribute(strFile, FINDER, baFinder);
     CFakeMetadata::SetAttribute(strFile, TAGS, "red");
     CFakeMetadata::SetAttribute(strFile, SYSTEMS, "own");
     CFakeMetadata::SetCreated(strFile, CREATED);
-    CFakeMetadata::SetAccessList(strFile, "anna allow read");
+    CFakeMetadata::SetAccessList(strFile, "everyone deny writeattr");
     CFakeFiles::SetFlags(strFile, HIDDEN | IMMUTABLE);
     QCOMPARE(chmod(QFile::encodeName(strFile).constData(), 0755), 0);
     CFakeMetadata::SetAttribute(Source("folder"), TAGS, "blue");
     CFakeMetadata::SetCreated(Source("folder"), CREATED);
-    CFakeMetadata::SetAccessList(Source("folder"), "everyone deny delete");
-    SetOld(strFile);
-    SetOld(Source("folder"));
+    CFakeMetadata::SetAccessList(Source("folder"), "everyone deny writeattr");
     CopyAll(bComplete);
     const QString strCopy = Copy("folder/tool");
     QCOMPARE(Content(strCopy), QByteArray("text"));
@@ -196,13 +198,13 @@ void tst_MacMetadata::everythingArrives()
     QCOMPARE(CFakeMetadata::Attribute(strCopy, FINDER), baFinder);
     QCOMPARE(CFakeMetadata::Attribute(strCopy, TAGS), QByteArray("red"));
     QCOMPARE(CFakeMetadata::Created(strCopy), CREATED);
-    QCOMPARE(CFakeMetadata::AccessList(strCopy), QByteArray("anna allow read"));
+    QCOMPARE(CFakeMetadata::AccessList(strCopy), QByteArray("everyone deny writeattr"));
     QCOMPARE(CFakeMetadata::Flags(strCopy), HIDDEN);
     QVERIFY(QFileInfo(strCopy).permission(QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther));
     QCOMPARE(QFileInfo(strCopy).lastModified().toSecsSinceEpoch(), FOLDER_TIME);
     QCOMPARE(CFakeMetadata::Attributes(Copy("folder")), QStringList{TAGS});
     QCOMPARE(CFakeMetadata::Created(Copy("folder")), CREATED);
-    QCOMPARE(CFakeMetadata::AccessList(Copy("folder")), QByteArray("everyone deny delete"));
+    QCOMPARE(CFakeMetadata::AccessList(Copy("folder")), QByteArray("everyone deny writeattr"));
     QCOMPARE(QFileInfo(Copy("folder")).lastModified().toSecsSinceEpoch(), FOLDER_TIME);
     // A lock would keep the copy from being thrown away, and is the only thing that is told.
     QCOMPARE(Items(true), QStringList{Kind(ENCopyProblem::LOCKS_LOST, "1")});
@@ -356,6 +358,24 @@ void tst_MacMetadata::forkThatCannotBeReadIsNamed()
     QCOMPARE(Copied("folder/file"), QByteArray("text"));
     QCOMPARE(CFakeMetadata::Attributes(Copy("folder/file")), QStringList{TAGS});
     QCOMPARE(QFileInfo(Copy("folder/file")).lastModified().toSecsSinceEpoch(), FOLDER_TIME);
+}
+
+void tst_MacMetadata::forkThatCannotBeMeasuredIsNamed()
+{
+    AddFile("file", "text", "fork");
+    CFakeFiles::Fail(QString("size of ") + FORK, "/src/folder/file", EIO);
+    CopyAll(false);
+    QCOMPARE(Items(false), QStringList{Kind(ENCopyProblem::FORK_READ)});
+}
+
+// Nothing that a disk that is gone could not hold is counted.
+void tst_MacMetadata::removedFolderLosesNothing()
+{
+    AddFile("file", "text", QByteArray());
+    SetOld(Source("folder"));
+    AfterEachChunk([this] { QVERIFY(QDir(m_strDest).removeRecursively()); });
+    CopyAll(false);
+    QCOMPARE(Items(true), QStringList());
 }
 
 void tst_MacMetadata::largeForkIsGivenInPieces()

@@ -10,6 +10,8 @@ typedef enum
 
 extern "C" {
 acl_t acl_get_fd_np(int nDescriptor, acl_type_t enType);
+acl_t acl_get_file(const char* pszPath, acl_type_t enType);
+int acl_set_file(const char* pszPath, acl_type_t enType, acl_t pList);
 int acl_set_fd_np(int nDescriptor, acl_t pList, acl_type_t enType);
 int acl_free(void* pList);
 }
