@@ -502,6 +502,18 @@
     </message>
 </context>
 <context>
+    <name>CLogNotice</name>
+    <message>
+        <source>The log is kept in %1</source>
+        <extracomment>The path of a folder.</extracomment>
+        <translation>Het logboek staat in %1</translation>
+    </message>
+    <message>
+        <source>The log cannot be written.</source>
+        <translation>Het logboek kan niet worden geschreven.</translation>
+    </message>
+</context>
+<context>
     <name>CNoticeLine</name>
     <message>
         <source>%1 does not answer.</source>

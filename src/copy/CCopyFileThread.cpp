@@ -1,5 +1,6 @@
 #include "copy/CCopyFileThread.h"
 
+#include "copy/CCopyLogFile.h"
 #include "copy/CCopyPlatform.h"
 #include "copy/CFileCopy.h"
 #include "copy/CNodeWalk.h"
@@ -117,9 +118,11 @@ void CCopyFileThread::run()
     // One that was left behind has nobody to finish for: what is to be said is said.
     const STCopyEnd stEnd = m_report.IsClosed() ? STCopyEnd() : Finish();
     // Nothing of the destination stays open when the window is told of the end.
+    auto pParent = stEnd.bGone ? nullptr : m_destination.Parent();
     m_destination = CCopyDestination();
     m_pulse.End();
     if (m_report.Close(stEnd)) {
+        CCopyLogFile::Save(std::move(pParent), m_strDestPath);
         emit SignalCopyAccount(m_report.Account());
         emit SignalCopyFinish();
     }

@@ -1,17 +1,15 @@
 #include "copy/CCopyReportFile.h"
 
 #include "copy/CCopyPlatform.h"
+#include "copy/CFreeFile.h"
 #include "files/CFileName.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
 static const qint64 RESERVE = qint64(64) * 1024;
-static const mode_t MODE = 0666; // the user's mask takes from it
-static const int NAMES_TRIED = 100;
 static const qint64 BLOCK = 512; // unit in which the system tells the room of a file
 
 static QString ParentOf(const QString& strPath) { return strPath.left(qMax(strPath.lastIndexOf('/'), 1)); }
@@ -44,14 +42,9 @@ bool CCopyReportFile::Create()
         return false;
     }
     const QByteArray baStem = CFileName::Encode(m_strFolder.mid(m_strFolder.lastIndexOf('/') + 1));
-    for (int nNumber = 0; nNumber < NAMES_TRIED && !m_file.IsOpen(); ++nNumber) {
-        m_baName = baStem + (nNumber == 0 ? QByteArray() : '_' + QByteArray::number(nNumber)) + ".txt";
-        m_file.Reset(
-            openat(m_pParent->Get(), m_baName.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, MODE));
-        if (!m_file.IsOpen() && errno != EEXIST) {
-            return false;
-        }
-    }
+    const STFreeFile stFile = CFreeFile::Create(m_pParent->Get(), baStem, ".txt");
+    m_file.Reset(stFile.nDescriptor);
+    m_baName = stFile.baName;
     m_nWritten = 0;
     m_nEnd = CCopyReportText::HEAD_SIZE;
     if (m_file.IsOpen() && !WriteAt(CCopyReportText::HeadAtBegin(m_stBeginning), 0)) {

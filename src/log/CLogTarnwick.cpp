@@ -1,6 +1,7 @@
 #include "log/CLogTarnwick.h"
 
 #include "log/CClock.h"
+#include "log/CFallbackFolder.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -11,6 +12,7 @@
 #include <QStringList>
 
 #include <sys/stat.h>
+#include <utility>
 
 static const int LEAST_LIMIT = 1024;
 
@@ -21,6 +23,11 @@ CLogTarnwick g_TarnwickLog;
 static QString Format(const QDateTime& dateTime, const char* pFormat)
 {
     return QLocale::c().toString(dateTime, QLatin1String(pFormat));
+}
+
+static QString Stamped(const QString& strMessage)
+{
+    return Format(CClock::Now(), "yyyy-MM-dd hh:mm:ss.zzz") + QStringLiteral(": ") + strMessage;
 }
 
 static QString Seconds(const QDateTime& dateTime) { return Format(dateTime, "yyyy-MM-dd hh:mm:ss"); }
@@ -75,6 +82,9 @@ bool CLogTarnwick::InitFolder(const char* pSubFolder, int nSizeLimit, const char
     m_nLimit = quint64(qMax(nSizeLimit, LEAST_LIMIT));
     m_strDate = GetCurrDate();
     m_strPath = FilePath();
+    m_pFallback.reset();
+    m_bElsewhere = false;
+    m_bLost = false;
     return true;
 }
 
@@ -108,13 +118,41 @@ bool CLogTarnwick::ClearLogFolder(const QString& strBackupFolder)
             BackUpOutdated(strFile, strBackupFolder);
         }
     }
+    const QMutexLocker locker(&m_lock);
+    ClearFallback(strBackupFolder);
     return true;
+}
+
+/** The same in the temporary folder, when lines go there. The caller holds the lock. */
+void CLogTarnwick::ClearFallback(const QString& strBackupFolder)
+{
+    if (m_pFallback) {
+        m_pFallback->m_nKeepDays = -m_nKeepDays;
+        m_pFallback->ClearLogFolder(strBackupFolder);
+    }
+}
+
+QString CLogTarnwick::FallbackFile() const
+{
+    const QMutexLocker locker(&m_lock);
+    return m_bElsewhere ? m_pFallback->m_strPath : QString();
+}
+
+bool CLogTarnwick::HasLostLines() const
+{
+    const QMutexLocker locker(&m_lock);
+    return m_bLost;
+}
+
+void CLogTarnwick::SetPlaceWatcher(std::function<void()> fnChanged)
+{
+    const QMutexLocker locker(&m_lock);
+    m_fnPlaceChanged = std::move(fnChanged);
 }
 
 void CLogTarnwick::LogExt(const QString& strMessage)
 {
-    const QString strLine
-        = Format(CClock::Now(), "yyyy-MM-dd hh:mm:ss.zzz") + QStringLiteral(": ") + strMessage;
+    const QString strLine = Stamped(strMessage);
     const QMutexLocker locker(&m_lock);
     WriteLog(strLine);
 }
@@ -161,13 +199,22 @@ bool CLogTarnwick::KeepEarly(const QString& strLine)
 
 void CLogTarnwick::WriteLog(const QString& strLine)
 {
-    if (KeepEarly(strLine) || !OpenFile()) {
+    if (KeepEarly(strLine) || m_strPath.isEmpty() || WriteHere(strLine) || m_bIsFallback) {
         return;
+    }
+    WriteElsewhere(strLine);
+}
+
+/** False when the line is not, or not as a whole, in the file. */
+bool CLogTarnwick::WriteHere(const QString& strLine)
+{
+    if (!OpenFile()) {
+        return false;
     }
     if (quint64(m_file.size()) > m_nLimit) {
         SetAside();
         if (!OpenFile()) {
-            return;
+            return false;
         }
     }
     m_stream.setDevice(&m_file);
@@ -177,7 +224,53 @@ void CLogTarnwick::WriteLog(const QString& strLine)
     m_file.disconnect();
     m_stream << strLine << QLatin1Char('\n');
     m_stream.flush();
+    const bool bWritten = m_stream.status() == QTextStream::Ok;
     m_file.close();
+    return bWritten;
+}
+
+// The log's own place is tried again for each line: a disk may have room again.
+void CLogTarnwick::WriteElsewhere(const QString& strLine)
+{
+    if (!m_pFallback) {
+        m_pFallback = MakeFallback();
+    }
+    const bool bWritten = m_pFallback && m_pFallback->WriteHere(strLine);
+    bool& bFlag = bWritten ? m_bElsewhere : m_bLost;
+    const bool bChanged = !std::exchange(bFlag, true);
+    if (bChanged && m_fnPlaceChanged) {
+        m_fnPlaceChanged();
+    }
+}
+
+/** A log of the same kind in the temporary folder, which begins with the reason; null without a folder. */
+std::unique_ptr<CLogTarnwick> CLogTarnwick::MakeFallback()
+{
+    const QString strFolder = CFallbackFolder::Make();
+    if (strFolder.isEmpty()) {
+        return nullptr;
+    }
+    auto pLog = std::make_unique<CLogTarnwick>();
+    pLog->m_bIsFallback = true;
+    pLog->m_strFolder = strFolder;
+    pLog->m_strName = m_strName;
+    pLog->m_strExtension = m_strExtension;
+    pLog->m_nLimit = m_nLimit;
+    pLog->m_strDate = m_strDate;
+    pLog->m_strPath = pLog->FilePath();
+    pLog->WriteHere(Stamped(QStringLiteral("the log is written here, since it cannot be written to %1: %2")
+                                .arg(m_strPath, WhyNotHere())));
+    if (m_nKeepDays < 0) {
+        // The days of its own place have been looked at before.
+        pLog->m_nKeepDays = -m_nKeepDays;
+        pLog->ClearLogFolder(QString());
+    }
+    return pLog;
+}
+
+QString CLogTarnwick::WhyNotHere() const
+{
+    return m_file.error() == QFileDevice::NoError ? QStringLiteral("it is no file") : m_file.errorString();
 }
 
 QString CLogTarnwick::GetCurrDate() const

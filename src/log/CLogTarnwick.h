@@ -7,9 +7,15 @@
 #include <QStringList>
 #include <QTextStream>
 
+#include <functional>
+#include <memory>
+
 /**
  * The program's text log: one file a day in a folder beside the executable, set
  * aside as a ".bak" file when it has grown too large, deleted after some days.
+ *
+ * A line that cannot be written there goes to a file of the same name in the temporary
+ * folder (CFallbackFolder), for which size and days are the same.
  *
  * There is one object, g_TarnwickLog. Lines that arrive before InitFolder() has
  * run are dropped, unless KeepEarlyLines() was called. The text is written in the
@@ -70,6 +76,18 @@ public:
      */
     bool ClearLogFolder(const QString& strBackupFolder);
 
+    /** The file in the temporary folder; empty while every line was written where it belongs. Any thread. */
+    QString FallbackFile() const;
+
+    /** Whether a line could be written in neither place. Any thread. */
+    bool HasLostLines() const;
+
+    /**
+     * Has fnChanged called when one of the two above has become another, on the thread that
+     * logs; it must not use the log. An empty function ends that. Any thread.
+     */
+    void SetPlaceWatcher(std::function<void()> fnChanged);
+
     /** Writes a line "yyyy-MM-dd hh:mm:ss.zzz: message". Any thread; one that cannot be written is lost. */
     void LogExt(const QString& strMessage);
 
@@ -89,6 +107,11 @@ private:
     QString FilePath() const;
     bool KeepEarly(const QString& strLine);
     bool OpenFile();
+    bool WriteHere(const QString& strLine);
+    void WriteElsewhere(const QString& strLine);
+    std::unique_ptr<CLogTarnwick> MakeFallback();
+    void ClearFallback(const QString& strBackupFolder);
+    QString WhyNotHere() const;
     void SetAside();
     QStringList OutdatedFiles(const QDate& dateCutOff) const;
     void RemoveOutdated(const QString& strFile);
@@ -96,7 +119,7 @@ private:
 
     QFile m_file;
     QTextStream m_stream;
-    QMutex m_lock;
+    mutable QMutex m_lock;
     QString m_strFolder;
     QString m_strName;
     QString m_strExtension;
@@ -107,6 +130,11 @@ private:
     bool m_bKeepEarly = false;
     QStringList m_listEarly; // kept for WriteEarlyLines
     qint64 m_nEarlyLost = 0; // lines that found no room there
+    std::unique_ptr<CLogTarnwick> m_pFallback; // in the temporary folder, as soon as it is needed
+    bool m_bIsFallback = false; // of another log: it has none itself
+    bool m_bElsewhere = false; // a line was written by m_pFallback
+    bool m_bLost = false; // a line was written nowhere
+    std::function<void()> m_fnPlaceChanged;
 };
 
 /** The program's one log, usable from static initialisation to the end of the process. */

@@ -19,8 +19,7 @@ class CAsideSearches : public QObject
     Q_OBJECT
 
 public:
-    /** Is told of the end of each, on the GUI thread, in the order of their beginning where they end at once.
-     */
+    /** Is told of the end of each, on the GUI thread. */
     using Ended = std::function<void(const STDiskSearch&, const QVector<STVolume>&)>;
 
     /** Nothing runs yet. */

@@ -12,6 +12,7 @@
 #include "pages/CDestinationPanel.h"
 #include "pages/CDropDownList.h"
 #include "pages/CLastCopyNotice.h"
+#include "pages/CLogNotice.h"
 #include "pages/CNoticeLine.h"
 #include "pages/CSearchWaitView.h"
 #include "pages/CSelFileForm.h"
@@ -81,6 +82,7 @@ void CSelFileWidget::InitData()
         },
         this);
     m_pSourceNotice = new CSourceNotice(m_pForm->m_pNoticeLine, this);
+    new CLogNotice(m_pForm->m_pNoticeLine, this);
     m_pLastCopy = new CLastCopyNotice(m_pForm->m_pNoticeLine, this);
     m_pTreeNotices = new CTreeNotices(m_pForm.get(), this);
     m_pComplete = new CCompleteChoice(m_pForm->m_pCompleteBox, m_pForm->m_pNoticeLine, this);

@@ -1,12 +1,16 @@
 #include "copy/CCopyText.h"
+#include "log/CLogTarnwick.h"
 #include "pages/CNoticeLine.h"
 #include "pages/CPageBed.h"
 #include "support/CModalAnswerer.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QStorageInfo>
+#include <QTemporaryDir>
 
 #include <functional>
+#include <thread>
 
 static const char UNLISTED[] = "Only opened folders of a fully ticked volume are copied.";
 
@@ -34,6 +38,9 @@ private slots:
     void refusedForWantOfSpaceTellsHowMuch_data();
     void refusedForWantOfSpaceTellsHowMuch();
     void noticeMovesNothing();
+
+    void logThatIsKeptElsewhere();
+    void logThatIsKeptNowhere();
 
 private:
     QString Notice() const { return m_pPage->findChild<CNoticeLine*>()->Text(); }
@@ -324,6 +331,50 @@ void tst_CSelFileWidgetNotices::noticeMovesNothing()
     QCOMPARE(PlaceIn(m_pPage, m_pPage->findChild<QWidget*>("m_pBottomWidget")), rectBar);
     QVERIFY(PlaceIn(m_pPage, Link()).right() < rectCopy.left());
     QVERIFY(Notice().contains("2 of 6 items were not copied whole."));
+}
+
+// ---------------------------------------------------------------- the log
+
+void tst_CSelFileWidgetNotices::logThatIsKeptElsewhere()
+{
+    const QString strLog = QCoreApplication::applicationDirPath() + "/Log";
+    const QString strElsewhere = QDir::tempPath() + "/Tarnwick Log";
+    MakePage();
+    QCOMPARE(Notice(), QString());
+    // While the program runs, and by a line of another thread.
+    QVERIFY(QDir(strLog).removeRecursively());
+    WriteFile(strLog, "no folder");
+    std::thread([] { g_TarnwickLog.LogExt("line"); }).join();
+    QTRY_COMPARE(Notice(), "The log is kept in " + strElsewhere);
+    // What is more serious stands before it.
+    m_pPage->ShowLastCopy(NotWhole(), "STICK");
+    QVERIFY(Notice().startsWith("STICK: 2 of 6"));
+    QVERIFY(Notice().endsWith(strElsewhere));
+    // And when it was so before there was a window.
+    m_pHost.reset();
+    CPageTree::Clear();
+    MakePage();
+    QCOMPARE(Notice(), "The log is kept in " + strElsewhere);
+    QVERIFY(QFile::remove(strLog));
+    QVERIFY(QDir(strElsewhere).removeRecursively());
+}
+
+void tst_CSelFileWidgetNotices::logThatIsKeptNowhere()
+{
+    const QString strLog = QCoreApplication::applicationDirPath() + "/Log";
+    const QTemporaryDir temp;
+    const QByteArray baTemp = QFile::encodeName(temp.path());
+    QVERIFY(CVolume::Mount("temp", baTemp));
+    QVERIFY(CVolume::MakeReadOnly(baTemp));
+    const QByteArray baBefore = qgetenv("TMPDIR");
+    qputenv("TMPDIR", baTemp);
+    QVERIFY(QDir(strLog).removeRecursively());
+    WriteFile(strLog, "no folder");
+    MakePage();
+    qputenv("TMPDIR", baBefore);
+    QTRY_COMPARE(Notice(), QString("The log cannot be written."));
+    QVERIFY(CVolume::Unmount(baTemp));
+    QVERIFY(QFile::remove(strLog));
 }
 
 QTEST_MAIN(tst_CSelFileWidgetNotices)

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "files/CDescriptor.h"
+
+#include <QString>
+
+#include <memory>
+
+/**
+ * The log beside a copy. Where the program cannot write it beside itself it lies in the
+ * temporary folder, which most often goes when the machine restarts.
+ */
+class CCopyLogFile
+{
+public:
+    /**
+     * Writes the log as it is now into pParent, which holds the copy's folder, under the name
+     * of that folder with ".log" behind it, and brings it to the disk. Does nothing while the
+     * log lies where it belongs. A failure is a line in the log, and leaves no file.
+     */
+    static void Save(std::shared_ptr<const CDescriptor> pParent, const QString& strFolder);
+};

@@ -1,0 +1,122 @@
+#include "log/CLogTarnwick.h"
+#include "support/CCopyBed.h"
+#include "support/CVolume.h"
+
+#include <QDir>
+
+/** The log that is saved beside a copy where the program cannot keep it beside itself. */
+class tst_CCopyLogFile : public CCopyBed
+{
+    Q_OBJECT
+
+private slots:
+    void init() { Make(); }
+    void cleanup();
+
+    void logWhereItBelongsIsNotSaved();
+    void logIsSavedBesideTheCopy();
+    void nothingThatIsThereIsReplaced();
+    void stoppedCopyHasItsLog();
+    void fullStickKeepsNoHalf();
+    void goneStickIsNotTouched();
+
+private:
+    void LetLogGoElsewhere();
+    QString LogPath() const { return m_strDest + ".log"; }
+};
+
+void tst_CCopyLogFile::cleanup()
+{
+    Clear();
+    QFile::remove(QCoreApplication::applicationDirPath() + "/Log");
+    QDir(QDir::tempPath() + "/Tarnwick Log").removeRecursively();
+}
+
+void tst_CCopyLogFile::LetLogGoElsewhere()
+{
+    const QString strFolder = QCoreApplication::applicationDirPath() + "/Log";
+    QVERIFY(QDir(strFolder).removeRecursively());
+    WriteFile(strFolder, "no folder");
+    g_TarnwickLog.LogExt("before the copy");
+    QVERIFY(!g_TarnwickLog.FallbackFile().isEmpty());
+}
+
+void tst_CCopyLogFile::logWhereItBelongsIsNotSaved()
+{
+    Add("a.txt", "content");
+    Run();
+    QCOMPARE(Copied("a.txt"), "content");
+    QVERIFY(!QFileInfo::exists(LogPath()));
+}
+
+void tst_CCopyLogFile::logIsSavedBesideTheCopy()
+{
+    LetLogGoElsewhere();
+    Add("a.txt", "content");
+    bool bThere = false;
+    connect(
+        m_pWorker.get(), &CCopyFileThread::SignalCopyFinish, m_pWorker.get(),
+        [&] { bThere = QFileInfo::exists(LogPath()); }, Qt::DirectConnection);
+    Run();
+    QVERIFY(bThere); // by the time at which the user is told of the end
+    const QByteArray baLog = Content(LogPath());
+    const QByteArray baAll = Content(g_TarnwickLog.FallbackFile());
+    QVERIFY(baLog.contains("before the copy\n"));
+    QVERIFY(baAll.startsWith(baLog));
+    QVERIFY2(baAll.mid(baLog.size()).contains("the log was saved beside the copy: "), baAll.constData());
+    QCOMPARE(baAll.mid(baLog.size()).count('\n'), 1); // its last line was that of the copy's end
+    // Where the files are there is nothing but them.
+    QCOMPARE(QDir(m_strDest).entryList({"*.log"}), QStringList());
+}
+
+void tst_CCopyLogFile::nothingThatIsThereIsReplaced()
+{
+    LetLogGoElsewhere();
+    Add("a.txt", "content");
+    WriteFile(LogPath(), "somebody's");
+    Run();
+    QCOMPARE(Content(LogPath()), "somebody's");
+    QVERIFY(Content(m_strDest + "_1.log").contains("before the copy\n"));
+}
+
+void tst_CCopyLogFile::stoppedCopyHasItsLog()
+{
+    LetLogGoElsewhere();
+    Add("a.txt", QByteArray(100, 'x'));
+    AfterEachChunk([this] { m_pWorker->SetCopyStatus(COPY_STATUS_STOP); });
+    Run();
+    QVERIFY(Content(LogPath()).contains("before the copy\n"));
+}
+
+void tst_CCopyLogFile::fullStickKeepsNoHalf()
+{
+    NEEDS_VOLUMES();
+    LetLogGoElsewhere();
+    const CVolume stick("STICK", "/dev/sdb1", 1);
+    m_strDest = stick.Path("Tarnwick");
+    g_TarnwickLog.LogExt(QString(1024 * 1024, 'l'));
+    Add("a.txt", "content");
+    Run();
+    QCOMPARE(Copied("a.txt"), "content");
+    QVERIFY(!QFileInfo::exists(LogPath()));
+    const QByteArray baWhy
+        = QByteArray("the log could not be saved beside the copy: ").append(strerror(ENOSPC));
+    QVERIFY(Content(g_TarnwickLog.FallbackFile()).endsWith(baWhy + '\n'));
+}
+
+void tst_CCopyLogFile::goneStickIsNotTouched()
+{
+    NEEDS_VOLUMES();
+    LetLogGoElsewhere();
+    CVolume stick("STICK", "/dev/sdb1", 5);
+    m_strDest = stick.Path("Tarnwick");
+    Add("a.txt", "content");
+    AfterEachChunk([&stick] { stick.Pull(); });
+    Run();
+    QVERIFY(Account().bGone);
+    QCOMPARE(QDir("/Volumes/STICK").entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    QVERIFY(Content(g_TarnwickLog.FallbackFile()).contains("the log could not be saved beside the copy: "));
+}
+
+QTEST_GUILESS_MAIN(tst_CCopyLogFile)
+#include "tst_CCopyLogFile.moc"
