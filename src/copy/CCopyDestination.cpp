@@ -3,8 +3,6 @@
 #include "copy/CCopyPlatform.h"
 #include "log/CClock.h"
 
-#include <QDir>
-
 #include <cerrno>
 #include <unistd.h>
 #include <utility>
@@ -78,7 +76,7 @@ std::optional<STCopyReason> CCopyDestination::MakeFolder(const QString& strFolde
         return STCopyReason::DestinationGone();
     }
     errno = 0;
-    if (!QDir().mkpath(strFolder)) {
+    if (!CCopyPlatform::MakePath(strFolder)) {
         return STCopyReason{ENCopyProblem::TARGET_FOLDER,
                             QStringLiteral("its target folder cannot be created"), errno};
     }

@@ -372,7 +372,7 @@ bool CCopyFileThread::GoesOnWriting(bool bMoved)
 ENCopyFlush CCopyFileThread::FlushDestination(bool bStopped, bool bGone)
 {
     // Nothing was ever made there, so there is nothing to flush.
-    if (!bGone && m_report.Files() == 0 && !QFileInfo::exists(m_strDestPath)) {
+    if (!bGone && m_report.Files() == 0 && !CCopyPlatform::Exists(m_strDestPath)) {
         return ENCopyFlush::NOT_NEEDED;
     }
     const bool bFlushed = !bGone && m_destination.Flush();

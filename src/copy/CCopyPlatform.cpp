@@ -116,6 +116,36 @@ int CCopyPlatform::CreateNew(const QByteArray& baPath)
     return open(baPath.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
 }
 
+static bool IsFolder(const QByteArray& baPath)
+{
+    struct stat stRaw;
+    return stat(baPath.constData(), &stRaw) == 0 && S_ISDIR(stRaw.st_mode);
+}
+
+/** Makes a folder; one that is there already will do. What keeps it from being made is in errno. */
+static bool MakeFolder(const QByteArray& baPath)
+{
+    if (mkdir(baPath.constData(), 0777) == 0 || errno == EISDIR) {
+        return true;
+    }
+    const bool bThere = errno == EEXIST;
+    const bool bFolder = bThere && IsFolder(baPath);
+    errno = bThere ? EEXIST : errno;
+    return bFolder;
+}
+
+/** The same with the folders that it lies in. */
+static bool MakeFolders(const QByteArray& baPath)
+{
+    if (MakeFolder(baPath)) {
+        return true;
+    }
+    const int nSlash = baPath.lastIndexOf('/');
+    return errno == ENOENT && nSlash > 0 && MakeFolders(baPath.left(nSlash)) && MakeFolder(baPath);
+}
+
+bool CCopyPlatform::MakePath(const QString& strFolder) { return MakeFolders(CFileName::Encode(strFolder)); }
+
 int CCopyPlatform::OpenForWrite(const QString& strPath)
 {
     const int nFlags = O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;

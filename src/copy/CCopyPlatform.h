@@ -57,6 +57,14 @@ struct STDiskRules
     bool bDropsDots = false; ///< dots and blanks at the end of a name may be dropped without a word
 };
 
+/** How much a disk holds; what nobody could tell is -1. */
+struct STDiskSpace
+{
+    qint64 nFreeBytes = -1; ///< of them for this user
+    qint64 nTotalBytes = -1;
+    bool bReadOnly = false; ///< it was mounted so
+};
+
 /**
  * The system calls of the copy; those that differ between systems stand in one file each.
  * Every function may be called on any thread; those that return false or nothing
@@ -99,6 +107,9 @@ public:
     /** The same of the entry pszName of an open folder. */
     static qint64 SizeOf(int nFolder, const char* pszName);
 
+    /** The space of the disk that holds the path. */
+    static STDiskSpace GetDiskSpace(const QString& strPath);
+
     /** Whether the path leads to anything, links followed. */
     static bool Exists(const QString& strPath);
 
@@ -120,6 +131,9 @@ public:
 
     /** Makes an empty file and opens it for writing. -1 on failure, EEXIST when anything has that name. */
     static int CreateNew(const QByteArray& baPath);
+
+    /** Makes a folder, and those that it lies in; one that is there already will do. */
+    static bool MakePath(const QString& strFolder);
 
     /** Opens a file that is there for writing, no link, and leaves it as it is. -1 on failure. */
     static int OpenForWrite(const QString& strPath);

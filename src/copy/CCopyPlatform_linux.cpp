@@ -1,6 +1,8 @@
 #include "copy/CCopyPlatform.h"
 #include "files/CFileName.h"
 
+#include <QStorageInfo>
+
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <sys/prctl.h>
@@ -50,6 +52,12 @@ bool CCopyPlatform::IsMountPoint(int nFolder, const char* pszName)
     }
     const bool bSays = (stRaw.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
     return !bSays || (stRaw.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
+STDiskSpace CCopyPlatform::GetDiskSpace(const QString& strPath)
+{
+    const QStorageInfo info(strPath);
+    return {info.bytesAvailable(), info.bytesTotal(), info.isReadOnly()};
 }
 
 STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)

@@ -89,6 +89,17 @@ bool CCopyPlatform::IsMountPoint(int /*nFolder*/, const char* /*pszName*/)
     return true;
 }
 
+STDiskSpace CCopyPlatform::GetDiskSpace(const QString& strPath)
+{
+    struct statfs stRaw;
+    if (statfs(CFileName::Encode(strPath).constData(), &stRaw) != 0) {
+        return {};
+    }
+    const qint64 nBlock = stRaw.f_bsize;
+    return {qint64(stRaw.f_bavail) * nBlock, qint64(stRaw.f_blocks) * nBlock,
+            (stRaw.f_flags & MNT_RDONLY) != 0};
+}
+
 STDiskRules CCopyPlatform::GetDiskRules(const QString& strPath)
 {
     STDiskRules stRules;

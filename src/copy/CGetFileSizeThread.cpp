@@ -5,7 +5,6 @@
 #include "tree/CDirNode.h"
 
 #include <QDebug>
-#include <QStorageInfo>
 #include <QVector>
 
 #include <atomic>
@@ -144,7 +143,7 @@ void CGetFileSizeThread::GetDiskSize()
             // Deliberate: walking a whole volume would take as long as the copy
             // itself, and its capacity is never less than what it holds.
             const auto fnTotal = [strPath = pEntry->m_fileInfo.absoluteFilePath()] {
-                return QStorageInfo(strPath).bytesTotal();
+                return CCopyPlatform::GetDiskSpace(strPath).nTotalBytes;
             };
             AddSize(Ask<qint64>(fnTotal).value_or(0));
             continue;

@@ -209,10 +209,10 @@ void CNodeWalk::ReportUnlisted(const CDirNode& node)
 /** Books a ticked node that is not copied, with everything ticked below it. */
 void CNodeWalk::ReportBranch(CDirNode& node, const STCopyReason& stReason)
 {
-    const QFileInfo info = node.m_fileInfo;
+    const QString strPath = node.m_fileInfo.absoluteFilePath();
     const int nCount = node.m_listChild.count();
-    const qint64 nExpected = node.m_bDir ? STCopyOutcome::UNKNOWN_SIZE : info.size();
-    m_work.BookProblem(STCopyOutcome::Missing(info.absoluteFilePath(), stReason, nExpected));
+    const qint64 nExpected = node.m_bDir ? STCopyOutcome::UNKNOWN_SIZE : CCopyPlatform::SizeOf(strPath);
+    m_work.BookProblem(STCopyOutcome::Missing(strPath, stReason, nExpected));
     // The size and the line of the report came from disks that may be slow.
     for (int nRow = 0; nRow < nCount && !m_work.IsStopped(); ++nRow) {
         CDirNode* pChild = node.Child(nRow);

@@ -63,7 +63,7 @@ bool CSpotCopy::OpenTarget()
     m_control.StepBegins(ENCopyStep::WRITING);
     m_target.Reset(CCopyPlatform::OpenForWrite(m_stFile.strTarget));
     const int nError = errno;
-    if (!m_target.IsOpen() && !QFileInfo::exists(m_strFolder)) {
+    if (!m_target.IsOpen() && !CCopyPlatform::Exists(m_strFolder)) {
         Fail(STCopyReason::DestinationGone());
         return false;
     }
@@ -199,7 +199,7 @@ bool CSpotCopy::Write(qint64 nPos, qint64 nLen, bool bZeros)
 /** After each chunk; false when the destination is gone. */
 bool CSpotCopy::ChunkDone(qint64 nBytes)
 {
-    if (!QFileInfo::exists(m_strFolder)) {
+    if (!CCopyPlatform::Exists(m_strFolder)) {
         Fail(STCopyReason::DestinationGone());
         return false;
     }

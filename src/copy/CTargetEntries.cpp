@@ -192,7 +192,7 @@ STCopyReason CTargetEntries::Reason(const QString& strFolder, ENCopyProblem enPr
                                     const QString& strPath) const
 {
     m_work.StepBegins(ENCopyStep::WRITING);
-    if (m_work.Destination().IsGone() || !QFileInfo::exists(strFolder)) {
+    if (m_work.Destination().IsGone() || !CCopyPlatform::Exists(strFolder)) {
         return STCopyReason::DestinationGone();
     }
     if (enProblem == ENCopyProblem::TARGET_FOLDER) {

@@ -5,7 +5,6 @@
 
 #include <QDeadlineTimer>
 #include <QMetaObject>
-#include <QStorageInfo>
 
 #include <cerrno>
 
@@ -19,9 +18,9 @@ static bool IsRefused(const QString& strPath)
 // of them, and a copy that was admitted by it would run full.
 static STDiskState StateOf(const QString& strPath)
 {
-    const QStorageInfo info(strPath);
-    return {CVolumeInfo::DeviceOf(strPath), !info.isReadOnly() && !IsRefused(strPath), info.bytesAvailable(),
-            info.bytesTotal(), CCopyPlatform::GetDiskRules(strPath)};
+    const STDiskSpace stSpace = CCopyPlatform::GetDiskSpace(strPath);
+    return {CVolumeInfo::DeviceOf(strPath), !stSpace.bReadOnly && !IsRefused(strPath), stSpace.nFreeBytes,
+            stSpace.nTotalBytes, CCopyPlatform::GetDiskRules(strPath)};
 }
 
 static std::chrono::milliseconds Left(const QDeadlineTimer& deadline)

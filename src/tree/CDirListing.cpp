@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <sys/stat.h>
 #include <vector>
 
 namespace {
@@ -61,12 +64,22 @@ static bool ComesBefore(const STFoundName& stLeft, const STFoundName& stRight)
 }
 
 /** Whether a path is the folder or lies in it. */
-static bool Contains(const QString& strFolder, const QString& strPath)
+static bool Contains(const QByteArray& baFolder, const QByteArray& baPath)
 {
-    if (strFolder == QLatin1String("/") || strFolder == strPath) {
-        return true;
-    }
-    return strPath.startsWith(strFolder) && strPath.at(strFolder.size()) == QLatin1Char('/');
+    return baFolder == "/" || baFolder == baPath || baPath.startsWith(baFolder + '/');
+}
+
+static bool IsLink(const QByteArray& baPath)
+{
+    struct stat stRaw;
+    return lstat(baPath.constData(), &stRaw) == 0 && S_ISLNK(stRaw.st_mode);
+}
+
+/** The path with all links resolved; empty when there is nothing. */
+static QByteArray Resolved(const QByteArray& baPath)
+{
+    const std::unique_ptr<char, void (*)(void*)> pResolved(realpath(baPath.constData(), nullptr), std::free);
+    return QByteArray(pResolved.get());
 }
 
 STDirListing CDirListing::List(const QString& strFolder, std::initializer_list<QLatin1String> listSkip,
@@ -98,19 +111,26 @@ STDirListing CDirListing::List(const STFolderToList& stFolder, std::initializer_
     return List(stFolder.strPath, listSkip, fnFile);
 }
 
+STEntryKind CDirListing::KindOf(const QString& strPath)
+{
+    const QByteArray baPath = CFileName::Encode(strPath);
+    struct stat stRaw;
+    const bool bDir = stat(baPath.constData(), &stRaw) == 0 && S_ISDIR(stRaw.st_mode);
+    return {bDir, IsLink(baPath)};
+}
+
 bool CDirListing::LeadsBack(const STFolderToList& stFolder)
 {
-    const QFileInfo info(stFolder.strPath);
-    if (stFolder.listAbove.isEmpty() || !info.isSymLink()) {
+    const QByteArray baFolder = CFileName::Encode(stFolder.strPath);
+    if (stFolder.listAbove.isEmpty() || !IsLink(baFolder)) {
         return false;
     }
-    // All links resolved; empty when there is nothing.
-    const QString strTarget = info.canonicalFilePath();
-    if (strTarget.isEmpty()) {
+    const QByteArray baTarget = Resolved(baFolder);
+    if (baTarget.isEmpty()) {
         return false;
     }
     return std::any_of(stFolder.listAbove.begin(), stFolder.listAbove.end(), [&](const QString& strPath) {
-        const QString strAbove = QFileInfo(strPath).canonicalFilePath();
-        return !strAbove.isEmpty() && Contains(strTarget, strAbove);
+        const QByteArray baAbove = Resolved(CFileName::Encode(strPath));
+        return !baAbove.isEmpty() && Contains(baTarget, baAbove);
     });
 }

@@ -33,6 +33,13 @@ struct STFolderToList
     QStringList listAbove; ///< paths of the folders that it lies in as the tree shows it, from the nearest on
 };
 
+/** What kind of entry a path is; without an answer it counts as a folder. */
+struct STEntryKind
+{
+    bool bDir = true; ///< a folder, or a link to one
+    bool bLink = false; ///< a symbolic link, of whatever target
+};
+
 /** Is told of a file while its folder is listed: the folder's descriptor, the name in the disk's bytes. */
 using PFNListedFile = std::function<void(int nFolder, const char* pszName)>;
 
@@ -53,6 +60,9 @@ public:
     /** The same; a link that leads back is refused with ELOOP. */
     static STDirListing List(const STFolderToList& stFolder, std::initializer_list<QLatin1String> listSkip,
                              const PFNListedFile& fnFile = {});
+
+    /** The kind of the entry; neither when there is none. */
+    static STEntryKind KindOf(const QString& strPath);
 
     /**
      * Whether a folder is a symbolic link whose target is, or contains, one of the

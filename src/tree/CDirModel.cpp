@@ -402,19 +402,17 @@ void CDirModel::RemoveAllChild(const QModelIndex& index)
 
 void CDirModel::AskKinds(const QStringList& listPath)
 {
-    using Question = CAsideQuestion<STKind>;
+    using Question = CAsideQuestion<STEntryKind>;
     std::vector<std::unique_ptr<Question>> listQuestion;
     for (const QString& strPath : listPath) {
-        listQuestion.push_back(std::make_unique<Question>([strPath] {
-            const QFileInfo info(strPath);
-            return STKind{info.isDir(), info.isSymLink()};
-        }));
+        listQuestion.push_back(
+            std::make_unique<Question>([strPath] { return CDirListing::KindOf(strPath); }));
     }
     const steady_clock::time_point end = steady_clock::now() + KIND_PATIENCE;
     for (int i = 0; i < listPath.size(); ++i) {
         const Question& question = *listQuestion.at(size_t(i));
         question.Wait(std::chrono::duration_cast<milliseconds>(end - steady_clock::now()));
-        m_hashKind.insert(listPath.at(i), question.Get().value_or(STKind()));
+        m_hashKind.insert(listPath.at(i), question.Get().value_or(STEntryKind()));
     }
 }
 
@@ -424,7 +422,7 @@ void CDirModel::AppendRoot(const QString& strPath, int nFirst, int nLast)
     if (!m_hashKind.contains(strPath)) {
         AskKinds({strPath});
     }
-    const STKind stKind = m_hashKind.take(strPath);
+    const STEntryKind stKind = m_hashKind.take(strPath);
     beginInsertRows(QModelIndex(), nFirst, nLast);
     const STDirEntry stEntry{CNodeFileInfo(QFileInfo(strPath)), strPath, stKind.bDir, stKind.bLink};
     m_pRoot->AppendChild(new CDirNode(stEntry, m_pRoot));

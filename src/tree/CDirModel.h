@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tree/CDirListing.h"
+
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QTimer>
@@ -170,13 +172,6 @@ private:
     bool IsOwned() const { return !m_bLent && !m_bHeld; }
     void TakeLateSoon();
 
-    /** What kind of entry a path is; without an answer it counts as a folder. */
-    struct STKind
-    {
-        bool bDir = true;
-        bool bLink = false;
-    };
-
     /** What is still to come. */
     struct STLate
     {
@@ -189,7 +184,7 @@ private:
     bool m_bHeld = false; // a worker may be reading the nodes
     std::vector<STLate> m_listLate;
     QTimer m_overdueTimer{this}; // while something is late
-    QHash<QString, STKind> m_hashKind; // of paths to parse
+    QHash<QString, STEntryKind> m_hashKind; // of paths to parse
 
     static CDirModel* s_pDirModel;
 };

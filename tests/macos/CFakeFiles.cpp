@@ -194,6 +194,8 @@ static void Fill(struct statfs* pVolume, const QString& strPath)
     QMutexLocker locker(&State().lock);
     std::memset(pVolume, 0, sizeof(*pVolume));
     pVolume->f_bsize = 4096;
+    pVolume->f_blocks = 1000;
+    pVolume->f_bavail = 100;
     pVolume->f_flags = State().bLocal ? MNT_LOCAL : 0;
     std::strncpy(pVolume->f_mntonname, QFile::encodeName(strPath).constData(),
                  sizeof(pVolume->f_mntonname) - 1);

@@ -14,7 +14,6 @@ public:
      */
     static QStringList Names(const QString& strFolder);
 
-    /** Whether the system takes both for the name of one volume: a Mac does where both mean the same letters.
-     */
+    /** Whether the system takes both for one name; a Mac does where they mean the same letters. */
     static bool IsSameName(const QString& strOne, const QString& strOther);
 };

@@ -6,6 +6,7 @@
 #define statfs FakeStatfs
 #define fstatfs FakeFstatfs
 #define getfsstat FakeGetfsstat
+#define MNT_RDONLY 0x1
 #define MNT_LOCAL 0x1000
 #define MNT_WAIT 1
 #define MNT_NOWAIT 2
@@ -13,6 +14,8 @@
 struct statfs
 {
     unsigned f_bsize;
+    unsigned long long f_blocks;
+    unsigned long long f_bavail;
     unsigned f_flags;
     struct
     {
