@@ -32,6 +32,8 @@ static const qint64 DATE_STEP_SEC = 2;
 static const int FINDER_FLAGS_AT = 8;
 static const char FINDER_HIDDEN = 0x40;
 
+namespace {
+
 // What getattrlist answers is packed to four bytes.
 #pragma pack(push, 4)
 struct STCapabilities
@@ -46,6 +48,8 @@ struct STCreationDate
     struct timespec stDate = {};
 };
 #pragma pack(pop)
+
+} // namespace
 
 /** Whether the system keeps it for itself, refuses it to programs, and it says nothing of the file. */
 static bool IsSystems(const QByteArray& baName)
