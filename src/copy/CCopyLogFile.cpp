@@ -44,7 +44,7 @@ static int SaveAs(int nFolder, const QByteArray& baStem, QFile& log)
     return nError;
 }
 
-void CCopyLogFile::Save(std::shared_ptr<const CDescriptor> pParent, const QString& strFolder)
+void CCopyLogFile::Save(const std::shared_ptr<const CDescriptor>& pParent, const QString& strFolder)
 {
     QFile log(g_TarnwickLog.FallbackFile());
     if (log.fileName().isEmpty()) {

@@ -18,5 +18,5 @@ public:
      * of that folder with ".log" behind it, and brings it to the disk. Does nothing while the
      * log lies where it belongs. A failure is a line in the log, and leaves no file.
      */
-    static void Save(std::shared_ptr<const CDescriptor> pParent, const QString& strFolder);
+    static void Save(const std::shared_ptr<const CDescriptor>& pParent, const QString& strFolder);
 };
