@@ -122,7 +122,7 @@ void CCopyFileThread::run()
     m_destination = CCopyDestination();
     m_pulse.End();
     if (m_report.Close(stEnd)) {
-        CCopyLogFile::Save(std::move(pParent), m_strDestPath);
+        CCopyLogFile::Save(pParent, m_strDestPath);
         emit SignalCopyAccount(m_report.Account());
         emit SignalCopyFinish();
     }
