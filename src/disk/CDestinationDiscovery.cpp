@@ -183,25 +183,20 @@ static QVector<STVolume> ListedVolumes()
 }
 
 /** What is shown by a search must not come once more as an arrival. */
-static void NoteFound(const QVector<STVolume>& listVolume)
+static void NoteFound(quint64 nSearch, const QByteArrayList& listPath)
 {
     CMountLook& look = CMountLook::GetInstance();
-    if (!look.HasBegun()) {
-        return;
-    }
-    // A folder that is no volume may still become one.
-    const QByteArray baOutside = CVolumeInfo::DeviceOf(CDestinationDiscovery::VolumesFolder());
-    for (const STVolume& volume : listVolume) {
-        if (volume.baDevice != baOutside) {
-            look.Listed(CFileName::Encode(volume.strPath));
-        }
+    if (look.HasBegun()) {
+        look.Listed(nSearch, listPath, CVolumeInfo::MountPoints().value_or(QByteArrayList()));
     }
 }
 
 bool CDestinationDiscovery::Scan(const std::function<void(const STVolume&)>& fnFound,
                                  const std::atomic<bool>& bCancelled)
 {
+    const quint64 nSearch = CMountLook::GetInstance().SearchBegins();
     QVector<STVolume> listVolume = ListedVolumes();
+    QByteArrayList listTold; // whose bus is told; another one may still be a destination when it arrives
     const QByteArray baOwnDevice = CVolumeInfo::DeviceOf(QCoreApplication::applicationDirPath());
     CVolumeQueries queries(listVolume, bCancelled);
     for (int nVolume = 0; nVolume < listVolume.size(); ++nVolume) {
@@ -210,13 +205,17 @@ bool CDestinationDiscovery::Scan(const std::function<void(const STVolume&)>& fnF
             return false;
         }
         STVolume& volume = listVolume[nVolume];
-        volume.enRole = RoleOf(BusProtocol(baPList), volume.baDevice, baOwnDevice);
+        const QString strBus = BusProtocol(baPList);
+        volume.enRole = RoleOf(strBus, volume.baDevice, baOwnDevice);
+        if (!strBus.isEmpty()) {
+            listTold.append(CFileName::Encode(volume.strPath));
+        }
         LogVolume(volume);
         fnFound(volume);
     }
     if (queries.IsCancelled()) {
         return false;
     }
-    NoteFound(listVolume);
+    NoteFound(nSearch, listTold);
     return true;
 }

@@ -18,6 +18,16 @@ QString CMountLook::KeyOf(const QByteArray& baPath) const
     return bVolume ? strName.normalized(QString::NormalizationForm_C) : QString();
 }
 
+QSet<QString> CMountLook::KeysOf(const QByteArrayList& listPoint) const
+{
+    QSet<QString> setKey;
+    for (const QByteArray& baPoint : listPoint) {
+        setKey.insert(KeyOf(baPoint));
+    }
+    setKey.remove(QString());
+    return setKey;
+}
+
 void CMountLook::Begin(const QByteArray& baFolder, const QByteArrayList& listPoint)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -32,10 +42,7 @@ QVector<STDiskEvent> CMountLook::Look(const QByteArrayList& listPoint)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     QVector<STDiskEvent> listEvent;
-    QSet<QString> setNow;
-    for (const QByteArray& baPoint : listPoint) {
-        setNow.insert(KeyOf(baPoint));
-    }
+    const QSet<QString> setNow = KeysOf(listPoint);
     for (auto it = m_mapKnown.begin(); it != m_mapKnown.end();) {
         if (setNow.contains(it.key())) {
             ++it;
@@ -43,6 +50,7 @@ QVector<STDiskEvent> CMountLook::Look(const QByteArrayList& listPoint)
         }
         listEvent.append({DISK_EVENT_DISAPPEARED, it.value()});
         m_hashAhead.insert(it.key(), DISK_EVENT_DISAPPEARED);
+        m_hashGone.insert(it.key(), ++m_nGone);
         it = m_mapKnown.erase(it);
     }
     for (const QByteArray& baPoint : listPoint) {
@@ -50,13 +58,10 @@ QVector<STDiskEvent> CMountLook::Look(const QByteArrayList& listPoint)
         if (strKey.isEmpty() || m_mapKnown.contains(strKey)) {
             continue;
         }
-        if (!m_setListed.contains(strKey)) {
-            listEvent.append({DISK_EVENT_APPEARED, baPoint});
-        }
+        listEvent.append({DISK_EVENT_APPEARED, baPoint});
         m_mapKnown.insert(strKey, baPoint);
         m_hashAhead.insert(strKey, DISK_EVENT_APPEARED);
     }
-    m_setListed.clear();
     return listEvent;
 }
 
@@ -67,16 +72,16 @@ bool CMountLook::Hear(ENDiskEventType enType, const QByteArray& baPath)
     if (strKey.isEmpty()) {
         return true;
     }
-    const bool bListed = m_setListed.remove(strKey) && !m_mapKnown.contains(strKey);
     const auto itAhead = m_hashAhead.constFind(strKey);
     const bool bAhead = itAhead != m_hashAhead.constEnd() && *itAhead == enType;
     m_hashAhead.remove(strKey);
     if (enType == DISK_EVENT_DISAPPEARED) {
         m_mapKnown.remove(strKey);
-        return !bAhead;
+        m_hashGone.insert(strKey, ++m_nGone);
+    } else {
+        m_mapKnown.insert(strKey, baPath);
     }
-    m_mapKnown.insert(strKey, baPath);
-    return !bAhead && !bListed;
+    return !bAhead;
 }
 
 bool CMountLook::HasBegun()
@@ -85,11 +90,21 @@ bool CMountLook::HasBegun()
     return !m_strPrefix.isEmpty();
 }
 
-void CMountLook::Listed(const QByteArray& baPath)
+quint64 CMountLook::SearchBegins()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    const QString strKey = KeyOf(baPath);
-    if (!strKey.isEmpty()) {
-        m_setListed.insert(strKey);
+    return m_nGone;
+}
+
+void CMountLook::Listed(quint64 nSearch, const QByteArrayList& listPath, const QByteArrayList& listPoint)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const QSet<QString> setNow = KeysOf(listPoint);
+    for (const QByteArray& baPath : listPath) {
+        const QString strKey = KeyOf(baPath);
+        if (setNow.contains(strKey) && !m_mapKnown.contains(strKey) && m_hashGone.value(strKey) <= nSearch) {
+            m_mapKnown.insert(strKey, baPath);
+            m_hashAhead.insert(strKey, DISK_EVENT_APPEARED);
+        }
     }
 }

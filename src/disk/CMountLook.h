@@ -47,15 +47,24 @@ public:
      */
     bool Hear(ENDiskEventType enType, const QByteArray& baPath);
 
-    /** A search has found the volume at the path, so its arrival needs no telling any more. */
-    void Listed(const QByteArray& baPath);
+    /** A search begins to list the volumes: its number, for what it finds. */
+    quint64 SearchBegins();
+
+    /**
+     * The search of that number has found the volumes at these paths, and shows them: they
+     * are known like those that were told. listPoint is what is mounted at its end. One that
+     * went after the search had begun is not known by it, nor is what is no volume.
+     */
+    void Listed(quint64 nSearch, const QByteArrayList& listPath, const QByteArrayList& listPoint);
 
 private:
     QString KeyOf(const QByteArray& baPath) const;
+    QSet<QString> KeysOf(const QByteArrayList& listPoint) const;
 
     std::mutex m_mutex; // held for all that follows
     QString m_strPrefix; // of the volumes' paths; empty before Begin
     QMap<QString, QByteArray> m_mapKnown; // mount points of the volumes that are known, by key
-    QSet<QString> m_setListed; // keys of what searches have found since the last look
     QHash<QString, ENDiskEventType> m_hashAhead; // by key: told last before a notice of it
+    quint64 m_nGone = 0; // volumes that have gone
+    QHash<QString, quint64> m_hashGone; // by key: which of them it was last
 };

@@ -29,6 +29,8 @@ private slots:
     void aNoticeAfterTheSearchIsNotToldAgain();
     void aSearchThatHasFoundAFolder();
     void aFoundVolumeThatGoesIsTold();
+    void aVolumeThatWentDuringTheSearch_data();
+    void aVolumeThatWentDuringTheSearch();
     void namesThatMeanTheSame();
     void nothingIsKeptBeforeTheFirstLook();
 
@@ -42,6 +44,8 @@ private:
         }
         return listLine;
     }
+    /** A search during which nothing comes or goes. */
+    void Finds(const QByteArrayList& listPath) { m_look->Listed(m_look->SearchBegins(), listPath, listPath); }
     bool Mounts(const QByteArray& baPath) { return m_look->Hear(DISK_EVENT_APPEARED, baPath); }
     bool Unmounts(const QByteArray& baPath) { return m_look->Hear(DISK_EVENT_DISAPPEARED, baPath); }
 
@@ -149,8 +153,7 @@ void tst_CMountLook::anExchangedVolumeBetweenTwoNotices()
 
 void tst_CMountLook::whatASearchHasFoundIsNotToldAgain()
 {
-    m_look->Listed("/Volumes/A");
-    m_look->Listed("/Volumes/OLD");
+    Finds({"/Volumes/A", "/Volumes/OLD"});
     QCOMPARE(Look({"/Volumes/OLD", "/Volumes/A", "/Volumes/B"}), Lines{"0 /Volumes/B"});
     QVERIFY(!Mounts("/Volumes/A"));
     QVERIFY(Mounts("/Volumes/OLD"));
@@ -159,13 +162,13 @@ void tst_CMountLook::whatASearchHasFoundIsNotToldAgain()
 
 void tst_CMountLook::aNoticeAfterTheSearchIsNotToldAgain()
 {
-    m_look->Listed("/Volumes/OLD");
+    Finds({"/Volumes/OLD"});
     QVERIFY(Mounts("/Volumes/OLD")); // which was known before the search
-    m_look->Listed("/Volumes/A");
+    Finds({"/Volumes/A"});
     QVERIFY(!Mounts("/Volumes/A"));
     QVERIFY(Mounts("/Volumes/A"));
     QCOMPARE(Look({"/Volumes/OLD", "/Volumes/A"}), Lines());
-    m_look->Listed("/Volumes/A");
+    Finds({"/Volumes/A"});
     QVERIFY(Unmounts("/Volumes/A"));
     QVERIFY(Mounts("/Volumes/A"));
 }
@@ -173,16 +176,57 @@ void tst_CMountLook::aNoticeAfterTheSearchIsNotToldAgain()
 /** Something is mounted on it only later. */
 void tst_CMountLook::aSearchThatHasFoundAFolder()
 {
-    m_look->Listed("/Volumes/A");
+    m_look->Listed(m_look->SearchBegins(), {"/Volumes/A"}, {"/Volumes/OLD"});
     QCOMPARE(Look({"/Volumes/OLD"}), Lines());
     QCOMPARE(Look({"/Volumes/OLD", "/Volumes/A"}), Lines{"0 /Volumes/A"});
 }
 
 void tst_CMountLook::aFoundVolumeThatGoesIsTold()
 {
-    m_look->Listed("/Volumes/A");
+    Finds({"/Volumes/A"});
     QCOMPARE(Look({"/Volumes/OLD", "/Volumes/A"}), Lines());
     QCOMPARE(Look({"/Volumes/OLD"}), Lines{"1 /Volumes/A"});
+    // Also before a look has come across it.
+    Finds({"/Volumes/A"});
+    QCOMPARE(Look({"/Volumes/OLD"}), Lines{"1 /Volumes/A"});
+    QVERIFY(!Unmounts("/Volumes/A"));
+}
+
+/** What the search says of it is not listed, so its next arrival must be. */
+void tst_CMountLook::aVolumeThatWentDuringTheSearch()
+{
+    QFETCH(bool, bNotice);
+    QFETCH(bool, bBack);
+    QVERIFY(Mounts("/Volumes/A"));
+    const quint64 nSearch = m_look->SearchBegins();
+    if (bNotice) {
+        QVERIFY(Unmounts("/Volumes/A"));
+    } else {
+        QCOMPARE(Look({"/Volumes/OLD"}), Lines{"1 /Volumes/A"});
+    }
+    const Lines listBack{"/Volumes/OLD", "/Volumes/A"};
+    m_look->Listed(nSearch, {"/Volumes/A"}, bBack ? listBack : Lines{"/Volumes/OLD"});
+    if (bNotice) {
+        QVERIFY(Mounts("/Volumes/A"));
+        QCOMPARE(Look(listBack), Lines());
+    } else {
+        QCOMPARE(Look(listBack), Lines{"0 /Volumes/A"});
+        QVERIFY(!Mounts("/Volumes/A"));
+    }
+    // A search that begins now finds it as it is.
+    QVERIFY(Unmounts("/Volumes/A"));
+    Finds({"/Volumes/A"});
+    QVERIFY(!Mounts("/Volumes/A"));
+}
+
+void tst_CMountLook::aVolumeThatWentDuringTheSearch_data()
+{
+    QTest::addColumn<bool>("bNotice");
+    QTest::addColumn<bool>("bBack");
+    QTest::newRow("a notice tells, and it is away at the end") << true << false;
+    QTest::newRow("a notice tells, and it is back at the end") << true << true;
+    QTest::newRow("a look tells, and it is away at the end") << false << false;
+    QTest::newRow("a look tells, and it is back at the end") << false << true;
 }
 
 void tst_CMountLook::namesThatMeanTheSame()
@@ -199,7 +243,7 @@ void tst_CMountLook::nothingIsKeptBeforeTheFirstLook()
 {
     m_look.emplace();
     QVERIFY(!m_look->HasBegun());
-    m_look->Listed("/Volumes/A");
+    Finds({"/Volumes/A"});
     QVERIFY(Mounts("/Volumes/A"));
     m_look->Begin("/Volumes", {"/Volumes/OLD"});
     QVERIFY(m_look->HasBegun());

@@ -29,6 +29,9 @@ private slots:
     void searchAndLook();
     void searchAndNotice();
     void lookAndSearchAndNotice();
+    void searchThatIsNotAnswered_data();
+    void searchThatIsNotAnswered();
+    void aFoundVolumeThatGoesBeforeALook();
     void namesThatMeanTheSame();
     void anUnlockedVolumeIsNoDestination();
 
@@ -124,6 +127,37 @@ void tst_MacArrivals::lookAndSearchAndNotice()
     Search();
     CMountBed::Look();
     QCOMPARE(Paths(), LISTED);
+}
+
+void tst_MacArrivals::searchThatIsNotAnswered_data()
+{
+    QTest::addColumn<bool>("bNotice");
+    QTest::newRow("then a notice") << true;
+    QTest::newRow("then a look") << false;
+}
+
+/** It has not come across a destination, which the stick is all the same. */
+void tst_MacArrivals::searchThatIsNotAnswered()
+{
+    QFETCH(bool, bNotice);
+    m_pCommands->Add("diskutil", "exit 1");
+    Search();
+    m_pCommands->AddDiskutil();
+    QCOMPARE(Paths(), QStringList());
+    if (bNotice) {
+        CFakeMac::Mount(STICK);
+    }
+    CMountBed::Look();
+    QCOMPARE(Paths(), LISTED);
+}
+
+void tst_MacArrivals::aFoundVolumeThatGoesBeforeALook()
+{
+    Search();
+    QCOMPARE(Paths(), LISTED);
+    m_pBed->Unmount(STICK);
+    CMountBed::Look();
+    QCOMPARE(Paths(), QStringList());
 }
 
 void tst_MacArrivals::namesThatMeanTheSame()
