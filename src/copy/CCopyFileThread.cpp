@@ -123,6 +123,7 @@ void CCopyFileThread::run()
     m_pulse.End();
     if (m_report.Close(stEnd)) {
         CCopyLogFile::Save(pParent, m_strDestPath);
+        pParent.reset();
         emit SignalCopyAccount(m_report.Account());
         emit SignalCopyFinish();
     }

@@ -2,6 +2,7 @@
 
 #include "copy/CCopyPlatform.h"
 #include "copy/CFreeFile.h"
+#include "files/CAsideQuestion.h"
 #include "files/CFileName.h"
 #include "log/CLogTarnwick.h"
 
@@ -9,6 +10,9 @@
 
 #include <cerrno>
 #include <cstring>
+
+// The log is a few MiB at most.
+static std::chrono::milliseconds s_patience = std::chrono::seconds(10);
 
 static const qint64 CHUNK = qint64(256) * 1024;
 
@@ -40,21 +44,35 @@ static int SaveAs(int nFolder, const QByteArray& baStem, QFile& log)
     const int nError = CopyTo(target, log);
     if (nError != 0) {
         unlinkat(nFolder, stFile.baName.constData(), 0);
+        target.Reset();
+        // The disk was brought to rest before.
+        CCopyPlatform::FlushFileSystem(nFolder);
     }
     return nError;
 }
 
+static int SaveFile(const CDescriptor* pParent, const QByteArray& baStem, const QString& strLog)
+{
+    QFile log(strLog);
+    return pParent && log.open(QIODevice::ReadOnly) ? SaveAs(pParent->Get(), baStem, log) : ENOENT;
+}
+
+std::chrono::milliseconds CCopyLogFile::Patience() { return s_patience; }
+
+void CCopyLogFile::SetPatience(std::chrono::milliseconds patience) { s_patience = patience; }
+
+// Nobody watches the copy any more: whoever waited here for a stick that hangs would never
+// tell the window of the end.
 void CCopyLogFile::Save(const std::shared_ptr<const CDescriptor>& pParent, const QString& strFolder)
 {
-    QFile log(g_TarnwickLog.FallbackFile());
-    if (log.fileName().isEmpty()) {
+    const QString strLog = g_TarnwickLog.FallbackFile();
+    if (strLog.isEmpty()) {
         return;
     }
     const QByteArray baStem = CFileName::Encode(strFolder.mid(strFolder.lastIndexOf(QLatin1Char('/')) + 1));
-    int nError = ENOENT;
-    if (pParent && log.open(QIODevice::ReadOnly)) {
-        nError = SaveAs(pParent->Get(), baStem, log);
-    }
+    const int nError = CAsideQuestion<int>::Ask(s_patience, [pParent, baStem, strLog] {
+                           return SaveFile(pParent.get(), baStem, strLog);
+                       }).value_or(ETIMEDOUT);
     g_TarnwickLog.LogExt(nError == 0 ? QStringLiteral("the log was saved beside the copy: ") + strFolder
                                      : QStringLiteral("the log could not be saved beside the copy: ")
                                  + QString::fromLocal8Bit(strerror(nError)));

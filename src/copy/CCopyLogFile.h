@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 /**
@@ -16,7 +17,14 @@ public:
     /**
      * Writes the log as it is now into pParent, which holds the copy's folder, under the name
      * of that folder with ".log" behind it, and brings it to the disk. Does nothing while the
-     * log lies where it belongs. A failure is a line in the log, and leaves no file.
+     * log lies where it belongs. A failure is a line in the log, and leaves no file. A disk
+     * that does not answer is waited for as long as told below, and no longer.
      */
     static void Save(const std::shared_ptr<const CDescriptor>& pParent, const QString& strFolder);
+
+    /** 10 seconds. */
+    static std::chrono::milliseconds Patience();
+
+    /** Changes that time, so that a test need not wait. While nothing is saved. */
+    static void SetPatience(std::chrono::milliseconds patience);
 };

@@ -1,5 +1,8 @@
+#include "copy/CCopyLogFile.h"
+#include "files/CLeftBehind.h"
 #include "log/CLogTarnwick.h"
 #include "support/CCopyBed.h"
+#include "support/CFaultyDisk.h"
 #include "support/CVolume.h"
 
 #include <QDir>
@@ -19,6 +22,8 @@ private slots:
     void stoppedCopyHasItsLog();
     void fullStickKeepsNoHalf();
     void goneStickIsNotTouched();
+    void stickThatHangsKeepsNobodyWaiting_data();
+    void stickThatHangsKeepsNobodyWaiting();
 
 private:
     void LetLogGoElsewhere();
@@ -116,6 +121,38 @@ void tst_CCopyLogFile::goneStickIsNotTouched()
     QVERIFY(Account().bGone);
     QCOMPARE(QDir("/Volumes/STICK").entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     QVERIFY(Content(g_TarnwickLog.FallbackFile()).contains("the log could not be saved beside the copy: "));
+}
+
+void tst_CCopyLogFile::stickThatHangsKeepsNobodyWaiting_data()
+{
+    QTest::addColumn<QString>("strCall");
+    QTest::newRow("when the file is made") << "create";
+    QTest::newRow("when it is written") << "write";
+    QTest::newRow("when it is flushed") << "fsync";
+}
+
+void tst_CCopyLogFile::stickThatHangsKeepsNobodyWaiting()
+{
+    QFETCH(QString, strCall);
+    NEEDS_FAULTY_DISKS();
+    CFaultyDisk stick("STICK", "/dev/sdb1", 5);
+    if (!stick.IsValid()) {
+        QSKIP("the failing file system is not built for the sanitizers");
+    }
+    LetLogGoElsewhere();
+    m_strDest = stick.Path("Tarnwick");
+    stick.Rule(strCall, "hang", 0, "/Tarnwick.log");
+    Add("a.txt", "content");
+    const auto patience = CCopyLogFile::Patience();
+    CCopyLogFile::SetPatience(std::chrono::milliseconds(100));
+    Start(7);
+    const bool bEnded = WaitForEnd();
+    CCopyLogFile::SetPatience(patience);
+    stick.Heal();
+    QVERIFY(bEnded);
+    QCOMPARE(Account().nFiles, 1);
+    QVERIFY(Content(g_TarnwickLog.FallbackFile()).contains("the log could not be saved beside the copy: "));
+    QTRY_VERIFY(!CLeftBehind::Any());
 }
 
 QTEST_GUILESS_MAIN(tst_CCopyLogFile)
