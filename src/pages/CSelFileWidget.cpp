@@ -192,7 +192,6 @@ void CSelFileWidget::EndSearch(const STDiskSearch& search, const QVector<STVolum
         m_pForm->m_pFileTree->Parse(listSource);
         if (enSources == ENSources::MORE) {
             m_pForm->m_pFileTree->AddRoots(listSource);
-            m_pTreeNotices->Update();
         }
         OnRefreshUSB();
         m_pSourceNotice->Look(listVolume);

@@ -35,7 +35,11 @@ void CSourceNotice::Look(const QVector<STVolume>& listVolume)
             Ask(stVolume.strPath);
         }
     }
-    m_strCome = IsKnown(m_strCome) ? QString() : m_strCome;
+    // Whatever the search makes of it, the next one makes of it, too.
+    const auto fnHasCome = [this](const STVolume& stVolume) { return stVolume.strPath == m_strCome; };
+    if (std::any_of(listVolume.begin(), listVolume.end(), fnHasCome)) {
+        m_strCome.clear();
+    }
     m_patience.start();
     Tell();
 }

@@ -16,6 +16,7 @@ CTreeNotices::CTreeNotices(const CSelFileForm* pForm, QObject* pParent)
     , m_strLink(pForm->m_pCompleteBox->text())
 {
     connect(m_pTree, &CFileTreeView::SignalFolderOpened, this, &CTreeNotices::OnFolderOpened);
+    connect(m_pTree, &CFileTreeView::SignalRootsAdded, this, &CTreeNotices::Update);
 }
 
 void CTreeNotices::Update()

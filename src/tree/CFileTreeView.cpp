@@ -145,6 +145,7 @@ void CFileTreeView::AddRoots(const QStringList& roots)
     for (const QModelIndex& index : qAsConst(listEmpty)) {
         m_pDirModel->ChangeChildChkState(index, Qt::CheckState(index.data(Qt::CheckStateRole).toInt()));
     }
+    emit SignalRootsAdded();
 }
 
 void CFileTreeView::AddPutOff()
@@ -177,7 +178,9 @@ void CFileTreeView::LendNodes(bool bLent)
         Parse(m_listLateRoot);
         m_listLateRoot.clear();
     }
-    AddPutOff();
+    // Not now: a copy of what was counted may be about to begin, and hides the view.
+    QMetaObject::invokeMethod(
+        this, [this] { AddPutOff(); }, Qt::QueuedConnection);
 }
 
 void CFileTreeView::ToggleTick(const QModelIndex& index)

@@ -38,7 +38,8 @@ public:
     /**
      * Appends those of `roots` that are no top-level entries yet, and lists empty ones once
      * more: a disk may have come to lie there. Nothing that is shown or ticked goes. While
-     * the nodes are lent, or the view is not to be seen, that is put off until they are back.
+     * the nodes are lent, or the view is not to be seen, that is put off until they are back
+     * and no copy of what was counted follows at once.
      */
     void AddRoots(const QStringList& roots);
 
@@ -94,6 +95,9 @@ signals:
      * again when its list comes in later while it is open.
      */
     void SignalFolderOpened(const STFolderFacts& stFacts);
+
+    /** AddRoots has done its work, at once or late. */
+    void SignalRootsAdded();
 
     /** Another row is the current one; invalid when there is none any more. */
     void SignalCurrentChanged(const QModelIndex& index);

@@ -23,10 +23,12 @@ private slots:
     void lockedVolumeIsToldUntilItIsThere();
     void otherVolumeIsNamed();
     void noticeOfNewSource();
+    void newSourceThatIsADestination();
     void noticeGivesWayToWhatIsMissingInTheCopy();
     void searchTakesItBack();
     void volumeThatHangs();
     void arrowDuringACountAddsAfterwards();
+    void copyAfterTheCountFindsNothingNew();
 
 private:
     QString Notice() const { return m_pPage->findChild<CNoticeLine*>()->Text(); }
@@ -118,6 +120,18 @@ void tst_CSelFileWidgetSources::noticeOfNewSource()
     QTRY_COMPARE(Notice(), ON_DATA);
 }
 
+/** The command that the search asks has the last word. */
+void tst_CSelFileWidgetSources::newSourceThatIsADestination()
+{
+    MakePage();
+    const CVolume stick("Data", "/dev/sdc1", 5);
+    m_pPage->NoteNewSource(stick.Path());
+    QCOMPARE(Notice(), COME);
+    PressArrow();
+    QCOMPARE(Listed(), QStringList("Data"));
+    QCOMPARE(Notice(), QString());
+}
+
 void tst_CSelFileWidgetSources::noticeGivesWayToWhatIsMissingInTheCopy()
 {
     WriteFile(m_pSource->Path("docs/inner/deep/file"), QByteArray());
@@ -177,7 +191,7 @@ void tst_CSelFileWidgetSources::arrowDuringACountAddsAfterwards()
     Tree()->LendNodes(true);
     PressArrow();
     Tree()->LendNodes(false);
-    QCOMPARE(CPageTree::Roots(), QStringList({m_pSource->Path(), pData->Path()}));
+    QTRY_COMPARE(CPageTree::Roots(), QStringList({m_pSource->Path(), pData->Path()}));
     // While a copy runs its worker reads the nodes, and the page is hidden.
     const CVolume third("Third", "/dev/nvme0n1p3", 2);
     m_pPage->hide();
@@ -187,6 +201,28 @@ void tst_CSelFileWidgetSources::arrowDuringACountAddsAfterwards()
     QCOMPARE(CPageTree::Roots().size(), 2);
     m_pPage->show();
     QCOMPARE(CPageTree::Roots().size(), 3);
+}
+
+/** What is copied is what was counted. */
+void tst_CSelFileWidgetSources::copyAfterTheCountFindsNothingNew()
+{
+    MakePage({"STICK"});
+    const CVolume empty("Empty", "/dev/nvme0n1p4", 2);
+    PressArrow();
+    QVERIFY(CPageTree::Tick(empty.Path()));
+    Tree()->LendNodes(true);
+    WriteFile(empty.Path("folder/inner/photo.jpg"), "late");
+    PressArrow();
+    Tree()->LendNodes(false);
+    m_pPage->hide(); // as when the copy begins
+    QCoreApplication::processEvents();
+    const QModelIndex index = Tree()->model()->index(1, 0);
+    QCOMPARE(index.data().toString(), empty.Path());
+    QCOMPARE(Tree()->model()->rowCount(index), 0);
+    QCOMPARE(Notice(), QString());
+    m_pPage->show();
+    QCOMPARE(Tree()->model()->rowCount(index), 1);
+    QVERIFY2(Notice().startsWith("Only opened folders"), qPrintable(Notice()));
 }
 
 QTEST_MAIN(tst_CSelFileWidgetSources)
