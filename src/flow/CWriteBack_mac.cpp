@@ -1,8 +1,10 @@
 #include "flow/CWriteBack.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/param.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 ENWriteBack CWriteBack::KindOf(int nDescriptor) const
@@ -27,5 +29,22 @@ bool CWriteBack::Wait(int nDescriptor, qint64 /*nFrom*/, qint64 /*nBytes*/) cons
     return Flush(nDescriptor);
 }
 
+/** Whether the disk of an open file was not pulled out; then nothing of it can be asked for any more. */
+static bool IsDiskThere(int nDescriptor)
+{
+    struct stat stRaw;
+    const bool bThere = fstat(nDescriptor, &stRaw) == 0;
+    errno = !bThere && errno == EBADF ? ENXIO : errno;
+    return bThere;
+}
+
 // F_FULLFSYNC would empty the disk's own cache, too, which belongs to the end of a copy.
-bool CWriteBack::Flush(int nDescriptor) const { return fsync(nDescriptor) == 0; }
+bool CWriteBack::Flush(int nDescriptor) const
+{
+    int nResult = fsync(nDescriptor);
+    while (nResult != 0 && errno == EINTR) {
+        nResult = fsync(nDescriptor);
+    }
+    // With a file whose disk was pulled out it does nothing, and says that all went well.
+    return nResult == 0 && IsDiskThere(nDescriptor);
+}

@@ -8,6 +8,7 @@
 #include <QMutex>
 #include <QPair>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstring>
@@ -216,6 +217,28 @@ int fstatfs(int nDescriptor, struct statfs* pVolume)
 
 // The program's questions for a file go through these on their way to the system.
 
+/** Whether that call, which is not noted, is to fail for any file. */
+static bool FailsUnnoted(const QString& strCall)
+{
+    QMutexLocker locker(&State().lock);
+    const QVector<STFailure>& listFailure = State().listFailure;
+    return std::any_of(listFailure.begin(), listFailure.end(),
+                       [&](const STFailure& stFailure) { return stFailure.strCall == strCall; });
+}
+
+/** What it is to fail with for that file. */
+static int ErrorOf(const QString& strCall, const QString& strPath)
+{
+    int nError = 0;
+    QMutexLocker locker(&State().lock);
+    for (const STFailure& stFailure : qAsConst(State().listFailure)) {
+        if (stFailure.strCall == strCall && strPath.endsWith(stFailure.strPathEnd)) {
+            nError = stFailure.nError;
+        }
+    }
+    return nError;
+}
+
 static int WithFlags(int nResult, struct stat* pState)
 {
     if (nResult == 0) {
@@ -246,6 +269,12 @@ int lstat(const char* pszPath, struct stat* pState) noexcept
 
 int fstat(int nDescriptor, struct stat* pState) noexcept
 {
+    if (FailsUnnoted("fstat")) {
+        const int nError = ErrorOf("fstat", CFakeFiles::PathOf(nDescriptor));
+        if (nError != 0) {
+            return Result(nError);
+        }
+    }
     static const auto s_pfn = Next<int (*)(int, struct stat*)>("fstat");
     return WithFlags(s_pfn(nDescriptor, pState), pState);
 }

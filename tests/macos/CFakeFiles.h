@@ -20,7 +20,8 @@ public:
 
     /**
      * From now on that call fails for files whose path ends so; 0 lets it work again. With an
-     * argument behind its name ("fsync_volume_np 3") only that one of the calls does.
+     * argument behind its name ("fsync_volume_np 3") only that one of the calls does. "fstat" can
+     * fail as well, and is not noted.
      */
     static void Fail(const QString& strCall, const QString& strPathEnd, int nError);
 

@@ -29,6 +29,9 @@ private slots:
     void earlierFailureOfABigFileCounts();
     void smallFileThatIsNotOnTheDiskIsNamed_data();
     void smallFileThatIsNotOnTheDiskIsNamed();
+    void filesOfADiskThatWasPulledOutAreNamed();
+    void interruptedFlushIsDoneAgain();
+    void lastFlushIsOfTheDestination();
     void flushThatNoFileHasIsNoTrouble();
     void bigFileThatFoundNoRoomBeginsAnew();
     void stoppedCopyFlushesWhatIsWhole();
@@ -230,6 +233,51 @@ void tst_MacFlushedCopy::smallFileThatIsNotOnTheDiskIsNamed()
     QVERIFY2(listLine.first().contains(Source(strLost)), qPrintable(listLine.first()));
     QVERIFY2(Summary().startsWith(QString("Copy completed: files %1, ").arg(nFiles - 1)),
              qPrintable(Summary()));
+}
+
+/** Their flush does nothing and gives 0; that they are gone is told by what else is asked of them. */
+void tst_MacFlushedCopy::filesOfADiskThatWasPulledOutAreNamed()
+{
+    AddSmall(3);
+    AfterChunk("small 3", 1, [this] { CFakeFiles::Fail("fstat", Copy("small 2"), EBADF); });
+    Run(3000);
+    QCOMPARE(Problems(),
+             QStringList("small 2: its target cannot be brought to the disk: " + qt_error_string(ENXIO)
+                         + " (1000 of 1000 bytes copied)"));
+    QCOMPARE(Account().nFiles, 2);
+    QCOMPARE(Account().listItem.first().nError, ENXIO);
+}
+
+void tst_MacFlushedCopy::interruptedFlushIsDoneAgain()
+{
+    Add("small", Pattern(1000));
+    CFakeFiles::Fail("fsync", "/small", EINTR);
+    int nFlushes = 0;
+    CFakeFiles::Watch([&](const QString& strCall) {
+        if (strCall == "fsync " + Copy("small") && ++nFlushes == 2) {
+            CFakeFiles::Fail("fsync", "/small", EIO);
+        }
+    });
+    Run(1000);
+    QCOMPARE(Account().nFiles, 0);
+    QCOMPARE(Account().nProblems, 1);
+    QCOMPARE(Account().listItem.first().nError, EIO);
+}
+
+/** The source is not what is waited for, whatever was asked of it last. */
+void tst_MacFlushedCopy::lastFlushIsOfTheDestination()
+{
+    AddSmall(1);
+    m_pTree->MkDir("src/z folder");
+    m_pNodes->Add(Source("z folder"));
+    QStringList listWait;
+    CFakeFiles::Watch([&](const QString& strCall) {
+        if (strCall == "fsync " + Copy("small 1")) {
+            listWait.append(m_pWorker->CurrentPath() + QString(": %1").arg(int(m_pWorker->CurrentStep())));
+        }
+    });
+    Run(1000);
+    QCOMPARE(listWait, QStringList(m_strDest + QString(": %1").arg(int(ENCopyStep::WRITING))));
 }
 
 void tst_MacFlushedCopy::flushThatNoFileHasIsNoTrouble()
