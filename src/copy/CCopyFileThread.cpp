@@ -112,6 +112,7 @@ void CCopyFileThread::run()
     pWalk->Walk();
     m_pAhead.reset();
     m_pulse.BeginItem(m_strDestPath);
+    m_pulse.BeginStep(ENCopyStep::WRITING);
     m_pace.End();
     m_metadata.BookLost(*this, listSource.count() == 1 ? listSource.constFirst() : m_strDestPath);
 
@@ -280,11 +281,13 @@ void CCopyFileThread::BookFile(const STCopyOutcome& stOutcome)
 void CCopyFileThread::BookLost(const STCopyOutcome& stBooked, int nError)
 {
     const STCopyReason stReason = STCopyReason::NotOnDisk(nError);
-    if (m_report.TakeBack(stBooked, stReason)) {
-        m_pulse.TakeFile();
-        m_pReportFile->Add(CCopyReport::Item(
-            {ENCopyEnd::NOT_WHOLE, stBooked.strPath, stReason, stBooked.nCopied, stBooked.nExpected}));
+    if (!m_report.TakeBack(stBooked, stReason)) {
+        m_pace.KeepError(nError);
+        return;
     }
+    m_pulse.TakeFile();
+    m_pReportFile->Add(CCopyReport::Item(
+        {ENCopyEnd::NOT_WHOLE, stBooked.strPath, stReason, stBooked.nCopied, stBooked.nExpected}));
 }
 
 bool CCopyFileThread::WaitWhilePaused()
@@ -407,8 +410,8 @@ STCopyAccount CCopyFileThread::CloseAccount(int nWaitMs)
     // is the source's, all that is whole can be relied on as after any stop.
     const auto fnEnd
         = [pFile = m_pReportFile, stItem = CCopyReport::Item(stOutcome), stAccount = m_report.Account(),
-           bFlushes = m_pulse.Step() != ENCopyStep::FLUSHING && m_pace.FlushError() == 0,
-           fnFlushLate = m_pace.TakeLate()]() mutable {
+           fnFlushLate = m_pace.TakeLate(), // before it is known what has failed so far
+           bFlushes = m_pulse.Step() != ENCopyStep::FLUSHING && m_pace.FlushError() == 0]() mutable {
               if (bFlushes && fnFlushLate() && pFile->FlushDisk()) {
                   stAccount.enFlush = ENCopyFlush::DONE;
               }

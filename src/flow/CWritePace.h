@@ -87,6 +87,9 @@ public:
      */
     std::function<bool()> TakeLate();
 
+    /** A file that nobody can be told of could not be flushed for that errno value; 0 is none. */
+    void KeepError(int nError);
+
     /** Why a file could not be flushed since the copy began, as in errno; 0 when none failed. Any thread. */
     int FlushError() const { return m_nFlushError; }
 
@@ -114,7 +117,6 @@ private:
     void FlushAll();
     void FlushTook(qint64 nMs);
     int FlushOne(int nDescriptor) const;
-    void KeepError(int nError);
     void EndFlushed();
 
     const std::function<bool(bool)> m_fnGoesOn;

@@ -72,6 +72,7 @@ private slots:
     void endSettlesWhatWaits();
     void failureIsOfTheFileThatHasIt();
     void failureOfAFileThatIsNotSettledIsKept();
+    void failureThatNobodyIsToldOfIsKept();
     void lateFilesOfAHangingCopy();
 
 private:
@@ -693,6 +694,22 @@ void tst_CWritePace::failureOfAFileThatIsNotSettledIsKept()
     m_pStick->m_nError = EIO;
     WriteFile(3 * MIB);
     QCOMPARE(m_pPace->FlushError(), EIO);
+}
+
+/** Its copy was closed while it was being flushed. */
+void tst_CWritePace::failureThatNobodyIsToldOfIsKept()
+{
+    Use(ENWriteBack::FILES);
+    QVERIFY(SettleFile(4 * KIB));
+    m_pPace->Booked(nullptr);
+    m_pPace->KeepError(0);
+    QCOMPARE(m_pPace->FlushError(), 0);
+    m_pPace->KeepError(EIO);
+    m_pPace->KeepError(ENOSPC);
+    m_pPace->KeepError(0);
+    QCOMPARE(m_pPace->FlushError(), EIO);
+    m_pPace->Begin();
+    QCOMPARE(m_pPace->FlushError(), 0);
 }
 
 void tst_CWritePace::lateFilesOfAHangingCopy()
