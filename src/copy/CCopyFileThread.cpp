@@ -275,6 +275,9 @@ void CCopyFileThread::BookFile(const STCopyOutcome& stOutcome)
     if (stOutcome.bLeavesVolume && stOutcome.HasAllBytes()) {
         BookNote(STCopyOutcome::LeavesVolume(stOutcome.strPath));
     }
+    if (!stOutcome.strStandsFor.isEmpty() && stOutcome.HasAllBytes()) {
+        BookProblem(STCopyOutcome::Missing(stOutcome.strStandsFor, STCopyReason::OnlyInCloud()));
+    }
 }
 
 /** Books a small file whose flush has failed when it was booked already. */

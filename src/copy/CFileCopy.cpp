@@ -1,5 +1,6 @@
 #include "copy/CFileCopy.h"
 
+#include "copy/CCloudStandIn.h"
 #include "copy/CCopyControl.h"
 #include "files/CFileName.h"
 
@@ -360,6 +361,7 @@ void CFileCopy::Finish()
         KeepTimes();
         m_control.KeepAccessList(m_source.Descriptor(), fileno(m_pTarget.get()));
         CompareSource();
+        LookForStandIn();
     }
     // Some file systems tell only now that the bytes found no room.
     if (m_pTarget && m_stOutcome.HasAllBytes() && m_stOutcome.nCopied > 0
@@ -403,6 +405,21 @@ void CFileCopy::CompareSource()
     } else if (!stEnd->IsSameContent(m_stBegin)) {
         Fail(STCopyReason::SourceChanged(stEnd->nSize));
     }
+}
+
+/** Looks whether what was copied is there for another file, which is not. */
+void CFileCopy::LookForStandIn()
+{
+    const QString strName = m_bLink ? QString() : CCloudStandIn::NameOf(m_strName, m_stOutcome.nCopied);
+    if (strName.isEmpty() || !CCloudStandIn::IsOne(m_pBuffer.get(), qMin(m_stOutcome.nCopied, m_nChunk))) {
+        return;
+    }
+    m_control.StepBegins(ENCopyStep::READING);
+    const QString strPath = m_stOutcome.strPath.left(m_stOutcome.strPath.lastIndexOf('/') + 1) + strName;
+    if (!CCopyPlatform::GetEntryState(strPath)) {
+        m_stOutcome.strStandsFor = strPath;
+    }
+    m_control.StepBegins(ENCopyStep::WRITING);
 }
 
 void CFileCopy::Fail(ENCopyProblem enProblem, const QString& strText, int nError)

@@ -86,6 +86,7 @@ private:
     void KeepMetadata();
     void KeepTimes();
     void CompareSource();
+    void LookForStandIn();
     void Fail(ENCopyProblem enProblem, const QString& strText, int nError = 0);
     void Fail(const STCopyReason& stReason);
 

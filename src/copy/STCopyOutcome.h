@@ -85,6 +85,7 @@ struct STCopyOutcome
     qint64 nExpected = UNKNOWN_SIZE; ///< bytes at the source
     bool bLeavesVolume = false; ///< a link that leads to another volume, copied as it resolves
     qint64 nTold = 0; ///< bytes of it that the progress counts as dealt with
+    QString strStandsFor = {}; ///< path of a file that is in iCloud alone, and this one in its place
 
     /** For an item of which nothing was copied. */
     static STCopyOutcome Missing(const QString& strPath, const STCopyReason& stReason,
