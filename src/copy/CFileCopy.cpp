@@ -270,6 +270,10 @@ std::optional<qint64> CFileCopy::MoveChunk(qint64 nLen)
             // chunk of its own, and the next chunk meets the failure at its start.
             return nMoved;
         }
+        if (nRead < 0 && nError == EDEADLK) { // by which a system says that it would have to fetch it
+            Fail(STCopyReason::OnlyInCloud());
+            return std::nullopt;
+        }
         if (nRead < 0) {
             const QString strLine = QStringLiteral("ReadFile ret = ") + QString::number(nRead);
             qDebug().noquote() << strLine;

@@ -40,6 +40,7 @@ private slots:
     void cleanup() { CBadPages::Reset(); }
     void badPageInASmallFile_data();
     void badPageInASmallFile();
+    void fileThatLeavesForTheCloud();
 };
 
 void tst_ShortReads::badPageInASmallFile_data()
@@ -79,6 +80,23 @@ void tst_ShortReads::badPageInASmallFile()
     QVERIFY(Content(strFolder + "/target") == baContent.left(int(nBad * PAGE)));
     QCOMPARE(control.m_listChunk, nBad == 0 ? QVector<qint64>() : QVector<qint64>{nBad * PAGE});
     QTEST(nReads, "nReads");
+}
+
+/** After it was looked at; it is no damaged file, whose copy would be made of zeros. */
+void tst_ShortReads::fileThatLeavesForTheCloud()
+{
+    CTempTree tree;
+    const QString strSource = tree.Write("src/file", Pattern(SIZE));
+    const QString strFolder = tree.MkDir("dst");
+    CBadPages::Set("src/file", {{0, SIZE}}, EDEADLK);
+    CControl control;
+    CFileCopy copy(QFileInfo(strSource), strFolder, MIB, control);
+    copy.TryBadPlacesOnce();
+    const STCopyOutcome stOutcome = copy.Copy(strFolder + "/target");
+    CBadPages::Reset();
+    QCOMPARE(stOutcome.enEnd, ENCopyEnd::NOT_WHOLE);
+    QCOMPARE(stOutcome.stReason.enProblem, ENCopyProblem::ONLY_IN_CLOUD);
+    QCOMPARE(stOutcome.nCopied, qint64(0));
 }
 
 QTEST_GUILESS_MAIN(tst_ShortReads)
