@@ -14,10 +14,11 @@ enum class ENNotice
     NO_ANSWER, ///< a disk does not answer
     LAST_COPY, ///< what the last copy has left behind
     UNLISTED, ///< not all of a ticked volume will be copied
-    SOURCES, ///< the files of users are not where they are looked for, or a volume is not listed yet
+    SOURCES, ///< the files of users are not to be had yet, or a volume is not listed yet
     LARGE_FILES, ///< the destination cannot hold files of every size
     FOLDER, ///< the folder that was opened last does not show all that is in it
     DESTINATION, ///< the destination is another one than the user knows of
+    ELSEWHERE, ///< the files of users are on another volume of the list; as long as it is there
     LOG ///< the log is not where it belongs
 };
 

@@ -21,6 +21,7 @@ void CSourceNotice::Forget()
     m_patience.stop();
     m_listVolume.clear();
     m_pNotice->Clear(ENNotice::SOURCES);
+    m_pNotice->Clear(ENNotice::ELSEWHERE);
 }
 
 void CSourceNotice::Look(const QVector<STVolume>& listVolume)
@@ -107,30 +108,36 @@ void CSourceNotice::Tell()
 {
     const bool bAll = std::all_of(m_listVolume.begin(), m_listVolume.end(),
                                   [](const STHomeVolume& stVolume) { return stVolume.stFacts.has_value(); });
-    if (!m_strCome.isEmpty() || bAll || !m_patience.isActive()) {
-        m_pNotice->Set(ENNotice::SOURCES, Text());
+    if (m_strCome.isEmpty() && !bAll && m_patience.isActive()) {
+        return;
     }
+    const std::optional<STMissingHomes> stMissing = CHomeFolders::Missing(m_listVolume);
+    const bool bElsewhere = m_strCome.isEmpty() && stMissing && !stMissing->strHomes.isEmpty();
+    m_pNotice->Set(ENNotice::SOURCES, bElsewhere ? QString() : NeededText(stMissing));
+    m_pNotice->Set(ENNotice::ELSEWHERE, bElsewhere ? ElsewhereText(*stMissing) : QString());
 }
 
-QString CSourceNotice::Text() const
+/** What is to be done before the files can be had; empty without it. */
+QString CSourceNotice::NeededText(const std::optional<STMissingHomes>& stMissing) const
 {
     if (!m_strCome.isEmpty()) {
         //: The name of a volume. The round arrow is the button that looks for disks.
         return tr("%1 is there now: press the round arrow to list it.")
             .arg(m_pNotice->Shortened(QFileInfo(m_strCome).fileName()));
     }
-    const std::optional<STMissingHomes> stMissing = CHomeFolders::Missing(m_listVolume);
     if (!stMissing) {
         return QString();
-    }
-    const QString strSystem = m_pNotice->Shortened(stMissing->strSystem);
-    if (!stMissing->strHomes.isEmpty()) {
-        //: Names of two volumes: where the users' files are, and where the user may be looking for them.
-        return tr("The users' files are on %1, not on %2.")
-            .arg(m_pNotice->Shortened(stMissing->strHomes), strSystem);
     }
     //: The name of a volume. The round arrow is the button that looks for disks.
     return tr("The users' files of %1 may be locked: unlock them in Disk Utility, then press the "
               "round arrow.")
-        .arg(strSystem);
+        .arg(m_pNotice->Shortened(stMissing->strSystem));
+}
+
+// Every newer Mac shows it for as long as it is there: what has just happened goes first.
+QString CSourceNotice::ElsewhereText(const STMissingHomes& stMissing) const
+{
+    //: Names of two volumes: where the users' files are, and where the user may be looking for them.
+    return tr("The users' files are on %1, not on %2.")
+        .arg(m_pNotice->Shortened(stMissing.strHomes), m_pNotice->Shortened(stMissing.strSystem));
 }

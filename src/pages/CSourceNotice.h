@@ -10,6 +10,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 
 class CNoticeLine;
 struct STVolume;
@@ -59,7 +60,8 @@ private:
     void OnAnswer(const QString& strPath);
     void Tell();
     bool IsKnown(const QString& strPath) const;
-    QString Text() const;
+    QString NeededText(const std::optional<STMissingHomes>& stMissing) const;
+    QString ElsewhereText(const STMissingHomes& stMissing) const;
 
     CNoticeLine* m_pNotice;
     QVector<STHomeVolume> m_listVolume; // of the last look

@@ -25,6 +25,7 @@ private slots:
     void noticeOfNewSource();
     void newSourceThatIsADestination();
     void noticeGivesWayToWhatIsMissingInTheCopy();
+    void whatLastsGivesWayToWhatHasHappened();
     void searchTakesItBack();
     void volumeThatHangs();
     void arrowDuringACountAddsAfterwards();
@@ -140,6 +141,25 @@ void tst_CSelFileWidgetSources::noticeGivesWayToWhatIsMissingInTheCopy()
     QTRY_COMPARE(Notice(), LOCKED);
     QVERIFY(Tick(QString()));
     QVERIFY2(Notice().startsWith("Only opened folders"), qPrintable(Notice()));
+}
+
+void tst_CSelFileWidgetSources::whatLastsGivesWayToWhatHasHappened()
+{
+    MakeSealed();
+    const auto pData = Data();
+    MakePage();
+    QTRY_COMPARE(Notice(), ON_DATA);
+    auto* pLine = m_pPage->findChild<CNoticeLine*>();
+    const QString strNews(80, 'x'); // beside which there is no room
+    for (const ENNotice enNews : {ENNotice::LARGE_FILES, ENNotice::FOLDER, ENNotice::DESTINATION}) {
+        pLine->Set(enNews, strNews);
+        QCOMPARE(Notice(), strNews);
+        pLine->Clear(enNews);
+        QCOMPARE(Notice(), ON_DATA);
+    }
+    m_pPage->RemoveDisk(pData->Path());
+    pLine->Set(ENNotice::DESTINATION, strNews);
+    QCOMPARE(Notice(), LOCKED);
 }
 
 void tst_CSelFileWidgetSources::searchTakesItBack()
