@@ -54,7 +54,7 @@ void CBelongings::GiveToFolder(const QString& strSource, const STFileState& stSo
     GiveAttributes(strSource, AttributesOf(strSource), strTarget);
     const bool bTried = GivePermissions(stSource, *stBefore, strTarget);
     const bool bTimes = CCopyPlatform::SetTimes(strTarget, stSource);
-    m_control.KeepFolderAccessList(strSource, strTarget);
+    m_control.KeepFolderLast(strSource, strTarget);
     const std::optional<STFileState> stAfter = TargetState(strTarget);
     if (!stAfter) {
         return;

@@ -53,14 +53,17 @@ public:
         return std::nullopt;
     }
 
-    /** After its times are set: gives the open target what may forbid all other changes. */
-    virtual void KeepAccessList(int /*nSource*/, int /*nTarget*/) { }
+    /**
+     * After its times are set: gives the open target the date of creation, which they may have
+     * moved, and what may forbid all other changes.
+     */
+    virtual void KeepLast(int /*nSource*/, int /*nTarget*/) { }
 
     /** The same for a folder in which nothing more is made, before its times are set. */
     virtual void KeepFolderMetadata(const QString& /*strSource*/, const QString& /*strTarget*/) { }
 
     /** The same, when they are. */
-    virtual void KeepFolderAccessList(const QString& /*strSource*/, const QString& /*strTarget*/) { }
+    virtual void KeepFolderLast(const QString& /*strSource*/, const QString& /*strTarget*/) { }
 
     /** The file of that path at the source was opened, before its first byte is read. */
     virtual void SourceOpened(const QString& /*strPath*/, quint64 /*nDevice*/, int /*nDescriptor*/) { }

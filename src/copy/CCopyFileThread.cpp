@@ -102,7 +102,7 @@ void CCopyFileThread::run()
     m_report.Reset();
     m_destination = CCopyDestination(m_strDestPath);
     m_times.Begin();
-    m_metadata.Begin();
+    m_metadata.Begin(!IsStopped() && m_pRootNode->m_bComplete);
 
     const std::unique_ptr<CCopyWalk> pWalk = CWalkChoice::Of(*m_pRootNode, *this, m_strDestPath);
     const QStringList listSource = pWalk->Sources();
@@ -262,6 +262,7 @@ STCopyOutcome CCopyFileThread::CopyBytesTo(CDescriptor& target, const QFileInfo&
 
 void CCopyFileThread::BookFile(const STCopyOutcome& stOutcome)
 {
+    m_metadata.FileEnds();
     if (stOutcome.HasAllBytes()) {
         m_pulse.AddFile();
         m_pace.Booked([this, stOutcome](int nError) { BookLost(stOutcome, nError); });

@@ -177,14 +177,11 @@ private:
         return m_metadata.GiveToFile(*this, strName, nSource, nTarget);
     }
 
-    void KeepAccessList(int nSource, int nTarget) override
-    {
-        m_metadata.GiveAccessList(*this, nSource, nTarget);
-    }
+    void KeepLast(int nSource, int nTarget) override { m_metadata.GiveLast(*this, nSource, nTarget); }
 
-    void KeepFolderAccessList(const QString& strSource, const QString& strTarget) override
+    void KeepFolderLast(const QString& strSource, const QString& strTarget) override
     {
-        m_metadata.GiveFolderAccessList(*this, strSource, strTarget);
+        m_metadata.GiveFolderLast(*this, strSource, strTarget);
     }
 
     void KeepFolderMetadata(const QString& strSource, const QString& strTarget) override

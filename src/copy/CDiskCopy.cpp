@@ -210,7 +210,7 @@ void CDiskCopy::BookCopied(const QString& strSource, const STFileState& stState,
 {
     const ENCopyProblem enProblem = stOutcome.stReason.enProblem;
     if (stOutcome.HasAllBytes() || enProblem == ENCopyProblem::DAMAGED
-        || enProblem == ENCopyProblem::SOURCE_CHANGED) {
+        || enProblem == ENCopyProblem::SOURCE_CHANGED || enProblem == ENCopyProblem::FORK_READ) {
         m_belongings.GiveToFile(strSource, stState, strTarget);
     }
     m_work.BookFile(stOutcome);

@@ -363,7 +363,7 @@ void CFileCopy::Finish()
     if (m_stOutcome.enEnd == ENCopyEnd::WHOLE) {
         KeepMetadata();
         KeepTimes();
-        m_control.KeepAccessList(m_source.Descriptor(), fileno(m_pTarget.get()));
+        m_control.KeepLast(m_source.Descriptor(), fileno(m_pTarget.get()));
         CompareSource();
         LookForStandIn();
     }

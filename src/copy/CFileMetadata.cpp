@@ -26,6 +26,14 @@ QVector<STCopyReason> CFileMetadata::Lost() const
     return listReason;
 }
 
+void CFileMetadata::FileEnds()
+{
+    for (size_t i = 0; i < m_listItem.size(); ++i) {
+        m_listLost[i] += m_listItem[i] ? 1 : 0;
+    }
+    m_listItem = {};
+}
+
 void CFileMetadata::BookLost(CCopyWork& work, const QString& strPath) const
 {
     for (const STCopyReason& stReason : Lost()) {

@@ -23,24 +23,38 @@ class CCopyWork;
 class CFileMetadata
 {
 public:
-    /** A copy begins: nothing is known of its disks, and nothing is lost. */
-    void Begin() { *this = CFileMetadata(); }
+    /**
+     * A copy begins: nothing is known of its disks, and nothing is lost. The executable bit is
+     * left to whoever gives all permissions, when there is one.
+     */
+    void Begin(bool bOtherGivesPermissions)
+    {
+        *this = CFileMetadata();
+        m_bPermissions = !bOtherGivesPermissions;
+    }
 
     /**
      * Gives it to the open copy of a file of that name, which has all its bytes, before its times
-     * are set. The reason when the file is not whole without what could not be given.
+     * are set. The reason when the file is not whole without what could not be given. A file
+     * may be copied anew before FileEnds; only the last time counts.
      */
     std::optional<STCopyReason> GiveToFile(CCopyControl& control, const QString& strName, int nSource,
                                            int nTarget);
 
-    /** Gives the open copy the access list, which may forbid all the rest: at the end. */
-    void GiveAccessList(CCopyControl& control, int nSource, int nTarget);
+    /**
+     * Gives the open copy what comes when its times are set: the date of creation, which an older
+     * date of change takes along with it, and the access list, which may forbid all the rest.
+     */
+    void GiveLast(CCopyControl& control, int nSource, int nTarget);
 
-    /** Gives it to a folder in which nothing more is made, but for the access list. */
+    /** Nothing more is given to the file. */
+    void FileEnds();
+
+    /** Gives it to a folder in which nothing more is made, but for what comes last. */
     void GiveToFolder(CCopyControl& control, const QString& strSource, const QString& strTarget);
 
-    /** Gives a folder the access list, at the end. */
-    void GiveFolderAccessList(CCopyControl& control, const QString& strSource, const QString& strTarget);
+    /** The same as GiveLast of a folder, to which nothing more is given. */
+    void GiveFolderLast(CCopyControl& control, const QString& strSource, const QString& strTarget);
 
     /** All of that with the folder's times, for a walk that keeps no others. */
     void FinishFolder(CCopyWork& work, const QString& strSource, const QString& strTarget);
@@ -70,6 +84,7 @@ private:
     {
         bool bAttributes = false; ///< extended attributes and resource forks
         bool bAccessLists = false;
+        bool bPermissions = false; ///< what it shows was given to the item
     };
 
     /** Two open files or folders. */
@@ -95,11 +110,13 @@ private:
     std::optional<STCopyReason> CopyFork(CCopyControl& control, const STPair& stPair, qint64 nSize);
     std::optional<STCopyReason> ForkNotHeld(const STPair& stPair);
     std::optional<STCopyReason> ForkNotWritten(const STPair& stPair, int nError);
-    void Count(ENLost enLost, bool bKept) { m_listLost[enLost] += bKept ? 0 : 1; }
+    void Count(ENLost enLost, bool bKept) { m_listItem[enLost] = m_listItem[enLost] || !bKept; }
 
     std::array<qint64, LOST_KINDS> m_listLost = {}; // items
+    std::array<bool, LOST_KINDS> m_listItem = {}; // of the item that is dealt with
     std::optional<STHolds> m_stTarget; // once a file was looked at
     std::optional<STHolds> m_stSource; // of the disk m_nSourceDevice
     quint64 m_nSourceDevice = 0;
+    bool m_bPermissions = true; // the executable bit is given here
     bool m_bTakesAttributes = false; // the target does, by itself or since second files are wanted
 };

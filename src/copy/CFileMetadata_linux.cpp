@@ -6,10 +6,10 @@ std::optional<STCopyReason> CFileMetadata::GiveToFile(CCopyControl& /*control*/,
     return std::nullopt;
 }
 
-void CFileMetadata::GiveAccessList(CCopyControl& /*control*/, int /*nSource*/, int /*nTarget*/) { }
+void CFileMetadata::GiveLast(CCopyControl& /*control*/, int /*nSource*/, int /*nTarget*/) { }
 
-void CFileMetadata::GiveFolderAccessList(CCopyControl& /*control*/, const QString& /*strSource*/,
-                                         const QString& /*strTarget*/)
+void CFileMetadata::GiveFolderLast(CCopyControl& /*control*/, const QString& /*strSource*/,
+                                   const QString& /*strTarget*/)
 {
 }
 

@@ -2,15 +2,17 @@
 #include "copy/CCopyWork.h"
 #include "copy/CFileAttributes.h"
 #include "copy/CFileMetadata.h"
+#include "copy/CLastMetadata.h"
 #include "files/CDescriptor.h"
 #include "files/CFileName.h"
 
 #include <QList>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <initializer_list>
 #include <limits>
-#include <sys/acl.h>
 #include <sys/attr.h>
 #include <sys/mount.h>
 #include <sys/param.h>
@@ -25,9 +27,6 @@ static const unsigned LOCKS = UF_IMMUTABLE | UF_APPEND | SF_IMMUTABLE | SF_APPEN
 // A fork is given in pieces, as it may be as large as a film.
 static const qint64 FORK_PIECE = qint64(4) * 1024 * 1024;
 
-// As far as the coarsest dates that file systems keep lie apart, in seconds.
-static const qint64 DATE_STEP_SEC = 2;
-
 // Of the Finder's information: where its flags stand, and the one that hides an item.
 static const int FINDER_FLAGS_AT = 8;
 static const char FINDER_HIDDEN = 0x40;
@@ -40,12 +39,6 @@ struct STCapabilities
 {
     quint32 nBytes = 0;
     vol_capabilities_attr_t stCapabilities = {};
-};
-
-struct STCreationDate
-{
-    quint32 nBytes = 0;
-    struct timespec stDate = {};
 };
 #pragma pack(pop)
 
@@ -92,35 +85,6 @@ static bool SetPart(CCopyControl& control, int nDescriptor, const char* pszName,
     return false;
 }
 
-static std::optional<struct timespec> CreationDate(int nDescriptor)
-{
-    struct attrlist stWanted = {};
-    stWanted.bitmapcount = ATTR_BIT_MAP_COUNT;
-    stWanted.commonattr = ATTR_CMN_CRTIME;
-    STCreationDate stAnswer;
-    if (fgetattrlist(nDescriptor, &stWanted, &stAnswer, sizeof(stAnswer), 0) != 0
-        || stAnswer.nBytes < sizeof(stAnswer)) {
-        return std::nullopt;
-    }
-    return stAnswer.stDate;
-}
-
-static bool GiveCreationDate(int nSource, int nTarget)
-{
-    std::optional<struct timespec> stDate = CreationDate(nSource);
-    if (!stDate || stDate->tv_sec <= 0) {
-        return true; // its disk has none
-    }
-    struct attrlist stWanted = {};
-    stWanted.bitmapcount = ATTR_BIT_MAP_COUNT;
-    stWanted.commonattr = ATTR_CMN_CRTIME;
-    if (fsetattrlist(nTarget, &stWanted, &*stDate, sizeof(*stDate), 0) != 0) {
-        return false;
-    }
-    const std::optional<struct timespec> stKept = CreationDate(nTarget);
-    return stKept && qAbs(qint64(stKept->tv_sec) - qint64(stDate->tv_sec)) <= DATE_STEP_SEC;
-}
-
 /** Lets who may read the copy execute it as well, where that held for the source. */
 static bool GiveExecutable(int nTarget, unsigned nMode)
 {
@@ -143,6 +107,7 @@ static bool GiveFlags(int nTarget, unsigned nFlags)
 std::optional<STCopyReason> CFileMetadata::GiveToFile(CCopyControl& control, const QString& strName,
                                                       int nSource, int nTarget)
 {
+    m_listItem = {};
     control.StepBegins(ENCopyStep::READING);
     std::optional<STPair> stPair = Look(nSource, nTarget);
     if (!stPair) {
@@ -154,6 +119,7 @@ std::optional<STCopyReason> CFileMetadata::GiveToFile(CCopyControl& control, con
 
 void CFileMetadata::GiveToFolder(CCopyControl& control, const QString& strSource, const QString& strTarget)
 {
+    m_listItem = {};
     control.StepBegins(ENCopyStep::READING);
     const std::optional<STFileState> stState = CCopyPlatform::GetPathState(strSource);
     if (stState && stState->bOnlyInCloud) {
@@ -181,7 +147,14 @@ void CFileMetadata::FinishFolder(CCopyWork& work, const QString& strSource, cons
         return; // whose disk has gone is told of that
     }
     Count(LOST_FOLDER_TIMES, bSet && CCopyPlatform::IsModifiedAlike(*stSource, *stTarget));
-    GiveFolderAccessList(work, strSource, strTarget);
+    GiveFolderLast(work, strSource, strTarget);
+}
+
+static bool IsOneOf(const struct statfs& stVolume, std::initializer_list<const char*> listKind)
+{
+    return std::any_of(listKind.begin(), listKind.end(), [&stVolume](const char* pszKind) {
+        return std::strcmp(stVolume.f_fstypename, pszKind) == 0;
+    });
 }
 
 /** What the disk that holds the open file says of itself. */
@@ -191,18 +164,22 @@ CFileMetadata::STHolds CFileMetadata::HoldsOf(int nDescriptor)
     if (fstatfs(nDescriptor, &stVolume) != 0) {
         return {};
     }
+    const bool bForeign = IsOneOf(stVolume, {"msdos", "exfat", "ntfs"});
     struct attrlist stWanted = {};
     stWanted.bitmapcount = ATTR_BIT_MAP_COUNT;
     stWanted.volattr = ATTR_VOL_INFO | ATTR_VOL_CAPABILITIES;
     STCapabilities stAnswer;
     if (getattrlist(stVolume.f_mntonname, &stWanted, &stAnswer, sizeof(stAnswer), 0) != 0) {
-        const bool bMacs = std::strcmp(stVolume.f_fstypename, "apfs") == 0
-            || std::strcmp(stVolume.f_fstypename, "hfs") == 0;
-        return {bMacs, bMacs};
+        const bool bMacs = IsOneOf(stVolume, {"apfs", "hfs"});
+        return {bMacs, bMacs, !bForeign};
     }
-    const quint32 nHolds = stAnswer.stCapabilities.capabilities[VOL_CAPABILITIES_INTERFACES]
-        & stAnswer.stCapabilities.valid[VOL_CAPABILITIES_INTERFACES];
-    return {(nHolds & VOL_CAP_INT_EXTENDED_ATTR) != 0, (nHolds & VOL_CAP_INT_EXTENDED_SECURITY) != 0};
+    const auto fnValid = [&stAnswer](int nWhich) {
+        return stAnswer.stCapabilities.capabilities[nWhich] & stAnswer.stCapabilities.valid[nWhich];
+    };
+    const quint32 nHolds = fnValid(VOL_CAPABILITIES_INTERFACES);
+    const bool bNone = (fnValid(VOL_CAPABILITIES_FORMAT) & VOL_CAP_FMT_NO_PERMISSIONS) != 0;
+    return {(nHolds & VOL_CAP_INT_EXTENDED_ATTR) != 0, (nHolds & VOL_CAP_INT_EXTENDED_SECURITY) != 0,
+            !bNone && !bForeign};
 }
 
 /** Nothing when one of them is not open, or gone. */
@@ -248,8 +225,9 @@ std::optional<STCopyReason> CFileMetadata::Give(CCopyControl& control, const STP
         return stReason;
     }
     control.StepBegins(ENCopyStep::WRITING);
-    Count(LOST_CREATION_DATES, GiveCreationDate(stPair.nSource, stPair.nTarget));
-    Count(LOST_PERMISSIONS, stPair.bFolder || GiveExecutable(stPair.nTarget, stPair.nMode));
+    // Where no permissions are kept every file looks like a program.
+    const bool bExecutable = m_bPermissions && !stPair.bFolder && m_stSource->bPermissions;
+    Count(LOST_PERMISSIONS, !bExecutable || GiveExecutable(stPair.nTarget, stPair.nMode));
     const unsigned nKept = stPair.bFolder ? KEPT_FLAGS & ~unsigned(UF_HIDDEN) : KEPT_FLAGS;
     Count(LOST_ATTRIBUTES, GiveFlags(stPair.nTarget, stPair.nFlags & nKept));
     Count(LOST_LOCKS, (stPair.nFlags & LOCKS) == 0);
@@ -362,30 +340,21 @@ std::optional<STCopyReason> CFileMetadata::CopyFork(CCopyControl& control, const
     return nKept == nSize ? std::nullopt : ForkNotWritten(stPair, 0);
 }
 
-// All of it is given, the entries too that the source has from the folder in which it lay.
-
-void CFileMetadata::GiveAccessList(CCopyControl& control, int nSource, int nTarget)
+void CFileMetadata::GiveLast(CCopyControl& control, int nSource, int nTarget)
 {
-    control.StepBegins(ENCopyStep::READING);
-    const acl_t pList = acl_get_fd_np(nSource, ACL_TYPE_EXTENDED);
-    if (pList != nullptr) {
-        control.StepBegins(ENCopyStep::WRITING);
-        const bool bHolds = m_stTarget && m_stTarget->bAccessLists;
-        Count(LOST_ACCESS_LISTS, bHolds && acl_set_fd_np(nTarget, pList, ACL_TYPE_EXTENDED) == 0);
-        acl_free(pList);
-    }
+    const bool bHolds = m_stTarget && m_stTarget->bAccessLists;
+    const STLastEntry stSource = {nSource, QByteArray()};
+    const STLastEntry stTarget = {nTarget, QByteArray()};
+    Count(LOST_CREATION_DATES, CLastMetadata::GiveCreationDate(control, stSource, stTarget));
+    Count(LOST_ACCESS_LISTS, CLastMetadata::GiveAccessList(control, stSource, stTarget, bHolds));
 }
 
-void CFileMetadata::GiveFolderAccessList(CCopyControl& control, const QString& strSource,
-                                         const QString& strTarget)
+void CFileMetadata::GiveFolderLast(CCopyControl& control, const QString& strSource, const QString& strTarget)
 {
-    control.StepBegins(ENCopyStep::READING);
-    const acl_t pList = acl_get_file(CFileName::Encode(strSource).constData(), ACL_TYPE_EXTENDED);
-    if (pList != nullptr) {
-        control.StepBegins(ENCopyStep::WRITING);
-        const bool bHolds = m_stTarget && m_stTarget->bAccessLists;
-        const QByteArray baTarget = CFileName::Encode(strTarget);
-        Count(LOST_ACCESS_LISTS, bHolds && acl_set_file(baTarget.constData(), ACL_TYPE_EXTENDED, pList) == 0);
-        acl_free(pList);
-    }
+    const bool bHolds = m_stTarget && m_stTarget->bAccessLists;
+    const STLastEntry stSource = {-1, CFileName::Encode(strSource)};
+    const STLastEntry stTarget = {-1, CFileName::Encode(strTarget)};
+    Count(LOST_CREATION_DATES, CLastMetadata::GiveCreationDate(control, stSource, stTarget));
+    Count(LOST_ACCESS_LISTS, CLastMetadata::GiveAccessList(control, stSource, stTarget, bHolds));
+    FileEnds();
 }

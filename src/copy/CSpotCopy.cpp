@@ -255,7 +255,7 @@ void CSpotCopy::Conclude()
         = m_control.KeepMetadata(m_strName, m_source.Descriptor(), m_target.Get());
     const bool bTimes = CCopyPlatform::KeepTimes(m_target.Get(), m_stFile.stState);
     const int nTimesError = errno;
-    m_control.KeepAccessList(m_source.Descriptor(), m_target.Get());
+    m_control.KeepLast(m_source.Descriptor(), m_target.Get());
     if (!damage.IsEmpty()) {
         const int nError = m_stOutcome.stReason.nError;
         Fail({ENCopyProblem::DAMAGED, DamageText(damage, untried), nError != 0 ? nError : EIO, QString(),

@@ -18,9 +18,17 @@
 #include <dlfcn.h>
 #include <sys/stat.h>
 
+struct _acl_entry
+{
+    QByteArray baWho;
+    acl_tag_t enTag = ACL_UNDEFINED_TAG;
+    acl_permset_mask_t nRights = 0;
+};
+
 struct _acl
 {
-    QByteArray baList;
+    QVector<_acl_entry> listEntry;
+    int nLast = -1; // that was got
 };
 
 namespace {
@@ -38,7 +46,19 @@ struct STHeld
     bool bAttributes = true;
     bool bAccessLists = true;
     bool bDates = true;
+    bool bPermissions = true;
 };
+
+struct STRight
+{
+    const char* pszName;
+    acl_perm_t enRight;
+};
+
+const STRight RIGHTS[] = {{"read", ACL_READ_DATA},
+                          {"delete", ACL_DELETE},
+                          {"delete_child", ACL_DELETE_CHILD},
+                          {"writeattr", ACL_WRITE_ATTRIBUTES}};
 
 using Key = QPair<quint64, quint64>; // device and inode
 
@@ -90,12 +110,44 @@ static bool IsForbidden(const QString& strPath)
     return All().mapFile[KeyOf(strPath)].baList.contains("deny writeattr");
 }
 
+static acl_t ListOfText(const QByteArray& baList)
+{
+    const acl_t pList = new _acl;
+    for (const QByteArray& baEntry : baList.split(';')) {
+        const QList<QByteArray> listPart = baEntry.trimmed().split(' ');
+        const bool bDeny = listPart.value(1) == "deny";
+        _acl_entry stEntry{listPart.value(0), bDeny ? ACL_EXTENDED_DENY : ACL_EXTENDED_ALLOW, 0};
+        for (const STRight& stRight : RIGHTS) {
+            const bool bHas = listPart.value(2).split(',').contains(stRight.pszName);
+            stEntry.nRights |= bHas ? unsigned(stRight.enRight) : 0U;
+        }
+        pList->listEntry.append(stEntry);
+    }
+    return pList;
+}
+
+static QByteArray TextOf(const _acl& stList)
+{
+    QList<QByteArray> listText;
+    for (const _acl_entry& stEntry : stList.listEntry) {
+        QList<QByteArray> listRight;
+        for (const STRight& stRight : RIGHTS) {
+            if ((stEntry.nRights & stRight.enRight) != 0) {
+                listRight.append(stRight.pszName);
+            }
+        }
+        const char* const pszTag = stEntry.enTag == ACL_EXTENDED_DENY ? " deny " : " allow ";
+        listText.append(stEntry.baWho + pszTag + listRight.join(','));
+    }
+    return listText.join("; ");
+}
+
 static acl_t ListOf(const QString& strPath)
 {
     const QMutexLocker locker(&All().lock);
     const QByteArray baList = All().mapFile[KeyOf(strPath)].baList;
     errno = ENOENT;
-    return baList.isEmpty() ? nullptr : new _acl{baList};
+    return baList.isEmpty() ? nullptr : ListOfText(baList);
 }
 
 static int SetList(const QString& strPath, acl_t pList)
@@ -103,9 +155,57 @@ static int SetList(const QString& strPath, acl_t pList)
     const int nError = CFakeFiles::Called("acl_set", strPath);
     const QMutexLocker locker(&All().lock);
     if (nError == 0) {
-        All().mapFile[KeyOf(strPath)].baList = pList->baList;
+        All().mapFile[KeyOf(strPath)].baList = TextOf(*pList);
     }
     return End(nError);
+}
+
+/** What both calls of that answer. */
+static int CreationDate(const QString& strPath, void* pAnswer, size_t nSize)
+{
+    const QMutexLocker locker(&All().lock);
+    const struct timespec stDate = {time_t(All().mapFile[KeyOf(strPath)].nCreatedSec), 0};
+    const quint32 nBytes = sizeof(quint32) + sizeof(stDate);
+    const QByteArray baAnswer = QByteArray(reinterpret_cast<const char*>(&nBytes), sizeof(nBytes))
+        + QByteArray(reinterpret_cast<const char*>(&stDate), sizeof(stDate));
+    std::memcpy(pAnswer, baAnswer.constData(), qMin(nSize, size_t(baAnswer.size())));
+    return 0;
+}
+
+static int SetCreationDate(const QString& strCall, const QString& strPath, const void* pWanted,
+                           const void* pValues, size_t nSize)
+{
+    const int nError = CFakeFiles::Called(strCall, strPath);
+    struct timespec stDate = {};
+    if (nError != 0 || static_cast<const attrlist*>(pWanted)->commonattr != ATTR_CMN_CRTIME
+        || nSize != sizeof(stDate)) {
+        return End(nError != 0 ? nError : EINVAL);
+    }
+    std::memcpy(&stDate, pValues, sizeof(stDate));
+    const QMutexLocker locker(&All().lock);
+    // Some disks say that they have done it.
+    if (HeldAt(strPath).bDates) {
+        All().mapFile[KeyOf(strPath)].nCreatedSec = stDate.tv_sec;
+    }
+    return 0;
+}
+
+/** Nothing was created after its last change: an older one takes the date of creation along. */
+static int TimesSet(int nResult, const QString& strPath, const struct timespec* pTimes)
+{
+    const QMutexLocker locker(&All().lock);
+    if (nResult == 0 && HeldAt(strPath).bDates) {
+        qint64& nCreatedSec = All().mapFile[KeyOf(strPath)].nCreatedSec;
+        nCreatedSec = qMin(nCreatedSec, qint64(pTimes[1].tv_sec));
+    }
+    return nResult;
+}
+
+/** A call that gives permissions, which not every disk has. */
+template <typename Call> static int SetPermissions(const QString& strPath, Call fnCall)
+{
+    const QMutexLocker locker(&All().lock);
+    return HeldAt(strPath).bPermissions ? fnCall() : End(EPERM);
 }
 
 void CFakeMetadata::Reset()
@@ -115,10 +215,11 @@ void CFakeMetadata::Reset()
     All().listHeld.clear();
 }
 
-void CFakeMetadata::SetHolds(const QString& strPart, bool bAttributes, bool bAccessLists, bool bDates)
+void CFakeMetadata::SetHolds(const QString& strPart, bool bAttributes, bool bAccessLists, bool bDates,
+                             bool bPermissions)
 {
     const QMutexLocker locker(&All().lock);
-    All().listHeld.append({strPart, bAttributes, bAccessLists, bDates});
+    All().listHeld.append({strPart, bAttributes, bAccessLists, bDates, bPermissions});
 }
 
 void CFakeMetadata::SetAttribute(const QString& strPath, const QByteArray& baName, const QByteArray& baValue)
@@ -275,6 +376,9 @@ int getattrlist(const char* pszPath, void* pWanted, void* pAnswer, size_t nSize,
     const QString strPath = QFile::decodeName(pszPath);
     const int nError = CFakeFiles::Called("getattrlist", strPath);
     const auto* const pList = static_cast<const attrlist*>(pWanted);
+    if (nError == 0 && pList->commonattr == ATTR_CMN_CRTIME) {
+        return CreationDate(strPath, pAnswer, nSize);
+    }
     if (nError != 0 || pList->bitmapcount != ATTR_BIT_MAP_COUNT
         || pList->volattr != (ATTR_VOL_INFO | ATTR_VOL_CAPABILITIES)) {
         return End(nError != 0 ? nError : EINVAL);
@@ -288,6 +392,8 @@ int getattrlist(const char* pszPath, void* pWanted, void* pAnswer, size_t nSize,
     stCapabilities.valid[VOL_CAPABILITIES_INTERFACES] = (stHeld.bAttributes ? VOL_CAP_INT_EXTENDED_ATTR : 0)
         | (stHeld.bAccessLists ? VOL_CAP_INT_EXTENDED_SECURITY : 0);
     stCapabilities.capabilities[VOL_CAPABILITIES_INTERFACES] = nKnown;
+    stCapabilities.valid[VOL_CAPABILITIES_FORMAT] = stHeld.bPermissions ? 0 : VOL_CAP_FMT_NO_PERMISSIONS;
+    stCapabilities.capabilities[VOL_CAPABILITIES_FORMAT] = VOL_CAP_FMT_NO_PERMISSIONS;
     const QByteArray baAnswer = QByteArray(reinterpret_cast<const char*>(&nBytes), sizeof(nBytes))
         + QByteArray(reinterpret_cast<const char*>(&stCapabilities), sizeof(stCapabilities));
     std::memcpy(pAnswer, baAnswer.constData(), qMin(nSize, size_t(baAnswer.size())));
@@ -301,31 +407,17 @@ int fgetattrlist(int nDescriptor, void* pWanted, void* pAnswer, size_t nSize, un
     if (nError != 0 || static_cast<const attrlist*>(pWanted)->commonattr != ATTR_CMN_CRTIME) {
         return End(nError != 0 ? nError : EINVAL);
     }
-    const QMutexLocker locker(&All().lock);
-    const struct timespec stDate = {time_t(All().mapFile[KeyOf(strPath)].nCreatedSec), 0};
-    const quint32 nBytes = sizeof(quint32) + sizeof(stDate);
-    const QByteArray baAnswer = QByteArray(reinterpret_cast<const char*>(&nBytes), sizeof(nBytes))
-        + QByteArray(reinterpret_cast<const char*>(&stDate), sizeof(stDate));
-    std::memcpy(pAnswer, baAnswer.constData(), qMin(nSize, size_t(baAnswer.size())));
-    return 0;
+    return CreationDate(strPath, pAnswer, nSize);
 }
 
 int fsetattrlist(int nDescriptor, void* pWanted, void* pValues, size_t nSize, unsigned /*nOptions*/)
 {
-    const QString strPath = CFakeFiles::PathOf(nDescriptor);
-    const int nError = CFakeFiles::Called("fsetattrlist", strPath);
-    struct timespec stDate = {};
-    if (nError != 0 || static_cast<const attrlist*>(pWanted)->commonattr != ATTR_CMN_CRTIME
-        || nSize != sizeof(stDate)) {
-        return End(nError != 0 ? nError : EINVAL);
-    }
-    std::memcpy(&stDate, pValues, sizeof(stDate));
-    const QMutexLocker locker(&All().lock);
-    // Some disks say that they have done it.
-    if (HeldAt(strPath).bDates) {
-        All().mapFile[KeyOf(strPath)].nCreatedSec = stDate.tv_sec;
-    }
-    return 0;
+    return SetCreationDate("fsetattrlist", CFakeFiles::PathOf(nDescriptor), pWanted, pValues, nSize);
+}
+
+int setattrlist(const char* pszPath, void* pWanted, void* pValues, size_t nSize, unsigned /*nOptions*/)
+{
+    return SetCreationDate("setattrlist", QFile::decodeName(pszPath), pWanted, pValues, nSize);
 }
 
 acl_t acl_get_fd_np(int nDescriptor, acl_type_t /*enType*/)
@@ -345,6 +437,43 @@ int acl_set_file(const char* pszPath, acl_type_t /*enType*/, acl_t pList)
     return SetList(QFile::decodeName(pszPath), pList);
 }
 
+int acl_get_entry(acl_t pList, int nEntry, acl_entry_t* pEntry)
+{
+    const int nAt = nEntry == ACL_NEXT_ENTRY ? pList->nLast + 1 : nEntry;
+    if (nAt < 0 || nAt >= pList->listEntry.count()) {
+        return End(EINVAL);
+    }
+    pList->nLast = nAt;
+    *pEntry = &pList->listEntry[nAt];
+    return 0;
+}
+
+int acl_delete_entry(acl_t pList, acl_entry_t pEntry)
+{
+    const int nAt = int(pEntry - pList->listEntry.constData());
+    pList->listEntry.remove(nAt);
+    pList->nLast -= pList->nLast >= nAt ? 1 : 0;
+    return 0;
+}
+
+int acl_get_tag_type(acl_entry_t pEntry, acl_tag_t* pTag)
+{
+    *pTag = pEntry->enTag;
+    return 0;
+}
+
+int acl_get_permset_mask_np(acl_entry_t pEntry, acl_permset_mask_t* pMask)
+{
+    *pMask = pEntry->nRights;
+    return 0;
+}
+
+int acl_set_permset_mask_np(acl_entry_t pEntry, acl_permset_mask_t nMask)
+{
+    pEntry->nRights = nMask;
+    return 0;
+}
+
 int acl_free(void* pList)
 {
     delete static_cast<_acl*>(pList);
@@ -355,13 +484,30 @@ int futimens(int nDescriptor, const struct timespec* pTimes) noexcept
 {
     using PFN = int (*)(int, const struct timespec*);
     static const auto s_pfn = reinterpret_cast<PFN>(dlsym(RTLD_NEXT, "futimens"));
-    return IsForbidden(CFakeFiles::PathOf(nDescriptor)) ? End(EPERM) : s_pfn(nDescriptor, pTimes);
+    const QString strPath = CFakeFiles::PathOf(nDescriptor);
+    return IsForbidden(strPath) ? End(EPERM) : TimesSet(s_pfn(nDescriptor, pTimes), strPath, pTimes);
 }
 
 int utimensat(int nFolder, const char* pszPath, const struct timespec* pTimes, int nFlags) noexcept
 {
     using PFN = int (*)(int, const char*, const struct timespec*, int);
     static const auto s_pfn = reinterpret_cast<PFN>(dlsym(RTLD_NEXT, "utimensat"));
-    return IsForbidden(QFile::decodeName(pszPath)) ? End(EPERM) : s_pfn(nFolder, pszPath, pTimes, nFlags);
+    const QString strPath = QFile::decodeName(pszPath);
+    return IsForbidden(strPath) ? End(EPERM)
+                                : TimesSet(s_pfn(nFolder, pszPath, pTimes, nFlags), strPath, pTimes);
+}
+
+int fchmod(int nDescriptor, mode_t nMode) noexcept
+{
+    using PFN = int (*)(int, mode_t);
+    static const auto s_pfn = reinterpret_cast<PFN>(dlsym(RTLD_NEXT, "fchmod"));
+    return SetPermissions(CFakeFiles::PathOf(nDescriptor), [&] { return s_pfn(nDescriptor, nMode); });
+}
+
+int chmod(const char* pszPath, mode_t nMode) noexcept
+{
+    using PFN = int (*)(const char*, mode_t);
+    static const auto s_pfn = reinterpret_cast<PFN>(dlsym(RTLD_NEXT, "chmod"));
+    return SetPermissions(QFile::decodeName(pszPath), [&] { return s_pfn(pszPath, nMode); });
 }
 }

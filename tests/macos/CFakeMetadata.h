@@ -19,7 +19,8 @@ public:
     static void Reset();
 
     /** What the disk holds on which the paths lie that have this part. */
-    static void SetHolds(const QString& strPart, bool bAttributes, bool bAccessLists, bool bDates = true);
+    static void SetHolds(const QString& strPart, bool bAttributes, bool bAccessLists, bool bDates = true,
+                         bool bPermissions = true);
 
     /** What the file has that has the path now, as long as it exists. */
     static void SetAttribute(const QString& strPath, const QByteArray& baName, const QByteArray& baValue);
@@ -30,7 +31,10 @@ public:
     static void SetCreated(const QString& strPath, qint64 nSec);
     static qint64 Created(const QString& strPath);
 
-    /** An access list, as a text; empty when it has none. "deny writeattr" in it forbids what it says. */
+    /**
+     * An access list, as a text ("anna allow read; everyone deny delete,writeattr"); empty when it has
+     * none. "deny writeattr" in it forbids what it says.
+     */
     static void SetAccessList(const QString& strPath, const QByteArray& baList);
     static QByteArray AccessList(const QString& strPath);
 

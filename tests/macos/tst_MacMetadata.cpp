@@ -65,6 +65,15 @@ private slots:
     void cleanup();
     void everythingArrives_data() { Modes(); }
     void everythingArrives();
+    void dateOfCreationAfterTheChangeArrives_data() { Modes(); }
+    void dateOfCreationAfterTheChangeArrives();
+    void onlyProgramsCanBeExecuted_data();
+    void onlyProgramsCanBeExecuted();
+    void copyCanBeThrownAway_data() { Modes(); }
+    void copyCanBeThrownAway();
+    void itemIsCountedOnceForAKind_data() { Modes(); }
+    void itemIsCountedOnceForAKind();
+    void copyMadeAnewIsCountedOnce();
     void hiddenFolderIsSeenOnTheDisk_data() { Modes(); }
     void hiddenFolderIsSeenOnTheDisk();
     void whatADiskCannotHoldIsCounted_data() { Modes(); }
@@ -213,6 +222,93 @@ void tst_MacMetadata::everythingArrives()
     QCOMPARE(CFakeFiles::TakeCalls().filter("fsetxattr " + QString(FORK) + ' ' + strCopy).count(), 1);
 }
 
+// As everything has it that was copied to its disk with its date of change.
+void tst_MacMetadata::dateOfCreationAfterTheChangeArrives()
+{
+    QFETCH(bool, bComplete);
+    const QString strFile = AddFile("photo", "text", QByteArray());
+    for (const QString& strPath : {strFile, Source("folder")}) {
+        SetOld(strPath);
+        CFakeMetadata::SetCreated(strPath, FOLDER_TIME + 1000);
+    }
+    CopyAll(bComplete);
+    for (const char* pszCopy : {"folder/photo", "folder"}) {
+        QCOMPARE(CFakeMetadata::Created(Copy(pszCopy)), FOLDER_TIME + 1000);
+        QCOMPARE(QFileInfo(Copy(pszCopy)).lastModified().toSecsSinceEpoch(), FOLDER_TIME);
+    }
+    QCOMPARE(Items(true), QStringList());
+}
+
+void tst_MacMetadata::onlyProgramsCanBeExecuted_data()
+{
+    QTest::addColumn<QString>("strKind");
+    QTest::addColumn<bool>("bSaysThatItHasNone");
+    QTest::addColumn<bool>("bExecutable");
+    QTest::newRow("a Mac's disk") << "apfs" << false << true;
+    QTest::newRow("a disk without permissions") << "smbfs" << true << false;
+    QTest::newRow("exFAT, whatever it says") << "exfat" << false << false;
+}
+
+void tst_MacMetadata::onlyProgramsCanBeExecuted()
+{
+    QFETCH(QString, strKind);
+    QFETCH(bool, bSaysThatItHasNone);
+    QFETCH(bool, bExecutable);
+    CFakeFiles::SetVolume(strKind.toLatin1().constData());
+    // Where there are no permissions all of them are shown.
+    QCOMPARE(chmod(QFile::encodeName(AddFile("photo", "text", QByteArray())).constData(), 0777), 0);
+    CFakeMetadata::SetHolds("/src/", true, true, true, !bSaysThatItHasNone);
+    CopyAll(false);
+    QCOMPARE(QFileInfo(Copy("folder/photo")).permission(QFile::ExeOwner), bExecutable);
+    QCOMPARE(Items(true), QStringList());
+}
+
+void tst_MacMetadata::copyCanBeThrownAway()
+{
+    QFETCH(bool, bComplete);
+    const QString strFile = AddFile("file", "text", QByteArray());
+    CFakeMetadata::SetAccessList(
+        strFile, "all deny delete; bert deny delete_child; all deny delete,writeattr; anna allow delete");
+    CFakeMetadata::SetAccessList(Source("folder"), "everyone deny delete");
+    CopyAll(bComplete);
+    QCOMPARE(CFakeMetadata::AccessList(Copy("folder/file")),
+             QByteArray("all deny writeattr; anna allow delete"));
+    QCOMPARE(CFakeMetadata::AccessList(Copy("folder")), QByteArray());
+    QCOMPARE(Items(true), QStringList());
+    QCOMPARE(CFakeFiles::TakeCalls().filter("acl_set"), QStringList{"acl_set " + Copy("folder/file")});
+}
+
+void tst_MacMetadata::itemIsCountedOnceForAKind()
+{
+    QFETCH(bool, bComplete);
+    const QString strFile = AddFile("tool", "text", QByteArray());
+    CFakeMetadata::SetAttribute(strFile, ORIGIN, "here");
+    CFakeFiles::SetFlags(strFile, 1);
+    QCOMPARE(chmod(QFile::encodeName(strFile).constData(), 0755), 0);
+    CFakeFiles::Fail(QString("fsetxattr ") + ORIGIN, "/tool", EPERM);
+    CFakeFiles::Fail("fchflags", "/tool", EINVAL);
+    CFakeMetadata::SetHolds("/dst/", true, true, true, false);
+    CopyAll(bComplete);
+    QStringList listExpected{Kind(ENCopyProblem::ATTRIBUTES_LOST, "1"),
+                             Kind(ENCopyProblem::PERMISSIONS_LOST, "1")};
+    listExpected.sort();
+    QCOMPARE(Items(true), listExpected);
+}
+
+// A disk may say only at the end of a file that it had no room for all of it.
+void tst_MacMetadata::copyMadeAnewIsCountedOnce()
+{
+    const QString strSource = AddFile("file", "text", QByteArray());
+    const QString strTarget = m_pTree->Write("dst/file", "text");
+    CFakeFiles::SetFlags(strSource, IMMUTABLE);
+    CControl control;
+    QVERIFY(!Give(control, strSource, strTarget));
+    QVERIFY(!Give(control, strSource, strTarget));
+    control.m_metadata.FileEnds();
+    QCOMPARE(control.m_metadata.Lost().count(), 1);
+    QCOMPARE(control.m_metadata.Lost().constFirst().strDetail, QString("1"));
+}
+
 void tst_MacMetadata::hiddenFolderIsSeenOnTheDisk()
 {
     QFETCH(bool, bComplete);
@@ -350,6 +446,7 @@ void tst_MacMetadata::forkThatCannotBeReadIsNamed()
     CFakeMetadata::SetAttribute(Source("folder/file"), TAGS, "red");
     CFakeFiles::Fail(QString("fgetxattr ") + FORK, "/file", EIO);
     SetOld(Source("folder/file"));
+    QCOMPARE(chmod(QFile::encodeName(Source("folder/file")).constData(), 0755), 0);
     CopyAll(bComplete);
     QCOMPARE(Items(false), QStringList{Kind(ENCopyProblem::FORK_READ)});
     QCOMPARE(Account().listItem.first().nError, EIO);
@@ -357,6 +454,7 @@ void tst_MacMetadata::forkThatCannotBeReadIsNamed()
     // All else is there.
     QCOMPARE(Copied("folder/file"), QByteArray("text"));
     QCOMPARE(CFakeMetadata::Attributes(Copy("folder/file")), QStringList{TAGS});
+    QVERIFY(QFileInfo(Copy("folder/file")).permission(QFile::ExeOwner));
     QCOMPARE(QFileInfo(Copy("folder/file")).lastModified().toSecsSinceEpoch(), FOLDER_TIME);
 }
 
@@ -420,6 +518,7 @@ void tst_MacMetadata::roomIsMadeForAttributes()
     QVERIFY(!Give(control, strSource, strTarget));
     QCOMPARE(control.m_listRoom, QVector<qint64>{10});
     QCOMPARE(CFakeMetadata::Attributes(strTarget), QStringList({FORK, TAGS}));
+    control.m_metadata.FileEnds();
     QVERIFY(control.m_metadata.Lost().isEmpty());
 }
 

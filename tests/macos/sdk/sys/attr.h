@@ -27,12 +27,15 @@ typedef struct vol_capabilities_attr
 #define ATTR_CMN_CRTIME 0x00000200
 #define ATTR_VOL_INFO 0x80000000
 #define ATTR_VOL_CAPABILITIES 0x00020000
+#define VOL_CAPABILITIES_FORMAT 0
 #define VOL_CAPABILITIES_INTERFACES 1
+#define VOL_CAP_FMT_NO_PERMISSIONS 0x00400000
 #define VOL_CAP_INT_EXTENDED_SECURITY 0x00000400
 #define VOL_CAP_INT_EXTENDED_ATTR 0x00004000
 
 extern "C" {
 int getattrlist(const char* pszPath, void* pWanted, void* pAnswer, size_t nSize, unsigned nOptions);
 int fgetattrlist(int nDescriptor, void* pWanted, void* pAnswer, size_t nSize, unsigned nOptions);
+int setattrlist(const char* pszPath, void* pWanted, void* pValues, size_t nSize, unsigned nOptions);
 int fsetattrlist(int nDescriptor, void* pWanted, void* pValues, size_t nSize, unsigned nOptions);
 }
