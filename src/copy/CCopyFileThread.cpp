@@ -102,9 +102,9 @@ void CCopyFileThread::run()
     m_report.Reset();
     m_destination = CCopyDestination(m_strDestPath);
     m_times.Begin();
-    m_metadata.Begin(!IsStopped() && m_pRootNode->m_bComplete);
 
     const std::unique_ptr<CCopyWalk> pWalk = CWalkChoice::Of(*m_pRootNode, *this, m_strDestPath);
+    m_metadata.Begin(pWalk->GivesPermissions());
     const QStringList listSource = pWalk->Sources();
     Begin(listSource);
     m_pAhead = std::make_unique<CReadAhead>();

@@ -17,6 +17,9 @@ public:
     /** Paths of the volumes from which something is copied. */
     virtual QStringList Sources() = 0;
 
+    /** Whether it gives the permissions of their sources to what it copies. */
+    virtual bool GivesPermissions() const { return false; }
+
     /** Copies all of it; returns soon after a stop. */
     virtual void Walk() = 0;
 

@@ -25,6 +25,7 @@ public:
     CDiskCopy(const CDirNode& root, CCopyWork& work, QString strDest);
 
     QStringList Sources() override;
+    bool GivesPermissions() const override { return true; }
     void Walk() override;
 
 private:

@@ -78,6 +78,7 @@ void CDirModel::SetComplete(bool bComplete)
 }
 
 bool CDirModel::IsComplete() const { return m_pRoot->m_bComplete; }
+
 bool CDirModel::HasCheckedEntry() const { return nodeFromIndex(QModelIndex())->m_chkState != Qt::Unchecked; }
 
 bool CDirModel::HasUnlistedFolder() const
