@@ -1,11 +1,10 @@
 #include "app/CCommandPath.h"
 
 #include <QCoreApplication>
-#include <QDir>
+#include <QFile>
 
 void CCommandPath::Append()
 {
-    const QString strFolder = QDir::cleanPath(QCoreApplication::applicationDirPath()
-                                              + QStringLiteral("/../" TARNWICK_COMMAND_DIR));
-    qputenv("PATH", qgetenv("PATH") + ':' + QFile::encodeName(strFolder));
+    // The folder of the executable itself, also when a link elsewhere has started it.
+    qputenv("PATH", qgetenv("PATH") + ':' + QFile::encodeName(QCoreApplication::applicationDirPath()));
 }
