@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>Tarnwick 意外退出</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>之前拷贝的文件仍在磁盘上。如果当时正在拷贝，请重新启动 并再次拷贝全部内容。</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>重新启动电脑</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>重新开始</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>现在可以拔下您的磁盘</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>Tarnwick 已结束，不会再向任何磁盘写入数据。</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>在屏幕变黑之前，请不要拔下启动电脑所用的 U 盘。</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>关机</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>重新启动</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>电脑将自动重新启动。剩余秒数：%1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>已由 Windows 锁定（BitLocker）</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>已由 macOS 锁定（FileVault）</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>已由 Linux 锁定（LUKS）</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>请输入其密码或 48 位恢复密钥。磁盘上的内容不会被更改。</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>请输入您登录此 Mac 时使用的密码。磁盘上的内容不会被更改。</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>请输入这台电脑启动时要求的密码。磁盘上的内容不会被更改。</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>此磁盘需要密码</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>该密码无法打开磁盘。第 %1 次尝试，共 %2 次。</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>显示输入的内容</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>大写锁定已打开。</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>键盘：</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>跳过此磁盘</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>解锁</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>这个 USB 磁盘作何用途？</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>包含 %1</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>从中抢救文件</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>其中的文件会列出以供拷贝。磁盘上的内容不会被更改。</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>将文件拷贝到此磁盘</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>可将其他磁盘的文件拷贝到其中，原有内容保留。</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>正在查找您的磁盘…</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>这可能需要一分钟。</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Connect one, and it appears here.</source>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>“%1”的用户文件可能已锁定：请在“磁盘工具”中解锁，然后点按圆形箭头。</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>%1 的用户文件可能已锁定：请用密码解锁，然后重新启动 Tarnwick。</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_TW" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>Tarnwick 意外結束</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>之前拷貝的檔案仍在磁碟上。如果當時正在拷貝，請重新開始並再次拷貝全部內容。</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>重新啟動電腦</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>重新開始</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>現在可以拔除您的磁碟</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>Tarnwick 已結束，不會再寫入任何磁碟。</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>在螢幕變暗之前，請勿拔除啟動電腦所用的隨身碟。</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>關機</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>重新啟動</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>電腦將自動重新啟動。剩餘秒數：%1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>已由 Windows 鎖定（BitLocker）</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>已由 macOS 鎖定（FileVault）</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>已由 Linux 鎖定（LUKS）</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>請輸入其密碼或 48 位數的修復金鑰。磁碟上的內容不會變更。</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>請輸入您登入此 Mac 時使用的密碼。磁碟上的內容不會變更。</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>請輸入這台電腦啟動時要求的密碼。磁碟上的內容不會變更。</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>此磁碟需要密碼</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>該密碼無法打開磁碟。第 %1 次嘗試，共 %2 次。</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密碼</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>顯示輸入的內容</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>大寫鎖定已開啟。</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>鍵盤：</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>略過此磁碟</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>解鎖</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>這個 USB 磁碟的用途是？</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>包含 %1</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>從中救援檔案</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>其中的檔案會列出以供拷貝。磁碟上的內容不會變更。</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>將檔案拷貝到此磁碟</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>可將其他磁碟的檔案拷貝到其中，原有內容會保留。</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>正在尋找您的磁碟⋯</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>這可能需要一分鐘。</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Connect one, and it appears here.</source>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>「%1」的使用者檔案可能已鎖定：請在「磁碟工具程式」中解鎖，然後按一下圓形箭頭。</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>%1 的使用者檔案可能已鎖定：請用密碼解鎖，然後重新啟動 Tarnwick。</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="nl_NL" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>Tarnwick is onverwacht gestopt</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>Eerder gekopieerde bestanden staan nog op de schijf. Werd er net gekopieerd, begin dan opnieuw en kopieer alles nog een keer.</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>Herstart de computer</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>Opnieuw beginnen</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>U kunt uw schijven nu loskoppelen</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>Tarnwick is afgesloten en er wordt niets meer naar een schijf geschreven.</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>Laat de USB-stick waarmee u bent opgestart zitten tot het scherm zwart wordt.</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>Zet uit</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Herstart</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>De computer herstart vanzelf. Resterende seconden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>Vergrendeld door Windows (BitLocker)</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>Vergrendeld door macOS (FileVault)</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>Vergrendeld door Linux (LUKS)</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>Typ het wachtwoord of de herstelsleutel van 48 cijfers. Op de schijf wordt niets gewijzigd.</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>Typ het wachtwoord waarmee u op deze Mac inlogt. Op de schijf wordt niets gewijzigd.</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>Typ het wachtwoord waar deze computer bij het opstarten om vraagt. Op de schijf wordt niets gewijzigd.</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>Deze schijf heeft het wachtwoord nodig</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>Met dat wachtwoord ging de schijf niet open. Poging %1 van %2.</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Wachtwoord</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>Toon wat ik typ</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Caps Lock is ingeschakeld.</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>Toetsenbord:</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>Sla schijf over</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Ontgrendel</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>Waar is deze USB-schijf voor?</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>Bevat %1</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>Er bestanden van redden</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>De bestanden erop komen in de lijst om te kopiëren. Er wordt niets op gewijzigd.</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>Er bestanden naartoe kopiëren</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>Bestanden van andere schijven kunnen ernaartoe worden gekopieerd, naast wat er al op staat.</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>Zoeken naar uw schijven…</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>Dit kan een minuut duren.</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Sluit er een aan, dan verschijnt die hier.</translation>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>Gebruikersbestanden van ‘%1’ vergrendeld? Ontgrendel ze in Schijfhulpprogramma en klik op de ronde pijl.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>De bestanden van %1 zijn misschien vergrendeld: ontgrendel ze met het wachtwoord en start Tarnwick opnieuw.</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>Tarnwick stopped unexpectedly</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>Restart the computer</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>Start again</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>You can unplug your disks now</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>Tarnwick has ended, and nothing is written to a disk any more.</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>Leave the stick that you started from in its place until the screen goes dark.</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>Power off</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Restart</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>The computer restarts by itself. Seconds left: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>Locked by Windows (BitLocker)</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>Locked by macOS (FileVault)</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>Locked by Linux (LUKS)</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>Type the password with which you log in to this Mac. Nothing on the disk is changed.</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>This disk needs its password</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>That password did not open the disk. Try %1 of %2.</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>Show what I type</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Caps Lock is on.</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>Keyboard:</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>Skip this disk</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Unlock</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>What is this USB disk for?</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>Holds %1</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>Rescue files from it</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>Its files are listed to be copied. Nothing on it is changed.</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>Copy files to it</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>Files of other disks can be copied to it, beside what it holds.</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>Looking for your disks…</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>This can take a minute.</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Connect one, and it appears here.</translation>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</translation>
     </message>
 </context>
 <context>

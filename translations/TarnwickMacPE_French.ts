@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr_FR" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>Tarnwick s’est arrêté de façon inattendue</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>Les fichiers déjà copiés sont toujours sur le disque. Si une copie était en cours, recommencez et copiez tout encore une fois.</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>Redémarrer l’ordinateur</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>Recommencer</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>Vous pouvez maintenant débrancher vos disques</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>Tarnwick est terminé et plus rien n’est écrit sur les disques.</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>Laissez en place la clé avec laquelle vous avez démarré jusqu’à ce que l’écran s’éteigne.</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>Éteindre</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Redémarrer</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>L’ordinateur redémarrera tout seul. Secondes restantes&#xa0;: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>Verrouillé par Windows (BitLocker)</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>Verrouillé par macOS (FileVault)</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>Verrouillé par Linux (LUKS)</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>Saisissez son mot de passe ou sa clé de récupération de 48 chiffres. Rien n’est modifié sur le disque.</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>Saisissez le mot de passe avec lequel vous ouvrez une session sur ce Mac. Rien n’est modifié sur le disque.</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>Saisissez le mot de passe que cet ordinateur demande au démarrage. Rien n’est modifié sur le disque.</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>Ce disque a besoin de son mot de passe</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>Ce mot de passe n’a pas ouvert le disque. Essai %1 sur %2.</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Mot de passe</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>Afficher ce que je saisis</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Verr. Maj est activé.</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>Clavier&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>Ignorer ce disque</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Déverrouiller</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>À quoi sert ce disque USB&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>Contient %1</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>En récupérer des fichiers</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>Ses fichiers sont affichés pour être copiés. Rien n’y est modifié.</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>Y copier des fichiers</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>Les fichiers d’autres disques peuvent y être copiés, à côté de ce qu’il contient.</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>Recherche de vos disques…</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>Cela peut prendre une minute.</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Connectez-en un et il apparaîtra ici.</translation>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>Fichiers d’utilisateurs de «&#xa0;%1&#xa0;» verrouillés&#xa0;? Déverrouillez-les (Utilitaire de disque), puis flèche ronde.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>Les fichiers de %1 sont peut-être verrouillés&#xa0;: déverrouillez-les avec leur mot de passe, puis relancez Tarnwick.</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>Tarnwick wurde unerwartet beendet</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>Was vorher kopiert wurde, ist noch auf dem Laufwerk. Falls gerade kopiert wurde, beginnen Sie erneut und kopieren Sie alles noch einmal.</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>Computer neu starten</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>Erneut beginnen</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>Sie können Ihre Laufwerke jetzt abziehen</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>Tarnwick ist beendet, und auf kein Laufwerk wird mehr geschrieben.</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>Lassen Sie den Stick, von dem Sie gestartet haben, stecken, bis der Bildschirm dunkel wird.</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>Ausschalten</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Neustart</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>Der Computer startet von selbst neu. Verbleibende Sekunden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>Von Windows gesperrt (BitLocker)</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>Von macOS gesperrt (FileVault)</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>Von Linux gesperrt (LUKS)</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>Geben Sie sein Passwort oder den 48-stelligen Wiederherstellungsschlüssel ein. Auf dem Laufwerk wird nichts geändert.</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>Geben Sie das Passwort ein, mit dem Sie sich an diesem Mac anmelden. Auf dem Laufwerk wird nichts geändert.</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>Geben Sie das Passwort ein, nach dem dieser Computer beim Starten fragt. Auf dem Laufwerk wird nichts geändert.</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>Dieses Laufwerk braucht sein Passwort</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>Dieses Passwort hat das Laufwerk nicht geöffnet. Versuch %1 von %2.</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>Zeigen, was ich tippe</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Die Feststelltaste ist aktiv.</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>Tastatur:</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>Laufwerk überspringen</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Entsperren</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>Wozu dient dieses USB-Laufwerk?</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>Enthält %1</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>Dateien davon retten</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>Seine Dateien werden zum Kopieren aufgelistet. Auf ihm wird nichts geändert.</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>Dateien darauf kopieren</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>Dateien anderer Laufwerke können darauf kopiert werden, neben das, was es enthält.</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>Ihre Laufwerke werden gesucht&#xa0;…</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>Das kann eine Minute dauern.</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Schließen Sie eines an, dann erscheint es hier.</translation>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>Benutzerdateien von „%1“ gesperrt? Im Festplattendienstprogramm entsperren, dann runden Pfeil klicken.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>Die Dateien der Benutzer von %1 sind vielleicht gesperrt: mit ihrem Passwort entsperren, dann Tarnwick neu starten.</translation>
     </message>
 </context>
 <context>

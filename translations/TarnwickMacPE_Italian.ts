@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="it_IT" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>Tarnwick si è interrotto in modo imprevisto</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>I file copiati prima sono ancora sul disco. Se era in corso una copia, ricomincia e copia di nuovo tutto.</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>Riavvia il computer</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>Ricomincia</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>Ora puoi scollegare i tuoi dischi</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>Tarnwick è terminato e non viene più scritto nulla sui dischi.</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>Lascia inserita la chiavetta da cui hai avviato finché lo schermo non si spegne.</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>Spegni</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Riavvia</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>Il computer si riavvia da solo. Secondi rimanenti: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>Bloccato da Windows (BitLocker)</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>Bloccato da macOS (FileVault)</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>Bloccato da Linux (LUKS)</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>Digita la password o la chiave di ripristino di 48 cifre. Sul disco non viene modificato nulla.</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>Digita la password con cui accedi a questo Mac. Sul disco non viene modificato nulla.</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>Digita la password che questo computer chiede all’avvio. Sul disco non viene modificato nulla.</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>Questo disco richiede la password</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>Con quella password il disco non si è aperto. Tentativo %1 di %2.</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>Mostra ciò che digito</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Il blocco maiuscole è attivo.</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>Tastiera:</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>Salta questo disco</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Sblocca</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>A cosa serve questo disco USB?</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>Contiene %1</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>Recupera file dal disco</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>I suoi file vengono elencati per essere copiati. Sul disco non viene modificato nulla.</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>Copia file sul disco</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>I file di altri dischi possono esservi copiati, accanto a ciò che contiene.</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>Ricerca dei tuoi dischi…</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>Può richiedere un minuto.</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Collegane uno e apparirà qui.</translation>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>I file utente di “%1” sono bloccati? Sbloccali in Utility Disco, poi fai clic sulla freccia rotonda.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>I file degli utenti di %1 potrebbero essere bloccati: sbloccali con la loro password, poi riavvia Tarnwick.</translation>
     </message>
 </context>
 <context>

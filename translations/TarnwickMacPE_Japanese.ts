@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>Tarnwickが予期せず終了しました</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>それまでにコピーしたファイルはディスクに残っています。コピーの途中だった場合は、もう一度開始して、すべてをコピーし直してください。</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>コンピュータを再起動</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>もう一度開始</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>ディスクを取り外しても安全です</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>Tarnwickは終了しました。ディスクへの書き込みはもうありません。</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>起動に使ったUSBメモリは、画面が暗くなるまで取り外さないでください。</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>システム終了</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>再起動</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>コンピュータは自動的に再起動します。残り秒数: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>Windowsでロック（BitLocker）</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>macOSでロック（FileVault）</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>Linuxでロック（LUKS）</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>パスワードまたは48桁の回復キーを入力してください。ディスクの内容は変更されません。</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>このMacにログインするときのパスワードを入力してください。ディスクの内容は変更されません。</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>このコンピュータの起動時に入力するパスワードを入力してください。ディスクの内容は変更されません。</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>このディスクにはパスワードが必要です</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>そのパスワードではディスクを開けませんでした。%2回のうち%1回目です。</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>パスワード</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>入力した文字を表示</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Caps Lockがオンです。</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>キーボード:</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>このディスクをスキップ</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>ロックを解除</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>このUSBディスクを何に使いますか?</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>%1が入っています</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>ここからファイルを救出する</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>ファイルがコピー元の一覧に表示されます。ディスクの内容は変更されません。</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>ここにファイルをコピーする</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>ほかのディスクのファイルを、今ある内容に加えてコピーできます。</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>ディスクを探しています…</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>1分ほどかかることがあります。</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Connect one, and it appears here.</source>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>“%1”のユーザのファイルがロック中なら、ディスクユーティリティで解除し、丸い矢印をクリックしてください。</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>%1のファイルはロック中の可能性があります。パスワードで解除し、Tarnwickをもう一度起動してください。</translation>
     </message>
 </context>
 <context>

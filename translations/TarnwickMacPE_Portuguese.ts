@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="pt_BR" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>O Tarnwick foi encerrado inesperadamente</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>Os arquivos copiados antes continuam no disco. Se havia uma cópia em andamento, inicie novamente e copie tudo mais uma vez.</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>Reiniciar o computador</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>Iniciar novamente</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>Você já pode desconectar seus discos</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>O Tarnwick foi encerrado e nada mais é gravado nos discos.</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>Deixe o pendrive usado para iniciar no lugar até a tela apagar.</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>Desligar</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Reiniciar</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>O computador será reiniciado sozinho. Segundos restantes: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>Bloqueado pelo Windows (BitLocker)</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>Bloqueado pelo macOS (FileVault)</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>Bloqueado pelo Linux (LUKS)</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>Digite a senha ou a chave de recuperação de 48 dígitos. Nada é alterado no disco.</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>Digite a senha com a qual você inicia a sessão neste Mac. Nada é alterado no disco.</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>Digite a senha que este computador pede ao ser iniciado. Nada é alterado no disco.</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>Este disco precisa da senha</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>Essa senha não abriu o disco. Tentativa %1 de %2.</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Senha</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>Mostrar o que digito</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>O Caps Lock está ativado.</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>Teclado:</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>Pular este disco</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Desbloquear</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>Para que serve este disco USB?</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>Contém %1</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>Resgatar arquivos dele</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>Seus arquivos são listados para serem copiados. Nada é alterado nele.</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>Copiar arquivos para ele</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>Arquivos de outros discos podem ser copiados para ele, junto ao que já contém.</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>Procurando seus discos…</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>Isso pode levar um minuto.</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Conecte um e ele aparecerá aqui.</translation>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>Arquivos de usuários de “%1” bloqueados? Desbloqueie-os no Utilitário de Disco e clique na seta redonda.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>Os arquivos dos usuários de %1 podem estar bloqueados: desbloqueie-os com a senha e inicie o Tarnwick novamente.</translation>
     </message>
 </context>
 <context>

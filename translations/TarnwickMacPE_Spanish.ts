@@ -2,6 +2,149 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es_ES" sourcelanguage="en">
 <context>
+    <name>CAskAgainPanel</name>
+    <message>
+        <source>Tarnwick stopped unexpectedly</source>
+        <translation>Tarnwick se ha cerrado de forma inesperada</translation>
+    </message>
+    <message>
+        <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
+        <translation>Los archivos copiados antes siguen en el disco. Si había una copia en curso, empieza de nuevo y vuelve a copiarlo todo.</translation>
+    </message>
+    <message>
+        <source>Restart the computer</source>
+        <translation>Reiniciar el ordenador</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>Empezar de nuevo</translation>
+    </message>
+</context>
+<context>
+    <name>CAskEndPanel</name>
+    <message>
+        <source>You can unplug your disks now</source>
+        <translation>Ya puedes desconectar tus discos</translation>
+    </message>
+    <message>
+        <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
+        <translation>Tarnwick ha terminado y ya no se escribe nada en ningún disco.</translation>
+    </message>
+    <message>
+        <source>Leave the stick that you started from in its place until the screen goes dark.</source>
+        <translation>Deja en su sitio la memoria USB con la que has arrancado hasta que se apague la pantalla.</translation>
+    </message>
+    <message>
+        <source>Power off</source>
+        <translation>Apagar</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Reiniciar</translation>
+    </message>
+    <message>
+        <source>The computer restarts by itself. Seconds left: %1</source>
+        <translation>El ordenador se reiniciará solo. Segundos restantes: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CAskPasswordPanel</name>
+    <message>
+        <source>Locked by Windows (BitLocker)</source>
+        <translation>Bloqueado por Windows (BitLocker)</translation>
+    </message>
+    <message>
+        <source>Locked by macOS (FileVault)</source>
+        <translation>Bloqueado por macOS (FileVault)</translation>
+    </message>
+    <message>
+        <source>Locked by Linux (LUKS)</source>
+        <translation>Bloqueado por Linux (LUKS)</translation>
+    </message>
+    <message>
+        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
+        <translation>Escribe su contraseña o su clave de recuperación de 48 dígitos. No se cambia nada en el disco.</translation>
+    </message>
+    <message>
+        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
+        <translation>Escribe la contraseña con la que inicias sesión en este Mac. No se cambia nada en el disco.</translation>
+    </message>
+    <message>
+        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
+        <translation>Escribe la contraseña que este ordenador pide al arrancar. No se cambia nada en el disco.</translation>
+    </message>
+    <message>
+        <source>This disk needs its password</source>
+        <translation>Este disco necesita su contraseña</translation>
+    </message>
+    <message>
+        <source>That password did not open the disk. Try %1 of %2.</source>
+        <translation>Esa contraseña no ha abierto el disco. Intento %1 de %2.</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Contraseña</translation>
+    </message>
+    <message>
+        <source>Show what I type</source>
+        <translation>Mostrar lo que escribo</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>El bloqueo de mayúsculas está activado.</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <translation>Teclado:</translation>
+    </message>
+    <message>
+        <source>Skip this disk</source>
+        <translation>Omitir este disco</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Desbloquear</translation>
+    </message>
+</context>
+<context>
+    <name>CAskSourcePanel</name>
+    <message>
+        <source>What is this USB disk for?</source>
+        <translation>¿Para qué es este disco USB?</translation>
+    </message>
+    <message>
+        <source>Holds %1</source>
+        <translation>Contiene %1</translation>
+    </message>
+    <message>
+        <source>Rescue files from it</source>
+        <translation>Rescatar archivos de él</translation>
+    </message>
+    <message>
+        <source>Its files are listed to be copied. Nothing on it is changed.</source>
+        <translation>Sus archivos aparecen en la lista para copiarlos. No se cambia nada en él.</translation>
+    </message>
+    <message>
+        <source>Copy files to it</source>
+        <translation>Copiar archivos en él</translation>
+    </message>
+    <message>
+        <source>Files of other disks can be copied to it, beside what it holds.</source>
+        <translation>Se pueden copiar en él archivos de otros discos, junto a lo que ya contiene.</translation>
+    </message>
+</context>
+<context>
+    <name>CAskWaitPanel</name>
+    <message>
+        <source>Looking for your disks…</source>
+        <translation>Buscando tus discos…</translation>
+    </message>
+    <message>
+        <source>This can take a minute.</source>
+        <translation>Esto puede tardar un minuto.</translation>
+    </message>
+</context>
+<context>
     <name>CCopyEndBox</name>
     <message>
         <source>Show the list</source>
@@ -645,6 +788,11 @@ Conecta uno y aparecerá aquí.</translation>
         <source>The users&apos; files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.</source>
         <extracomment>The name of a volume. The round arrow is the button that looks for disks.</extracomment>
         <translation>¿Archivos de usuarios de “%1” bloqueados? Desbloquéalos en Utilidad de Discos y haz clic en la flecha redonda.</translation>
+    </message>
+    <message>
+        <source>The users&apos; files of %1 may be locked: unlock them with their password, then start Tarnwick again.</source>
+        <extracomment>The name of a volume.</extracomment>
+        <translation>Los archivos de los usuarios de %1 pueden estar bloqueados: desbloquéalos con su contraseña y vuelve a abrir Tarnwick.</translation>
     </message>
 </context>
 <context>

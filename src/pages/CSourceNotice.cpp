@@ -128,10 +128,7 @@ QString CSourceNotice::NeededText(const std::optional<STMissingHomes>& stMissing
     if (!stMissing) {
         return QString();
     }
-    //: The name of a volume. The round arrow is the button that looks for disks.
-    return tr("The users' files of %1 may be locked: unlock them in Disk Utility, then press the "
-              "round arrow.")
-        .arg(m_pNotice->Shortened(stMissing->strSystem));
+    return LockedText().arg(m_pNotice->Shortened(stMissing->strSystem));
 }
 
 // Every newer Mac shows it for as long as it is there: what has just happened goes first.

@@ -60,6 +60,7 @@ private:
     void OnAnswer(const QString& strPath);
     void Tell();
     bool IsKnown(const QString& strPath) const;
+    static QString LockedText(); // in a source of each platform's own
     QString NeededText(const std::optional<STMissingHomes>& stMissing) const;
     QString ElsewhereText(const STMissingHomes& stMissing) const;
 

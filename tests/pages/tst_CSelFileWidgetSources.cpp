@@ -8,8 +8,8 @@
 #include <QElapsedTimer>
 
 static const char VERSION[] = "System/Library/CoreServices/SystemVersion.plist";
-static const char LOCKED[] = "The users' files of Macintosh HD may be locked: unlock them in Disk Utility, "
-                             "then press the round arrow.";
+static const char LOCKED[] = "The users' files of Macintosh HD may be locked: unlock them with their "
+                             "password, then start Tarnwick again.";
 static const char ON_DATA[] = "The users' files are on Data, not on Macintosh HD.";
 static const char COME[] = "Data is there now: press the round arrow to list it.";
 

@@ -1,5 +1,9 @@
 #include "app/CFontFallback.h"
 #include "app/CStartSplash.h"
+#include "ask/CAskGround.h"
+#include "ask/CAskPanel.h"
+#include "ask/CAskProgram.h"
+#include "ask/CAskRequest.h"
 #include "copy/CCopyReportText.h"
 #include "copy/CCopyText.h"
 #include "disk/CDestinationDiscovery.h"
@@ -22,6 +26,7 @@
 #include <QDir>
 #include <QGlyphRun>
 #include <QLabel>
+#include <QLayout>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRawFont>
@@ -58,6 +63,7 @@ static const char REPORT[] = "report"; ///< in the report beside the copy
 static const char REMOVED[] = "removed"; ///< below the message of a removal
 static const char STATE[] = "state"; ///< in the line of the copy page that says how the copy goes
 static const char ITEMS[] = "items"; ///< above or below the list of items
+static const char ASK[] = "ask"; ///< on a panel that asks before or after the window
 static const char TIP[] = "tip"; ///< in a tool tip
 static const char SPOKEN[] = "spoken"; ///< what a screen reader says of a part without a text
 static const char UNSEEN[] = "unseen"; ///< replaced before it is seen, or a name of a window
@@ -69,6 +75,44 @@ static const struct
     const char* pSource;
     const char* pPlace;
 } PLACES[] = {
+    {"CAskAgainPanel", "Tarnwick stopped unexpectedly", ASK},
+    {"CAskAgainPanel",
+     "Files that were copied before are still on the disk. If a copy was running, start again and copy "
+     "everything once more.",
+     ASK},
+    {"CAskAgainPanel", "Restart the computer", ASK},
+    {"CAskAgainPanel", "Start again", ASK},
+    {"CAskEndPanel", "You can unplug your disks now", ASK},
+    {"CAskEndPanel", "Tarnwick has ended, and nothing is written to a disk any more.", ASK},
+    {"CAskEndPanel", "Leave the stick that you started from in its place until the screen goes dark.", ASK},
+    {"CAskEndPanel", "Power off", ASK},
+    {"CAskEndPanel", "Restart", ASK},
+    {"CAskEndPanel", "The computer restarts by itself. Seconds left: %1", ASK},
+    {"CAskPasswordPanel", "Locked by Windows (BitLocker)", ASK},
+    {"CAskPasswordPanel", "Locked by macOS (FileVault)", ASK},
+    {"CAskPasswordPanel", "Locked by Linux (LUKS)", ASK},
+    {"CAskPasswordPanel",
+     "Type its password or its recovery key of 48 digits. Nothing on the disk is changed.", ASK},
+    {"CAskPasswordPanel",
+     "Type the password with which you log in to this Mac. Nothing on the disk is changed.", ASK},
+    {"CAskPasswordPanel",
+     "Type the password that this computer asks for when it starts. Nothing on the disk is changed.", ASK},
+    {"CAskPasswordPanel", "This disk needs its password", ASK},
+    {"CAskPasswordPanel", "That password did not open the disk. Try %1 of %2.", ASK},
+    {"CAskPasswordPanel", "Password", SPOKEN},
+    {"CAskPasswordPanel", "Show what I type", ASK},
+    {"CAskPasswordPanel", "Caps Lock is on.", ASK},
+    {"CAskPasswordPanel", "Keyboard:", ASK},
+    {"CAskPasswordPanel", "Skip this disk", ASK},
+    {"CAskPasswordPanel", "Unlock", ASK},
+    {"CAskSourcePanel", "What is this USB disk for?", ASK},
+    {"CAskSourcePanel", "Holds %1", ASK},
+    {"CAskSourcePanel", "Rescue files from it", ASK},
+    {"CAskSourcePanel", "Its files are listed to be copied. Nothing on it is changed.", ASK},
+    {"CAskSourcePanel", "Copy files to it", ASK},
+    {"CAskSourcePanel", "Files of other disks can be copied to it, beside what it holds.", ASK},
+    {"CAskWaitPanel", "Looking for your disks…", ASK},
+    {"CAskWaitPanel", "This can take a minute.", ASK},
     {"CCopyEndBox", "Show the list", LINK},
     {"CCopyFileWidget", "Remaining Time: %1", LABEL},
     {"CCopyFileWidget", "Cancel", BUTTON},
@@ -248,6 +292,9 @@ static const struct
     {"CSourceNotice",
      "The users' files of %1 may be locked: unlock them in Disk Utility, then press the round arrow.",
      SOURCES},
+    {"CSourceNotice",
+     "The users' files of %1 may be locked: unlock them with their password, then start Tarnwick again.",
+     SOURCES},
     {"CTreeNotices", "Only opened folders of a fully ticked volume are copied.", NOTICE},
     {"CTreeNotices", "Entries that are not in the list are not copied.", CHOICE},
     {"CTreeNotices", "Entries left out of %1 because of their names: %2", NOTICE},
@@ -382,6 +429,8 @@ private slots:
     void noticesOfSources();
     void completeRescue();
     void startSplash();
+    void questions_data();
+    void questions();
     void copySummaries();
     void headsOfTheReport();
     void toolTips();
@@ -603,6 +652,47 @@ void tst_TranslationsFit::startSplash()
     }
 }
 
+void tst_TranslationsFit::questions_data()
+{
+    QTest::addColumn<QString>("strArguments");
+    QTest::addColumn<int>("nTexts");
+    const auto row = [](const char* pName, const char* pArguments, int nTexts) {
+        QTest::newRow(pName) << QString(pArguments) << nTexts;
+    };
+    row("wait", "wait", 3);
+    row("LUKS", "password --name Daten --kind LUKS --size 999990000000 --disk Samsung --try 3 --layout de",
+        10);
+    row("BitLocker", "password --name Daten --kind BitLocker --size 999990000000 --disk Samsung --try 3", 10);
+    row("FileVault", "password --name Daten --kind FileVault --size 999990000000 --disk Samsung --try 3", 10);
+    row("source", "source --name Daten --size 999990000000 --disk Samsung --systems Windows,Linux", 8);
+    row("end", "end --reads-medium", 7);
+    row("again", "again", 5);
+}
+
+// On the smallest screen that there is.
+void tst_TranslationsFit::questions()
+{
+    QFETCH(QString, strArguments);
+    QFETCH(int, nTexts);
+    const auto stRequest = CAskRequest::Parse(strArguments.split(' ')).stRequest;
+    QVERIFY(stRequest);
+    CAskGround ground(CAskProgram::MakePanel(*stRequest).release());
+    ground.resize(800, 600);
+    ground.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&ground));
+    if (auto* pCaps = ground.findChild<QLabel*>("m_pCapsLab")) {
+        pCaps->show();
+        ground.Panel()->layout()->activate();
+    }
+    QCOMPARE(Measured(&ground), QString("%1 texts").arg(nTexts));
+    for (const auto* pBox : ground.findChildren<QCheckBox*>()) {
+        QVERIFY(pBox->sizeHint().width() <= pBox->width() && pBox->sizeHint().height() <= pBox->height());
+    }
+    QVERIFY(ground.Panel()->heightForWidth(ground.Panel()->width()) <= ground.Panel()->height());
+    QVERIFY(ground.Panel()->height() < ground.height());
+    Save(&ground, QString("ask-%1").arg(QTest::currentDataTag()));
+}
+
 void tst_TranslationsFit::noticeLine()
 {
     CSelFileWidget page(nullptr);
@@ -657,7 +747,7 @@ void tst_TranslationsFit::noticesOfSources()
         QCOMPARE(Measured(pLine), QString("1 texts"));
         Save(&page, QString("sources%1").arg(++nNotices));
     }
-    QCOMPARE(nNotices, 5);
+    QCOMPARE(nNotices, 6);
 }
 
 void tst_TranslationsFit::completeRescue()
