@@ -1,0 +1,34 @@
+# shellcheck shell=dash
+# Questions to the person at the screen, one at a time. Between them a picture says that disks are looked for.
+
+wait_on() {
+    [ -e "$ROOT/dev/fb0" ] && [ -x "$ASK" ] || return 0
+    "$ASK" wait </dev/null >/dev/null 2>&1 &
+    echo $! >"$RUN/wait.pid"
+}
+
+wait_off() {
+    local shown
+    [ -e "$RUN/wait.pid" ] || return 0
+    shown=$(cat "$RUN/wait.pid")
+    rm -f "$RUN/wait.pid"
+    kill "$shown" 2>/dev/null || :
+    await 5 "$shown" || kill -9 "$shown" 2>/dev/null || :
+}
+
+# ask KIND NAME ARGUMENT…: what the question prints, and its exit code; 9 where nobody can be asked.
+ask() {
+    local what of waiting answer
+    what=$1
+    of=$2
+    shift 2
+    [ -e "$ROOT/dev/fb0" ] && [ -x "$ASK" ] || return 9
+    waiting=
+    [ ! -e "$RUN/wait.pid" ] || waiting=1
+    wait_off
+    say "asks $what $of"
+    answer=0
+    "$ASK" "$what" "$@" </dev/null 2>>"$RUN/ask.log" || answer=$?
+    [ -z "$waiting" ] || wait_on
+    return "$answer"
+}

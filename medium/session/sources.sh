@@ -1,0 +1,90 @@
+# shellcheck shell=dash disable=SC2034,SC2153
+# A USB disk that holds a system may be the drive of a dead computer in a case: whether it is one to rescue from
+# is asked before the start. Looking writes nothing.
+
+look_at_usb_disks() {
+    local disk
+    mkdir -p "$RUN/probes"
+    PROBES=
+    for disk in $(all_disks); do
+        case $disk in sr*) continue ;; esac
+        if ! is_usb "$disk" || is_medium "$disk"; then
+            continue
+        fi
+        (set +e; probe_disk "$disk" >"$RUN/probes/$disk") &
+        PROBES="$PROBES $!"
+    done
+}
+
+probe_disk() {
+    local part
+    for part in $(partitions_of "$1") "$1"; do
+        facts "$part" || continue
+        if [ "$part" != "$1" ] || ! has_partitions "$1"; then
+            probe "$part"
+        fi
+    done | sort -u
+}
+
+probe() {
+    case $TYPE in
+    ntfs | hfsplus | ext[234] | xfs | btrfs) probe_files "$1" ;;
+    LVM2_member | linux_raid_member) echo Linux ;;
+    apfs) bounded 30 apfs_volumes "$(node_of "$1")" | grep -q '	Preboot$' && echo macOS ;;
+    BitLocker) has_start_files "$(disk_of "$1")" && echo Windows ;;
+    crypto_LUKS) has_start_files "$(disk_of "$1")" && echo Linux ;;
+    esac
+}
+
+# Beside what is encrypted a computer's own disk has a partition to start from.
+has_start_files() {
+    local other
+    for other in $(partitions_of "$1"); do
+        facts "$other" || continue
+        case $PART/$TYPE in
+        c12a7328-f81f-11d2-ba4b-00a0c93ec93b/* | 0xef/* | e3c9e316-0b5c-4db8-817d-f92df00215ae/* | */ext[234]) return 0 ;;
+        esac
+    done
+    return 1
+}
+
+probe_files() {
+    local point number
+    point=$RUN/mnt/probe-$1
+    mkdir -p "$point"
+    if has_journal "$TYPE"; then
+        number=$(make_view "$1")
+    else
+        number=$(make_window "$1")
+    fi
+    [ -n "$number" ] || return 0
+    if mount_readonly "$TYPE" "/dev/mapper/$VIEW$number" "$point" 2>/dev/null; then
+        system_of "$point"
+        umount "$point" || umount -l "$point"
+    fi
+    rmdir "$point"
+    drop_view "$number"
+}
+
+choose_sources() {
+    local probe
+    # shellcheck disable=SC2086
+    await 60 $PROBES || say "note: a USB disk does not answer"
+    for probe in "$RUN/probes"/*; do
+        [ ! -s "$probe" ] || choose_source "$(basename "$probe")" "$(paste -s -d , "$probe" | sed 's/,/, /g')"
+    done
+}
+
+# Left unanswered it is one to rescue from: that writes nothing.
+choose_source() {
+    local model answer
+    model=$(model_of "$1")
+    answer=0
+    ask source "$1" --name "$model" --size "$(bytes_of "$1")" --disk "$model" --systems "$2" >/dev/null || answer=$?
+    if [ "$answer" -eq 1 ]; then
+        say "note $1: holds $2, to copy to"
+    else
+        say "note $1: holds $2, to rescue from"
+        : >"$RUN/sources/$1"
+    fi
+}
