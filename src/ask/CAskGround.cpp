@@ -15,7 +15,7 @@ static const int LEAST_MARGIN = 16;
 static QString Sheet()
 {
     return QStringLiteral(
-               "CAskGround { background-color: #2e2e30; }"
+               "CAskGround { background-color: %6; }"
                "QFrame#askPanel { background-color: white; border-radius: 6px; }"
                "QFrame#askDisk { background-color: #f7f7f7; border: 1px solid %2; border-radius: 4px; }"
                "QLineEdit#m_pPasswordEdit, QComboBox#m_pKeyboardBox { border: 1px solid #c6c6c6;"
@@ -38,7 +38,8 @@ static QString Sheet()
                " padding: 2px 4px; outline: 0px; }"
                "QCheckBox#m_pShowBox:focus { border-color: %4; }")
         .arg(QColor(SkinColor::TEXT).name(), QColor(SkinColor::LINE).name(), QColor(SkinColor::ACCENT).name(),
-             QColor(SkinColor::FOCUS_RING).name(), QColor(SkinColor::TINT).name());
+             QColor(SkinColor::FOCUS_RING).name(), QColor(SkinColor::TINT).name(),
+             QColor(SkinColor::GROUND).name());
 }
 
 CAskGround::CAskGround(CAskPanel* pPanel)

@@ -18,12 +18,16 @@
 #include <QFile>
 #include <QStyleHints>
 
+#include <chrono>
 #include <cstdio>
 #include <sys/resource.h>
+#include <thread>
 #include <unistd.h>
 
 // As shells tell of a process that a signal has ended.
 static const int SIGNAL_STATUS = 128;
+
+static constexpr std::chrono::seconds END_PATIENCE(1);
 
 std::unique_ptr<CAskPanel> CAskProgram::MakePanel(const STAskRequest& stRequest)
 {
@@ -75,28 +79,33 @@ static QString StyleSheet()
     return CStartUp::StyleSheetText(file.readAll());
 }
 
+/**
+ * After the application object, which has handlers of its own on a screen without a window system. An
+ * orderly end gives the console its keyboard back; nothing of a question is worth waiting longer for it.
+ */
 static void EndOnSignals()
 {
     CEndSignals::Install([](int nSignal) {
-        // Nothing of a question is worth an orderly end, and the one who ends it waits.
-        _exit(SIGNAL_STATUS + nSignal);
+        const int nStatus = SIGNAL_STATUS + nSignal;
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [nStatus] { QCoreApplication::exit(nStatus); },
+            Qt::QueuedConnection);
+        std::this_thread::sleep_for(END_PATIENCE);
+        _exit(nStatus);
     });
 }
 
 static int Ask(const STAskRequest& stRequest)
 {
     CAskGround ground(CAskProgram::MakePanel(stRequest).release());
-    int nStatus = CAskProgram::STATUS_FAILED;
-    const auto fnAnswer = [&nStatus](const STAskAnswer& stAnswer) {
-        nStatus = WriteOut(stAnswer.baOutput) ? stAnswer.nStatus : CAskProgram::STATUS_FAILED;
-        QCoreApplication::quit();
+    const auto fnAnswer = [](const STAskAnswer& stAnswer) {
+        QCoreApplication::exit(WriteOut(stAnswer.baOutput) ? stAnswer.nStatus : CAskProgram::STATUS_FAILED);
     };
     QObject::connect(ground.Panel(), &CAskPanel::SignalAnswer, &ground, fnAnswer);
     if (!ground.Cover()) {
         return Complain(QStringLiteral("there is no screen"), CAskProgram::STATUS_FAILED);
     }
-    QApplication::exec();
-    return nStatus;
+    return QApplication::exec();
 }
 
 int CAskProgram::Run(int& nArgc, char** ppArgv)
@@ -111,11 +120,11 @@ int CAskProgram::Run(int& nArgc, char** ppArgv)
     if (!stParsed.stRequest) {
         return Complain(stParsed.strError, STATUS_USAGE);
     }
-    EndOnSignals();
     CStartUp::ApplyScale(CGetScreenPixel().GetScreen());
     // The arguments are ours alone; the names of disks among them are no options of the toolkit.
     int nOne = 1;
     const QApplication application(nOne, ppArgv);
+    EndOnSignals();
     CFontFallback::Install();
     CLanguageSetting::GetInstance();
     qApp->setStyleSheet(StyleSheet());

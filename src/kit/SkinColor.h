@@ -13,5 +13,6 @@ inline constexpr QRgb WARNING = 0xa63c00; ///< text of what is missing; dark eno
 inline constexpr QRgb GOOD = 0x55b368; ///< sign of what is well
 inline constexpr QRgb QUIET_TEXT = 0x585858; ///< what stands beside the text
 inline constexpr QRgb LINE = 0xe0e0e0; ///< between two parts
+inline constexpr QRgb GROUND = 0x2e2e30; ///< behind the window where there is no desktop
 
 }
