@@ -5,6 +5,7 @@
 #include "app/CGetScreenPixel.h"
 #include "app/CMessageRelay.h"
 #include "app/CProgramEnd.h"
+#include "app/CScreenGround.h"
 #include "app/CSmallScreen.h"
 #include "app/CStartSplash.h"
 #include "app/CTarnwickMacPE.h"
@@ -94,6 +95,7 @@ static QString StyleSheet()
 /** The window's life; the status that the process is to have. */
 static int RunWindow()
 {
+    const std::unique_ptr<CScreenGround> pGround = CScreenGround::Lay();
     CStartSplash splash;
     CDestinationDiscovery::SetWaiter([&splash](const STDiskWait& wait) { splash.Wait(wait); });
     CTarnwickMacPE window(nullptr);

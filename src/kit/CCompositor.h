@@ -9,4 +9,13 @@ public:
      * Without that they are drawn black. GUI thread, with a QApplication.
      */
     static bool IsRunning();
+
+    /** True when a window can be cut to a shape other than a rectangle. GUI thread, with a QApplication. */
+    static bool CanClip();
+
+    /**
+     * True when there is a desktop behind the windows. Where they are alone on the screen, what
+     * stood there before them stays beside them. GUI thread, with a QApplication.
+     */
+    static bool HasDesktop();
 };

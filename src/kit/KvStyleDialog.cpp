@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QShowEvent>
@@ -44,10 +45,11 @@ void KvStyleDialog::resizeEvent(QResizeEvent* pEvent)
 }
 
 // The shadow needs what is behind the dialog to shine through. Where nothing
-// does it would be a black frame, so there the dialog ends with its panel.
+// does it would be a black frame, so there the dialog ends with its panel. Where
+// it cannot even do that it has the shadow on the white that most of the window is.
 void KvStyleDialog::ClipToPanel()
 {
-    if (CCompositor::IsRunning()) {
+    if (CCompositor::IsRunning() || !CCompositor::CanClip()) {
         clearMask();
         return;
     }
@@ -56,6 +58,9 @@ void KvStyleDialog::ClipToPanel()
 
 void KvStyleDialog::paintEvent(QPaintEvent* pEvent)
 {
+    if (!CCompositor::IsRunning()) {
+        QPainter(this).fillRect(rect(), Qt::white);
+    }
     m_Shadow.Paint(this);
     QWidget::paintEvent(pEvent);
 }

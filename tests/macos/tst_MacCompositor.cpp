@@ -10,6 +10,7 @@ class tst_MacCompositor : public QObject
 
 private slots:
     void isThereAlways() { QVERIFY(CCompositor::IsRunning()); }
+    void shapesAndADesktopAreThereToo() { QVERIFY(CCompositor::CanClip() && CCompositor::HasDesktop()); }
 };
 
 QTEST_MAIN(tst_MacCompositor)

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QImage>
+#include <QSize>
+
+/**
+ * A frame buffer in memory: for the whole process "/dev/fb0" is this one. A test that lists this
+ * source and exports its symbols (ENABLE_EXPORTS) is drawn by the platform "linuxfb" into it.
+ */
+class CFakeFrameBuffer
+{
+public:
+    /** Gives it that size and fills it with a colour, as what is left of the system's start. Before the
+     * application. */
+    static void Make(const QSize& size, QRgb nLeftOver);
+
+    /** What it shows now. */
+    static QImage Picture();
+};
