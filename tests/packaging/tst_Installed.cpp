@@ -76,7 +76,8 @@ void tst_Installed::cleanupTestCase() { QDir(Prefix()).removeRecursively(); }
 
 void tst_Installed::everythingStandsWhereItBelongs()
 {
-    QStringList listProgram{PROGRAM, "lib/tarnwick/caffeinate", "lib/tarnwick/diskutil"};
+    QStringList listProgram{PROGRAM, "lib/tarnwick/TarnwickAsk", "lib/tarnwick/caffeinate",
+                            "lib/tarnwick/diskutil"};
     for (const QString& strLanguage : CTranslations::Languages()) {
         listProgram.append(QString("lib/tarnwick/Language/TarnwickMacPE_%1.qm").arg(strLanguage));
     }
