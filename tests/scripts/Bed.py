@@ -104,7 +104,8 @@ class CBed(unittest.TestCase):
 
     def run_it(self, *command, user=None, inside=None, **more):
         """Runs a command in the clone; inside is what it is put behind, in a change-root for example."""
-        words = [*(inside or ()), *(self.as_user() if user else ()), *command]
+        # Unlike a time-out of Python's it ends what the command has started, too.
+        words = ["timeout", "--kill-after=5", "100", *(inside or ()), *(self.as_user() if user else ()), *command]
         return subprocess.run(words, cwd=self.clone, env=self.environment(more), text=True, timeout=120,
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
 
