@@ -1,0 +1,215 @@
+#!/usr/bin/env python3
+"""The checks of the boot tests are checked: each must fail when what it looks at is wrong."""
+
+from __future__ import annotations
+
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+import disks
+from compare import Seal, below, differences, entry_of, load, manifest_of, save
+from picture import Box, Picture, is_orange
+
+ORANGE, RED, WHITE = bytes((255, 160, 23)), bytes((244, 102, 79)), bytes((255, 255, 255))
+TOOLS = ("mke2fs", "debugfs", "dumpe2fs", "e2fsck", "mformat", "mcopy", "mdir", "sfdisk")
+
+
+def have(*tools: str) -> bool:
+    """Whether these commands are installed."""
+    return all(shutil.which(tool, path=os.environ["PATH"] + ":/usr/sbin:/sbin") for tool in tools)
+
+
+def painted(width: int, height: int, *parts: tuple[Box, bytes]) -> Picture:
+    """A white picture with filled rectangles."""
+    pixels = bytearray(WHITE * (width * height))
+    for box, colour in parts:
+        for y in range(box.y, box.y + box.height):
+            place = 3 * (y * width + box.x)
+            pixels[place:place + 3 * box.width] = colour * box.width
+    return Picture(width, height, bytes(pixels))
+
+
+class Comparing(unittest.TestCase):
+    """The comparison of what was there with what arrived."""
+
+    def setUp(self) -> None:
+        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.files = disks.user_files(7, photos=2, photo_bytes=5000)
+        self.wanted = disks.manifest(self.files)
+        disks.write_folder(self.folder / "copy", self.files)
+
+    def test_the_same_files_are_no_difference(self) -> None:
+        self.assertEqual(differences(self.wanted, manifest_of(self.folder / "copy")), [])
+
+    def test_one_other_byte_is_found_in_each_file(self) -> None:
+        for name, data in self.files.items():
+            if not data:
+                continue
+            with self.subTest(name):
+                path = self.folder / "copy" / name
+                path.write_bytes(data[:-1] + bytes((data[-1] ^ 1,)))
+                self.assertEqual(differences(self.wanted, manifest_of(self.folder / "copy")), [f"other bytes: {name}"])
+                path.write_bytes(data)
+
+    def test_a_missing_file_is_found_also_an_empty_one(self) -> None:
+        for name in ("readme.txt", "Users/anna/Documents/empty.txt"):
+            with self.subTest(name):
+                path = self.folder / "copy" / name
+                path.unlink()
+                self.assertEqual(differences(self.wanted, manifest_of(self.folder / "copy")), [f"missing: {name}"])
+                path.write_bytes(self.files[name])
+
+    def test_a_file_that_is_cut_off_is_found(self) -> None:
+        path = self.folder / "copy/readme.txt"
+        path.write_bytes(self.files["readme.txt"][:-1])
+        self.assertEqual(len(differences(self.wanted, manifest_of(self.folder / "copy"))), 1)
+
+    def test_a_file_too_many_is_found(self) -> None:
+        (self.folder / "copy/more").write_bytes(b"")
+        self.assertEqual(differences(self.wanted, manifest_of(self.folder / "copy")), ["not expected: more"])
+
+    def test_a_file_in_another_folder_is_missing(self) -> None:
+        (self.folder / "copy/readme.txt").rename(self.folder / "copy/Users/readme.txt")
+        self.assertEqual(len(differences(self.wanted, manifest_of(self.folder / "copy"))), 2)
+        self.assertNotEqual(differences(below("Other", self.wanted), below("Linux", self.wanted)), [])
+
+    def test_a_manifest_is_read_as_it_was_written(self) -> None:
+        save(self.folder / "list", self.wanted)
+        self.assertEqual(load(self.folder / "list"), self.wanted)
+
+    def test_a_disk_with_one_changed_byte_breaks_its_seal(self) -> None:
+        disk = disks.blank(self.folder / "disk", 3)
+        seal = Seal([disk])
+        self.assertEqual(seal.broken(), [])
+        with disk.open("r+b") as file:
+            file.seek(2 * disks.MIB + 17)
+            file.write(b"x")
+        self.assertEqual(seal.broken(), ["changed: disk"])
+
+
+@unittest.skipUnless(have(*TOOLS), "mke2fs, debugfs, e2fsck, mtools or sfdisk are not installed")
+class MadeDisks(unittest.TestCase):
+    """The disks hold what they are to hold."""
+
+    def setUp(self) -> None:
+        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.files = disks.user_files(7, photos=2, photo_bytes=5000)
+        self.source = disks.write_folder(self.folder / "source", {f"Tarnwick 2026-01-01  at  1/{name}": data
+                                                                  for name, data in self.files.items()})
+
+    def stick(self, kind: str) -> Path:
+        """A stick with one rescue on it."""
+        stick = disks.stick(self.folder / "stick", "STICK", 128 if kind == "fat" else 32, kind)
+        part = self.folder / "part"
+        if kind == "fat":
+            disks.run("mcopy", "-s", "-m", "-i", f"{stick}@@1M", *self.source.iterdir(), "::")
+        else:
+            disks.put(disks.ext4(part, "STICK", self.source, 31), stick, disks.MIB)
+        return stick
+
+    def test_a_stick_is_read_as_it_was_written(self) -> None:
+        for kind in ("fat", "ext4"):
+            with self.subTest(kind):
+                read = disks.read_stick(self.stick(kind), self.folder / "read", kind)
+                self.assertEqual(differences(disks.manifest(self.files), disks.arrived(read)), [])
+
+    def test_one_other_byte_on_a_stick_is_found(self) -> None:
+        for kind in ("fat", "ext4"):
+            with self.subTest(kind):
+                stick = self.stick(kind)
+                data = bytearray(stick.read_bytes())
+                at = data.find(self.files["Users/anna/Pictures/IMG_0001.jpg"][:64])
+                self.assertGreater(at, 0)
+                data[at + 5] ^= 1
+                stick.write_bytes(data)
+                read = disks.read_stick(stick, self.folder / "read", kind)
+                self.assertEqual(differences(disks.manifest(self.files), disks.arrived(read)),
+                                 ["other bytes: Users/anna/Pictures/IMG_0001.jpg"])
+
+    def test_an_empty_stick_has_no_rescue(self) -> None:
+        stick = disks.stick(self.folder / "stick", "STICK", 128)
+        with self.assertRaises(RuntimeError):
+            disks.arrived(disks.read_stick(stick, self.folder / "read"))
+
+    def test_a_late_file_is_only_there_for_who_replays_the_journal(self) -> None:
+        late = {"late.bin": bytes(range(256)) * 40}
+        path = disks.ext4_after_power_cut(self.folder / "ext4", "Linux", self.source, late)
+        self.assertNotIn("late.bin", disks.run("debugfs", "-R", "ls /", path))
+        done = subprocess.run(["e2fsck", "-fy", str(path)], env=disks.ENVIRONMENT, capture_output=True, check=False)
+        self.assertLess(done.returncode, 4)
+        disks.run("debugfs", "-R", f'dump /late.bin "{self.folder / "late"}"', path)
+        self.assertEqual((self.folder / "late").read_bytes(), late["late.bin"])
+
+    def test_a_whole_disk_has_its_parts_where_its_table_says(self) -> None:
+        part = disks.ext4(self.folder / "part", "Linux", self.source, 16)
+        other = disks.ext4(self.folder / "other", "More", self.source, 16)
+        bytes_of_other = other.read_bytes()
+        disk = disks.whole_disk(self.folder / "disk", [(part, disks.LINUX), (other, disks.LINUX)])
+        self.assertIn("start=       34816", disks.run("sfdisk", "-d", disk))
+        data = disk.read_bytes()
+        self.assertEqual(data[34816 * 512:34816 * 512 + len(bytes_of_other)], bytes_of_other)
+
+
+class Pictures(unittest.TestCase):
+    """What is found on a screen."""
+
+    def test_a_picture_is_read_from_what_qemu_writes(self) -> None:
+        picture = Picture.of_ppm(b"P6\n2 1\n255\n\1\2\3\4\5\6")
+        self.assertEqual((picture.at(0, 0), picture.at(1, 0), picture.at(2, 0)), ((1, 2, 3), (4, 5, 6), (0, 0, 0)))
+
+    def test_a_picture_that_is_cut_off_is_refused(self) -> None:
+        for data in (b"P6\n2 1\n255\n\1\2\3\4\5", b"P5\n2 1\n255\n\1\2", b"", b"P6\n0 0\n255\n"):
+            with self.subTest(data), self.assertRaises(ValueError):
+                Picture.of_ppm(data)
+
+    def test_buttons_are_found_with_their_middle(self) -> None:
+        picture = painted(400, 200, (Box(20, 30, 100, 32), ORANGE), (Box(200, 100, 120, 40), ORANGE))
+        self.assertEqual(picture.buttons(), [Box(20, 30, 100, 32), Box(200, 100, 120, 40)])
+        self.assertEqual(picture.buttons()[0].middle, (70, 46))
+
+    def test_bars_ticks_and_what_lies_outside_are_no_buttons(self) -> None:
+        picture = painted(400, 200, (Box(20, 30, 300, 6), ORANGE), (Box(20, 60, 14, 14), ORANGE),
+                          (Box(300, 100, 100, 32), ORANGE))
+        self.assertEqual(picture.buttons(Box(0, 0, 350, 200)), [])
+
+    def test_a_close_button_is_a_small_red_disc(self) -> None:
+        self.assertEqual(painted(200, 100, (Box(40, 20, 12, 12), RED)).close_button(), (45, 25))
+        self.assertIsNone(painted(200, 100, (Box(40, 20, 120, 12), RED)).close_button())
+        self.assertIsNone(painted(200, 100, (Box(40, 20, 12, 12), ORANGE)).close_button())
+        self.assertIsNone(painted(200, 100, (Box(40, 20, 12, 12), RED)).close_button(Box(60, 0, 100, 100)))
+
+    def test_the_colours_of_the_program_are_told_from_others(self) -> None:
+        self.assertTrue(all(map(is_orange, ((255, 178, 24), (255, 137, 20), (255, 126, 23)))))
+        self.assertFalse(any(map(is_orange, ((198, 198, 198), (244, 102, 79), (23, 160, 255), (255, 241, 224)))))
+
+    def test_a_blank_screen_has_one_shade(self) -> None:
+        self.assertEqual(painted(40, 40).shades(), 1)
+        self.assertEqual(painted(40, 40, (Box(0, 0, 20, 20), ORANGE)).shades(), 2)
+
+    def test_a_kept_picture_is_a_png(self) -> None:
+        with tempfile.TemporaryDirectory() as folder:
+            path = Path(folder) / "p.png"
+            painted(40, 30).save(path)
+            data = path.read_bytes()
+            self.assertEqual((data[:8], data[16:24]), (b"\x89PNG\r\n\x1a\n", b"\0\0\0\x28\0\0\0\x1e"))
+
+
+class Entries(unittest.TestCase):
+    """Files made from a seed."""
+
+    def test_a_seed_gives_the_same_files_and_another_seed_others(self) -> None:
+        self.assertEqual(disks.user_files(1, 1, 99), disks.user_files(1, 1, 99))
+        self.assertNotEqual(disks.user_files(1, 1, 99), disks.user_files(2, 1, 99))
+
+    def test_an_entry_has_size_and_checksum(self) -> None:
+        self.assertEqual(entry_of(b"").sha256[:8], "e3b0c442")
+        self.assertNotEqual(entry_of(b"a"), entry_of(b"b"))
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0], "-v"])
