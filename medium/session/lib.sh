@@ -30,7 +30,7 @@ say() {
 # Words of the start, one a line: the kernel's, then those that the firmware of a virtual machine passes on.
 words() {
     tr ' ' '\n' <"$ROOT/proc/cmdline" | grep '^tarnwick\.' || :
-    [ ! -r "$SYS/firmware/dmi/tables/DMI" ] || tr '\0' '\n' <"$SYS/firmware/dmi/tables/DMI" | grep -a '^tarnwick\.' || :
+    [ ! -r "$SYS/firmware/dmi/tables/DMI" ] || tr -c '[:print:]' '\n' <"$SYS/firmware/dmi/tables/DMI" | grep -a '^tarnwick\.' || :
 }
 
 # word NAME: the last value of tarnwick.NAME=; 1 without one.
