@@ -127,11 +127,11 @@ is_assembled() {
     return 1
 }
 
-# facts NAME: sets TYPE UUID LABEL_ENC PART TABLE MODEL of a device as udev has noted them; each may be empty. 1 when
+# facts NAME: sets TYPE UUID LABEL_ENC PART TABLE MODEL SERIAL of a device as udev has noted them; each may be empty. 1 when
 # udev has not seen it yet.
 facts() {
     local line
-    TYPE='' UUID='' LABEL_ENC='' PART='' TABLE='' MODEL=''
+    TYPE='' UUID='' LABEL_ENC='' PART='' TABLE='' MODEL='' SERIAL=''
     line_of "$SYS/class/block/$1/dev"
     [ -r "$ROOT/run/udev/data/b$LINE" ] || return 1
     while IFS= read -r line; do
@@ -140,8 +140,9 @@ facts() {
         E:ID_FS_UUID=*) UUID=${line#*=} ;;
         E:ID_FS_LABEL_ENC=*) LABEL_ENC=${line#*=} ;;
         E:ID_PART_ENTRY_TYPE=*) PART=${line#*=} ;;
-        E:ID_PART_TABLE_TYPE=*) TABLE=${line#*=} ;;
+        E:ID_PART_TABLE_UUID=*) TABLE=${line#*=} ;;
         E:ID_MODEL=*) MODEL=${line#*=} ;;
+        E:ID_SERIAL=*) SERIAL=${line#*=} ;;
         esac
     done <"$ROOT/run/udev/data/b$LINE"
 }
@@ -167,7 +168,7 @@ is_medium() {
 }
 
 has_medium_on() {
-    local part TYPE UUID LABEL_ENC PART TABLE MODEL
+    local part TYPE UUID LABEL_ENC PART TABLE MODEL SERIAL
     for part in "$1" $(partitions_of "$1"); do
         facts "$part" || continue
         [ "$UUID" != "$MEDIUM_UUID" ] || return 0

@@ -216,7 +216,7 @@ tell_state() {
 
 # Other devices of the same btrfs; the first of all shows it.
 btrfs_devices() {
-    local other TYPE UUID LABEL_ENC PART TABLE MODEL
+    local other TYPE UUID LABEL_ENC PART TABLE MODEL SERIAL
     for other in $(all_devices); do
         facts "$other" || continue
         [ "$TYPE/$UUID" != "btrfs/$1" ] || echo "$other"

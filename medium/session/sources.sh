@@ -69,7 +69,7 @@ probe_files() {
 choose_sources() {
     local probe
     # shellcheck disable=SC2086
-    await 60 $PROBES || say "note: a USB disk does not answer"
+    await 20 $PROBES || say "note: a USB disk does not answer"
     for probe in "$RUN/probes"/*; do
         [ ! -s "$probe" ] || choose_source "$(basename "$probe")" "$(paste -s -d , "$probe" | sed 's/,/, /g')"
     done
@@ -85,6 +85,32 @@ choose_source() {
         say "note $1: holds $2, to copy to"
     else
         say "note $1: holds $2, to rescue from"
-        : >"$RUN/sources/$1"
+        remember_source "$1"
+    fi
+}
+
+# mark_of DISK: what it is known by when it is plugged in again under another name.
+mark_of() {
+    local TYPE UUID LABEL_ENC PART TABLE MODEL SERIAL
+    facts "$1" || return 0
+    printf '%s %s %s\n' "$SERIAL" "$TABLE" "$UUID" | tr / _
+}
+
+remember_source() {
+    : >"$RUN/sources/$1"
+    mark_of "$1" >>"$RUN/source-marks"
+}
+
+# A disk that comes while the program runs: nobody can be asked then. One that was rescued from is it again, after
+# a loose cable, and one that holds a system is not written to.
+recognise_source() {
+    local disk
+    disk=$(disk_of "$1")
+    if is_medium "$1" || is_source_disk "$1"; then
+        return
+    fi
+    if mark_of "$disk" | grep -qxFf - "$RUN/source-marks" 2>/dev/null || [ -n "$(probe "$1")" ]; then
+        say "note $disk: holds a system, to rescue from"
+        remember_source "$disk"
     fi
 }

@@ -38,7 +38,7 @@ unlock() {
 }
 
 model_of() {
-    local TYPE UUID LABEL_ENC PART TABLE MODEL
+    local TYPE UUID LABEL_ENC PART TABLE MODEL SERIAL
     facts "$1" || :
     printf '%s\n' "${MODEL:-$1}" | tr '_' ' '
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "diskutil/CMountList.h"
-#include "diskutil/CSysBlock.h"
+#include "disk/platform/linux/CSysBlock.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "diskutil/CSysBlock.h"
+#include "disk/platform/linux/CSysBlock.h"
 #include "standin/CFakeSys.h"
 
 #include <QTest>
@@ -22,6 +22,7 @@ private slots:
     void bus();
     void busOfStackedDisks_data();
     void busOfStackedDisks();
+    void viewOfAStick();
 
     void find_data();
     void find();
@@ -120,6 +121,8 @@ void tst_CSysBlock::busOfStackedDisks_data()
     row("two disks on two buses", {"dm-0>sda", "dm-0>sdb1"}, "Virtual Interface");
     row("on a disk image", {"dm-0>loop0"}, "Disk Image");
     row("on nothing", {}, "Virtual Interface");
+    row("on a view of a stick", {"dm-0>dm-2", "dm-2>sdb1"}, "Virtual Interface");
+    row("on a view of an internal disk", {"dm-0>dm-2", "dm-2>sda"}, "Virtual Interface");
     row("made of each other", {"dm-0>dm-1", "dm-1>dm-0"}, "Virtual Interface");
 }
 
@@ -128,6 +131,8 @@ void tst_CSysBlock::busOfStackedDisks()
     QFETCH(QStringList, listSlave);
     m_pFake->Disk("pci/ata1/host0/0:0:0:0/block/sda", "8:0");
     m_pFake->Disk("virtual/block/dm-1", "254:1");
+    m_pFake->Disk("virtual/block/dm-2", "254:2");
+    m_pFake->MapperName("virtual/block/dm-2", "tarnwick-view-7");
     m_pFake->Disk("virtual/block/loop0", "254:9");
     m_pFake->Partition("virtual/block/dm-0/dm-0p1", "254:20");
     const CSysBlock sys = Sys();
@@ -139,6 +144,15 @@ void tst_CSysBlock::busOfStackedDisks()
     }
     QTEST(QString::fromStdString(sys.Bus(sys.Find("dm-0"))), "strBus");
     QTEST(QString::fromStdString(sys.Bus(sys.Find("dm-0p1"))), "strBus");
+}
+
+void tst_CSysBlock::viewOfAStick()
+{
+    m_pFake->MapperName("virtual/block/dm-0", "tarnwick-view-12");
+    const QString strStick = QString::fromStdString(Sys().Find("sdb1").string()).section("/devices/", 1);
+    m_pFake->Slave("virtual/block/dm-0", strStick);
+    const auto view = Sys().Find("/dev/mapper/tarnwick-view-12");
+    QCOMPARE(QString::fromStdString(Sys().Bus(view)), QString("Virtual Interface"));
 }
 
 void tst_CSysBlock::find_data()

@@ -1,4 +1,8 @@
 #include "disk/platform/CVolumeBus.h"
+#include "disk/platform/CVolumeInfo.h"
+#include "disk/platform/linux/CDeviceBus.h"
 
-// A volume is unlocked by hand here, and who mounts it in the folder of volumes wants it there.
-std::optional<bool> CVolumeBus::IsOnUsb(const QString& /*strPath*/) { return std::nullopt; }
+std::optional<bool> CVolumeBus::IsOnUsb(const QString& strPath)
+{
+    return CDeviceBus::IsUsb(CSysBlock(), CVolumeInfo::DeviceOf(strPath).toStdString());
+}

@@ -1,4 +1,4 @@
-#include "diskutil/CSysBlock.h"
+#include "disk/platform/linux/CSysBlock.h"
 
 #include "files/CAsideQuestion.h"
 
@@ -23,6 +23,10 @@ static constexpr std::chrono::milliseconds NODE_TIME{700};
 
 static const char BUS_USB[] = "USB";
 static const char BUS_VIRTUAL[] = "Virtual Interface";
+
+// How the boot medium names what it puts between a disk and its file systems, so that
+// nothing is written to the disk: never one to copy to, whatever bus it is on.
+static const char VIEW[] = "tarnwick-view-";
 
 /** First line of a small file; empty when it cannot be read. */
 static std::string ReadLine(const fs::path& path)
@@ -236,6 +240,9 @@ std::string CSysBlock::BusOf(const fs::path& device, int nDepth) const
     const fs::path whole = Whole(device);
     if (IsNumbered(whole.filename().string(), "loop")) {
         return "Disk Image";
+    }
+    if (StartsWith(MapperName(whole), VIEW)) {
+        return BUS_VIRTUAL;
     }
     const std::string strBus = BusOfParts(whole, nDepth);
     return strBus.empty() ? BusOfParents(whole) : strBus;

@@ -27,7 +27,8 @@ public:
 
     /**
      * Word for the bus that the disk is attached to. A USB device anywhere above
-     * it makes it "USB", whatever protocol the disk itself speaks.
+     * it makes it "USB", whatever protocol the disk itself speaks. A view of the boot
+     * medium, through which its disk cannot be written, is a virtual one.
      */
     std::string Bus(const std::filesystem::path& device) const;
 
