@@ -14,7 +14,7 @@ members() {
 
 # RAID sets, also with a disk missing. Their disks are set read-only, and so are they: nothing is rebuilt.
 assemble_md() {
-    [ -n "$(members '*_raid_member')" ] || return 0
+    [ -n "$(loose_members '*_raid_member')" ] || return 0
     modprobe -qa md_mod raid0 raid1 raid10 raid456 linear || :
     [ ! -w "$SYS/module/md_mod/parameters/start_ro" ] || echo 1 >"$SYS/module/md_mod/parameters/start_ro"
     bounded 30 mdadm --assemble --scan --readonly --run >"$RUN/md.log" 2>&1 || say "note RAID: $(first_line "$RUN/md.log")"
@@ -22,14 +22,22 @@ assemble_md() {
 }
 
 # Members that no set was made of.
-tell_loose_members() {
+loose_members() {
     local name loose holder
     for name in $(members "$1"); do
         loose=1
         for holder in "$SYS/class/block/$name/holders"/*; do
             [ ! -e "$holder" ] || loose=
         done
-        [ -z "$loose" ] || say "not shown $(node_of "$name") $TYPE: $2"
+        [ -z "$loose" ] || echo "$name"
+    done
+}
+
+tell_loose_members() {
+    local name
+    for name in $(loose_members "$1"); do
+        facts "$name"
+        say "not shown $(node_of "$name") $TYPE: $2"
     done
 }
 

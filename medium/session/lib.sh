@@ -24,7 +24,9 @@ say() {
     line="tarnwick: $*"
     printf '%s\n' "$line" >>"$RUN/session.log"
     [ ! -w "$ROOT/dev/kmsg" ] || printf '<6>%s\n' "$line" 2>/dev/null >"$ROOT/dev/kmsg" || :
-    ! has_serial || printf '%s\r\n' "$line" 2>/dev/null >"$ROOT/dev/ttyS0" || :
+    # Within ( ), which leads no session: a leader would get the port as its terminal, and with the end of the
+    # leader the kernel hangs up a terminal and throws away what is still in it.
+    ! has_serial || (printf '%s\r\n' "$line" >"$ROOT/dev/ttyS0") 2>/dev/null || :
 }
 
 # Words of the start, one a line: the kernel's, then those that the firmware of a virtual machine passes on.
