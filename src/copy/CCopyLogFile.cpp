@@ -61,11 +61,18 @@ std::chrono::milliseconds CCopyLogFile::Patience() { return s_patience; }
 
 void CCopyLogFile::SetPatience(std::chrono::milliseconds patience) { s_patience = patience; }
 
+/** Empty when the log may stay alone where it is. */
+static QString LogToSave()
+{
+    const bool bAlways = qgetenv("TARNWICK_LOG_BESIDE_COPY") == "1";
+    return bAlways ? g_TarnwickLog.CurrentFile() : g_TarnwickLog.FallbackFile();
+}
+
 // Nobody watches the copy any more: whoever waited here for a stick that hangs would never
 // tell the window of the end.
 void CCopyLogFile::Save(const std::shared_ptr<const CDescriptor>& pParent, const QString& strFolder)
 {
-    const QString strLog = g_TarnwickLog.FallbackFile();
+    const QString strLog = LogToSave();
     if (strLog.isEmpty()) {
         return;
     }

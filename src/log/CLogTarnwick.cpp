@@ -138,6 +138,12 @@ QString CLogTarnwick::FallbackFile() const
     return m_bElsewhere ? m_pFallback->m_strPath : QString();
 }
 
+QString CLogTarnwick::CurrentFile() const
+{
+    const QMutexLocker locker(&m_lock);
+    return m_bElsewhere ? m_pFallback->m_strPath : m_strPath;
+}
+
 bool CLogTarnwick::HasLostLines() const
 {
     const QMutexLocker locker(&m_lock);

@@ -79,6 +79,10 @@ public:
     /** The file in the temporary folder; empty while every line was written where it belongs. Any thread. */
     QString FallbackFile() const;
 
+    /** The file that lines go to now, there or beside the executable; empty before InitFolder(). Any thread.
+     */
+    QString CurrentFile() const;
+
     /** Whether a line could be written in neither place. Any thread. */
     bool HasLostLines() const;
 

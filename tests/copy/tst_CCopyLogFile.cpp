@@ -7,6 +7,8 @@
 
 #include <QDir>
 
+static const char VARIABLE[] = "TARNWICK_LOG_BESIDE_COPY";
+
 /** The log that is saved beside a copy where the program cannot keep it beside itself. */
 class tst_CCopyLogFile : public CCopyBed
 {
@@ -18,6 +20,8 @@ private slots:
 
     void logWhereItBelongsIsNotSaved();
     void logIsSavedBesideTheCopy();
+    void environmentHasItSavedWhereverItLies_data();
+    void environmentHasItSavedWhereverItLies();
     void nothingThatIsThereIsReplaced();
     void stoppedCopyHasItsLog();
     void fullStickKeepsNoHalf();
@@ -35,6 +39,7 @@ void tst_CCopyLogFile::cleanup()
     Clear();
     QFile::remove(QCoreApplication::applicationDirPath() + "/Log");
     QDir(QDir::tempPath() + "/Tarnwick Log").removeRecursively();
+    qunsetenv(VARIABLE);
 }
 
 void tst_CCopyLogFile::LetLogGoElsewhere()
@@ -72,6 +77,38 @@ void tst_CCopyLogFile::logIsSavedBesideTheCopy()
     QCOMPARE(baAll.mid(baLog.size()).count('\n'), 1); // its last line was that of the copy's end
     // Where the files are there is nothing but them.
     QCOMPARE(QDir(m_strDest).entryList({"*.log"}), QStringList());
+}
+
+void tst_CCopyLogFile::environmentHasItSavedWhereverItLies_data()
+{
+    QTest::addColumn<QByteArray>("baValue");
+    QTest::addColumn<bool>("bElsewhere");
+    QTest::addColumn<bool>("bSaved");
+    QTest::newRow("beside the program") << QByteArray("1") << false << true;
+    QTest::newRow("in the temporary folder") << QByteArray("1") << true << true;
+    QTest::newRow("another value") << QByteArray("yes") << false << false;
+    QTest::newRow("another value, in the temporary folder") << QByteArray("0") << true << true;
+}
+
+void tst_CCopyLogFile::environmentHasItSavedWhereverItLies()
+{
+    QFETCH(QByteArray, baValue);
+    QFETCH(bool, bElsewhere);
+    QFETCH(bool, bSaved);
+    qputenv(VARIABLE, baValue);
+    if (bElsewhere) {
+        LetLogGoElsewhere();
+    } else {
+        g_TarnwickLog.LogExt("before the copy");
+    }
+    QCOMPARE(g_TarnwickLog.FallbackFile().isEmpty(), !bElsewhere);
+    Add("a.txt", "content");
+    Run();
+    QCOMPARE(QFileInfo::exists(LogPath()), bSaved);
+    const QByteArray baLog = Content(LogPath());
+    const QByteArray baAll = Content(g_TarnwickLog.CurrentFile());
+    QCOMPARE(baAll.contains("the log was saved beside the copy: "), bSaved);
+    QVERIFY(!bSaved || (baLog.contains("before the copy\n") && baAll.startsWith(baLog)));
 }
 
 void tst_CCopyLogFile::nothingThatIsThereIsReplaced()
