@@ -57,6 +57,6 @@ const QVector<STKeyboardLayout>& CKeyboardLayouts::All()
 
 bool CKeyboardLayouts::IsName(const QString& strCode)
 {
-    static const QRegularExpression s_name(QStringLiteral("^[a-z]+(\\([a-zA-Z0-9_-]+\\))?$"));
+    static const QRegularExpression s_name(QStringLiteral("^[a-z]+(\\([a-zA-Z0-9_-]+\\))?\\z"));
     return s_name.match(strCode).hasMatch();
 }
