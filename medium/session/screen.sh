@@ -10,6 +10,8 @@ has_screen() {
         turn=$((turn + 1))
     done
     # No blank screen after ten minutes, no cursor beside the window.
+    # What is typed into a question does not appear beneath it.
+    stty -F "$ROOT/dev/tty1" -echo 2>/dev/null || :
     printf '\033[9;0]\033[14;0]\033[?25l' >"$ROOT/dev/tty1" 2>/dev/null || :
 }
 

@@ -80,7 +80,8 @@ open_apfs() {
     before=$(find "$RUN/devices/$1" -name 'apfs.*' | wc -l)
     echo shown >"$RUN/devices/$1/state"
     rm -f "$RUN/devices/$1/locked"
-    show_apfs "$1" "$2"
+    (set +e; show_apfs "$1" "$2") &
+    await "$WAIT_SECONDS" $! || tell_busy "$1"
     [ -e "$RUN/devices/$1/locked" ] || return 0
     [ "$(find "$RUN/devices/$1" -name 'apfs.*' | wc -l)" -eq "$before" ] || try=1
     return 1
@@ -117,13 +118,14 @@ show_mapping() {
     claim "$inside"
     printf '%s\n' "$1" >"$RUN/devices/$inside/base"
     printf '%s\n' "$2" >"$RUN/devices/$inside/mapping"
-    handle "$inside" || :
-    if [ "$(cat "$RUN/devices/$inside/state")" = member ]; then
+    (set +e; handle "$inside") &
+    await "$WAIT_SECONDS" $! || tell_busy "$inside"
+    if [ "$(cat "$RUN/devices/$inside/state" 2>/dev/null)" = member ]; then
         assemble
         handle_all
     fi
 }
 
 close_mapping() {
-    [ ! -e "$RUN/devices/$1/mapping" ] || dmsetup remove --deferred "$(cat "$RUN/devices/$1/mapping")" 2>/dev/null || :
+    [ ! -e "$RUN/devices/$1/mapping" ] || bounded 30 dmsetup remove --deferred "$(cat "$RUN/devices/$1/mapping")" >/dev/null 2>&1 || :
 }

@@ -59,7 +59,7 @@ make_view() {
     loop=$(losetup --find --show "$file") || { drop_view "$number"; return 1; }
     printf '%s\n' "$loop" >"$RUN/views/$number/loop"
     table="0 $(($(bytes_of "$1") / 512)) snapshot $(node_of "$1") $loop N $CHUNK"
-    if ! dmsetup create "$VIEW$number" --table "$table" 2>"$RUN/views/$number/error" >&2; then
+    if ! bounded 30 dmsetup create "$VIEW$number" --table "$table" 2>"$RUN/views/$number/error" >&2; then
         say "note $(node_of "$1"): no view of it: $(first_line "$RUN/views/$number/error")"
         drop_view "$number"
         return 1
@@ -72,12 +72,12 @@ make_window() {
     local number table
     number=$(view_number)
     table="0 $(($(bytes_of "$1") / 512)) linear $(node_of "$1") 0"
-    dmsetup create --readonly "$VIEW$number" --table "$table" >&2 || { drop_view "$number"; return 1; }
+    bounded 30 dmsetup create --readonly "$VIEW$number" --table "$table" >&2 || { drop_view "$number"; return 1; }
     printf '%s\n' "$number"
 }
 
 drop_view() {
-    [ ! -e "$SYS/class/block" ] || dmsetup remove --retry "$VIEW$1" 2>/dev/null || dmsetup remove --deferred "$VIEW$1" 2>/dev/null || :
+    bounded 30 dmsetup remove --retry "$VIEW$1" >/dev/null 2>&1 || bounded 30 dmsetup remove --deferred "$VIEW$1" >/dev/null 2>&1 || :
     [ ! -e "$RUN/views/$1/loop" ] || losetup -d "$(cat "$RUN/views/$1/loop")" 2>/dev/null || :
     rm -f "$STORE/$1"
     rm -rf "${RUN:?}/views/$1"
