@@ -3,6 +3,7 @@
 #include "kit/CCompositor.h"
 #include "kit/SkinColor.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QScreen>
@@ -24,6 +25,8 @@ std::unique_ptr<CScreenGround> CScreenGround::Lay()
     }
     std::unique_ptr<CScreenGround> pGround(new CScreenGround);
     pGround->setGeometry(pScreen->geometry());
+    // The pointer begins in the corner there, where nobody looks for it.
+    QCursor::setPos(pGround->geometry().center());
     pGround->show();
     return pGround;
 }

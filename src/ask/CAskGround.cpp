@@ -4,6 +4,7 @@
 #include "kit/SkinColor.h"
 
 #include <QColor>
+#include <QCursor>
 #include <QGuiApplication>
 #include <QLayout>
 #include <QScreen>
@@ -59,6 +60,8 @@ bool CAskGround::Cover()
         return false;
     }
     setGeometry(pScreen->geometry());
+    // Where it points at nothing that could be taken for a choice.
+    QCursor::setPos(width() / 2, height() * 9 / 10);
     show();
     activateWindow();
     if (QWidget* pFirst = m_pPanel->FirstFocus()) {

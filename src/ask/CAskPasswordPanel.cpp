@@ -61,6 +61,7 @@ static QString WarningStyle() { return QStringLiteral("color:%1;").arg(QColor(Sk
 CAskPasswordPanel::CAskPasswordPanel(const STAskRequest& stRequest)
     : CAskPanel(tr("This disk needs its password"))
     , m_stRequest(stRequest)
+    , m_deadKeys(stRequest.strLayout.startsWith(QLatin1String("us")))
 {
     AddDisk(stRequest, KindText(stRequest.enKind));
     if (stRequest.nTry > 1) {
@@ -151,8 +152,13 @@ void CAskPasswordPanel::Unlock()
 bool CAskPasswordPanel::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     if (pWatched == m_pEdit && pEvent->type() == QEvent::KeyPress) {
-        m_caps.Take(*static_cast<QKeyEvent*>(pEvent));
+        const auto& eventKey = *static_cast<QKeyEvent*>(pEvent);
+        m_caps.Take(eventKey);
         m_pCapsLab->setVisible(m_caps.IsOn());
+        if (const std::optional<QString> strTyped = m_deadKeys.Take(eventKey)) {
+            m_pEdit->insert(*strTyped);
+            return true;
+        }
     }
     return CAskPanel::eventFilter(pWatched, pEvent);
 }

@@ -2,6 +2,7 @@
 
 #include "ask/CAskPanel.h"
 #include "ask/CCapsLockGuess.h"
+#include "ask/CDeadKeys.h"
 #include "ask/STAskRequest.h"
 
 class QLineEdit;
@@ -38,4 +39,5 @@ private:
     QLabel* m_pCapsLab = nullptr;
     QPushButton* m_pSkipBtn = nullptr;
     CCapsLockGuess m_caps;
+    CDeadKeys m_deadKeys;
 };

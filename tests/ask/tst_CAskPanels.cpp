@@ -40,6 +40,8 @@ private slots:
     void nameIsPlainTextAndElided();
     void capsLock_data();
     void capsLock();
+    void deadKeys_data();
+    void deadKeys();
     void layoutIsChosenFromTheOpenList();
     void layoutInUseIsNoChoice();
     void unknownLayoutIsShown();
@@ -258,6 +260,45 @@ void tst_CAskPanels::capsLock()
     QKeyEvent typed(event);
     QCoreApplication::sendEvent(Part<QLineEdit>("m_pPasswordEdit"), &typed);
     QCOMPARE(Part<QLabel>("m_pCapsLab")->isVisible(), bOn);
+}
+
+void tst_CAskPanels::deadKeys_data()
+{
+    QTest::addColumn<QString>("strLayout");
+    QTest::addColumn<QVector<int>>("listKey");
+    QTest::addColumn<QString>("strTyped");
+    const auto row
+        = [](const char* pName, const char* pLayout, const QVector<int>& listKey, const char* pTyped) {
+              QTest::newRow(pName) << QString(pLayout) << listKey << QString::fromUtf8(pTyped);
+          };
+    row("letter", "de", {Qt::Key_Dead_Acute, Qt::Key_E}, "é");
+    row("letter that takes none", "de", {Qt::Key_Dead_Circumflex, Qt::Key_X}, "^x");
+    row("blank", "de", {Qt::Key_Dead_Circumflex, Qt::Key_Space}, "^");
+    row("twice", "de", {Qt::Key_Dead_Grave, Qt::Key_Dead_Grave}, "`");
+    row("and then a letter", "pt", {Qt::Key_Dead_Tilde, Qt::Key_Space, Qt::Key_A}, "~a");
+    row("Shift between", "fr", {Qt::Key_Dead_Diaeresis, Qt::Key_Shift, Qt::Key_I}, "ï");
+    row("taken back", "es", {Qt::Key_A, Qt::Key_Dead_Acute, Qt::Key_Backspace, Qt::Key_E}, "ae");
+    row("given up", "es", {Qt::Key_Dead_Acute, Qt::Key_Home, Qt::Key_E}, "e");
+    row("acute with a blank", "de", {Qt::Key_Dead_Acute, Qt::Key_Space}, "´");
+    row("acute with a blank, US", "us(intl)", {Qt::Key_Dead_Acute, Qt::Key_Space}, "'");
+    row("diaeresis with a blank, US", "us(intl)", {Qt::Key_Dead_Diaeresis, Qt::Key_Space}, "\"");
+    row("none", "de", {Qt::Key_A, Qt::Key_Space}, "a ");
+}
+
+void tst_CAskPanels::deadKeys()
+{
+    QFETCH(QString, strLayout);
+    QFETCH(QVector<int>, listKey);
+    QFETCH(QString, strTyped);
+    Ask({"password", "--layout", strLayout});
+    auto* pEdit = Part<QLineEdit>("m_pPasswordEdit");
+    for (const int nKey : listKey) {
+        const bool bText = nKey < 0x80;
+        const QString strText = bText ? QString(QChar(nKey)).toLower() : QString();
+        QKeyEvent event(QEvent::KeyPress, nKey, Qt::NoModifier, strText);
+        QCoreApplication::sendEvent(pEdit, &event);
+    }
+    QCOMPARE(pEdit->text(), strTyped);
 }
 
 void tst_CAskPanels::layoutIsChosenFromTheOpenList()
