@@ -52,6 +52,7 @@ handle() {
 }
 
 handle_contents() {
+    ! is_usb "$1" || recognise_source "$1"
     case $TYPE in
     *_raid_member | LVM2_member) echo member >"$RUN/devices/$1/state" ;;
     crypto_LUKS | BitLocker) echo locked >"$RUN/devices/$1/state" ;;

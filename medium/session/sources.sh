@@ -93,6 +93,7 @@ choose_source() {
 mark_of() {
     local TYPE UUID LABEL_ENC PART TABLE MODEL SERIAL
     facts "$1" || return 0
+    [ -n "$TABLE$UUID" ] || return 0
     printf '%s %s %s\n' "$SERIAL" "$TABLE" "$UUID" | tr / _
 }
 
@@ -105,12 +106,14 @@ remember_source() {
 # a loose cable, and one that holds a system is not written to.
 recognise_source() {
     local disk
-    disk=$(disk_of "$1")
-    if is_medium "$1" || is_source_disk "$1"; then
+    disk=$(disk_of "$(bases_of "$1" | head -n 1)")
+    # What was there before the start has been asked about.
+    if is_source_disk "$1" || [ -e "$RUN/probes/$disk" ]; then
         return
     fi
     if mark_of "$disk" | grep -qxFf - "$RUN/source-marks" 2>/dev/null || [ -n "$(probe "$1")" ]; then
         say "note $disk: holds a system, to rescue from"
         remember_source "$disk"
+        set_readonly "$disk"
     fi
 }
