@@ -20,7 +20,7 @@ begin() {
     : >"$BED/calls"
     NUMBER=0
     for tool in blockdev modprobe udevadm dmsetup losetup mount umount ntfs-3g cryptsetup choom mdadm vgchange \
-        fsapfsinfo fsapfsmount sync TarnwickAsk; do
+        fsapfsinfo fsapfsmount sync busybox TarnwickAsk; do
         ln -s "$TARNWICK_SOURCE_DIR/tests/medium/session/fake-tool" "$BED/bin/$tool"
     done
     PATH=$BED/bin:$CLEAN_PATH
