@@ -7,6 +7,7 @@ import random
 import re
 import shutil
 import subprocess
+import uuid
 from pathlib import Path
 
 from compare import Manifest, entry_of, manifest_of
@@ -192,7 +193,7 @@ def whole_disk(path: Path, parts: list[tuple[Path, str]]) -> Path:
     for part, _ in parts:
         starts.append(at)
         at += -(-part.stat().st_size // MIB)
-    lines = ["label: gpt", "label-id: 7C8A5E52-0E62-4B0E-9E5A-0D6F2C1B7A11"]
+    lines = ["label: gpt", f"label-id: {uuid.uuid5(uuid.NAMESPACE_URL, path.name)}"]
     for start, (part, kind) in zip(starts, parts):
         lines.append(f"start={start * 2048}, size={-(-part.stat().st_size // MIB) * 2048}, type={kind}")
     run("sfdisk", "-q", blank(path, at + 1), stdin="\n".join(lines).encode() + b"\n")

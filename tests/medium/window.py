@@ -146,6 +146,7 @@ class MessageBox:
         self._machine = machine
         middle = machine.options.width // 2, machine.options.height // 2
         self._area = Box(max(middle[0] - 330, 0), max(middle[1] - 280, 0), 660, 560)
+        self._close = (0, 0)
         self.picture = self._settled(what, seconds)
 
     def _settled(self, what: str, seconds: float) -> Picture:
@@ -157,9 +158,9 @@ class MessageBox:
             picture = self._machine.look()
             if not self._is_box(picture):
                 return None
-            same = last == picture.pixels
-            last = picture.pixels
-            return picture if same else None
+            self._close = picture.close_button(self._area) or (0, 0)
+            before, last = last, self._words(picture)
+            return picture if before == last else None
 
         return self._machine.wait(what, look, seconds)
 
@@ -174,10 +175,7 @@ class MessageBox:
         return self._has_sign(lambda red, green, blue: green > red + 50 and green > blue + 30)
 
     def _has_sign(self, is_sign: Callable[[int, int, int], bool]) -> bool:
-        close = self.picture.close_button(self._area)
-        if close is None:
-            return False
-        x, y = close[0] + 224, close[1] + 58
+        x, y = self._close[0] + 224, self._close[1] + 58
         return sum(is_sign(*self.picture.at(x + dx, y)) for dx in range(-18, 19)) >= 12
 
     def press(self, button: int) -> None:
@@ -191,9 +189,9 @@ class MessageBox:
         self._machine.wait_gone("the box to go", lambda: self._words(self._machine.look()) != before)
 
     def _words(self, picture: Picture) -> bytes:
-        """What stands between the box's sign and its buttons."""
-        close = self.picture.close_button(self._area) or (0, 0)
-        return b"".join(picture.row(close[0], close[1] + y, 440) for y in range(100, 190))
+        """The box's sign and what stands between it and the buttons."""
+        left, top = self._close
+        return b"".join(picture.row(left, top + y, 440) for y in range(40, 220))
 
 
 class Panel:
