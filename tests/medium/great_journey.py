@@ -65,7 +65,7 @@ def second_try(machine: Machine, window: Window, stick: Path, names: list[str]) 
     window.copy()
     box = MessageBox(machine, "the box at the end", 400)
     machine.shoot("end")
-    check(box.is_good(), "the box at the end has not the green sign")
+    check(box.is_good(), "the box at the end does not say that all is whole")
     box.press(0)
     window.leave()
 

@@ -38,6 +38,12 @@ def is_orange(colour: Colour) -> bool:
     return red >= 240 and 110 <= green <= 195 and blue <= 60
 
 
+def is_green(colour: Colour) -> bool:
+    """Whether it is the green of the program's good signs."""
+    red, green, blue = colour
+    return green > red + 50 and green > blue + 30
+
+
 class Picture:
     """The pixels of one screen, three bytes each, from the top left."""
 
@@ -109,6 +115,19 @@ class Picture:
                     continue
                 found.append(Box(start, y, width, self._depth(start + 4, y)))
         return [box for box in found if 20 <= box.height <= 120]
+
+    def outlined(self, inside: Box) -> list[Box]:
+        """The buttons that have an orange edge alone, top first."""
+        found: list[Box] = []
+        lines = [Box(x, y, width, 1) for y in range(inside.y, inside.y + inside.height)
+                 for x, width in self.solid_runs(y, 60) if inside.x <= x and x + width <= inside.x + inside.width]
+        for upper in lines:
+            for lower in lines:
+                same = abs(upper.x - lower.x) <= 2 and abs(upper.width - lower.width) <= 4
+                if same and 24 <= lower.y - upper.y <= 60 and not is_orange(self.at(upper.x + 12, upper.y + 12)):
+                    found.append(Box(upper.x, upper.y, upper.width, lower.y - upper.y + 1))
+                    break
+        return found
 
     def _depth(self, x: int, y: int) -> int:
         """How many lines below a pixel are orange."""

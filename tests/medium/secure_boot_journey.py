@@ -59,7 +59,7 @@ def rescue(machine: Machine, stick: Path, volumes: int) -> None:
     window.copy()
     box = MessageBox(machine, "the box at the end")
     machine.shoot("end")
-    check(box.is_good(), "the box at the end has not the green sign")
+    check(box.is_good(), "the box at the end does not say that all is whole")
     box.press(0)
     window.leave()
 

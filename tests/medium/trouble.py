@@ -40,7 +40,7 @@ def finish(machine: Machine, window: Window, good: bool) -> None:
     window.copy()
     box = MessageBox(machine, "the box at the end", 400)
     machine.shoot("end")
-    check(box.is_good() == good, "the sign at the end is the wrong one")
+    check(box.is_good() == good, "what the box at the end says is not what is on the stick")
     box.press(0)
     window.leave()
     machine.wait_line("program ended 0")

@@ -177,6 +177,12 @@ class Pictures(unittest.TestCase):
                           (Box(300, 100, 100, 32), ORANGE))
         self.assertEqual(picture.buttons(Box(0, 0, 350, 200)), [])
 
+    def test_a_button_that_is_only_an_edge_is_told_from_a_filled_one(self) -> None:
+        picture = painted(400, 200, (Box(20, 30, 100, 1), ORANGE), (Box(20, 61, 100, 1), ORANGE),
+                          (Box(200, 30, 100, 32), ORANGE))
+        self.assertEqual(picture.outlined(Box(0, 0, 400, 200)), [Box(20, 30, 100, 32)])
+        self.assertEqual(picture.buttons(), [Box(200, 30, 100, 32)])
+
     def test_a_close_button_is_a_small_red_disc(self) -> None:
         self.assertEqual(painted(200, 100, (Box(40, 20, 12, 12), RED)).close_button(), (45, 25))
         self.assertIsNone(painted(200, 100, (Box(40, 20, 120, 12), RED)).close_button())
