@@ -48,6 +48,16 @@ class Qmp:
         self.call("query-status")
         return any(e["event"] == name and device in (None, e.get("data", {}).get("device")) for e in self.events)
 
+    def drain(self) -> None:
+        """Reads what QEMU said before it ended."""
+        try:
+            while True:
+                answer = self._read()
+                if "event" in answer:
+                    self.events.append(answer)
+        except (QmpError, OSError, ValueError):
+            pass
+
     def close(self) -> None:
         """Ends the connection."""
         self._file.close()

@@ -5,17 +5,23 @@ from __future__ import annotations
 
 import os
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
 import unittest
+import zlib
 from pathlib import Path
+from typing import Any, Callable
 
 import disks
 from compare import Seal, below, differences, entry_of, load, manifest_of, save
 from picture import Box, Picture, is_orange
+from vm import Failure, Options
+from window import MessageBox, Window
 
 ORANGE, RED, WHITE = bytes((255, 160, 23)), bytes((244, 102, 79)), bytes((255, 255, 255))
+REFERENCES = Path(__file__).resolve().parent.parent / "visual/reference/1"
 TOOLS = ("mke2fs", "debugfs", "dumpe2fs", "e2fsck", "mformat", "mcopy", "mdir", "sfdisk")
 
 
@@ -203,6 +209,95 @@ class Pictures(unittest.TestCase):
             painted(40, 30).save(path)
             data = path.read_bytes()
             self.assertEqual((data[:8], data[16:24]), (b"\x89PNG\r\n\x1a\n", b"\0\0\0\x28\0\0\0\x1e"))
+
+
+class Guest:
+    """A machine whose screen is one of the pictures that the tests of the look hold."""
+
+    def __init__(self, name: str) -> None:
+        self.picture = read_png(REFERENCES / f"{name}.png")
+        self.options = Options(width=self.picture.width, height=self.picture.height)
+
+    def look(self) -> Picture:
+        """The picture."""
+        return self.picture
+
+    def say(self, _: str) -> None:
+        """Nothing."""
+
+    def wait(self, what: str, condition: Callable[[], Any], _: float = 0) -> Any:
+        """The condition's answer at the second look; Failure when it is none."""
+        if not (condition() or condition()):
+            raise Failure(what)
+        return condition()
+
+
+def read_png(path: Path) -> Picture:
+    """A PNG of 8 bits with red, green and blue, with or without transparency."""
+    data, at, packed = path.read_bytes(), 8, b""
+    while at < len(data):
+        size, kind = int.from_bytes(data[at:at + 4], "big"), data[at + 4:at + 8]
+        body = data[at + 8:at + 8 + size]
+        if kind == b"IHDR":
+            width, height, step = *struct.unpack(">II", body[:8]), {2: 3, 6: 4}[body[9]]
+        packed += body if kind == b"IDAT" else b""
+        at += 12 + size
+    raw, row, above, lines = zlib.decompress(packed), width * step, bytes(width * step), []
+    for y in range(height):
+        above = unfiltered(raw[y * (row + 1)], bytearray(raw[y * (row + 1) + 1:(y + 1) * (row + 1)]), above, step)
+        lines.append(above)
+    pixels = bytearray(b"".join(lines))
+    if step == 4:
+        del pixels[3::4]
+    return Picture(width, height, bytes(pixels))
+
+
+def unfiltered(kind: int, line: bytearray, above: bytes, step: int) -> bytes:
+    """A line of a PNG as it was before its filter."""
+    if kind == 2:
+        return bytes((a + b) & 255 for a, b in zip(line, above))
+    for x in range(len(line) if kind else 0):
+        left, up = line[x - step] if x >= step else 0, above[x]
+        if kind == 4:
+            corner = above[x - step] if x >= step else 0
+            far = abs(up - corner), abs(left - corner), abs(left + up - 2 * corner)
+            guess = left if far[0] <= far[1] and far[0] <= far[2] else up if far[1] <= far[2] else corner
+        else:
+            guess = left if kind == 1 else (left + up) // 2
+        line[x] = (line[x] + guess) & 255
+    return bytes(line)
+
+
+class Windows(unittest.TestCase):
+    """What the journeys read off the window, tried on the pictures that hold its look."""
+
+    def test_the_window_is_known_and_what_it_shows(self) -> None:
+        guest = Guest("select-ticked")
+        window, picture = Window(guest), guest.picture  # type: ignore[arg-type]
+        self.assertTrue(window.can_copy(picture) and window.has_disk(picture) and window.has_tick(picture, 8, 3))
+        self.assertFalse(window.has_tick(picture, 0) or window.has_tick(picture, 7, 3))
+        self.assertFalse(window.is_complete(picture) or window.is_copy_page(picture))
+
+    def test_an_empty_window_offers_nothing(self) -> None:
+        guest = Guest("select-no-disk")
+        window, picture = Window(guest), guest.picture  # type: ignore[arg-type]
+        self.assertFalse(window.can_copy(picture) or window.has_disk(picture))
+
+    def test_a_box_or_a_page_of_a_copy_is_no_first_page(self) -> None:
+        for name in ("box-exit", "copy-half", "end-whole"):
+            with self.subTest(name), self.assertRaises(Failure):
+                Window(Guest(name))  # type: ignore[arg-type]
+
+    def test_only_a_whole_rescue_reads_as_good(self) -> None:
+        good = {"end-whole": True, "end-not-whole": False, "end-stopped": False, "end-nothing": False,
+                "end-not-confirmed": False, "box-removed": False, "box-no-space": False, "box-exit": False}
+        for name, is_good in good.items():
+            with self.subTest(name):
+                self.assertEqual(MessageBox(Guest(name)).is_good(), is_good)  # type: ignore[arg-type]
+
+    def test_a_window_without_a_box_has_none(self) -> None:
+        with self.assertRaises(Failure):
+            MessageBox(Guest("select-ticked"))  # type: ignore[arg-type]
 
 
 class Entries(unittest.TestCase):

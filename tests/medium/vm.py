@@ -294,6 +294,7 @@ class Machine:
             time.sleep(LOOK_SECONDS)
         if self._process:
             self._process.wait(30)
+        self._qmp.drain()
         reasons = [e["data"].get("reason", "") for e in self._qmp.events if e["event"] == "SHUTDOWN"]
         self.say(f"the computer has ended: {reasons}")
         return str(reasons[-1]) if reasons else ""

@@ -11,6 +11,8 @@ from picture import Box, Colour, Picture, is_green, is_orange, near
 from vm import Failure, Machine
 
 WIDTH, HEIGHT = 1120, 690
+# On a screen that is not as wide the window is as wide as that, and has a bar below.
+SCROLL_BAR = 10
 TITLE = (248, 248, 248)
 WHITE = (255, 255, 255)
 BUTTON_OFF = (198, 198, 198)
@@ -25,7 +27,7 @@ DROP = (1032, 135)
 DISK, DISK_HEIGHT = 175, 30
 STICK_PICTURE = (905, 395)
 COMPLETE = (839, 652)
-COPY = (1080, 652)
+COPY = (985, 652)
 
 
 class Window:
@@ -34,7 +36,9 @@ class Window:
     def __init__(self, machine: Machine, seconds: float = 120) -> None:
         self._machine = machine
         options = machine.options
-        self._left, self._top = (options.width - WIDTH) // 2, (options.height - HEIGHT) // 2
+        small = options.width < WIDTH
+        self._left = max(options.width - WIDTH, 0) // 2
+        self._top = (options.height - HEIGHT - (SCROLL_BAR if small else 0)) // 2
         machine.wait("the window in the middle of the screen", lambda: self.is_shown(machine.look()), seconds)
         machine.say("the window is shown")
 
@@ -48,9 +52,9 @@ class Window:
         around = [picture.at(x, y) for x, y in ((self._left // 2, 400), (picture.width - self._left // 2, 400))]
         close = picture.close_button() or (0, 0)
         return (abs(close[0] - self._left - CLOSE[0]) <= 2 and abs(close[1] - self._top - CLOSE[1]) <= 2
-                and all(near(self.at(picture, (x, 20)), TITLE) for x in (120, 300, 800, 1100))
-                and all(near(self.at(picture, (x, 60)), WHITE) for x in (5, 300, 1110))
-                and all(near(self.at(picture, place), LINE) for place in ((30, 400), (1089, 400)))
+                and all(near(self.at(picture, (x, 20)), TITLE) for x in (120, 300, 800, 1000))
+                and all(near(self.at(picture, (x, 60)), WHITE) for x in (5, 300, 1000))
+                and all(near(self.at(picture, place), LINE) for place in ((30, 400), (754, 400)))
                 and (near(button, BUTTON_OFF) or is_orange(button))
                 and (self._left == 0 or all(max(colour) <= 60 for colour in around)))
 
