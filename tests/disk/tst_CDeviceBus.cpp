@@ -43,7 +43,8 @@ void tst_CDeviceBus::isUsb()
     fake.Disk("pci/ata1/host0/0:0:0:0/block/sda", "8:0");
     fake.Disk("virtual/block/loop0", "7:0");
     fake.Disk("platform/soc/block/foo0", "200:0");
-    const QString strStick = "pci0000:00/0000:00:14.0/usb1/1-16/1-1:1.0/host9/target9:0:0/9:0:0:0/block/sdb/sdb1";
+    const QString strStick
+        = "pci0000:00/0000:00:14.0/usb1/1-16/1-1:1.0/host9/target9:0:0/9:0:0:0/block/sdb/sdb1";
     const auto fnMapped = [&fake](const QString& strDevice, const QString& strName, const QString& strPart) {
         const QString strPath = "virtual/block/" + strDevice;
         fake.Disk(strPath, "254:" + strDevice.mid(3));
