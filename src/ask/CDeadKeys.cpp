@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <iterator>
 
+namespace {
+
 /** A key, what it puts onto a letter, and what it is without one. */
 struct STDeadKey
 {
@@ -13,6 +15,8 @@ struct STDeadKey
     ushort nAlone = 0; ///< instead of one
     ushort nTypewriter = 0; ///< instead of one, where the sign has no key of its own
 };
+
+}
 
 static const STDeadKey DEAD_KEYS[] = {
     {Qt::Key_Dead_Grave, 0x300, '`', '`'},        {Qt::Key_Dead_Acute, 0x301, 0xB4, '\''},
@@ -53,12 +57,12 @@ CDeadKeys::CDeadKeys(bool bTypewriter)
 
 std::optional<QString> CDeadKeys::Take(const QKeyEvent& event)
 {
-    const STDeadKey* pBefore = m_pWaiting;
+    const STDeadKey* pBefore = Find(m_nWaiting);
     const STDeadKey* pNow = Find(event.key());
     if (IsModifier(event.key()) || (!pBefore && !pNow)) {
         return std::nullopt;
     }
-    m_pWaiting = pBefore ? nullptr : pNow;
+    m_nWaiting = pBefore ? 0 : event.key();
     if (!pBefore) {
         return QString();
     }

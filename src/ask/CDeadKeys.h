@@ -23,6 +23,6 @@ public:
     std::optional<QString> Take(const QKeyEvent& event);
 
 private:
-    const struct STDeadKey* m_pWaiting = nullptr; // the one before
+    int m_nWaiting = 0; // the dead key before, of the toolkit; 0 without one
     const bool m_bTypewriter;
 };

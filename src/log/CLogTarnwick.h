@@ -79,8 +79,7 @@ public:
     /** The file in the temporary folder; empty while every line was written where it belongs. Any thread. */
     QString FallbackFile() const;
 
-    /** The file that lines go to now, there or beside the executable; empty before InitFolder(). Any thread.
-     */
+    /** The file that lines go to now, of the two; empty before InitFolder(). Any thread. */
     QString CurrentFile() const;
 
     /** Whether a line could be written in neither place. Any thread. */

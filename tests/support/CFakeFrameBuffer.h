@@ -10,8 +10,7 @@
 class CFakeFrameBuffer
 {
 public:
-    /** Gives it that size and fills it with a colour, as what is left of the system's start. Before the
-     * application. */
+    /** Gives it that size and a colour that the system's start has left. Before the application. */
     static void Make(const QSize& size, QRgb nLeftOver);
 
     /** What it shows now. */
