@@ -11,11 +11,11 @@ ASK=${TARNWICK_ASK:-/usr/lib/tarnwick/TarnwickAsk}
 
 # The first serial port, where the machine has one: a node is there in any case.
 has_serial() {
-    if [ -z "${SERIAL:-}" ]; then
-        SERIAL=no
-        [ ! -w "$ROOT/dev/ttyS0" ] || ! grep -q '^0: uart:[^u]' "$ROOT/proc/tty/driver/serial" 2>/dev/null || SERIAL=yes
+    if [ -z "${SERIAL_PORT:-}" ]; then
+        SERIAL_PORT=no
+        [ ! -w "$ROOT/dev/ttyS0" ] || ! grep -q '^0: uart:[^u]' "$ROOT/proc/tty/driver/serial" 2>/dev/null || SERIAL_PORT=yes
     fi
-    [ "$SERIAL" = yes ]
+    [ "$SERIAL_PORT" = yes ]
 }
 
 # say TEXT…: one line for whoever looks for what happened, in the kernel's log, in a file, on the serial port.
