@@ -1,7 +1,7 @@
 #pragma once
 
-#include "diskutil/CMountList.h"
 #include "disk/platform/linux/CSysBlock.h"
+#include "diskutil/CMountList.h"
 
 #include <cstdint>
 #include <optional>
