@@ -103,6 +103,7 @@ class Machine:
         self._begin = time.monotonic()
         self._mark = 0
         self._nodes: dict[str, str] = {}
+        self._listed: list[str] = []
         self._shell: Optional[socket.socket] = None
         self._process: Optional[subprocess.Popen[bytes]] = None
 
@@ -263,14 +264,31 @@ class Machine:
         return re.sub(r"\x1b\[[0-9;?=]*[A-Za-z]", "", text).replace("\r", "")
 
     def lines(self) -> list[str]:
-        """The state lines of the medium so far, without what stands before "tarnwick: "."""
-        return [found.rstrip() for found in re.findall(r"tarnwick: [^\n]*(?=\n)", self.serial())]
+        """The state lines of the medium so far: the serial port's, or the guest's own list when that has more."""
+        heard = [found.rstrip() for found in re.findall(r"tarnwick: [^\n]*(?=\n)", self.serial())]
+        return heard if len(heard) >= len(self._listed) else self._listed
+
+    def _ask_for_lines(self) -> None:
+        """Reads the guest's list through its shell: what is said while a terminal closes can miss the serial port."""
+        if "tarnwick.shell" not in self.options.words or "tarnwick: session" not in self.serial():
+            return
+        try:
+            code, text = self.shell_code("cat /run/tarnwick/session.log", 20)
+        except (Failure, OSError):
+            return
+        if code == 0:
+            self._listed = [line.rstrip() for line in text.splitlines() if line.startswith("tarnwick: ")]
 
     def wait_line(self, pattern: str, seconds: float = 240, after: int = 0) -> re.Match[str]:
         """The first state line, from number `after` on, of which the pattern matches the whole."""
         whole = re.compile(r"tarnwick: " + pattern)
+        asked = time.monotonic()
 
         def look() -> Optional[re.Match[str]]:
+            nonlocal asked
+            if time.monotonic() > asked + 8:
+                self._ask_for_lines()
+                asked = time.monotonic()
             return next((m for m in map(whole.fullmatch, self.lines()[after:]) if m), None)
 
         match = self.wait(f"line “{pattern}”", look, seconds)
