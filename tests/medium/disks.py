@@ -16,12 +16,7 @@ MIB = 1 << 20
 # What mtools takes file names for.
 ENVIRONMENT = {**os.environ, "LC_ALL": "C.UTF-8", "MTOOLS_SKIP_CHECK": "1"}
 ENVIRONMENT["PATH"] += ":/usr/sbin:/sbin"
-LINUX, WINDOWS, LVM = (
-    "0FC63DAF-8483-4772-8E79-3D69D8477DE4",
-    "EBD0A0A2-B9E5-4433-87C0-68B6B72699C7",
-    "E6D6D379-F507-44C2-A23C-238F2A3DF928",
-)
-MAC_HFS, MAC_APFS = "48465300-0000-11AA-AA11-00306543ECAC", "7C3457EF-0000-11AA-AA11-00306543ECAC"
+LINUX, WINDOWS = "0FC63DAF-8483-4772-8E79-3D69D8477DE4", "EBD0A0A2-B9E5-4433-87C0-68B6B72699C7"
 
 
 def run(*command: object, stdin: bytes = b"") -> str:
@@ -139,51 +134,6 @@ def ntfs(path: Path, label: str, files: dict[str, bytes], mib: int = 64) -> Path
     return path
 
 
-def btrfs(path: Path, label: str, folder: Path, mib: int = 128) -> Path:
-    """A btrfs with what lies in a folder."""
-    run("mkfs.btrfs", "-q", "-f", "-L", label, "--rootdir", folder, blank(path, mib))
-    return path
-
-
-def xfs(path: Path, label: str, mib: int = 320) -> Path:
-    """An empty XFS."""
-    run("mkfs.xfs", "-q", "-f", "-L", label, blank(path, mib))
-    return path
-
-
-def exfat(path: Path, label: str, mib: int = 64) -> Path:
-    """An empty exFAT."""
-    run("mkfs.exfat", "-L", label, blank(path, mib))
-    return path
-
-
-def apfs(path: Path, label: str, mib: int = 128) -> Path:
-    """An APFS with one volume, which is empty."""
-    run("mkapfs", "-L", label, blank(path, mib))
-    return path
-
-
-def hfsplus(path: Path, label: str, folder: Path) -> Path:
-    """An HFS+ with what lies in a folder: the Macintosh side of a hybrid disc image."""
-    disc = path.with_suffix(".iso")
-    run("xorriso", "-as", "mkisofs", "-quiet", "-hfsplus", "-V", label, "-o", disc, folder)
-    data = disc.read_bytes()
-    start, size = apple_partition(data)
-    path.write_bytes(data[start:start + size])
-    disc.unlink()
-    return path
-
-
-def apple_partition(data: bytes) -> tuple[int, int]:
-    """Where the HFS+ partition of an Apple partition map lies: first byte and size."""
-    for at in range(512, 64 * 2048, 512):
-        if data[at:at + 2] == b"PM" and data[at + 48:at + 57] == b"Apple_HFS":
-            block = 2048 if data[2048:2050] == b"PM" and data[512:514] != b"PM" else 512
-            start = int.from_bytes(data[at + 8:at + 12], "big") * block
-            return start, int.from_bytes(data[at + 12:at + 16], "big") * block
-    raise RuntimeError("the disc image has no HFS+ partition")
-
-
 # --- Disks -------------------------------------------------------------------
 
 
@@ -215,17 +165,15 @@ def put(source: Path, disk: Path, at: int) -> None:
 
 
 def stick(path: Path, label: str, mib: int = 512, kind: str = "fat") -> Path:
-    """A USB stick with one partition, as a shop sells it: FAT32, exFAT or (for tests that look at names) ext4."""
+    """A USB stick with one partition, as a shop sells it: FAT32, or ext4 for tests that look at names."""
     part = path.with_suffix(".part")
     folder = write_folder(path.with_suffix(".none"), {})
     if kind == "fat":
         fat(part, label, folder, mib - 1)
-    elif kind == "exfat":
-        exfat(part, label, mib - 1)
     else:
         ext4(part, label, folder, mib - 1)
     folder.rmdir()
-    number = {"fat": "c", "exfat": "7", "ext4": "83"}[kind]
+    number = {"fat": "c", "ext4": "83"}[kind]
     run("sfdisk", "-q", blank(path, mib), stdin=f"label: dos\nstart=2048, type={number}\n".encode())
     put(part, path, MIB)
     part.unlink()
