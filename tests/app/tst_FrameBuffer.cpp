@@ -124,6 +124,14 @@ void tst_FrameBuffer::boxHasNoBlackFrame()
                  qPrintable(PixelAt(box.mapToGlobal(pt)).name()));
     }
     Keep("box");
+    // Where it was there is the window again, and the ground where it hung over the window's edge.
+    box.move(window.width() - 100, 50);
+    QTRY_COMPARE(PixelAt(box.mapToGlobal({200, 150})), QColor(Qt::white));
+    const QPoint ptOverWindow = box.mapToGlobal({4, 150});
+    const QPoint ptOverGround = box.mapToGlobal({200, 150});
+    box.close();
+    QTRY_COMPARE(PixelAt(ptOverWindow), QColor(Qt::white));
+    QTRY_COMPARE(PixelAt(ptOverGround), QColor(SkinColor::GROUND));
 }
 
 void tst_FrameBuffer::listOpensBelowItsButton()
