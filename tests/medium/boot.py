@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""One way to start the computer, up to the window: boot.py secure|efi|ia32|bios|small
+"""One way to start the computer, up to the window: boot.py secure|efi|ia32|bios
 
 The guest says how it was started; the window's pixels say that it is there.
 """
@@ -22,8 +22,6 @@ class Way:
     firmware: Firmware
     bits: str
     secure: str
-    width: int = 1280
-    height: int = 800
 
 
 WAYS = {
@@ -31,7 +29,6 @@ WAYS = {
     "efi": Way(UEFI, "64", "0"),
     "ia32": Way(UEFI_32, "32", "0"),
     "bios": Way(BIOS, "0", "none"),
-    "small": Way(UEFI, "64", "0", width=1024, height=768),
 }
 
 
@@ -64,7 +61,7 @@ def story(bed: Bed) -> None:
     way = WAYS[bed.name.removeprefix("boot_")]
     files = disks.write_folder(bed.work / "files", disks.user_files(5, photos=1))
     inner = disks.whole_disk(bed.work / "inner.img", [(disks.ext4(bed.work / "e", "Linux", files), disks.LINUX)])
-    options = Options(firmware=way.firmware, width=way.width, height=way.height, disks=[Disk(inner)])
+    options = Options(firmware=way.firmware, disks=[Disk(inner)])
     with bed.machine(options) as machine:
         machine.wait_line("medium .*")
         machine.wait_line("window")
