@@ -151,7 +151,8 @@ void tst_MacFileNames::PlantAll()
         for (const QByteArray& baFile : NAMES) {
             const QByteArray baContent = baFolder.toHex() + ' ' + baFile.toHex();
             Write(Below("all/" + baFolder + '/' + baFile + ".txt"), baContent);
-            symlink((baFile + ".txt").constData(), Below("all/" + baFolder + "/link " + baFile).constData());
+            const QByteArray baLink = Below("all/" + baFolder + "/link " + baFile);
+            QCOMPARE(symlink((baFile + ".txt").constData(), baLink.constData()), 0);
             m_nBytes += baContent.size();
         }
     }
@@ -235,7 +236,8 @@ void tst_MacFileNames::linkThatLeadsBackIsSeen()
 {
     for (const QByteArray& baName : NAMES) {
         Write(Below(baName + "/inside/file"), "text");
-        symlink(("../../" + baName).constData(), Below(baName + "/inside/" + baName).constData());
+        QCOMPARE(symlink(("../../" + baName).constData(), Below(baName + "/inside/" + baName).constData()),
+                 0);
         const QString strName = CFileName::Decode(baName);
         Tick({strName}, 4);
         CDirNode* pInside = m_pNodes->Root()->m_listChild.last();
@@ -273,7 +275,7 @@ void tst_MacFileNames::volumeOfSuchANameIsCounted()
     Write(Below(NAMES.at(0) + "/file"), "12345");
     QVERIFY(CDirListing::KindOf(strVolume).bDir);
     QVERIFY(!CDirListing::KindOf(strVolume).bLink);
-    symlink(NAMES.at(0).constData(), Below(NAMES.at(1)).constData());
+    QCOMPARE(symlink(NAMES.at(0).constData(), Below(NAMES.at(1)).constData()), 0);
     QVERIFY(CDirListing::KindOf(CFileName::Decode(Below(NAMES.at(1)))).bLink);
     QVERIFY(CDirListing::KindOf(CFileName::Decode(Below(NAMES.at(1)))).bDir);
     QVERIFY(!CDirListing::KindOf(CFileName::Decode(Below(NAMES.at(2)))).bDir);
