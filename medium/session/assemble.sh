@@ -12,12 +12,19 @@ members() {
     done
 }
 
-# RAID sets, also with a disk missing. Their disks are set read-only, and so are they: nothing is rebuilt.
+# RAID sets, also with a disk missing. Their disks are set read-only, and so are they: nothing is rebuilt. Of no other
+# disk is mdadm told.
 assemble_md() {
+    local name
     [ -n "$(loose_members '*_raid_member')" ] || return 0
     modprobe -qa md_mod raid0 raid1 raid10 raid456 linear || :
     [ ! -w "$SYS/module/md_mod/parameters/start_ro" ] || echo 1 >"$SYS/module/md_mod/parameters/start_ro"
-    bounded 30 mdadm --assemble --scan --readonly --run >"$RUN/md.log" 2>&1 || say "note RAID: $(first_line "$RUN/md.log")"
+    {
+        printf 'DEVICE containers'
+        for name in $(members '*_raid_member'); do printf ' %s' "$(node_of "$name")"; done
+        echo
+    } >"$RUN/mdadm.conf"
+    bounded 30 mdadm --config "$RUN/mdadm.conf" --assemble --scan --readonly --run >"$RUN/md.log" 2>&1 || say "note RAID: $(first_line "$RUN/md.log")"
     udevadm settle -t 10 || :
 }
 
@@ -50,11 +57,11 @@ activate_lvm() {
     local fresh name number
     fresh=
     for name in $(members LVM2_member); do
-        [ ! -e "$RUN/lvm/$name" ] || continue
         mkdir -p "$RUN/lvm" "$RUN/devices/$name"
+        # Disks that come together are handled side by side: each gets one view, LVM refuses two that are alike.
+        (set -C; : >"$RUN/lvm/$name") 2>/dev/null || continue
         number=$(make_view "$name") || { say "not shown $(node_of "$name") LVM2_member: no view of it"; continue; }
         keep_view "$name" "$number"
-        : >"$RUN/lvm/$name"
         fresh=1
     done
     [ -n "$fresh" ] || return 0

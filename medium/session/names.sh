@@ -36,7 +36,7 @@ system_of() {
         echo macOS
         return 0
     fi
-    for folder in "$1" "$1/@" "$1/root"; do
+    for folder in "$1" "$1/@" "$1/@rootfs" "$1/root"; do
         if [ -d "$folder/etc" ] && { [ -e "$folder/usr/lib/os-release" ] || [ -e "$folder/etc/os-release" ] || [ -d "$folder/home" ]; }; then
             echo Linux
             return 0

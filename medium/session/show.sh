@@ -40,6 +40,7 @@ lies_in_raid() {
 # handle NAME: shows the device, or says why not. It has been claimed.
 handle() {
     facts "$1" || :
+    keep_origin "$1"
     if has_partitions "$1"; then
         echo parted >"$RUN/devices/$1/state"
     elif reason=$(reason_to_leave_out "$1"); then
@@ -51,10 +52,18 @@ handle() {
     fi
 }
 
+# keep_origin NAME: of what is put together, the disks and partitions that it goes with, and what to close then.
+keep_origin() {
+    case $1 in dm-*) ;; *) return 0 ;; esac
+    bases_of "$1" >"$RUN/devices/$1/bases"
+    line_of "$SYS/class/block/$1/dm/name"
+    [ -e "$RUN/devices/$1/mapping" ] || printf '%s\n' "$LINE" >"$RUN/devices/$1/mapping"
+}
+
 handle_contents() {
     ! is_usb "$1" || recognise_source "$1"
     case $TYPE in
-    *_raid_member | LVM2_member) echo member >"$RUN/devices/$1/state" ;;
+    *_raid_member | LVM2_member) handle_member "$1" ;;
     crypto_LUKS | BitLocker) echo locked >"$RUN/devices/$1/state" ;;
     apfs) show_apfs "$1" ;;
     btrfs) is_follower "$1" || show "$1" ;;
@@ -67,6 +76,11 @@ handle_contents() {
         fi
         ;;
     esac
+}
+
+handle_member() {
+    echo member >"$RUN/devices/$1/state"
+    [ "$(kind_of "$1")" != usb ] || say "not shown $(node_of "$1") $TYPE: part of a volume that nothing can be copied to"
 }
 
 handle_nothing() {
@@ -178,7 +192,12 @@ place() {
     local wanted name
     wanted=$(name_for "$1" "$3" "$2")
     name=$(take_name "$wanted") || { not_shown "$1" failed "there is no name left for it"; umount -l "$2"; return 1; }
-    mount --move "$2" "$VOLUMES/$name"
+    if ! mount --move "$2" "$VOLUMES/$name"; then
+        umount -l "$2" || :
+        rmdir "$2" "$VOLUMES/$name" || :
+        not_shown "$1" failed "it could not be put in its place"
+        return 1
+    fi
     rmdir "$2" 2>/dev/null || :
     printf '%s\n' "$name" >>"$RUN/devices/$1/names"
     echo shown >"$RUN/devices/$1/state"
@@ -186,10 +205,11 @@ place() {
     [ "$5" = usb ] || show_homes "$1" "$name" "$4" "$5"
 }
 
-# The tree leaves out names that begin with "home": what they hold is a volume of its own beside it.
+# The tree leaves out names that begin with "home": what they hold is a volume of its own beside it. Systems on
+# btrfs may keep them in a volume that is a folder here: "@/home", "@rootfs/home", "root/home".
 show_homes() {
     local folder home
-    for folder in "$VOLUMES/$2"/home*; do
+    for folder in "$VOLUMES/$2"/home* "$VOLUMES/$2"/@*/home* "$VOLUMES/$2"/root/home*; do
         if [ ! -d "$folder" ] || [ -L "$folder" ] || [ -z "$(ls -A "$folder")" ]; then
             continue
         fi

@@ -4,26 +4,41 @@
 
 look_at_usb_disks() {
     local disk
-    mkdir -p "$RUN/probes"
     PROBES=
     for disk in $(all_disks); do
         case $disk in sr*) continue ;; esac
         if ! is_usb "$disk" || is_medium "$disk"; then
             continue
         fi
-        (set +e; probe_disk "$disk" >"$RUN/probes/$disk") &
+        mkdir -p "$RUN/looked/$disk"
+        (set +e; systems_on "$disk" >"$RUN/looked/$disk/list" && : >"$RUN/looked/$disk/done") &
         PROBES="$PROBES $!"
     done
 }
 
-probe_disk() {
+# systems_on DISK: what is installed on it, one a line. Waits for udev and for the disk, however long they take.
+systems_on() {
     local part
     for part in $(partitions_of "$1") "$1"; do
-        facts "$part" || continue
         if [ "$part" != "$1" ] || ! has_partitions "$1"; then
-            probe "$part"
+            until facts "$part" || [ ! -e "$SYS/class/block/$part" ]; do sleep 0.5; done
+            system_on "$part"
         fi
     done | sort -u
+}
+
+# system_on NAME: each device is looked at once; who comes while another looks waits for that.
+system_on() {
+    local place
+    place=$RUN/probes/$1
+    mkdir -p "$RUN/probes"
+    if mkdir "$place" 2>/dev/null; then
+        probe "$1" >"$place/found"
+        : >"$place/done"
+    fi
+    until [ -e "$place/done" ] || [ ! -e "$place" ]; do sleep 0.2; done
+    cat "$place/found" 2>/dev/null
+    return 0
 }
 
 probe() {
@@ -66,12 +81,15 @@ probe_files() {
     drop_view "$number"
 }
 
+# One that has not answered by now is looked at when it does, and nobody is asked.
 choose_sources() {
-    local probe
+    local place
     # shellcheck disable=SC2086
-    await 20 $PROBES || say "note: a USB disk does not answer"
-    for probe in "$RUN/probes"/*; do
-        [ ! -s "$probe" ] || choose_source "$(basename "$probe")" "$(paste -s -d , "$probe" | sed 's/,/, /g')"
+    await "$LOOK_SECONDS" $PROBES || say "note: a USB disk does not answer"
+    for place in "$RUN/looked"/*; do
+        if [ -e "$place/done" ] && [ -s "$place/list" ]; then
+            choose_source "$(basename "$place")" "$(paste -s -d , "$place/list" | sed 's/,/, /g')"
+        fi
     done
 }
 
@@ -83,6 +101,8 @@ choose_source() {
     ask source "$1" --name "$model" --size "$(bytes_of "$1")" --disk "$model" --systems "$2" >/dev/null || answer=$?
     if [ "$answer" -eq 1 ]; then
         say "note $1: holds $2, to copy to"
+        mkdir -p "$RUN/targets"
+        : >"$RUN/targets/$1"
     else
         say "note $1: holds $2, to rescue from"
         remember_source "$1"
@@ -102,18 +122,35 @@ remember_source() {
     mark_of "$1" >>"$RUN/source-marks"
 }
 
-# A disk that comes while the program runs: nobody can be asked then. One that was rescued from is it again, after
-# a loose cable, and one that holds a system is not written to.
+# A disk that nobody was asked about: it came while the program runs, or answered late. One that was rescued from is
+# it again, after a loose cable, and one that holds a system is not written to: not to its other partitions either.
 recognise_source() {
     local disk
     disk=$(disk_of "$(bases_of "$1" | head -n 1)")
-    # What was there before the start has been asked about.
-    if is_source_disk "$1" || [ -e "$RUN/probes/$disk" ]; then
+    case $disk in sr*) return ;; esac
+    if is_source_disk "$1" || [ -e "$RUN/targets/$disk" ]; then
         return
     fi
-    if mark_of "$disk" | grep -qxFf - "$RUN/source-marks" 2>/dev/null || [ -n "$(probe "$1")" ]; then
-        say "note $disk: holds a system, to rescue from"
+    if mark_of "$disk" | grep -qxFf - "$RUN/source-marks" 2>/dev/null; then
         remember_source "$disk"
-        set_readonly "$disk"
+    else
+        look_for_system "$1" "$disk" || return 0
+    fi
+    say "note $disk: holds a system, to rescue from"
+    set_readonly "$disk"
+}
+
+# look_for_system NAME DISK: 0 when it is one to rescue from. So is one that does not answer, as long as it is plugged in.
+look_for_system() {
+    local rc
+    rc=0
+    bounded "$LOOK_SECONDS" systems_on "$2" >"$RUN/devices/$1/systems" || rc=$?
+    if [ "$rc" -ne 0 ]; then
+        say "note $2: does not answer, nothing is written to it"
+        : >"$RUN/sources/$2"
+    elif [ -s "$RUN/devices/$1/systems" ]; then
+        remember_source "$2"
+    else
+        return 1
     fi
 }

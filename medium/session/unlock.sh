@@ -5,10 +5,20 @@
 OPEN=tarnwick-open-
 
 unlock_all() {
+    while unlock_next; do :; done
+}
+
+# The next one that nobody was asked about, for example within what was opened before; 1 when there is none.
+unlock_next() {
     local record
     for record in "$RUN/devices"/*; do
-        [ "$(cat "$record/state" 2>/dev/null)" != locked ] || unlock "$(basename "$record")" || :
+        if [ "$(cat "$record/state" 2>/dev/null)" = locked ] && [ ! -e "$record/asked" ]; then
+            : >"$record/asked"
+            unlock "$(basename "$record")" || :
+            return 0
+        fi
     done
+    return 1
 }
 
 # kind_of_lock NAME: the word that the question knows it by.

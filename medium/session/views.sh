@@ -13,6 +13,9 @@ CHUNK=8 # sectors
 set_readonly() {
     local name
     for name in "$1" $(partitions_of "$1"); do
+        # Known without the disk, which may hang.
+        line_of "$SYS/class/block/$name/ro"
+        [ "$LINE" != 1 ] || continue
         bounded 10 blockdev --setro "$(node_of "$name")" || say "note $(node_of "$name"): could not be set read-only"
     done
 }
