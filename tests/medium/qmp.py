@@ -17,7 +17,11 @@ class Qmp:
     def __init__(self, path: str, seconds: float) -> None:
         self._socket = socket.socket(socket.AF_UNIX)
         self._socket.settimeout(seconds)
-        self._socket.connect(path)
+        try:
+            self._socket.connect(path)
+        except OSError:
+            self._socket.close()
+            raise
         self._file = self._socket.makefile("rwb")
         self.events: list[dict[str, Any]] = []
         self._read()

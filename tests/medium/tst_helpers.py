@@ -10,6 +10,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import unittest.mock
 import zlib
 from pathlib import Path
 from typing import Any, Callable
@@ -17,7 +18,7 @@ from typing import Any, Callable
 import disks
 from compare import Seal, below, differences, entry_of, load, manifest_of, save
 from picture import Box, Picture, is_orange
-from vm import Failure, Options
+from vm import SKIPPED, Failure, Firmware, Machine, Options
 from window import MessageBox, Window
 
 ORANGE, RED, WHITE = bytes((255, 160, 23)), bytes((244, 102, 79)), bytes((255, 255, 255))
@@ -300,6 +301,56 @@ class Windows(unittest.TestCase):
             MessageBox(Guest("select-ticked"))  # type: ignore[arg-type]
 
 
+FAKE_QEMU = """#!{python}
+import signal, socket, sys
+path = next(word for word in sys.argv if "/qmp," in word).split(",")[0].removeprefix("unix:")
+server = socket.socket(socket.AF_UNIX)
+server.bind(path)
+server.listen()
+file = server.accept()[0].makefile("rwb")
+file.write(b'{{"QMP": {{}}}}\\n')
+file.flush()
+for line in file:
+    file.write(b'{{"return": {{}}}}\\n')
+    file.flush()
+signal.pause()
+"""
+
+
+class Machines(unittest.TestCase):
+    """How a computer begins and ends, with something in QEMU's place that answers and does no more."""
+
+    def setUp(self) -> None:
+        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        path = f"{self.folder}:{os.environ['PATH']}"
+        self.enterContext(unittest.mock.patch.dict(os.environ, {"PATH": path}))
+
+    def machine(self, program: str, work: Path) -> Machine:
+        """A computer of that program."""
+        qemu = self.folder / "qemu-system-x86_64"
+        qemu.write_text(program)
+        qemu.chmod(0o755)
+        return Machine("guest", self.folder / "image", Options(firmware=Firmware("bios")), work, self.folder / "pictures")
+
+    def test_it_runs_in_a_deep_folder_and_ends_whatever_happens(self) -> None:
+        for problem in (None, Failure("no window"), KeyboardInterrupt()):
+            with self.subTest(problem):
+                machine = self.machine(FAKE_QEMU.format(python=sys.executable), self.folder / ("deep" * 40))
+                try:
+                    with machine:
+                        self.assertTrue(machine.runs())
+                        if problem:
+                            raise problem
+                except (Failure, KeyboardInterrupt) as caught:
+                    self.assertIs(caught, problem)
+                self.assertFalse(machine.runs())
+
+    def test_one_that_does_not_start_is_told_with_its_words(self) -> None:
+        with self.assertRaisesRegex(Failure, "no such machine"):
+            with self.machine("#!/bin/sh\necho no such machine; exit 1\n", self.folder / "work"):
+                pass
+
+
 class Entries(unittest.TestCase):
     """Files made from a seed."""
 
@@ -313,4 +364,7 @@ class Entries(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=[sys.argv[0], "-v"])
+    outcome = unittest.main(argv=[sys.argv[0], "-v"], exit=False).result
+    if not outcome.wasSuccessful():
+        sys.exit(1)
+    sys.exit(SKIPPED if outcome.skipped else 0)

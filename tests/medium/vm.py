@@ -15,6 +15,7 @@ import shutil
 import signal
 import socket
 import subprocess
+import tempfile
 import time
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -99,6 +100,7 @@ class Machine:
     def __init__(self, name: str, image: Path, options: Options, work: Path, pictures: Path) -> None:
         self.name, self.options, self._image = name, options, image
         self._work, self._pictures = work / name, pictures
+        self._sockets = Path()
         self._shots = len(list(pictures.glob("*.png"))) if pictures.exists() else 0
         self._begin = time.monotonic()
         self._mark = 0
@@ -113,18 +115,25 @@ class Machine:
         shutil.rmtree(self._work, ignore_errors=True)
         self._work.mkdir(parents=True)
         self._pictures.mkdir(parents=True, exist_ok=True)
+        # The name of a socket has room for about 100 letters, and a build folder may be deep.
+        self._sockets = Path(tempfile.mkdtemp(prefix="tarnwick-"))
         with (self._work / "qemu.log").open("wb") as log:
             self._process = subprocess.Popen(self._command(), stdout=log, stderr=log, stdin=subprocess.DEVNULL,
                                              preexec_fn=_die_with_parent)
         self._begin = time.monotonic()
         try:
-            path = str(self._work / "qmp")
-            self.wait("QEMU's control socket", lambda: os.path.exists(path), 30)
-            self._qmp = Qmp(path, 120 * SLOW)
+            self._qmp = self.wait("QEMU's control socket", self._control, 30)
         except BaseException:
             self._end()
             raise
         return self
+
+    def _control(self) -> Optional[Qmp]:
+        """The control socket as soon as QEMU listens on it."""
+        try:
+            return Qmp(str(self._sockets / "qmp"), 120 * SLOW)
+        except (FileNotFoundError, ConnectionRefusedError):
+            return None
 
     def __exit__(self, kind: Any, *_: Any) -> None:
         try:
@@ -146,6 +155,7 @@ class Machine:
             except subprocess.TimeoutExpired:
                 self._process.kill()
                 self._process.wait()
+        shutil.rmtree(self._sockets, ignore_errors=True)
         for name in ("serial.log", "qemu.log"):
             if (self._work / name).exists():
                 shutil.copy(self._work / name, self._pictures / f"{self.name}-{name}")
@@ -167,8 +177,8 @@ class Machine:
                    "-accel", "kvm" if kvm else "tcg,thread=multi", "-cpu", "host" if kvm else "max",
                    "-m", str(self.options.memory_mib), "-M", "q35,smm=on" if secure else "q35",
                    "-serial", f"file:{self._work}/serial.log",
-                   "-serial", f"unix:{self._work}/shell,server=on,wait=off",
-                   "-qmp", f"unix:{self._work}/qmp,server=on,wait=off", "-device", "qemu-xhci,id=xhci,p2=8,p3=8"]
+                   "-serial", f"unix:{self._sockets}/shell,server=on,wait=off",
+                   "-qmp", f"unix:{self._sockets}/qmp,server=on,wait=off", "-device", "qemu-xhci,id=xhci,p2=8,p3=8"]
         command += self._screen() + self._firmware()
         for word in self.options.words:
             command += ["-smbios", f"type=11,value={word}"]
@@ -422,7 +432,7 @@ class Machine:
     def _connect_shell(self) -> None:
         """Connects to the shell and asks until it answers, without echo and prompt."""
         self._shell = socket.socket(socket.AF_UNIX)
-        self._shell.connect(str(self._work / "shell"))
+        self._shell.connect(str(self._sockets / "shell"))
         self._shell.setblocking(False)
         text = ""
         asked = 0.0
