@@ -9,7 +9,7 @@
     </message>
     <message>
         <source>Files that were copied before are still on the disk. If a copy was running, start again and copy everything once more.</source>
-        <translation>之前拷贝的文件仍在磁盘上。如果当时正在拷贝，请重新启动 并再次拷贝全部内容。</translation>
+        <translation>之前拷贝的文件仍在磁盘上。如果当时正在拷贝，请重新开始并再次拷贝全部内容。</translation>
     </message>
     <message>
         <source>Restart the computer</source>
