@@ -3,8 +3,11 @@
 
 wait_on() {
     [ -e "$ROOT/dev/fb0" ] && [ -x "$ASK" ] || return 0
-    "$ASK" wait </dev/null >/dev/null 2>&1 &
-    echo $! >"$RUN/wait.pid"
+    # A child of the first process, which is told of its end at once, whoever ends it.
+    (
+        "$ASK" wait </dev/null >/dev/null 2>&1 &
+        echo $! >"$RUN/wait.pid"
+    )
 }
 
 wait_off() {

@@ -47,6 +47,11 @@ unlock() {
     not_shown "$1" locked-out "three wrong passwords"
 }
 
+# The keyboard in use, as the question names it: "us", "us(intl)".
+keyboard() {
+    printf '%s\n' "${XKB_DEFAULT_LAYOUT:-us}${XKB_DEFAULT_VARIANT:+($XKB_DEFAULT_VARIANT)}"
+}
+
 model_of() {
     local TYPE UUID LABEL_ENC PART TABLE MODEL SERIAL
     facts "$1" || :
@@ -60,7 +65,7 @@ try_unlock() {
     name=$2
     shift 2
     answer=0
-    password=$(ask password "$name" "$@" --try "$number" --layout "${XKB_DEFAULT_LAYOUT:-us}") || answer=$?
+    password=$(ask password "$name" "$@" --try "$number" --layout "$(keyboard)") || answer=$?
     case $answer in
     0) ;;
     3)
