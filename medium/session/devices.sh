@@ -185,6 +185,8 @@ all_devices() {
         loop* | ram* | zram* | fd[0-9]* | mtd* | nbd* | '*') continue ;;
         esac
         ! is_view "$name" || continue
+        # One of several ways to a disk that has a device of its own (NVMe): nothing can open it.
+        [ -e "$entry/dev" ] || continue
         line_of "$entry/size"
         [ "${LINE:-0}" -eq 0 ] || echo "$name"
     done
