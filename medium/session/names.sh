@@ -27,7 +27,7 @@ shown_name() {
 system_of() {
     local folder
     for folder in "$1"/[Ww][Ii][Nn][Dd][Oo][Ww][Ss] "$1"/WINNT; do
-        if [ -d "$folder" ] && { [ -d "$1/Users" ] || [ -d "$1/Documents and Settings" ] || [ -d "$folder/System32" ]; }; then
+        if [ -d "$folder" ] && { [ -d "$1/Users" ] || [ -d "$1/Documents and Settings" ] || [ -d "$folder/System32" ] || [ -d "$folder/SYSTEM" ]; }; then
             echo Windows
             return 0
         fi

@@ -43,7 +43,7 @@ system_on() {
 
 probe() {
     case $TYPE in
-    ntfs | hfsplus | ext[234] | xfs | btrfs) probe_files "$1" ;;
+    ntfs | vfat | hfsplus | ext[234] | xfs | btrfs) probe_files "$1" ;;
     LVM2_member | linux_raid_member) echo Linux ;;
     apfs) bounded 30 apfs_volumes "$(node_of "$1")" | grep -q '	Preboot$' && echo macOS ;;
     BitLocker) has_start_files "$(disk_of "$1")" && echo Windows ;;
@@ -64,21 +64,26 @@ has_start_files() {
 }
 
 probe_files() {
-    local point number
+    local point number node
     point=$RUN/mnt/probe-$1
-    mkdir -p "$point"
-    if has_journal "$TYPE"; then
+    number=
+    if [ "$TYPE" = vfat ]; then
+        # What is mounted read-only of it writes nothing, and a stick to copy to is soon free again.
+        node=$(node_of "$1")
+    elif has_journal "$TYPE"; then
         number=$(make_view "$1")
     else
         number=$(make_window "$1")
     fi
-    [ -n "$number" ] || return 0
-    if mount_readonly "$TYPE" "/dev/mapper/$VIEW$number" "$point" 2>/dev/null; then
+    [ -z "$number" ] || node=/dev/mapper/$VIEW$number
+    [ -n "${node:-}" ] || return 0
+    mkdir -p "$point"
+    if mount_readonly "$TYPE" "$node" "$point" 2>/dev/null; then
         system_of "$point"
         umount "$point" || umount -l "$point"
     fi
     rmdir "$point"
-    drop_view "$number"
+    [ -z "$number" ] || drop_view "$number"
 }
 
 # One that has not answered by now is looked at when it does, and nobody is asked.
