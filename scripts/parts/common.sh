@@ -31,17 +31,17 @@ become_owner() {
     [ ${#as_owner[@]} -eq 0 ] || exec "${as_owner[@]}" "$self" "$@"
 }
 
-# Gives what root has made below build/ to the owner; build/medium holds a system's own files of root.
+# Gives what root has made below build/ to the owner.
 hand_back() {
     [ -n "$owned" ] && [ -d build ] || return 0
-    find build -xdev -path build/medium -prune -o -user 0 -exec chown -h "$SUDO_UID:${SUDO_GID:-$SUDO_UID}" {} +
+    find build -xdev -user 0 -exec chown -h "$SUDO_UID:${SUDO_GID:-$SUDO_UID}" {} +
 }
 
 # One line instead of many when another user's files are in the way.
 refuse_foreign() {
     local found
     [ "$(id -u)" -ne 0 ] && [ -d build ] || return 0
-    found=$(find build \( -path build/medium -o -path 'build/rescued/*/*' \) -prune -o ! -user "$(id -u)" -print -quit)
+    found=$(find build -path 'build/rescued/*/*' -prune -o ! -user "$(id -u)" -print -quit)
     [ -n "$found" ] || return 0
     printf '%s belongs to another user, so nothing can be built there. As root: chown -R %s build\n' \
         "$found" "$(id -un)" >&2
