@@ -1,6 +1,11 @@
 # shellcheck shell=dash
 # Questions to the person at the screen, one at a time. Between them a picture says that disks are looked for.
 
+# With the end of a panel the console comes back, with its old text and its cursor.
+clear_console() {
+    [ ! -w "$ROOT/dev/tty1" ] || printf '\033[2J\033[H\033[?25l' 2>/dev/null >"$ROOT/dev/tty1" || :
+}
+
 wait_on() {
     [ -e "$ROOT/dev/fb0" ] && [ -x "$ASK" ] || return 0
     # A child of the first process, which is told of its end at once, whoever ends it.
@@ -17,6 +22,7 @@ wait_off() {
     rm -f "$RUN/wait.pid"
     kill "$shown" 2>/dev/null || :
     await 5 "$shown" || kill -9 "$shown" 2>/dev/null || :
+    clear_console
 }
 
 # ask KIND NAME ARGUMENT…: what the question prints, and its exit code; 9 where nobody can be asked.
@@ -32,6 +38,7 @@ ask() {
     say "asks $what $of"
     answer=0
     "$ASK" "$what" "$@" </dev/null 2>>"$RUN/ask.log" || answer=$?
+    clear_console
     [ -z "$waiting" ] || wait_on
     return "$answer"
 }
