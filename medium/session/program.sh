@@ -36,6 +36,7 @@ until_it_ends() {
 finish_session() {
     local answer stays
     rm -f "$RUN/ready"
+    tell_finishing
     "$HERE/volumes" end >>"$RUN/volumes.log" 2>&1
     stays=
     ! grep -q '^tarnwick: reads from the medium' "$RUN/session.log" || stays=--reads-medium

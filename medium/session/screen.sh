@@ -80,6 +80,23 @@ T
     esac
 }
 
+# While everything is unmounted: a slow stick may need minutes for what is still on its way.
+finishing_text() {
+    case $1 in
+    de) echo "Bitte warten und alle Datenträger stecken lassen: Die Kopie wird abgeschlossen." ;;
+    fr) echo "Veuillez patienter et laisser tous les disques branchés : la copie se termine." ;;
+    es) echo "Espere y deje todos los discos conectados: la copia se está terminando." ;;
+    it) echo "Attendere e lasciare collegati tutti i dischi: la copia viene completata." ;;
+    nl) echo "Even wachten en alle schijven laten zitten: de kopie wordt afgerond." ;;
+    pt) echo "Aguarde e deixe todos os discos ligados: a cópia está a terminar." ;;
+    *) echo "Please wait and leave all disks plugged in: the copy is being finished." ;;
+    esac
+}
+
+tell_finishing() {
+    printf '\033%%G\033[2J\033[H\033[?25l\n  %s\n' "$(finishing_text "$(language)")" 2>/dev/null >"$ROOT/dev/tty1" || :
+}
+
 tell_no_screen() {
     {
         printf '\033c\033%%G'
