@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>有磁盘没有响应</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>现在可以拔下您的磁盘</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>可能尚未写入全部内容。指示灯闪烁时请等待，然后在另一台电脑上检查拷贝的文件。</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>已由 Linux 锁定（LUKS）</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>请输入其密码或 48 位恢复密钥。磁盘上的内容不会被更改。</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>请输入其密码或 48 位恢复密钥。</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>请输入您登录此 Mac 时使用的密码。磁盘上的内容不会被更改。</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>请输入其密码，通常是您登录 Mac 时使用的密码。</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>请输入这台电脑启动时要求的密码。磁盘上的内容不会被更改。</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>请输入电脑启动时或连接此磁盘时要求的密码。</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>解锁后可将文件拷贝到此磁盘。</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>磁盘上的内容不会被更改。</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

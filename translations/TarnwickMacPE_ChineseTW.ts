@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>有磁碟沒有回應</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>現在可以拔除您的磁碟</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>可能尚未寫入全部內容。指示燈閃爍時請等待，然後在另一台電腦上檢查拷貝的檔案。</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>已由 Linux 鎖定（LUKS）</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>請輸入其密碼或 48 位數的修復金鑰。磁碟上的內容不會變更。</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>請輸入其密碼或 48 位數的修復金鑰。</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>請輸入您登入此 Mac 時使用的密碼。磁碟上的內容不會變更。</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>請輸入其密碼，通常是您登入 Mac 時使用的密碼。</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>請輸入這台電腦啟動時要求的密碼。磁碟上的內容不會變更。</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>請輸入電腦啟動時或連接此磁碟時要求的密碼。</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>解鎖後可將檔案拷貝到此磁碟。</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>磁碟上的內容不會變更。</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

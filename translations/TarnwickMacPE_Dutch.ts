@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>Een schijf heeft niet geantwoord</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>U kunt uw schijven nu loskoppelen</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>Misschien staat nog niet alles erop. Wacht zolang het lampje knippert en controleer de gekopieerde bestanden op een andere computer.</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>Vergrendeld door Linux (LUKS)</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>Typ het wachtwoord of de herstelsleutel van 48 cijfers. Op de schijf wordt niets gewijzigd.</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>Typ het wachtwoord of de herstelsleutel van 48 cijfers.</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>Typ het wachtwoord waarmee u op deze Mac inlogt. Op de schijf wordt niets gewijzigd.</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>Typ het wachtwoord: meestal dat waarmee u op uw Mac inlogt.</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>Typ het wachtwoord waar deze computer bij het opstarten om vraagt. Op de schijf wordt niets gewijzigd.</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>Typ het wachtwoord waar uw computer bij het opstarten of bij het aansluiten van deze schijf om vraagt.</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>Daarna kunnen er bestanden naartoe worden gekopieerd.</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>Op de schijf wordt niets gewijzigd.</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>A disk did not answer</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>You can unplug your disks now</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>Locked by Linux (LUKS)</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>Type its password or its recovery key of 48 digits.</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>Type the password with which you log in to this Mac. Nothing on the disk is changed.</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>Type its password: mostly the one with which you log in to your Mac.</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>Type the password that your computer asks for when it starts, or when you plug this disk in.</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>Then files can be copied to the disk.</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>Nothing on the disk is changed.</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>Un disque n’a pas répondu</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>Vous pouvez maintenant débrancher vos disques</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>Tout n’y est peut-être pas encore. Attendez tant que son voyant clignote, puis vérifiez les fichiers copiés sur un autre ordinateur.</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>Verrouillé par Linux (LUKS)</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>Saisissez son mot de passe ou sa clé de récupération de 48 chiffres. Rien n’est modifié sur le disque.</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>Saisissez son mot de passe ou sa clé de récupération de 48 chiffres.</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>Saisissez le mot de passe avec lequel vous ouvrez une session sur ce Mac. Rien n’est modifié sur le disque.</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>Saisissez son mot de passe&#xa0;: le plus souvent celui avec lequel vous ouvrez une session sur votre Mac.</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>Saisissez le mot de passe que cet ordinateur demande au démarrage. Rien n’est modifié sur le disque.</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>Saisissez le mot de passe que votre ordinateur demande au démarrage ou lorsque vous branchez ce disque.</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>Des fichiers pourront ensuite y être copiés.</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>Rien n’est modifié sur le disque.</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

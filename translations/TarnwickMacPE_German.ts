@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>Ein Laufwerk hat nicht geantwortet</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>Sie können Ihre Laufwerke jetzt abziehen</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>Vielleicht ist noch nicht alles darauf. Warten Sie, solange sein Licht blinkt, und prüfen Sie die kopierten Dateien an einem anderen Computer.</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>Von Linux gesperrt (LUKS)</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>Geben Sie sein Passwort oder den 48-stelligen Wiederherstellungsschlüssel ein. Auf dem Laufwerk wird nichts geändert.</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>Geben Sie sein Passwort oder den 48-stelligen Wiederherstellungsschlüssel ein.</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>Geben Sie das Passwort ein, mit dem Sie sich an diesem Mac anmelden. Auf dem Laufwerk wird nichts geändert.</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>Geben Sie sein Passwort ein: meist das, mit dem Sie sich an Ihrem Mac anmelden.</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>Geben Sie das Passwort ein, nach dem dieser Computer beim Starten fragt. Auf dem Laufwerk wird nichts geändert.</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>Geben Sie das Passwort ein, nach dem Ihr Computer beim Starten oder beim Anschließen dieses Laufwerks fragt.</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>Danach können Dateien auf das Laufwerk kopiert werden.</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>Auf dem Laufwerk wird nichts geändert.</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

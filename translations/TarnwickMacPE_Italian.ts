@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>Un disco non ha risposto</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>Ora puoi scollegare i tuoi dischi</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>Forse non è ancora tutto sul disco. Attendi finché la sua spia lampeggia, poi controlla i file copiati su un altro computer.</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>Bloccato da Linux (LUKS)</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>Digita la password o la chiave di ripristino di 48 cifre. Sul disco non viene modificato nulla.</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>Digita la password o la chiave di ripristino di 48 cifre.</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>Digita la password con cui accedi a questo Mac. Sul disco non viene modificato nulla.</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>Digita la password: di solito quella con cui accedi al tuo Mac.</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>Digita la password che questo computer chiede all’avvio. Sul disco non viene modificato nulla.</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>Digita la password che il tuo computer chiede all’avvio o quando colleghi questo disco.</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>Poi vi si potranno copiare dei file.</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>Sul disco non viene modificato nulla.</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

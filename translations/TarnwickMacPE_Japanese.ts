@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>応答しないディスクがあります</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>ディスクを取り外しても安全です</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>まだすべてが書き込まれていない可能性があります。ランプが点滅している間は待ち、コピーしたファイルを別のコンピュータで確認してください。</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>Linuxでロック（LUKS）</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>パスワードまたは48桁の回復キーを入力してください。ディスクの内容は変更されません。</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>パスワードまたは48桁の回復キーを入力してください。</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>このMacにログインするときのパスワードを入力してください。ディスクの内容は変更されません。</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>パスワードを入力してください。通常はお使いのMacにログインするときのものです。</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>このコンピュータの起動時に入力するパスワードを入力してください。ディスクの内容は変更されません。</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>コンピュータの起動時、またはこのディスクの接続時に入力するパスワードを入力してください。</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>その後、ディスクにファイルをコピーできます。</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>ディスクの内容は変更されません。</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

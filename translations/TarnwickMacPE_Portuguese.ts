@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>Um disco não respondeu</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>Você já pode desconectar seus discos</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>Talvez nem tudo esteja nele ainda. Espere enquanto a luz dele piscar e verifique os arquivos copiados em outro computador.</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>Bloqueado pelo Linux (LUKS)</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>Digite a senha ou a chave de recuperação de 48 dígitos. Nada é alterado no disco.</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>Digite a senha ou a chave de recuperação de 48 dígitos.</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>Digite a senha com a qual você inicia a sessão neste Mac. Nada é alterado no disco.</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>Digite a senha: quase sempre a que você usa para iniciar a sessão no seu Mac.</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>Digite a senha que este computador pede ao ser iniciado. Nada é alterado no disco.</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>Digite a senha que seu computador pede ao ser iniciado ou ao conectar este disco.</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>Depois, arquivos poderão ser copiados para ele.</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>Nada é alterado no disco.</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

@@ -23,8 +23,16 @@
 <context>
     <name>CAskEndPanel</name>
     <message>
+        <source>A disk did not answer</source>
+        <translation>Un disco no ha respondido</translation>
+    </message>
+    <message>
         <source>You can unplug your disks now</source>
         <translation>Ya puedes desconectar tus discos</translation>
+    </message>
+    <message>
+        <source>Not everything may be on it yet. Wait while its light flashes, and check the copied files on another computer.</source>
+        <translation>Puede que aún no esté todo en él. Espera mientras parpadee su luz y comprueba los archivos copiados en otro ordenador.</translation>
     </message>
     <message>
         <source>Tarnwick has ended, and nothing is written to a disk any more.</source>
@@ -62,16 +70,24 @@
         <translation>Bloqueado por Linux (LUKS)</translation>
     </message>
     <message>
-        <source>Type its password or its recovery key of 48 digits. Nothing on the disk is changed.</source>
-        <translation>Escribe su contraseña o su clave de recuperación de 48 dígitos. No se cambia nada en el disco.</translation>
+        <source>Type its password or its recovery key of 48 digits.</source>
+        <translation>Escribe su contraseña o su clave de recuperación de 48 dígitos.</translation>
     </message>
     <message>
-        <source>Type the password with which you log in to this Mac. Nothing on the disk is changed.</source>
-        <translation>Escribe la contraseña con la que inicias sesión en este Mac. No se cambia nada en el disco.</translation>
+        <source>Type its password: mostly the one with which you log in to your Mac.</source>
+        <translation>Escribe su contraseña: casi siempre la que usas para iniciar sesión en tu Mac.</translation>
     </message>
     <message>
-        <source>Type the password that this computer asks for when it starts. Nothing on the disk is changed.</source>
-        <translation>Escribe la contraseña que este ordenador pide al arrancar. No se cambia nada en el disco.</translation>
+        <source>Type the password that your computer asks for when it starts, or when you plug this disk in.</source>
+        <translation>Escribe la contraseña que tu ordenador pide al arrancar o al conectar este disco.</translation>
+    </message>
+    <message>
+        <source>Then files can be copied to the disk.</source>
+        <translation>Después se podrán copiar archivos en él.</translation>
+    </message>
+    <message>
+        <source>Nothing on the disk is changed.</source>
+        <translation>No se cambia nada en el disco.</translation>
     </message>
     <message>
         <source>This disk needs its password</source>

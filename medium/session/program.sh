@@ -32,16 +32,19 @@ until_it_ends() {
     done
 }
 
-# finish_session [restart]: unmounts all, then asks how it is to end unless that is known.
+# finish_session [restart]: unmounts all, then asks how it is to end unless that is known and every disk has
+# taken what was written to it.
 finish_session() {
-    local answer stays
+    local answer stays unsaved
     rm -f "$RUN/ready"
     tell_finishing
     "$HERE/volumes" end >>"$RUN/volumes.log" 2>&1
     stays=
     ! grep -q '^tarnwick: reads from the medium' "$RUN/session.log" || stays=--reads-medium
+    unsaved=
+    [ ! -e "$RUN/unsaved" ] || unsaved=--unsaved
     answer=0
-    [ "${1:-}" = restart ] || ask end end ${stays:+"$stays"} || answer=$?
+    [ "${1:-}$unsaved" = restart ] || ask end end ${stays:+"$stays"} ${unsaved:+"$unsaved"} || answer=$?
     if [ "$answer" -eq 1 ]; then
         say "power off"
         busybox poweroff -f

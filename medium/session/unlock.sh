@@ -39,6 +39,7 @@ unlock() {
     [ -n "$TYPE" ] || { not_shown "$1" left-out "Core Storage without encryption: no driver for it"; return; }
     disk=$(disk_of "$1")
     set -- "$1" --name "${label:-Disk $1}" --kind "$(kind_of_lock)" --size "$(bytes_of "$1")" --disk "$(model_of "$disk")"
+    ! is_opened_writable "$1" || set -- "$@" --writable
     try=1
     while [ "$try" -le 3 ]; do
         try_unlock "$try" "$@" && return 0
@@ -46,6 +47,8 @@ unlock() {
     done
     not_shown "$1" locked-out "three wrong passwords"
 }
+
+is_opened_writable() { [ "$TYPE" != apfs ] && [ "$(kind_of "$1")" = usb ]; }
 
 # The keyboard in use, as the question names it: "us", "us(intl)".
 keyboard() {
@@ -107,7 +110,7 @@ open_mapping() {
     local mapping readonly_ rc
     mapping=$OPEN$1
     readonly_=--readonly
-    [ "$(kind_of "$1")" != usb ] || readonly_=
+    ! is_opened_writable "$1" || readonly_=
     rc=0
     # shellcheck disable=SC2086
     printf '%s\n' "$2" | bounded 180 choom -n 1000 -- cryptsetup open --batch-mode --tries 1 $readonly_ --type "$3" \

@@ -10,8 +10,8 @@ CAskAgainPanel::CAskAgainPanel()
            "everything once more."));
     QPushButton* pRestartBtn = AddButton(tr("Restart the computer"), false);
     m_pAgainBtn = AddButton(tr("Start again"), true);
-    connect(pRestartBtn, &QPushButton::clicked, this, [this] { emit SignalAnswer({STATUS_RESTART, {}}); });
-    connect(m_pAgainBtn, &QPushButton::clicked, this, [this] { emit SignalAnswer({STATUS_AGAIN, {}}); });
+    connect(pRestartBtn, &QPushButton::clicked, this, [this] { Answer({STATUS_RESTART, {}}); });
+    connect(m_pAgainBtn, &QPushButton::clicked, this, [this] { Answer({STATUS_AGAIN, {}}); });
 }
 
 QWidget* CAskAgainPanel::FirstFocus() const { return m_pAgainBtn; }

@@ -4,7 +4,10 @@
 
 #include <QTimer>
 
-/** Says that everything is at rest; after a while without an answer the computer restarts. */
+/**
+ * Says that everything is at rest; after a while without an answer the computer restarts. Or says
+ * that a disk has not taken everything, and waits.
+ */
 class CAskEndPanel : public CAskPanel
 {
     Q_OBJECT
@@ -17,8 +20,11 @@ public:
     /** How long an answer is waited for. */
     static constexpr int SECONDS = 60;
 
-    /** bReadsMedium: the stick that the computer was started from is still needed. */
-    explicit CAskEndPanel(bool bReadsMedium);
+    /**
+     * Of the request: whether a disk did not take all that was to be written, and whether the stick
+     * that the computer was started from is still needed.
+     */
+    explicit CAskEndPanel(const STAskRequest& stRequest);
 
     QWidget* FirstFocus() const override;
 
@@ -26,6 +32,7 @@ public:
     void Tick();
 
 private:
+    void CountDown();
     void TellSeconds();
 
     QLabel* m_pSecondsLab = nullptr;

@@ -131,6 +131,14 @@ QPushButton* CAskPanel::AddButton(const QString& strText, bool bMain)
     return pButton;
 }
 
+void CAskPanel::Answer(const STAskAnswer& stAnswer)
+{
+    if (!m_bAnswered) {
+        m_bAnswered = true;
+        emit SignalAnswer(stAnswer);
+    }
+}
+
 void CAskPanel::keyPressEvent(QKeyEvent* pEvent)
 {
     const bool bReturn = pEvent->key() == Qt::Key_Return || pEvent->key() == Qt::Key_Enter;

@@ -27,7 +27,7 @@ public:
     virtual QWidget* FirstFocus() const { return nullptr; }
 
 signals:
-    /** The question is answered. */
+    /** The question is answered; comes once. */
     void SignalAnswer(const STAskAnswer& stAnswer);
 
     /** What is on the panel takes another height now. */
@@ -45,6 +45,9 @@ protected:
     /** Adds a button below everything, from left to right. */
     QPushButton* AddButton(const QString& strText, bool bMain);
 
+    /** Gives the answer; whatever comes after it counts for nothing, such as a key that bounces. */
+    void Answer(const STAskAnswer& stAnswer);
+
     /** Where the parts of a question go. */
     QVBoxLayout* Body() const { return m_pBody; }
 
@@ -53,4 +56,5 @@ protected:
 private:
     QVBoxLayout* m_pBody = nullptr;
     QHBoxLayout* m_pButtons = nullptr;
+    bool m_bAnswered = false;
 };

@@ -35,16 +35,19 @@ static QString HelpText(ENEncryption enKind)
 {
     switch (enKind) {
     case ENEncryption::BITLOCKER:
-        return CAskPasswordPanel::tr(
-            "Type its password or its recovery key of 48 digits. Nothing on the disk is changed.");
+        return CAskPasswordPanel::tr("Type its password or its recovery key of 48 digits.");
     case ENEncryption::FILE_VAULT:
-        return CAskPasswordPanel::tr(
-            "Type the password with which you log in to this Mac. Nothing on the disk is changed.");
+        return CAskPasswordPanel::tr("Type its password: mostly the one with which you log in to your Mac.");
     default:
         return CAskPasswordPanel::tr(
-            "Type the password that this computer asks for when it starts. Nothing on the "
-            "disk is changed.");
+            "Type the password that your computer asks for when it starts, or when you plug this disk in.");
     }
+}
+
+static QString MeaningText(bool bWritable)
+{
+    return bWritable ? CAskPasswordPanel::tr("Then files can be copied to the disk.")
+                     : CAskPasswordPanel::tr("Nothing on the disk is changed.");
 }
 
 static QLabel* SmallText(const QString& strText)
@@ -71,7 +74,7 @@ CAskPasswordPanel::CAskPasswordPanel(const STAskRequest& stRequest)
         pWrong->setObjectName(QStringLiteral("m_pWrongLab"));
         pWrong->setStyleSheet(WarningStyle());
     }
-    AddText(HelpText(stRequest.enKind));
+    AddText(HelpText(stRequest.enKind) + '\n' + MeaningText(stRequest.bWritable));
     AddField();
     AddKeyboard();
     AddAnswers();
@@ -117,7 +120,7 @@ void CAskPasswordPanel::AddKeyboard()
     pBox->setMinimumHeight(BOX_HEIGHT);
     pBox->setAccessibleName(tr("Keyboard:"));
     connect(pBox, &CKeyboardBox::SignalLayout, this, [this](const QString& strLayout) {
-        emit SignalAnswer({STATUS_LAYOUT, strLayout.toUtf8()});
+        Answer({STATUS_LAYOUT, strLayout.toUtf8()});
     });
     auto* pRow = new QHBoxLayout;
     pRow->setSpacing(ROW_SPACING);
@@ -134,7 +137,7 @@ void CAskPasswordPanel::AddAnswers()
     connect(m_pEdit, &QLineEdit::textChanged, pUnlockBtn,
             [pUnlockBtn](const QString& strText) { pUnlockBtn->setEnabled(!strText.isEmpty()); });
     connect(pUnlockBtn, &QPushButton::clicked, this, &CAskPasswordPanel::Unlock);
-    connect(m_pSkipBtn, &QPushButton::clicked, this, [this] { emit SignalAnswer({STATUS_SKIP, {}}); });
+    connect(m_pSkipBtn, &QPushButton::clicked, this, [this] { Answer({STATUS_SKIP, {}}); });
 }
 
 void CAskPasswordPanel::Unlock()
@@ -146,7 +149,7 @@ void CAskPasswordPanel::Unlock()
     if (m_stRequest.enKind == ENEncryption::BITLOCKER) {
         strTyped = CRecoveryKey::Cleaned(strTyped);
     }
-    emit SignalAnswer({STATUS_PASSWORD, strTyped.toUtf8()});
+    Answer({STATUS_PASSWORD, strTyped.toUtf8()});
 }
 
 bool CAskPasswordPanel::eventFilter(QObject* pWatched, QEvent* pEvent)

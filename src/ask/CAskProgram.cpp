@@ -37,7 +37,7 @@ std::unique_ptr<CAskPanel> CAskProgram::MakePanel(const STAskRequest& stRequest)
     case ENAskScreen::SOURCE:
         return std::make_unique<CAskSourcePanel>(stRequest);
     case ENAskScreen::END:
-        return std::make_unique<CAskEndPanel>(stRequest.bReadsMedium);
+        return std::make_unique<CAskEndPanel>(stRequest);
     case ENAskScreen::AGAIN:
         return std::make_unique<CAskAgainPanel>();
     default:

@@ -55,6 +55,17 @@ static bool SetLayout(STAskRequest& stRequest, const QString& strValue)
     return CKeyboardLayouts::IsName(strValue);
 }
 
+/** Null for what is no option without a value. */
+static bool STAskRequest::*FlagOf(const QString& strOption)
+{
+    static const QHash<QString, bool STAskRequest::*> s_flags{
+        {QStringLiteral("--reads-medium"), &STAskRequest::bReadsMedium},
+        {QStringLiteral("--unsaved"), &STAskRequest::bUnsaved},
+        {QStringLiteral("--writable"), &STAskRequest::bWritable},
+    };
+    return s_flags.value(strOption, nullptr);
+}
+
 static const QHash<QString, Setter>& Setters()
 {
     static const QHash<QString, Setter> s_setters{
@@ -96,8 +107,8 @@ STParsedRequest CAskRequest::Parse(const QStringList& listArgument)
     stRequest.enScreen = *enScreen;
     for (int n = 1; n < listArgument.size(); ++n) {
         const QString& strOption = listArgument.at(n);
-        if (strOption == QLatin1String("--reads-medium")) {
-            stRequest.bReadsMedium = true;
+        if (bool STAskRequest::*const pFlag = FlagOf(strOption)) {
+            stRequest.*pFlag = true;
             continue;
         }
         const auto it = Setters().find(strOption);

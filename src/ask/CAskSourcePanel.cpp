@@ -20,7 +20,7 @@ QWidget* CAskSourcePanel::FirstFocus() const { return m_pRescueBtn; }
 CChoiceButton* CAskSourcePanel::AddChoice(const QString& strTitle, const QString& strMeaning, int nStatus)
 {
     auto* pButton = new CChoiceButton(strTitle, strMeaning);
-    connect(pButton, &QPushButton::clicked, this, [this, nStatus] { emit SignalAnswer({nStatus, {}}); });
+    connect(pButton, &QPushButton::clicked, this, [this, nStatus] { Answer({nStatus, {}}); });
     Body()->addWidget(pButton);
     return pButton;
 }

@@ -31,5 +31,7 @@ struct STAskRequest
     ENEncryption enKind = ENEncryption::LUKS; ///< of the volume whose password is asked for
     int nTry = 1; ///< from 1 on
     QString strLayout = QStringLiteral("us"); ///< name of the keyboard's layout
+    bool bWritable = false; ///< the volume is opened for copying to it
+    bool bUnsaved = false; ///< a disk has not taken all that was to be written to it
     bool bReadsMedium = false; ///< the session still runs from the stick that it was started from
 };

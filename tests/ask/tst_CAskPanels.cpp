@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <algorithm>
 #include <optional>
 
 /** The questions, answered by keys and by the mouse. */
@@ -32,6 +33,8 @@ private slots:
     void answersByKeys_data();
     void answersByKeys();
     void heldReturnAnswersNothing();
+    void answerIsGivenOnce_data();
+    void answerIsGivenOnce();
     void passwordIsGivenAsTyped();
     void recoveryKeyIsCleanedForBitLockerAlone();
     void emptyPasswordIsNoAnswer();
@@ -48,6 +51,8 @@ private slots:
     void choiceIsClicked();
     void endCountsDown();
     void endTellsOfTheStick();
+    void endWaitsForADiskThatDoesNotAnswer();
+    void helpSaysWhatBecomesOfTheDisk();
 
 private:
     void Ask(const QStringList& listArgument);
@@ -145,6 +150,33 @@ void tst_CAskPanels::heldReturnAnswersNothing()
         QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
         QVERIFY(!m_stAnswer);
     }
+}
+
+void tst_CAskPanels::answerIsGivenOnce_data()
+{
+    QTest::addColumn<QStringList>("listArgument");
+    QTest::newRow("password") << QStringList("password");
+    QTest::newRow("source") << QStringList("source");
+    QTest::newRow("end") << QStringList("end");
+    QTest::newRow("again") << QStringList("again");
+}
+
+// A key that bounces would give the password twice in one line.
+void tst_CAskPanels::answerIsGivenOnce()
+{
+    QFETCH(QStringList, listArgument);
+    Ask(listArgument);
+    if (auto* pEdit = Part<QLineEdit>("m_pPasswordEdit")) {
+        pEdit->setText("a");
+    }
+    int nAnswers = 0;
+    connect(m_pGround->Panel(), &CAskPanel::SignalAnswer, this, [&] { ++nAnswers; });
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    for (auto* pButton : m_pGround->findChildren<QPushButton*>()) {
+        pButton->click();
+    }
+    QCOMPARE(nAnswers, 1);
 }
 
 void tst_CAskPanels::passwordIsGivenAsTyped()
@@ -374,6 +406,33 @@ void tst_CAskPanels::endTellsOfTheStick()
     const int nTexts = fnTexts();
     Ask({"end", "--reads-medium"});
     QCOMPARE(fnTexts(), nTexts + 1);
+}
+
+void tst_CAskPanels::endWaitsForADiskThatDoesNotAnswer()
+{
+    Ask({"end"});
+    QVERIFY(Part<QLabel>("m_pSecondsLab"));
+    Ask({"end", "--unsaved"});
+    QVERIFY(!Part<QLabel>("m_pSecondsLab"));
+    QCOMPARE(m_pGround->Panel()->accessibleName(), QString("A disk did not answer"));
+    const auto listLabel = m_pGround->findChildren<QLabel*>();
+    QVERIFY(std::none_of(listLabel.begin(), listLabel.end(), [](const QLabel* pLabel) {
+        return pLabel->text().contains("unplug") || pLabel->text().contains("any more");
+    }));
+}
+
+void tst_CAskPanels::helpSaysWhatBecomesOfTheDisk()
+{
+    const auto fnSays = [this](const QString& strText) {
+        const auto listLabel = m_pGround->findChildren<QLabel*>();
+        return std::any_of(listLabel.begin(), listLabel.end(),
+                           [&](const QLabel* pLabel) { return pLabel->text().contains(strText); });
+    };
+    for (const bool bWritable : {false, true}) {
+        Ask(bWritable ? QStringList{"password", "--writable"} : QStringList{"password"});
+        QCOMPARE(fnSays("Nothing on the disk is changed."), !bWritable);
+        QCOMPARE(fnSays("Then files can be copied to the disk."), bWritable);
+    }
 }
 
 QTEST_MAIN(tst_CAskPanels)

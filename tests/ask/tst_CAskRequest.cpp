@@ -12,6 +12,7 @@ private slots:
     void screens_data();
     void screens();
     void valuesArrive();
+    void flagsArriveOneByOne();
     void valuesAreTakenAsTheyAre();
     void wrongLine_data();
     void wrongLine();
@@ -38,7 +39,8 @@ void tst_CAskRequest::screens()
     QCOMPARE(stParsed.stRequest->nTry, 1);
     QCOMPARE(stParsed.stRequest->nSize, qint64(-1));
     QCOMPARE(stParsed.stRequest->strLayout, QString("us"));
-    QVERIFY(!stParsed.stRequest->bReadsMedium);
+    QVERIFY(!stParsed.stRequest->bReadsMedium && !stParsed.stRequest->bUnsaved
+            && !stParsed.stRequest->bWritable);
 }
 
 void tst_CAskRequest::valuesArrive()
@@ -56,6 +58,18 @@ void tst_CAskRequest::valuesArrive()
     QCOMPARE(stRequest->strLayout, QString("ch(fr)"));
     QCOMPARE(stRequest->strSystems, QString("macOS"));
     QVERIFY(stRequest->bReadsMedium);
+}
+
+void tst_CAskRequest::flagsArriveOneByOne()
+{
+    const auto fnFlags = [](const char* pFlag) {
+        const auto stRequest = CAskRequest::Parse({"end", pFlag}).stRequest;
+        return stRequest ? QVector<bool>{stRequest->bReadsMedium, stRequest->bUnsaved, stRequest->bWritable}
+                         : QVector<bool>();
+    };
+    QCOMPARE(fnFlags("--reads-medium"), (QVector<bool>{true, false, false}));
+    QCOMPARE(fnFlags("--unsaved"), (QVector<bool>{false, true, false}));
+    QCOMPARE(fnFlags("--writable"), (QVector<bool>{false, false, true}));
 }
 
 // A disk may be called like an option, or not at all.

@@ -82,7 +82,12 @@ static const struct
      ASK},
     {"CAskAgainPanel", "Restart the computer", ASK},
     {"CAskAgainPanel", "Start again", ASK},
+    {"CAskEndPanel", "A disk did not answer", ASK},
     {"CAskEndPanel", "You can unplug your disks now", ASK},
+    {"CAskEndPanel",
+     "Not everything may be on it yet. Wait while its light flashes, and check the copied files on another "
+     "computer.",
+     ASK},
     {"CAskEndPanel", "Tarnwick has ended, and nothing is written to a disk any more.", ASK},
     {"CAskEndPanel", "Leave the stick that you started from in its place until the screen goes dark.", ASK},
     {"CAskEndPanel", "Power off", ASK},
@@ -91,12 +96,12 @@ static const struct
     {"CAskPasswordPanel", "Locked by Windows (BitLocker)", ASK},
     {"CAskPasswordPanel", "Locked by macOS (FileVault)", ASK},
     {"CAskPasswordPanel", "Locked by Linux (LUKS)", ASK},
+    {"CAskPasswordPanel", "Type its password or its recovery key of 48 digits.", ASK},
+    {"CAskPasswordPanel", "Type its password: mostly the one with which you log in to your Mac.", ASK},
     {"CAskPasswordPanel",
-     "Type its password or its recovery key of 48 digits. Nothing on the disk is changed.", ASK},
-    {"CAskPasswordPanel",
-     "Type the password with which you log in to this Mac. Nothing on the disk is changed.", ASK},
-    {"CAskPasswordPanel",
-     "Type the password that this computer asks for when it starts. Nothing on the disk is changed.", ASK},
+     "Type the password that your computer asks for when it starts, or when you plug this disk in.", ASK},
+    {"CAskPasswordPanel", "Then files can be copied to the disk.", ASK},
+    {"CAskPasswordPanel", "Nothing on the disk is changed.", ASK},
     {"CAskPasswordPanel", "This disk needs its password", ASK},
     {"CAskPasswordPanel", "That password did not open the disk. Try %1 of %2.", ASK},
     {"CAskPasswordPanel", "Password", SPOKEN},
@@ -664,8 +669,11 @@ void tst_TranslationsFit::questions_data()
         10);
     row("BitLocker", "password --name Daten --kind BitLocker --size 999990000000 --disk Samsung --try 3", 10);
     row("FileVault", "password --name Daten --kind FileVault --size 999990000000 --disk Samsung --try 3", 10);
+    row("to copy to",
+        "password --name Daten --kind LUKS --size 999990000000 --disk Samsung --try 3 --writable", 10);
     row("source", "source --name Daten --size 999990000000 --disk Samsung --systems Windows,Linux", 8);
     row("end", "end --reads-medium", 7);
+    row("end, unsaved", "end --reads-medium --unsaved", 6);
     row("again", "again", 5);
 }
 
