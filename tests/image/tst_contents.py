@@ -136,7 +136,7 @@ class Loaders(CImageBed):
 
     def test_menu_is_looked_for_on_this_medium(self):
         for name in ("boot/grub/grub.cfg", "EFI/debian/grub.cfg"):
-            self.assertIn(f"search --no-floppy --fs-uuid --set=root {self.number()}\n", self.text(name), name)
+            self.assertIn(f'search --no-floppy --fs-uuid --hint="$root," --set=root {self.number()}\n', self.text(name), name)
         self.assertTrue((self.esp / ".disk/info").is_file())
 
     def test_signed_grub_has_what_the_menu_uses(self):
