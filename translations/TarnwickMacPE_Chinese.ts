@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>已用密码锁定</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>无法读取，可能已损坏</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>没有响应</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>几个相关联的磁盘之一</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>需要的内存超过这台电脑的容量</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>Tarnwick 无法读取的格式</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>在这里无法读取的内容，换一台电脑或由专业人员处理也许仍可读取。在此之前请勿格式化或修复。</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>稍后有响应的磁盘会自动出现。</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>要输入密码，请重新启动电脑并再次启动 Tarnwick。</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>有些内容无法显示</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>无法从这些磁盘或磁盘分区拷贝任何内容：</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>继续</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

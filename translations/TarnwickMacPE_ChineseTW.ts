@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>已用密碼鎖定</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>無法讀取，可能已損毀</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>沒有回應</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>數個相關聯的磁碟之一</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>需要的記憶體超過這台電腦的容量</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>Tarnwick 無法讀取的格式</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>在這裡無法讀取的內容，換一台電腦或由專業人員處理也許仍可讀取。在此之前請勿格式化或修復。</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>稍後有回應的磁碟會自動出現。</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>要輸入密碼，請重新啟動電腦並再次啟動 Tarnwick。</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>有些內容無法顯示</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>無法從這些磁碟或磁碟分割區拷貝任何內容：</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>繼續</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>Vergrendeld met een wachtwoord</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>Kan niet worden gelezen, misschien beschadigd</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>Reageert niet</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>Een van meerdere schijven die bij elkaar horen</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>Heeft meer geheugen nodig dan deze computer heeft</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>Van een soort die Tarnwick niet kan lezen</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>Wat hier niet kan worden gelezen, is op een andere computer of door een specialist misschien nog te lezen. Formatteer of repareer het niet van tevoren.</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>Een schijf die later reageert, verschijnt vanzelf.</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>Om een wachtwoord te typen, herstart u de computer en start u Tarnwick opnieuw.</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>Niet alles kan worden getoond</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>Van deze schijven of delen van schijven kan niets worden gekopieerd:</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Ga door</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

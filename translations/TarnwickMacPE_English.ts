@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>Locked with a password</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>Cannot be read, perhaps damaged</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>Does not answer</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>One of several disks that belong together</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>Needs more memory than this computer has</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>Of a kind that Tarnwick cannot read</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>A disk that answers later appears by itself.</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>To type a password, restart the computer and start Tarnwick again.</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>Not everything can be shown</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>Nothing can be copied from these disks or parts of disks:</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continue</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

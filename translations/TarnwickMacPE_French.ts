@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>Verrouillé par un mot de passe</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>Illisible, peut-être endommagé</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>Ne répond pas</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>L’un de plusieurs disques qui vont ensemble</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>Demande plus de mémoire que cet ordinateur n’en a</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>D’un format que Tarnwick ne sait pas lire</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>Ce qui est illisible ici peut encore être lu sur un autre ordinateur ou par un spécialiste. D’ici là, ne le formatez pas et ne le réparez pas.</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>Un disque qui répond plus tard apparaît tout seul.</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>Pour saisir un mot de passe, redémarrez l’ordinateur et relancez Tarnwick.</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>Tout ne peut pas être affiché</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>Rien ne peut être copié depuis ces disques ou parties de disques&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continuer</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

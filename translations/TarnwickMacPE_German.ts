@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>Mit einem Passwort gesperrt</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>Kann nicht gelesen werden, vielleicht beschädigt</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>Antwortet nicht</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>Eines von mehreren Laufwerken, die zusammengehören</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>Braucht mehr Arbeitsspeicher, als dieser Computer hat</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>In einem Format, das Tarnwick nicht lesen kann</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>Was hier nicht gelesen werden kann, kann vielleicht ein anderer Computer oder eine Fachfirma noch lesen. Formatieren oder reparieren Sie es vorher nicht.</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>Ein Laufwerk, das später antwortet, erscheint von selbst.</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>Um ein Passwort einzugeben, starten Sie den Computer neu und dann wieder Tarnwick.</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>Nicht alles kann angezeigt werden</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>Von diesen Laufwerken oder Teilen von Laufwerken kann nichts kopiert werden:</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Fortfahren</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>Bloccato con una password</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>Illeggibile, forse danneggiato</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>Non risponde</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>Uno di più dischi che vanno usati insieme</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>Richiede più memoria di quella di questo computer</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>In un formato che Tarnwick non può leggere</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>Ciò che qui non si può leggere forse si può ancora leggere su un altro computer o con l’aiuto di uno specialista. Prima non inizializzarlo e non ripararlo.</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>Un disco che risponde più tardi appare da solo.</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>Per digitare una password, riavvia il computer e poi di nuovo Tarnwick.</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>Non è possibile mostrare tutto</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>Non è possibile copiare nulla da questi dischi o parti di dischi:</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continua</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>パスワードでロックされています</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>読み取れません（壊れている可能性があります）</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>応答がありません</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>組で使われている複数のディスクの1つ</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>このコンピュータのメモリでは足りません</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>Tarnwickでは読めない形式です</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>ここで読めないものも、別のコンピュータや専門業者なら読める可能性があります。その前に初期化や修復をしないでください。</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>あとで応答したディスクは自動的に表示されます。</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>パスワードを入力するには、コンピュータを再起動してTarnwickをもう一度起動してください。</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>表示できないものがあります</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>次のディスク、またはその一部からは何もコピーできません:</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>続ける</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

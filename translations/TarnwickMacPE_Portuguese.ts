@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>Bloqueado com uma senha</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>Não pode ser lido, talvez danificado</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>Não responde</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>Um de vários discos que formam um conjunto</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>Precisa de mais memória do que este computador tem</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>De um formato que o Tarnwick não consegue ler</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>O que não pode ser lido aqui talvez ainda possa ser lido em outro computador ou por um especialista. Não formate nem repare antes disso.</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>Um disco que responder mais tarde aparecerá sozinho.</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>Para digitar uma senha, reinicie o computador e inicie o Tarnwick novamente.</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>Nem tudo pode ser mostrado</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>Nada pode ser copiado destes discos ou partes de discos:</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continuar</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

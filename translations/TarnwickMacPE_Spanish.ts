@@ -56,6 +56,57 @@
     </message>
 </context>
 <context>
+    <name>CAskMissingPanel</name>
+    <message>
+        <source>Locked with a password</source>
+        <translation>Bloqueado con una contraseña</translation>
+    </message>
+    <message>
+        <source>Cannot be read, perhaps damaged</source>
+        <translation>No se puede leer, quizá esté dañado</translation>
+    </message>
+    <message>
+        <source>Does not answer</source>
+        <translation>No responde</translation>
+    </message>
+    <message>
+        <source>One of several disks that belong together</source>
+        <translation>Uno de varios discos que forman un conjunto</translation>
+    </message>
+    <message>
+        <source>Needs more memory than this computer has</source>
+        <translation>Necesita más memoria de la que tiene este ordenador</translation>
+    </message>
+    <message>
+        <source>Of a kind that Tarnwick cannot read</source>
+        <translation>De un formato que Tarnwick no puede leer</translation>
+    </message>
+    <message>
+        <source>Another computer or a specialist may still be able to read what cannot be read here. Do not format or repair it before.</source>
+        <translation>Lo que aquí no se puede leer quizá pueda leerse en otro ordenador o con ayuda de un especialista. No lo formatees ni lo repares antes.</translation>
+    </message>
+    <message>
+        <source>A disk that answers later appears by itself.</source>
+        <translation>Un disco que responda más tarde aparecerá solo.</translation>
+    </message>
+    <message>
+        <source>To type a password, restart the computer and start Tarnwick again.</source>
+        <translation>Para escribir una contraseña, reinicia el ordenador y vuelve a abrir Tarnwick.</translation>
+    </message>
+    <message>
+        <source>Not everything can be shown</source>
+        <translation>No se puede mostrar todo</translation>
+    </message>
+    <message>
+        <source>Nothing can be copied from these disks or parts of disks:</source>
+        <translation>No se puede copiar nada de estos discos o partes de discos:</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continuar</translation>
+    </message>
+</context>
+<context>
     <name>CAskPasswordPanel</name>
     <message>
         <source>Locked by Windows (BitLocker)</source>

@@ -7,10 +7,12 @@
 #include "ask/CAskAgainPanel.h"
 #include "ask/CAskEndPanel.h"
 #include "ask/CAskGround.h"
+#include "ask/CAskMissingPanel.h"
 #include "ask/CAskPasswordPanel.h"
 #include "ask/CAskRequest.h"
 #include "ask/CAskSourcePanel.h"
 #include "ask/CAskWaitPanel.h"
+#include "ask/CMissingList.h"
 #include "files/CFileNameCodec.h"
 #include "settings/CLanguageSetting.h"
 
@@ -34,6 +36,8 @@ std::unique_ptr<CAskPanel> CAskProgram::MakePanel(const STAskRequest& stRequest)
     switch (stRequest.enScreen) {
     case ENAskScreen::PASSWORD:
         return std::make_unique<CAskPasswordPanel>(stRequest);
+    case ENAskScreen::MISSING:
+        return std::make_unique<CAskMissingPanel>(stRequest.listMissing);
     case ENAskScreen::SOURCE:
         return std::make_unique<CAskSourcePanel>(stRequest);
     case ENAskScreen::END:
@@ -70,6 +74,16 @@ static bool WriteOut(const QByteArray& baOutput)
         nDone += nWritten;
     }
     return true;
+}
+
+/** False when nothing is missing. */
+static bool TakeMissing(STAskRequest& stRequest)
+{
+    QFile file;
+    if (file.open(stdin, QIODevice::ReadOnly)) {
+        stRequest.listMissing = CMissingList::Parse(file.readAll());
+    }
+    return !stRequest.listMissing.isEmpty();
 }
 
 static QString StyleSheet()
@@ -116,9 +130,12 @@ int CAskProgram::Run(int& nArgc, char** ppArgv)
     for (int n = 1; n < nArgc; ++n) {
         listArgument.append(QString::fromLocal8Bit(ppArgv[n]));
     }
-    const STParsedRequest stParsed = CAskRequest::Parse(listArgument);
+    STParsedRequest stParsed = CAskRequest::Parse(listArgument);
     if (!stParsed.stRequest) {
         return Complain(stParsed.strError, STATUS_USAGE);
+    }
+    if (stParsed.stRequest->enScreen == ENAskScreen::MISSING && !TakeMissing(*stParsed.stRequest)) {
+        return CAskMissingPanel::STATUS_CONTINUE;
     }
     CStartUp::ApplyScale(CGetScreenPixel().GetScreen());
     // The arguments are ours alone; the names of disks among them are no options of the toolkit.

@@ -13,7 +13,7 @@ static std::optional<ENAskScreen> ScreenOf(const QString& strWord)
     static const QHash<QString, ENAskScreen> s_screens{
         {QStringLiteral("wait"), ENAskScreen::WAIT},     {QStringLiteral("password"), ENAskScreen::PASSWORD},
         {QStringLiteral("source"), ENAskScreen::SOURCE}, {QStringLiteral("end"), ENAskScreen::END},
-        {QStringLiteral("again"), ENAskScreen::AGAIN},
+        {QStringLiteral("again"), ENAskScreen::AGAIN},   {QStringLiteral("missing"), ENAskScreen::MISSING},
     };
     const auto it = s_screens.find(strWord);
     return it == s_screens.end() ? std::nullopt : std::make_optional(*it);
@@ -97,7 +97,7 @@ static STParsedRequest Wrong(const QString& strError) { return {std::nullopt, st
 STParsedRequest CAskRequest::Parse(const QStringList& listArgument)
 {
     if (listArgument.isEmpty()) {
-        return Wrong(QStringLiteral("nothing to ask: wait, password, source, end or again"));
+        return Wrong(QStringLiteral("nothing to ask: wait, password, source, missing, end or again"));
     }
     const std::optional<ENAskScreen> enScreen = ScreenOf(listArgument.first());
     if (!enScreen) {

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "ask/STMissingVolume.h"
+
 #include <QString>
+#include <QVector>
 
 /** What is to be shown. */
 enum class ENAskScreen
 {
     WAIT, ///< that the disks are being looked for
     PASSWORD, ///< the question for the password of an encrypted volume
+    MISSING, ///< which volumes cannot be shown
     SOURCE, ///< whether a disk on USB is to be rescued from or copied to
     END, ///< that everything is at rest, and whether to restart or to power off
     AGAIN ///< that the program has ended by itself
@@ -34,4 +38,5 @@ struct STAskRequest
     bool bWritable = false; ///< the volume is opened for copying to it
     bool bUnsaved = false; ///< a disk has not taken all that was to be written to it
     bool bReadsMedium = false; ///< the session still runs from the stick that it was started from
+    QVector<STMissingVolume> listMissing; ///< what cannot be shown, from the standard input
 };

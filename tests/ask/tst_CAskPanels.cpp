@@ -4,6 +4,7 @@
 #include "ask/CAskProgram.h"
 #include "ask/CAskRequest.h"
 #include "ask/CCapsLockGuess.h"
+#include "ask/CMissingList.h"
 #include "pages/CElidedLabel.h"
 #include "support/Widgets.h"
 
@@ -14,6 +15,8 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include <algorithm>
@@ -53,19 +56,27 @@ private slots:
     void endTellsOfTheStick();
     void endWaitsForADiskThatDoesNotAnswer();
     void helpSaysWhatBecomesOfTheDisk();
+    void missingSaysWhatAndWhy();
+    void missingSaysWhatHelps_data();
+    void missingSaysWhatHelps();
+    void missingGoesOn_data();
+    void missingGoesOn();
+    void longListOfMissingScrolls();
 
 private:
-    void Ask(const QStringList& listArgument);
+    void Ask(const QStringList& listArgument, const QByteArray& baMissing = {});
+    QString Texts() const;
     template <typename T> T* Part(const char* pName) const { return m_pGround->findChild<T*>(pName); }
 
     std::unique_ptr<CAskGround> m_pGround;
     std::optional<STAskAnswer> m_stAnswer;
 };
 
-void tst_CAskPanels::Ask(const QStringList& listArgument)
+void tst_CAskPanels::Ask(const QStringList& listArgument, const QByteArray& baMissing)
 {
-    const STParsedRequest stParsed = CAskRequest::Parse(listArgument);
+    STParsedRequest stParsed = CAskRequest::Parse(listArgument);
     QVERIFY2(stParsed.stRequest, qPrintable(stParsed.strError));
+    stParsed.stRequest->listMissing = CMissingList::Parse(baMissing);
     m_stAnswer.reset();
     m_pGround = std::make_unique<CAskGround>(CAskProgram::MakePanel(*stParsed.stRequest).release());
     connect(m_pGround->Panel(), &CAskPanel::SignalAnswer, this,
@@ -433,6 +444,120 @@ void tst_CAskPanels::helpSaysWhatBecomesOfTheDisk()
         QCOMPARE(fnSays("Nothing on the disk is changed."), !bWritable);
         QCOMPARE(fnSays("Then files can be copied to the disk."), bWritable);
     }
+}
+
+QString tst_CAskPanels::Texts() const
+{
+    QStringList listText;
+    for (const auto* pLabel : m_pGround->findChildren<QLabel*>()) {
+        listText += pLabel->text();
+    }
+    return listText.join('\n');
+}
+
+void tst_CAskPanels::missingSaysWhatAndWhy()
+{
+    const QString strLong = "<b>" + QString(300, 'W') + "</b>";
+    Ask({"missing"}, "damaged\t" + strLong.toUtf8() + "\t500000000\tDisk\nsilent\t\t\tModel\n");
+    const auto listName = m_pGround->findChildren<CElidedLabel*>("m_pMissingNameLab");
+    const auto listFacts = m_pGround->findChildren<CElidedLabel*>("m_pMissingFactsLab");
+    QCOMPARE(listName.size(), 2);
+    QCOMPARE(listName.at(0)->text(), strLong);
+    QCOMPARE(listName.at(0)->textFormat(), Qt::PlainText);
+    QVERIFY(listName.at(0)->ShownText() != strLong);
+    QVERIFY(listName.at(0)->width() < CAskPanel::WIDTH);
+    QCOMPARE(listFacts.at(0)->text(), QString("Cannot be read, perhaps damaged  ·  Disk"));
+    QVERIFY(Texts().contains("500"));
+    // What has no name goes by its disk.
+    QCOMPARE(listName.at(1)->text(), QString("Model"));
+    QVERIFY(listFacts.at(1)->text().startsWith("Does not answer"));
+}
+
+void tst_CAskPanels::missingSaysWhatHelps_data()
+{
+    QTest::addColumn<QByteArray>("baMissing");
+    QTest::addColumn<bool>("bSpecialist");
+    QTest::addColumn<bool>("bLater");
+    QTest::addColumn<bool>("bPassword");
+    const auto row
+        = [](const char* pName, const char* pMissing, bool bSpecialist, bool bLater, bool bPassword) {
+              QTest::newRow(pName) << QByteArray(pMissing) << bSpecialist << bLater << bPassword;
+          };
+    row("locked", "locked\ta\t1\tb", false, false, true);
+    row("silent", "silent\ta\t1\tb", false, true, false);
+    row("damaged", "damaged\ta\t1\tb", true, false, false);
+    row("unknown", "unknown\ta\t1\tb", true, false, false);
+    row("apart", "apart\ta\t1\tb", true, false, false);
+    row("lost", "lost\ta\t1\tb", true, false, false);
+    row("all", "lost\ta\t1\tb\nsilent\ta\t1\tb\nlocked\ta\t1\tb", true, true, true);
+}
+
+void tst_CAskPanels::missingSaysWhatHelps()
+{
+    QFETCH(QByteArray, baMissing);
+    QFETCH(bool, bSpecialist);
+    QFETCH(bool, bLater);
+    QFETCH(bool, bPassword);
+    Ask({"missing"}, baMissing);
+    QCOMPARE(Texts().contains("specialist"), bSpecialist);
+    QCOMPARE(Texts().contains("later"), bLater);
+    QCOMPARE(Texts().contains("type a password"), bPassword);
+}
+
+void tst_CAskPanels::missingGoesOn_data()
+{
+    QTest::addColumn<int>("nLines");
+    QTest::addColumn<QList<int>>("listKey");
+    QTest::addColumn<int>("nStatus"); // -1: none
+    QTest::newRow("Return") << 1 << QList<int>{Qt::Key_Return} << 0;
+    QTest::newRow("Enter") << 1 << QList<int>{Qt::Key_Enter} << 0;
+    QTest::newRow("Space") << 1 << QList<int>{Qt::Key_Space} << 0;
+    QTest::newRow("Escape") << 1 << QList<int>{Qt::Key_Escape} << -1;
+    QTest::newRow("Return in the list") << 20 << QList<int>{Qt::Key_Tab, Qt::Key_Return} << 0;
+    QTest::newRow("Space in the list") << 20 << QList<int>{Qt::Key_Tab, Qt::Key_Space} << -1;
+}
+
+void tst_CAskPanels::missingGoesOn()
+{
+    QFETCH(int, nLines);
+    QFETCH(QList<int>, listKey);
+    QFETCH(int, nStatus);
+    Ask({"missing"}, QByteArray("damaged\ta\t1\tb\n").repeated(nLines));
+    for (const int nKey : listKey) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(nKey));
+    }
+    QCOMPARE(m_stAnswer ? m_stAnswer->nStatus : -1, nStatus);
+    if (m_stAnswer) {
+        QVERIFY(m_stAnswer->baOutput.isEmpty());
+        return;
+    }
+    QTest::mouseClick(Part<QPushButton>("toolBtn"), Qt::LeftButton);
+    QVERIFY(m_stAnswer);
+}
+
+void tst_CAskPanels::longListOfMissingScrolls()
+{
+    Ask({"missing"}, "damaged\ta\t1\tb\n");
+    QCOMPARE(Part<QScrollArea>("m_pMissingArea")->verticalScrollBar()->maximum(), 0);
+    Ask({"missing"}, QByteArray("damaged\ta\t1\tb\n").repeated(50));
+    m_pGround->resize(800, 600);
+    QVERIFY(m_pGround->rect().contains(m_pGround->Panel()->geometry()));
+    const auto* pArea = Part<QScrollArea>("m_pMissingArea");
+    const auto* pBar = pArea->verticalScrollBar();
+    QTRY_VERIFY(pBar->maximum() > pArea->height());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown);
+    const int nPage = pBar->value();
+    QVERIFY(nPage > 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_End);
+    QCOMPARE(pBar->value(), pBar->maximum());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp);
+    QVERIFY(pBar->value() < pBar->maximum());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
+    QCOMPARE(pBar->value(), 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), pArea);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QVERIFY(pBar->value() > 0 && pBar->value() < nPage);
 }
 
 QTEST_MAIN(tst_CAskPanels)

@@ -27,6 +27,7 @@ void tst_CAskRequest::screens_data()
     QTest::newRow("source") << QString("source") << ENAskScreen::SOURCE;
     QTest::newRow("end") << QString("end") << ENAskScreen::END;
     QTest::newRow("again") << QString("again") << ENAskScreen::AGAIN;
+    QTest::newRow("missing") << QString("missing") << ENAskScreen::MISSING;
 }
 
 void tst_CAskRequest::screens()
@@ -88,7 +89,7 @@ void tst_CAskRequest::wrongLine_data()
     const auto row = [](const QStringList& listArgument, const char* pError) {
         QTest::newRow(qPrintable("line: " + listArgument.join(' '))) << listArgument << QString(pError);
     };
-    row({}, "nothing to ask: wait, password, source, end or again");
+    row({}, "nothing to ask: wait, password, source, missing, end or again");
     row({"--help"}, "unknown question: --help");
     row({"Wait"}, "unknown question: Wait");
     row({"wait", "more"}, "unknown option: more");

@@ -16,6 +16,7 @@ private slots:
     void signalEndsIt_data();
     void signalEndsIt();
     void withoutAScreenItDoesNotHang();
+    void nothingMissingNeedsNoScreen();
 };
 
 void tst_TarnwickAsk::wrongLineIsToldAtOnce_data()
@@ -23,7 +24,7 @@ void tst_TarnwickAsk::wrongLineIsToldAtOnce_data()
     QTest::addColumn<QStringList>("listArgument");
     QTest::addColumn<QByteArray>("baError");
     QTest::newRow("none") << QStringList()
-                          << QByteArray("nothing to ask: wait, password, source, end or again");
+                          << QByteArray("nothing to ask: wait, password, source, missing, end or again");
     QTest::newRow("unknown") << QStringList("what") << QByteArray("unknown question: what");
     QTest::newRow("no value") << QStringList({"source", "--name"}) << QByteArray("no value for --name");
 }
@@ -80,6 +81,22 @@ void tst_TarnwickAsk::withoutAScreenItDoesNotHang()
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 4);
     QVERIFY(process.readAllStandardError().endsWith("TarnwickAsk: there is no screen\n"));
+}
+
+void tst_TarnwickAsk::nothingMissingNeedsNoScreen()
+{
+    for (const auto& pair : {qMakePair(QByteArray("\n"), 0), qMakePair(QByteArray("silent\ta\t1\tb\n"), 4)}) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "linuxfb:fb=/nowhere");
+        process.setProcessEnvironment(environment);
+        process.start(TARNWICK_ASK, {"missing"});
+        process.write(pair.first);
+        process.closeWriteChannel();
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), pair.second);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_TarnwickAsk)

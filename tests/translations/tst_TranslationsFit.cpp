@@ -4,6 +4,7 @@
 #include "ask/CAskPanel.h"
 #include "ask/CAskProgram.h"
 #include "ask/CAskRequest.h"
+#include "ask/CMissingList.h"
 #include "copy/CCopyReportText.h"
 #include "copy/CCopyText.h"
 #include "disk/CDestinationDiscovery.h"
@@ -93,6 +94,21 @@ static const struct
     {"CAskEndPanel", "Power off", ASK},
     {"CAskEndPanel", "Restart", ASK},
     {"CAskEndPanel", "The computer restarts by itself. Seconds left: %1", ASK},
+    {"CAskMissingPanel", "Not everything can be shown", ASK},
+    {"CAskMissingPanel", "Nothing can be copied from these disks or parts of disks:", ASK},
+    {"CAskMissingPanel", "Locked with a password", ASK},
+    {"CAskMissingPanel", "Cannot be read, perhaps damaged", ASK},
+    {"CAskMissingPanel", "Does not answer", ASK},
+    {"CAskMissingPanel", "One of several disks that belong together", ASK},
+    {"CAskMissingPanel", "Needs more memory than this computer has", ASK},
+    {"CAskMissingPanel", "Of a kind that Tarnwick cannot read", ASK},
+    {"CAskMissingPanel",
+     "Another computer or a specialist may still be able to read what cannot be read here. Do not format or "
+     "repair it before.",
+     ASK},
+    {"CAskMissingPanel", "A disk that answers later appears by itself.", ASK},
+    {"CAskMissingPanel", "To type a password, restart the computer and start Tarnwick again.", ASK},
+    {"CAskMissingPanel", "Continue", ASK},
     {"CAskPasswordPanel", "Locked by Windows (BitLocker)", ASK},
     {"CAskPasswordPanel", "Locked by macOS (FileVault)", ASK},
     {"CAskPasswordPanel", "Locked by Linux (LUKS)", ASK},
@@ -675,15 +691,22 @@ void tst_TranslationsFit::questions_data()
     row("end", "end --reads-medium", 7);
     row("end, unsaved", "end --reads-medium --unsaved", 6);
     row("again", "again", 5);
+    row("missing", "missing", 23);
 }
+
+// One of each.
+static const char MISSING[] = "damaged\tDaten\t999990000000\tSamsung\nsilent\tDaten\t999990000000\tSamsung\n"
+                              "locked\tDaten\t999990000000\tSamsung\nunknown\tDaten\t999990000000\tSamsung\n"
+                              "apart\tDaten\t999990000000\tSamsung\nlost\tDaten\t999990000000\tSamsung\n";
 
 // On the smallest screen that there is.
 void tst_TranslationsFit::questions()
 {
     QFETCH(QString, strArguments);
     QFETCH(int, nTexts);
-    const auto stRequest = CAskRequest::Parse(strArguments.split(' ')).stRequest;
+    auto stRequest = CAskRequest::Parse(strArguments.split(' ')).stRequest;
     QVERIFY(stRequest);
+    stRequest->listMissing = CMissingList::Parse(MISSING);
     CAskGround ground(CAskProgram::MakePanel(*stRequest).release());
     ground.resize(800, 600);
     ground.show();
