@@ -25,7 +25,8 @@ wait_off() {
     clear_console
 }
 
-# ask KIND NAME ARGUMENT…: what the question prints, and its exit code; 9 where nobody can be asked.
+# ask KIND NAME ARGUMENT…: what the question prints, and its exit code; 9 where nobody can be asked. ASK_INPUT names
+# a file that the question is about.
 ask() {
     local what of waiting answer
     what=$1
@@ -37,7 +38,7 @@ ask() {
     wait_off
     say "asks $what $of"
     answer=0
-    "$ASK" "$what" "$@" </dev/null 2>>"$RUN/ask.log" || answer=$?
+    "$ASK" "$what" "$@" <"${ASK_INPUT:-/dev/null}" 2>>"$RUN/ask.log" || answer=$?
     clear_console
     [ -z "$waiting" ] || wait_on
     return "$answer"

@@ -1,4 +1,4 @@
-# shellcheck shell=dash
+# shellcheck shell=dash disable=SC2034
 # The program, for as long as somebody wants it, and the end.
 
 PROGRAM=${TARNWICK_PROGRAM:-/usr/bin/TarnwickMacPE}
@@ -11,6 +11,30 @@ run_program() {
     "$PROGRAM" <"$ROOT/dev/tty1" >>"$RUN/program.log" 2>&1 || rc=$?
     say "program ended $rc"
     return "$rc"
+}
+
+# What cannot be shown is told before the window opens, and stands in the program's log, which comes beside the copy.
+find_missing() {
+    "$HERE/volumes" missing >"$RUN/missing" 2>>"$RUN/volumes.log" || :
+}
+
+tell_missing() {
+    [ -s "$RUN/missing" ] || return 0
+    log_missing || say "note: what cannot be shown is not in the log"
+    ASK_INPUT=$RUN/missing
+    ask missing "$(($(wc -l <"$RUN/missing")))" || :
+    unset ASK_INPUT
+}
+
+# In the form that the program's lines have.
+log_missing() {
+    local folder file why name bytes model
+    folder=$(dirname "$(readlink -f "$PROGRAM")")/Log
+    file=$folder/TarnwickMacPE_$(date +%Y%m%d).log
+    mkdir -p "$folder" || return 1
+    while IFS='	' read -r why name bytes model; do
+        printf '%s: cannot be shown (%s): %s, %s bytes, %s\n' "$(date '+%Y-%m-%d %H:%M:%S.000')" "$why" "$name" "$bytes" "$model"
+    done <"$RUN/missing" >>"$file"
 }
 
 # One retry by itself where nobody can be asked; then whoever sits there decides each time. 1 when the computer is

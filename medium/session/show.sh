@@ -72,7 +72,7 @@ handle_contents() {
         if is_known_type "$TYPE"; then
             show "$1"
         else
-            not_shown "$1" left-out "no driver for it"
+            not_shown "$1" unknown "no driver for it"
         fi
         ;;
     esac
@@ -292,6 +292,7 @@ show_apfs_volume() {
     elif [ "$4" = locked ]; then
         : >"$RUN/devices/$1/locked"
     else
+        : >"$RUN/devices/$1/failed.$3"
         say "not shown $(node_of "$1") apfs: $5: $(first_line "$RUN/devices/$1/error")"
     fi
 }

@@ -36,7 +36,7 @@ unlock() {
     label=$(cleaned "$(decoded "$LABEL_ENC")")
     [ "$TYPE" != apfs ] || label=$(cleaned "$(awk -F '\t' '$2 == "locked" { print $3 }' "$RUN/devices/$1/apfs" | paste -s -d , - | sed 's/,/, /g')")
     [ -n "$TYPE" ] || ! bounded 20 cryptsetup fvault2Dump "$(node_of "$1")" >/dev/null 2>&1 || TYPE=FileVault
-    [ -n "$TYPE" ] || { not_shown "$1" left-out "Core Storage without encryption: no driver for it"; return; }
+    [ -n "$TYPE" ] || { not_shown "$1" unknown "Core Storage without encryption: no driver for it"; return; }
     disk=$(disk_of "$1")
     set -- "$1" --name "${label:-Disk $1}" --kind "$(kind_of_lock)" --size "$(bytes_of "$1")" --disk "$(model_of "$disk")"
     ! is_opened_writable "$1" || set -- "$@" --writable
@@ -119,7 +119,7 @@ open_mapping() {
     0) ;;
     3 | 137)
         try=0
-        not_shown "$1" failed "not enough memory for its key"
+        not_shown "$1" locked-out "not enough memory for its key"
         return 1
         ;;
     *) say "note $(node_of "$1"): $(first_line "$RUN/devices/$1/error")" && return 1 ;;

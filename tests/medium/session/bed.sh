@@ -90,4 +90,10 @@ in_order() {
     [ "${first:-9}" -lt "${second:-0}" ] || fail "not in this order: $1, $2"
 }
 
+# missing WHY NAME BYTES MODEL …: the whole list of what cannot be shown.
+is_missing() {
+    volumes missing
+    is "$(sort "$BED/output")" "$([ $# -eq 0 ] || printf '%s\t%s\t%s\t%s\n' "$@" | sort)"
+}
+
 is() { [ "$1" = "$2" ] || fail "\"$1\" instead of \"$2\""; }
