@@ -15,12 +15,12 @@
 #include <algorithm>
 
 static const QMargins LIST_MARGINS(16, 10, 16, 10);
-static const int ROW_SPACING = 10;
+static const int VOLUME_SPACING = 10;
 static const int LINE_SPACING = 2;
 static const int SIZE_SPACING = 16;
 
 // Faces for Chinese and Japanese are higher than the one that the line is measured with.
-static const int LEAST_LINE_HEIGHT = 20;
+static const int LEAST_TEXT_HEIGHT = 20;
 
 // With the longest texts this leaves a screen of 600 lines room; a row that is cut says that more follow.
 static const int MOST_LIST_HEIGHT = 190;
@@ -72,7 +72,7 @@ static QStringList HelpTexts(const QVector<STMissingVolume>& listMissing)
 static void Dress(QLabel* pLabel, CSkinMgr::FontStyle enFont, CSkinMgr::ColorStyle enColor)
 {
     pLabel->setTextFormat(Qt::PlainText);
-    pLabel->setMinimumHeight(LEAST_LINE_HEIGHT);
+    pLabel->setMinimumHeight(LEAST_TEXT_HEIGHT);
     pLabel->setFont(SkinFont(enFont));
     pLabel->setStyleSheet(CSkinMgr::GetColorStyle(enColor));
 }
@@ -121,7 +121,7 @@ void CAskMissingPanel::AddList(const QVector<STMissingVolume>& listMissing)
     pList->setObjectName(QStringLiteral("missingList"));
     auto* pRows = new QVBoxLayout(pList);
     pRows->setContentsMargins(LIST_MARGINS);
-    pRows->setSpacing(ROW_SPACING);
+    pRows->setSpacing(VOLUME_SPACING);
     for (const STMissingVolume& stMissing : listMissing) {
         pRows->addLayout(RowOf(stMissing));
     }
