@@ -409,8 +409,10 @@ class Machine:
             self._connect_shell()
         self._mark += 1
         mark = f"MARK{self._mark}"
-        line = f"{{ {command}\n}} 2>&1; printf '\\n%s%s %d\\n' MARK {self._mark} $?\n"
-        return self._converse(line, re.compile(rf"\A(.*?)\n{mark} (\d+)\n", re.S), command, seconds)
+        # What it prints begins behind a word of its own: a slow guest may still echo what it is told.
+        begin = f"printf '\\n%s%s\\n' BEGIN {self._mark}"
+        line = f"{begin}; {{ {command}\n}} 2>&1; printf '\\n%s%s %d\\n' MARK {self._mark} $?\n"
+        return self._converse(line, re.compile(rf"\nBEGIN{self._mark}\n(.*?)\n{mark} (\d+)\n", re.S), command, seconds)
 
     def _converse(self, line: str, end: re.Pattern[str], what: str, seconds: float) -> tuple[int, str]:
         assert self._shell is not None
