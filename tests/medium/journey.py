@@ -33,10 +33,13 @@ class Bed:
 
 
 def find_image(build: Path) -> Path:
-    """The image of TARNWICK_MEDIUM_IMAGE, or the newest one that was built; it need not exist."""
+    """The image of TARNWICK_MEDIUM_IMAGE, the one the tests built, or the newest; it need not exist."""
     named = os.environ.get("TARNWICK_MEDIUM_IMAGE")
     if named:
         return Path(named).resolve()
+    built = build.parent / "medium/built"
+    if built.exists():
+        return Path(built.read_text(encoding="utf-8").splitlines()[2])
     images = sorted((build.parent / "medium").glob("tarnwick-*.img"), key=lambda path: path.stat().st_mtime)
     return images[-1] if images else build.parent / "medium" / "tarnwick.img"
 
