@@ -60,6 +60,7 @@ activate_lvm() {
         mkdir -p "$RUN/lvm" "$RUN/devices/$name"
         # Disks that come together are handled side by side: each gets one view, LVM refuses two that are alike.
         (set -C; : >"$RUN/lvm/$name") 2>/dev/null || continue
+        echo member >"$RUN/devices/$name/state"
         number=$(make_view "$name") || { say "not shown $(node_of "$name") LVM2_member: no view of it"; continue; }
         keep_view "$name" "$number"
         fresh=1
