@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -39,12 +40,13 @@ void tst_CKeyboardLayouts::eachIsKnownToTheSystem()
     const auto fnKeymap = reinterpret_cast<void* (*)(void*, const STRuleNames*, int)>(
         library.resolve("xkb_keymap_new_from_names"));
     const auto fnDrop = reinterpret_cast<void (*)(void*)>(library.resolve("xkb_keymap_unref"));
-    QVERIFY(fnContext && fnKeymap && fnDrop);
-    void* pContext = fnContext(0);
-    QVERIFY(pContext);
+    const auto fnEnd = reinterpret_cast<void (*)(void*)>(library.resolve("xkb_context_unref"));
+    QVERIFY(fnContext && fnKeymap && fnDrop && fnEnd);
+    const std::unique_ptr<void, void (*)(void*)> ptrContext(fnContext(0), fnEnd);
+    QVERIFY(ptrContext);
     const auto fnIsKnown = [&](const QByteArray& baCode) {
         const STRuleNames stNames{"evdev", nullptr, baCode.constData()};
-        void* pKeymap = fnKeymap(pContext, &stNames, 0);
+        void* pKeymap = fnKeymap(ptrContext.get(), &stNames, 0);
         fnDrop(pKeymap);
         return pKeymap != nullptr;
     };
