@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""One way to start the computer, up to the window: boot.py secure|efi|ia32|bios
+"""One way to start the computer, up to the window: boot.py secure|efi|ia32|bios|safe
 
 The guest says how it was started; the window's pixels say that it is there.
 """
@@ -11,6 +11,7 @@ from dataclasses import dataclass
 
 import disks
 from journey import Bed, check, main, need
+from menu import Menu
 from vm import BIOS, SECURE, UEFI, UEFI_32, Disk, Firmware, Machine, Options
 from window import Window
 
@@ -22,6 +23,7 @@ class Way:
     firmware: Firmware
     bits: str
     secure: str
+    safe: bool = False
 
 
 WAYS = {
@@ -29,7 +31,9 @@ WAYS = {
     "efi": Way(UEFI, "64", "0"),
     "ia32": Way(UEFI_32, "32", "0"),
     "bios": Way(BIOS, "0", "none"),
+    "safe": Way(UEFI, "64", "0", safe=True),
 }
+SAFE_LINE = 10
 
 
 def firmware_bits(machine: Machine) -> str:
@@ -45,6 +49,17 @@ def secure_boot(machine: Machine) -> str:
     return words[-1]
 
 
+def choose_safe_graphics(machine: Machine) -> None:
+    """Takes the menu's last line, and the first one behind it; the screen is smaller then."""
+    menu = Menu(machine)
+    machine.shoot("menu")
+    menu.down(SAFE_LINE)
+    menu.open()
+    machine.shoot("menu-safe")
+    menu.take()
+    machine.options.width, machine.options.height = 1024, 768
+
+
 def look_at(machine: Machine, way: Way) -> None:
     """The guest's words and the window."""
     seconds = machine.seconds()
@@ -55,6 +70,8 @@ def look_at(machine: Machine, way: Way) -> None:
     machine.say(f"firmware of {bits} bits, Secure Boot: {secure}, window after {seconds:.0f} to {shown:.0f} s")
     check(bits == way.bits, f"the guest was started by a firmware of {bits} bits instead of {way.bits}")
     check(secure == way.secure, f"Secure Boot is {secure} instead of {way.secure}")
+    safe = machine.shell_code("grep -w tarnwick.safe /proc/cmdline")[0] == 0
+    check(safe == way.safe, "safe graphics were not what was chosen")
 
 
 def story(bed: Bed) -> None:
@@ -63,6 +80,8 @@ def story(bed: Bed) -> None:
     inner = disks.whole_disk(bed.work / "inner.img", [(disks.ext4(bed.work / "e", "Linux", files), disks.LINUX)])
     options = Options(firmware=way.firmware, disks=[Disk(inner)])
     with bed.machine(options) as machine:
+        if way.safe:
+            choose_safe_graphics(machine)
         machine.wait_line("medium .*")
         machine.wait_line("window")
         look_at(machine, way)

@@ -16,7 +16,12 @@ MIB = 1 << 20
 # What mtools takes file names for.
 ENVIRONMENT = {**os.environ, "LC_ALL": "C.UTF-8", "MTOOLS_SKIP_CHECK": "1"}
 ENVIRONMENT["PATH"] += ":/usr/sbin:/sbin"
-LINUX, WINDOWS = "0FC63DAF-8483-4772-8E79-3D69D8477DE4", "EBD0A0A2-B9E5-4433-87C0-68B6B72699C7"
+LINUX, WINDOWS, LVM = (
+    "0FC63DAF-8483-4772-8E79-3D69D8477DE4",
+    "EBD0A0A2-B9E5-4433-87C0-68B6B72699C7",
+    "E6D6D379-F507-44C2-A23C-238F2A3DF928",
+)
+MAC_HFS, MAC_APFS = "48465300-0000-11AA-AA11-00306543ECAC", "7C3457EF-0000-11AA-AA11-00306543ECAC"
 
 
 def run(*command: object, stdin: bytes = b"") -> str:
@@ -134,6 +139,45 @@ def ntfs(path: Path, label: str, files: dict[str, bytes], mib: int = 64) -> Path
     return path
 
 
+def btrfs(path: Path, label: str, folder: Path, mib: int = 128) -> Path:
+    """A btrfs with what lies in a folder."""
+    run("mkfs.btrfs", "-q", "-f", "-L", label, "--rootdir", folder, blank(path, mib))
+    return path
+
+
+def xfs(path: Path, label: str, mib: int = 320) -> Path:
+    """An empty XFS."""
+    run("mkfs.xfs", "-q", "-f", "-L", label, blank(path, mib))
+    return path
+
+
+def apfs(path: Path, label: str, mib: int = 128) -> Path:
+    """An APFS with one volume, which is empty."""
+    run("mkapfs", "-L", label, blank(path, mib))
+    return path
+
+
+def hfsplus(path: Path, label: str, folder: Path) -> Path:
+    """An HFS+ with what lies in a folder: the Macintosh side of a hybrid disc image."""
+    disc = path.with_suffix(".iso")
+    run("xorriso", "-as", "mkisofs", "-quiet", "-hfsplus", "-V", label, "-o", disc, folder)
+    data = disc.read_bytes()
+    start, size = apple_partition(data)
+    path.write_bytes(data[start:start + size])
+    disc.unlink()
+    return path
+
+
+def apple_partition(data: bytes) -> tuple[int, int]:
+    """Where the HFS+ partition of an Apple partition map lies: first byte and size."""
+    for at in range(512, 64 * 2048, 512):
+        if data[at:at + 2] == b"PM" and data[at + 48:at + 57] == b"Apple_HFS":
+            block = 2048 if data[2048:2050] == b"PM" and data[512:514] != b"PM" else 512
+            start = int.from_bytes(data[at + 8:at + 12], "big") * block
+            return start, int.from_bytes(data[at + 12:at + 16], "big") * block
+    raise RuntimeError("the disc image has no HFS+ partition")
+
+
 # --- Disks -------------------------------------------------------------------
 
 
@@ -145,7 +189,8 @@ def whole_disk(path: Path, parts: list[tuple[Path, str]]) -> Path:
         at += -(-part.stat().st_size // MIB)
     lines = ["label: gpt", f"label-id: {uuid.uuid5(uuid.NAMESPACE_URL, path.name)}"]
     for start, (part, kind) in zip(starts, parts):
-        lines.append(f"start={start * 2048}, size={-(-part.stat().st_size // MIB) * 2048}, type={kind}")
+        # No longer than the file system: HFS+ has its second header at the partition's end.
+        lines.append(f"start={start * 2048}, size={part.stat().st_size // 512}, type={kind}")
     run("sfdisk", "-q", blank(path, at + 1), stdin="\n".join(lines).encode() + b"\n")
     for start, (part, _) in zip(starts, parts):
         put(part, path, start * MIB)

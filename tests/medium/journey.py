@@ -10,7 +10,6 @@ import traceback
 from pathlib import Path
 from typing import Callable
 
-from picture import Picture
 from vm import SECURE, SKIPPED, Failure, Firmware, Machine, Options
 
 
@@ -73,11 +72,6 @@ def check_none(lines: list[str], what: str) -> None:
     """Raises Failure with all lines when there are any."""
     if lines:
         raise Failure(f"{what}:\n  " + "\n  ".join(lines[:40]))
-
-
-def check_picture(picture: Picture, condition: Callable[[Picture], bool], what: str) -> None:
-    """Raises Failure with these words unless the condition holds for the picture."""
-    check(condition(picture), what)
 
 
 def main(name: str, story: Callable[[Bed], None]) -> None:

@@ -13,8 +13,9 @@ from pathlib import Path
 import disks
 from compare import Manifest, Seal, below, differences
 from journey import Bed, check, check_none, main, need
+from steps import copy, end, plug_stick, tick_all
 from vm import SECURE, Disk, Machine, Options
-from window import MessageBox, Panel, Window
+from window import Window
 
 LATE = {"late letter.txt": b"written a moment before the power went\n" * 90, "last photo.jpg": bytes(range(256)) * 300}
 
@@ -45,34 +46,14 @@ def rescue(machine: Machine, stick: Path, volumes: int) -> None:
     """Ticks every volume, takes the stick that comes, copies, and reads the end."""
     window = Window(machine)
     picture = machine.shoot("window")
-    check(window.rows(picture) == volumes, f"the tree shows {window.rows(picture)} volumes instead of {volumes}")
     check(window.is_complete(picture), "“Complete rescue” is off")
     check(not window.can_copy(picture), "Copy is on without a destination")
-    for row in range(volumes):
-        window.tick(row)
-    machine.plug("stick", Disk(stick, "usb"))
-    machine.wait_line(r"volume \S+ vfat usb -> STICK")
-    window.wait("the stick in the window", window.has_disk)
+    tick_all(machine, window, volumes)
+    plug_stick(machine, window, stick)
     machine.shoot("stick")
     window.choose_disk()
     check(window.is_complete(machine.shoot("ready")), "“Complete rescue” went off")
-    window.copy()
-    box = MessageBox(machine, "the box at the end")
-    machine.shoot("end")
-    check(box.is_good(), "the box at the end does not say that all is whole")
-    box.press(0)
-    window.leave()
-
-
-def end(machine: Machine) -> None:
-    """Answers the session's question with a restart."""
-    machine.wait_line(r"program ended 0")
-    machine.wait_line(r"asks end.*")
-    panel = Panel(machine, "the question at the end")
-    machine.shoot("restart-or-off")
-    panel.press()
-    reason = machine.wait_reset()
-    check(reason == "guest-reset", f"the computer did not restart: {reason}")
+    copy(machine, window)
 
 
 def story(bed: Bed) -> None:

@@ -3,6 +3,7 @@
 
 from __future__ import annotations
 
+import json
 import os
 import shutil
 import struct
@@ -13,15 +14,17 @@ import unittest
 import unittest.mock
 import zlib
 from pathlib import Path
-from typing import Any, Callable
+from typing import Any, Callable, Optional
 
 import disks
 from compare import Seal, below, differences, entry_of, load, manifest_of, save
+from menu import chosen_line
 from picture import Box, Picture, is_orange
 from vm import SKIPPED, Failure, Firmware, Machine, Options
-from window import MessageBox, Window
+from window import GROUND, MessageBox, Panel, Window
 
 ORANGE, RED, WHITE = bytes((255, 160, 23)), bytes((244, 102, 79)), bytes((255, 255, 255))
+EDGE = bytes((198, 198, 198))
 REFERENCES = Path(__file__).resolve().parent.parent / "visual/reference/1"
 TOOLS = ("mke2fs", "debugfs", "dumpe2fs", "e2fsck", "mformat", "mcopy", "mdir", "sfdisk")
 
@@ -161,6 +164,14 @@ class MadeDisks(unittest.TestCase):
         data = disk.read_bytes()
         self.assertEqual(data[34816 * 512:34816 * 512 + len(bytes_of_other)], bytes_of_other)
 
+    @unittest.skipUnless(have("xorriso"), "xorriso is not installed")
+    def test_an_hfsplus_ends_with_its_partition_where_its_second_header_is(self) -> None:
+        part = disks.hfsplus(self.folder / "part", "Mac", self.source)
+        disk = disks.whole_disk(self.folder / "disk", [(part, disks.MAC_HFS)])
+        entry = json.loads(disks.run("sfdisk", "-J", disk))["partitiontable"]["partitions"][0]
+        second = (entry["start"] + entry["size"] - 2) * 512
+        self.assertEqual(disk.read_bytes()[second:second + 2], b"H+")
+
 
 class Pictures(unittest.TestCase):
     """What is found on a screen."""
@@ -200,6 +211,11 @@ class Pictures(unittest.TestCase):
         self.assertTrue(all(map(is_orange, ((255, 178, 24), (255, 137, 20), (255, 126, 23)))))
         self.assertFalse(any(map(is_orange, ((198, 198, 198), (244, 102, 79), (23, 160, 255), (255, 241, 224)))))
 
+    def test_the_chosen_line_of_a_menu_is_told_from_its_name_and_its_bar(self) -> None:
+        name, bar, line = Box(500, 100, 200, 16), Box(460, 688, 360, 6), Box(480, 250, 60, 16)
+        self.assertEqual(chosen_line(painted(1280, 800, (name, ORANGE), (line, ORANGE), (bar, ORANGE))), 250)
+        self.assertIsNone(chosen_line(painted(1280, 800, (name, ORANGE), (bar, ORANGE))))
+
     def test_a_blank_screen_has_one_shade(self) -> None:
         self.assertEqual(painted(40, 40).shades(), 1)
         self.assertEqual(painted(40, 40, (Box(0, 0, 20, 20), ORANGE)).shades(), 2)
@@ -213,11 +229,16 @@ class Pictures(unittest.TestCase):
 
 
 class Guest:
-    """A machine whose screen is one of the pictures that the tests of the look hold."""
+    """A machine with one picture on its screen: one that the tests of the look hold, or another."""
 
-    def __init__(self, name: str) -> None:
-        self.picture = read_png(REFERENCES / f"{name}.png")
+    def __init__(self, name: str, picture: Optional[Picture] = None) -> None:
+        self.picture = picture or read_png(REFERENCES / f"{name}.png")
         self.options = Options(width=self.picture.width, height=self.picture.height)
+        self.clicks: list[tuple[int, int]] = []
+
+    def click(self, x: int, y: int) -> None:
+        """Notes the place."""
+        self.clicks.append((x, y))
 
     def look(self) -> Picture:
         """The picture."""
@@ -299,6 +320,43 @@ class Windows(unittest.TestCase):
     def test_a_window_without_a_box_has_none(self) -> None:
         with self.assertRaises(Failure):
             MessageBox(Guest("select-ticked"))  # type: ignore[arg-type]
+
+
+class Panels(unittest.TestCase):
+    """The session's questions: a white card on dark ground."""
+
+    @staticmethod
+    def guest(*parts: tuple[Box, bytes]) -> Guest:
+        """A machine that shows a card with these parts."""
+        ground, card = (Box(0, 0, 1280, 800), bytes(GROUND)), (Box(340, 214, 600, 371), WHITE)
+        return Guest("card", painted(1280, 800, ground, card, *parts))
+
+    @staticmethod
+    def frame(top: int, colour: bytes) -> list[tuple[Box, bytes]]:
+        """An edge around 64 lines."""
+        sides = [(Box(x, top, 1, 64), colour) for x in (376, 903)]
+        return [(Box(376, y, 528, 1), colour) for y in (top, top + 63)] + sides
+
+    def test_an_answer_is_chosen_by_its_number(self) -> None:
+        info, answers = self.frame(325, bytes((224, 224, 224))), (self.frame(405, EDGE), self.frame(485, EDGE))
+        guest = self.guest(*info, *answers[0], *answers[1])
+        panel = Panel(guest, "a question")  # type: ignore[arg-type]
+        panel.choose(1)
+        panel.choose(0)
+        self.assertEqual(guest.clicks, [(640, 516), (640, 436)])
+        with self.assertRaisesRegex(Failure, "has 2 answers"):
+            panel.choose(2)
+
+    def test_the_two_buttons_are_told_from_each_other(self) -> None:
+        guest = self.guest((Box(720, 500, 150, 36), ORANGE), *[(Box(560, y, 120, 1), ORANGE) for y in (500, 535)])
+        panel = Panel(guest, "a question")  # type: ignore[arg-type]
+        panel.press()
+        panel.press_other()
+        self.assertEqual(guest.clicks, [(795, 518), (620, 518)])
+
+    def test_a_card_that_is_not_in_the_middle_is_none(self) -> None:
+        with self.assertRaises(Failure):
+            Panel(self.guest((Box(340, 214, 60, 371), bytes(GROUND))), "a question")  # type: ignore[arg-type]
 
 
 FAKE_QEMU = """#!{python}

@@ -305,10 +305,6 @@ class Machine:
         self.say(match.group(0))
         return match
 
-    def wait_text(self, pattern: str, seconds: float = 120) -> None:
-        """Waits for any text on the first serial port."""
-        self.wait(f"text “{pattern}”", lambda: re.search(pattern, self.serial()), seconds)
-
     def wait_reset(self, seconds: float = 120) -> str:
         """Waits until the guest has restarted or switched off; the reason in QEMU's words."""
         end = time.monotonic() + seconds * SLOW
@@ -392,7 +388,9 @@ class Machine:
     def slow_down(self, name: str, bytes_per_second: int) -> None:
         """Lets a disk read and write only so much from now on; 1 is as good as hanging, 0 ends it."""
         rate = {key: 0 for key in ("bps", "iops", "iops_rd", "iops_wr")}
-        self._qmp.call("block_set_io_throttle", id=name, bps_rd=bytes_per_second, bps_wr=bytes_per_second, **rate)
+        # What reads and writes is the disk within the USB device.
+        device = f"{name}/{name}.0/legacy[0]" if name in self._nodes else name
+        self._qmp.call("block_set_io_throttle", id=device, bps_rd=bytes_per_second, bps_wr=bytes_per_second, **rate)
 
     # --- The guest's own word ---
 

@@ -18,7 +18,7 @@ WHITE = (255, 255, 255)
 BUTTON_OFF = (198, 198, 198)
 LINE = (224, 224, 224)
 GROUND = (46, 46, 48)
-CHOSEN = (255, 241, 229)
+CHOICE_EDGE = (198, 198, 198)
 # Places in the window.
 CLOSE = (16, 21)
 ROW, ROW_HEIGHT, TICK = 183, 30, 70
@@ -218,14 +218,21 @@ class Panel:
             raise Failure(f"the question has {len(buttons)} filled buttons instead of one")
         self._click(buttons[0].middle)
 
-    def take_first(self) -> None:
-        """Presses the first of several answers, the one that is drawn as the safe one."""
-        for y in range(self.picture.height):
-            for x in range(self.picture.width // 2 - 300, self.picture.width // 2 + 300):
-                if near(self.picture.at(x, y), CHOSEN, 4):
-                    self._click((x + 40, y + 12))
-                    return
-        raise Failure("no answer is drawn as the safe one")
+    def press_other(self) -> None:
+        """Presses the button that has an edge alone."""
+        buttons = self.picture.outlined(Box(0, 0, self.picture.width, self.picture.height))
+        if len(buttons) != 1:
+            raise Failure(f"the question has {len(buttons)} buttons with an edge instead of one")
+        self._click(buttons[0].middle)
+
+    def choose(self, answer: int) -> None:
+        """Presses one of several answers in frames, by its number from the top."""
+        middle = self.picture.width // 2
+        edges = [y for y in range(self.picture.height)
+                 if all(near(self.picture.at(middle + x, y), CHOICE_EDGE, 4) for x in range(-200, 200, 10))]
+        if len(edges) < 2 * answer + 2:
+            raise Failure(f"the question has {len(edges) // 2} answers")
+        self._click((middle, (edges[2 * answer] + edges[2 * answer + 1]) // 2))
 
     def _click(self, place: tuple[int, int]) -> None:
         self._machine.click(*place)
