@@ -46,11 +46,16 @@ void CSmallScreen::Fit(QMainWindow& window, QStackedWidget* pPages, const QSize&
         return;
     }
     const QSize size = SizeOn(sizeScreen, window.maximumSize());
+    // What is moved to another parent loses the focus, and the first key would go to the close button.
+    QWidget* pFocus = window.focusWidget();
     QScrollArea* pArea = AreaOf(pPages);
     delete window.centralWidget()->layout()->replaceWidget(pPages, pArea);
     pArea->setWidget(pPages);
     window.centralWidget()->setFixedSize(size);
     window.setFixedSize(size);
+    if (pFocus) {
+        pFocus->setFocus();
+    }
     // Each page is read from its beginning.
     QObject::connect(pPages, &QStackedWidget::currentChanged, pArea, [pArea] {
         pArea->horizontalScrollBar()->setValue(0);

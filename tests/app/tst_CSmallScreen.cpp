@@ -1,6 +1,7 @@
 #include "app/CSmallScreen.h"
 
 #include <QMainWindow>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QTest>
@@ -67,7 +68,11 @@ void tst_CSmallScreen::windowOnAScreen()
     window.setCentralWidget(new QWidget);
     auto* pLayout = new QVBoxLayout(window.centralWidget());
     auto* pPages = new QStackedWidget;
+    pLayout->addWidget(new QPushButton);
     pLayout->addWidget(pPages);
+    auto* pFirst = new QPushButton;
+    pPages->addWidget(pFirst);
+    pFirst->setFocus();
     const QWidget* pParent = window.centralWidget();
     CSmallScreen::Fit(window, pPages, sizeScreen);
     QTEST(window.maximumSize(), "sizeWindow");
@@ -77,6 +82,7 @@ void tst_CSmallScreen::windowOnAScreen()
     QCOMPARE(pArea != nullptr, bScrolls);
     QVERIFY(!bScrolls || pArea->widget() == pPages);
     QVERIFY(!bScrolls || pPages->size() == QSize(1120, 649));
+    QCOMPARE(window.focusWidget(), pFirst);
 }
 
 QTEST_MAIN(tst_CSmallScreen)
