@@ -2,15 +2,40 @@
 # The program, for as long as somebody wants it, and the end.
 
 PROGRAM=${TARNWICK_PROGRAM:-/usr/bin/TarnwickMacPE}
+HELD_SECONDS=${TARNWICK_HELD:-20}
 
 # With the keyboard's text console as its input the program keeps what is typed from reaching that console.
 run_program() {
     local rc
     say "window"
     rc=0
-    "$PROGRAM" <"$ROOT/dev/tty1" >>"$RUN/program.log" 2>&1 || rc=$?
+    "$PROGRAM" <"$ROOT/dev/tty1" >>"$RUN/program.log" 2>&1 &
+    wait_for_program $! || rc=$?
     say "program ended $rc"
     return "$rc"
+}
+
+# wait_for_program PID: its exit code. When its window is gone, a disk that does not answer may still hold one of its
+# threads for good, and nothing ends that.
+wait_for_program() {
+    local left stat code
+    left=$((HELD_SECONDS * 2))
+    while kill -0 "$1" 2>/dev/null; do
+        stat=
+        read -r stat 2>/dev/null <"/proc/$1/stat" || :
+        case ${stat##*) } in
+        Z*)
+            if [ "$left" -eq 0 ]; then
+                say "note: a disk that does not answer holds what is left of the program"
+                code=${stat##* }
+                return $((code & 127 ? 128 + (code & 127) : code >> 8))
+            fi
+            left=$((left - 1))
+            ;;
+        esac
+        sleep 0.5
+    done
+    wait "$1"
 }
 
 # What cannot be shown is told before the window opens, and stands in the program's log, which comes beside the copy.
