@@ -81,7 +81,7 @@ make_window() {
 
 drop_view() {
     bounded 30 dmsetup remove --retry "$VIEW$1" >/dev/null 2>&1 || bounded 30 dmsetup remove --deferred "$VIEW$1" >/dev/null 2>&1 || :
-    [ ! -e "$RUN/views/$1/loop" ] || losetup -d "$(cat "$RUN/views/$1/loop")" 2>/dev/null || :
+    [ ! -e "$RUN/views/$1/loop" ] || bounded 10 losetup -d "$(cat "$RUN/views/$1/loop")" 2>/dev/null || :
     rm -f "$STORE/$1"
     rm -rf "${RUN:?}/views/$1"
 }
