@@ -175,8 +175,8 @@ def no_screen(bed: Bed) -> None:
     """Without a picture to draw on the session says so and does not restart again and again."""
     with bed.machine(Options(firmware=UEFI, screen=False)) as machine:
         machine.wait_line("no screen")
-        words = machine.shell("cat /dev/vcs1")
-        check("Tarnwick cannot show its window" in words, f"a person reads something else: {words}")
+        text = "Tarnwick cannot show its window"
+        machine.wait("the words on the console", lambda: text in machine.shell("cat /dev/vcs1"), 30)
         machine.press("ret")
         machine.wait_line("restart")
         reason = machine.wait_reset()

@@ -354,9 +354,10 @@ class Panels(unittest.TestCase):
         panel.press_other()
         self.assertEqual(guest.clicks, [(795, 518), (620, 518)])
 
-    def test_a_card_that_is_not_in_the_middle_is_none(self) -> None:
-        with self.assertRaises(Failure):
-            Panel(self.guest((Box(340, 214, 60, 371), bytes(GROUND))), "a question")  # type: ignore[arg-type]
+    def test_neither_a_card_beside_the_middle_nor_the_window_is_one(self) -> None:
+        for part in ((Box(340, 214, 60, 371), bytes(GROUND)), (Box(80, 55, 1120, 690), WHITE)):
+            with self.subTest(part), self.assertRaises(Failure):
+                Panel(self.guest(part), "a question")  # type: ignore[arg-type]
 
 
 FAKE_QEMU = """#!{python}
