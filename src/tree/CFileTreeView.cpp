@@ -366,6 +366,8 @@ void CFileTreeView::resizeEvent(QResizeEvent* pEvent)
 {
     QTreeView::resizeEvent(pEvent);
     resizeColumnToContents(0);
+    // By itself it does so a turn later, and a bar that is not needed any more is seen until then.
+    updateGeometries();
 }
 
 void CFileTreeView::showEvent(QShowEvent* pEvent)

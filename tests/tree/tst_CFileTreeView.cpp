@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QSet>
 #include <QSignalSpy>
+#include <QVBoxLayout>
 
 #include <cerrno>
 #include <functional>
@@ -52,6 +53,7 @@ private slots:
     void addedRootsComeBehindTheOthers();
     void rowsAreThirtyHigh();
     void rowsReachAcrossTheView();
+    void noBarAtFirstSight();
     void deepRowsScrollSideways();
     void keysMarkTheCurrentRow();
     void expandingListsTwoLevels();
@@ -204,6 +206,21 @@ void tst_CFileTreeView::rowsReachAcrossTheView()
     QImage blank = end;
     blank.fill(end.pixelColor(0, 0));
     QVERIFY(end != blank);
+}
+
+void tst_CFileTreeView::noBarAtFirstSight()
+{
+    m_pTree->Fill({"folder/file"});
+    m_pView->Parse({m_pTree->Path()});
+    QWidget page;
+    CFileTreeView* pView = m_pView.release();
+    // As small as a page is before its window has a size.
+    pView->resize(300, 20);
+    (new QVBoxLayout(&page))->addWidget(pView);
+    page.resize(600, 300);
+    page.show();
+    QVERIFY(!pView->horizontalScrollBar()->isVisible());
+    QCOMPARE(pView->horizontalScrollBar()->maximum(), 0);
 }
 
 void tst_CFileTreeView::deepRowsScrollSideways()
